@@ -1,0 +1,20 @@
+// The lean set: what nearly every window file pulls in anyway.
+#pragma once
+#include <QtCore/QDateTime>
+#include <QtCore/QList>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QTimer>
+#include <QtCore/QVariant>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>

@@ -1,0 +1,55 @@
+# What every target of the house has in common: warnings, sanitizers, precompiled header, folders.
+
+find_program(QK_CCACHE ccache)
+if(QK_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${QK_CCACHE})
+endif()
+
+add_library(qk_options INTERFACE)
+target_include_directories(qk_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_features(qk_options INTERFACE cxx_std_20)
+target_compile_definitions(qk_options INTERFACE
+  QT_NO_URL_CAST_FROM_STRING QT_NO_FOREACH QT_NO_KEYWORDS
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_compile_options(qk_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+  -Woverloaded-virtual -Werror=return-type -Werror=switch)
+if(QK_SANITIZE)
+  target_compile_options(qk_options INTERFACE -fsanitize=address,undefined
+    -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(qk_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(QK_PCH)
+  add_library(qk_pch STATIC ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
+  target_link_libraries(qk_pch PUBLIC qk_options Qt6::Widgets Qt6::Sql)
+  target_compile_options(qk_pch PUBLIC -fpch-preprocess)  # ccache wants it
+  target_precompile_headers(qk_pch PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch.h)
+  set_target_properties(qk_pch PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+endif()
+
+# qk_library(NAME SOURCES ... LINK ...): a room or a part of one. Widget code says WIDGETS.
+function(qk_library name)
+  cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC qk_options Qt6::Core ${ARG_LINK})
+  if(ARG_WIDGETS)
+    target_link_libraries(${name} PUBLIC Qt6::Widgets)
+    if(QK_PCH)
+      target_link_libraries(${name} PRIVATE Qt6::Sql)
+      target_precompile_headers(${name} REUSE_FROM qk_pch)
+    endif()
+  endif()
+endfunction()
+
+# qk_test(NAME SOURCES ... LINK ... LABELS ...): a Qt Test program, run offscreen under CTest.
+function(qk_test name)
+  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE qk_options Qt6::Test ${ARG_LINK})
+  add_test(NAME ${name} COMMAND ${name})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=qt.qpa.*=false")
+endfunction()

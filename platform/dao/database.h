@@ -1,0 +1,64 @@
+// A database with the semantics of the classic desktop database access objects.
+//
+// Query texts are in the old engine's query language (platform/dao/sql/grammar.md); one statement a call.
+// Names of tables and columns resolve whatever their case. Nothing runs in a transaction beyond one call,
+// and no cursor or write lock stays open between calls.
+//
+// Errors (qk::Error): 3021 no current record, 3022 duplicate key, 3024 file not found, 3044 path not found,
+// 3061 unknown name in a query, 3075 syntax, 3078 unknown table, 3010 table exists, 3112 no read permission,
+// 3126 bad name, 3265 no such field, 3343 not a database, 3421 type, 3020 update without edit …
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+#include "platform/dao/types.h"
+
+namespace qk::dao {
+
+class Engine;
+class Recordset;
+
+enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
+
+class Database {
+ public:
+  /// Opens in shared mode. 3024 when the file is missing, 3044 when its folder is, 3343 for another kind of file.
+  static std::unique_ptr<Database> open(const QString& path, bool readOnly = false);
+  /// Makes an empty file and opens it; 3204 when it exists.
+  static std::unique_ptr<Database> create(const QString& path);
+  ~Database();
+
+  const QString& path() const;
+
+  /// A query text, or the plain name of a table or stored query. Opening only prepares.
+  std::unique_ptr<Recordset> openRecordset(const QString& source, RecordsetType type = RecordsetType::Dynaset);
+  /// Runs an action query (UPDATE, DELETE, INSERT, SELECT … INTO [IN 'file']); the count of affected rows.
+  int execute(const QString& text);
+
+  QStringList tableNames() const;
+  QStringList queryNames() const;
+  bool hasTable(const QString& name) const;
+  TableDef tableDef(const QString& name) const;  ///< 3078 when missing
+  void createTable(const TableDef& table);       ///< 3010 when it exists
+  void dropTable(const QString& name);
+  void appendField(const QString& table, const FieldDef& field);  ///< 3191 when it exists
+  void appendIndex(const QString& table, const IndexDef& index);  ///< 3284 when it exists
+  /// A stored query; a column may be named "Schützen.Name" by its alias.
+  void createQuery(const QString& name, const QString& selectText);
+
+  /// Sees to it that the next AddNew on the table has its auto number without a write of its own.
+  void reserveNumbers(const QString& table);
+
+  /// Commits since opening, for benchmarks and tests.
+  qint64 commitCount() const;
+
+  Engine& engine() { return *engine_; }  ///< for platform/dao only
+
+ private:
+  explicit Database(std::unique_ptr<Engine> engine);
+  std::shared_ptr<Engine> engine_;
+};
+
+}  // namespace qk::dao

@@ -1,0 +1,41 @@
+// Binds the names of a tree to tables and columns and works out what kind of value each expression is.
+// Names fold as Unicode. Errors: 3078 unknown table or query, 3061 unknown column, 3079 ambiguous column.
+#pragma once
+
+#include "platform/dao/sql/tree.h"
+
+namespace qk::dao::sql {
+
+/// What the resolver asks of a store.
+class Catalog {
+ public:
+  virtual ~Catalog() = default;
+  /// Definition of a table or of a stored query's result; nullptr when there is none. Lives as long as the catalogue
+  /// is unchanged.
+  virtual const TableDef* find(const QString& name) const = 0;
+};
+
+void resolve(Statement& statement, const Catalog& catalog);
+void resolve(Select& select, const Catalog& catalog);
+/// A criterion, against the sources of a resolved select.
+void resolveCriterion(Expression& criterion, const Select& select, const Catalog& catalog);
+
+/// One column of a resolved select's result, with stars expanded.
+struct ResultColumn {
+  QString name;         ///< alias, or column name; "table.column" where two sources bring the same name
+  FieldDef type;        ///< the base column's definition, or one guessed from the expression's kind
+  int source = -1;      ///< position of the base table's source; -1 for a computed column
+  QString baseTable;    ///< stored spelling; empty for a computed column
+  QString baseColumn;
+};
+std::vector<ResultColumn> resultColumns(const Select& select, const Catalog& catalog);
+
+/// The table sources of a resolved select, depth first, the position being Column::source. A subselect has an
+/// empty table name.
+struct BoundSource {
+  QString table, alias;
+  bool outer = false;  ///< may be missing from a row (the optional side of an outer join)
+};
+std::vector<BoundSource> boundSources(const Select& select);
+
+}  // namespace qk::dao::sql

@@ -1,0 +1,29 @@
+// Tree to the engine's text. Literals travel as parameters, so that statements of one shape share one prepared
+// statement; the values stand in the order of the "?".
+#pragma once
+
+#include "platform/dao/sql/resolver.h"
+
+namespace qk::dao::sql {
+
+struct NativeQuery {
+  QString text;
+  QVariantList values;  ///< as the engine stores them
+};
+
+/// One per engine. Trees handed in are resolved.
+class Writer {
+ public:
+  virtual ~Writer() = default;
+  virtual NativeQuery statement(const Statement& statement) const = 0;
+  virtual NativeQuery select(const Select& select) const = 0;
+  virtual NativeQuery condition(const Expression& expression) const = 0;
+  virtual NativeQuery orderTerm(const OrderItem& item) const = 0;
+  virtual QString source(const Source& source, QVariantList& values) const = 0;
+  virtual QString identifier(const QString& name) const = 0;
+  /// A value in the form the engine stores it for a column of this type (date 0, -1/0, Money …), and back.
+  virtual QVariant toNative(const QVariant& value, FieldType type) const = 0;
+  virtual QVariant fromNative(const QVariant& native, FieldType type) const = 0;
+};
+
+}  // namespace qk::dao::sql

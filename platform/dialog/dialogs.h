@@ -1,0 +1,56 @@
+// The one door to message boxes, input boxes and choosers. No widget header here: logic asks through it.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "platform/runtime/retry.h"
+
+namespace qk {
+
+enum class BoxIcon { None, Information, Question, Exclamation, Critical };
+enum class BoxButtons { Ok, OkCancel, YesNo, RetryCancel, AbortRetryIgnore };
+enum class BoxAnswer { Ok, Cancel, Yes, No, Abort, Retry, Ignore };
+
+struct Box {
+  QString text;   ///< plain text, line breaks as told
+  QString title = "Hinweis";
+  BoxIcon icon = BoxIcon::None;
+  BoxButtons buttons = BoxButtons::Ok;
+  /// The button that Enter presses; without one the first, or the safe one where the box destroys something.
+  std::optional<BoxAnswer> preset = std::nullopt;
+};
+
+struct FontChoice {
+  QString font;    ///< "name;size;bold;italic;underline;strikethrough", flags "-1" or "0"
+  quint32 colour;  ///< blue-green-red order
+};
+
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  /// Closing a box by Esc answers Cancel, No or Abort where it has one, else Ok.
+  virtual BoxAnswer show(const Box& box) = 0;
+  /// Empty when cancelled.
+  virtual QString input(const QString& prompt, const QString& title = {}, const QString& preset = {}) = 0;
+  /// Each chooser gives the empty text when cancelled. Filters: "Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*".
+  virtual QString openFile(const QString& filter, const QString& start = {}) = 0;
+  virtual QString chooseFolder(const QString& prompt, const QString& start = {}) = 0;
+  virtual std::optional<FontChoice> chooseFont(const FontChoice& current) = 0;
+  /// The system's printer set-up.
+  virtual void printerSetup() = 0;
+
+  /// Convenience: a question with Yes and No, title "Hinweis"; true for Yes.
+  bool confirm(const QString& text, BoxIcon icon = BoxIcon::Question, std::optional<BoxAnswer> preset = {});
+  void note(const QString& text, BoxIcon icon = BoxIcon::None, const QString& title = "Hinweis");
+};
+
+/// The program-wide error report: exclamation box, abort/retry/ignore, title `sTitel` or "Fehler",
+/// "Fehler: " + number + " - " + description + LF + `sText`.
+ErrorAnswer FehlerAnzeigen(Dialogs& dialogs, const Error& error, const QString& sText, const QString& sTitel = {});
+
+/// The same as a report for reported(); `withWord` false leaves out "Fehler: " at the start.
+ErrorReport fehlerReport(Dialogs& dialogs, const QString& sText, const QString& sTitel = {}, bool withWord = true);
+
+}  // namespace qk

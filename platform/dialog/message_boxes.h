@@ -1,0 +1,23 @@
+// Dialogs as real windows: QMessageBox, QInputDialog, QFileDialog, all with plain text.
+#pragma once
+
+#include "platform/dialog/dialogs.h"
+
+class QWidget;
+
+namespace qk {
+
+class MessageBoxes : public Dialogs {
+ public:
+  BoxAnswer show(const Box& box) override;
+  QString input(const QString& prompt, const QString& title, const QString& preset) override;
+  QString openFile(const QString& filter, const QString& start) override;
+  QString chooseFolder(const QString& prompt, const QString& start) override;
+  std::optional<FontChoice> chooseFont(const FontChoice& current) override;
+  void printerSetup() override;
+
+ private:
+  static QWidget* parentWindow();  ///< the active modal window, else the active window
+};
+
+}  // namespace qk

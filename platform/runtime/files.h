@@ -1,0 +1,53 @@
+// The one door to files and folders. A test stands in this door: disk full, torn file, folder gone.
+//
+// Paths may use "/" or "\"; the last component is found whatever its case. A path of another platform
+// ("C:\…" here) is never made: looking there finds nothing, writing there is Error 76.
+// Errors: 53 file missing, 61 disk full, 70 permission denied, 75 access error, 76 folder missing.
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+namespace qk {
+
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  virtual QByteArray read(const QString& path);
+  /// Creates or truncates, writes, closes.
+  virtual void write(const QString& path, const QByteArray& content);
+  /// Opens at the end (made when missing), writes, closes.
+  virtual void append(const QString& path, const QByteArray& content);
+  virtual void remove(const QString& path);
+  virtual void copy(const QString& from, const QString& to);
+  /// Renames over an existing target, whole or not at all.
+  virtual void rename(const QString& from, const QString& to);
+  /// One folder level; no error if it exists.
+  virtual void makeFolder(const QString& path);
+
+  /// Directory look-up; never fails. Costs one look when the file is there under that name.
+  virtual bool exists(const QString& path);
+  virtual bool folderExists(const QString& path);
+  /// True if the name isn't blank and opening for reading works.
+  virtual bool readable(const QString& path);
+  /// Names (without folder) that match a wildcard pattern, whatever their case, sorted; empty when unreachable.
+  virtual QStringList list(const QString& folder, const QString& pattern);
+
+  /// The path as the file system spells it: separators of this platform, last component by its stored case.
+  QString resolve(const QString& path);
+
+ private:
+  struct Listing;
+  QHash<QString, std::shared_ptr<Listing>> listings_;  // by folder, trusted while its time stamp stands
+};
+
+/// True for "C:\…" or "\\server\…" where the platform's own paths begin otherwise.
+bool isForeignPath(const QString& path);
+/// Appends the platform's separator unless the path ends in "/" or "\".
+QString withTrailingSeparator(const QString& folder);
+
+}  // namespace qk

@@ -1,0 +1,44 @@
+// The per-user settings store: application, section, key -> text.
+//
+// One UTF-8 file: "[Application/Section]" lines, then "key=value", verbatim. It is shared with other programs
+// of the family: it is reread when it has changed, and a write merges into what stands there now, under a
+// lock, through a temporary file, so that no reader ever sees half of it.
+// Reading never fails: a missing value gives the default. A write that fails is Error 75.
+#pragma once
+
+#include <QDateTime>
+#include <QHash>
+#include <QString>
+#include <memory>
+
+namespace qk {
+
+class Settings {
+ public:
+  explicit Settings(QString filePath);
+  Settings(const Settings&) = delete;
+  Settings& operator=(const Settings&) = delete;
+
+  QString value(const QString& application, const QString& section, const QString& key,
+                const QString& missing = {}) const;
+  /// Prefix reading of the text, whole part; missing or unreadable gives `missing`.
+  int number(const QString& application, const QString& section, const QString& key, int missing = 0) const;
+  /// True for any non-zero number.
+  bool flag(const QString& application, const QString& section, const QString& key, bool missing = false) const;
+
+  void setValue(const QString& application, const QString& section, const QString& key, const QString& value);
+
+  const QString& filePath() const { return filePath_; }
+
+  /// QK_EINSTELLUNGEN, or the user's configuration folder.
+  static QString defaultFilePath();
+
+ private:
+  struct Content;
+  void refresh() const;
+
+  QString filePath_;
+  mutable std::shared_ptr<const Content> content_;
+};
+
+}  // namespace qk
