@@ -45,7 +45,7 @@ class Database {
   void dropTable(const QString& name);
   void appendField(const QString& table, const FieldDef& field);  ///< 3191 when it exists
   void appendIndex(const QString& table, const IndexDef& index);  ///< 3284 when it exists
-  /// A stored query; a column may be named "Schützen.Name" by its alias.
+  /// A stored query; a column may be named "Orte.Name" by its alias.
   void createQuery(const QString& name, const QString& selectText);
 
   /// Sees to it that the next AddNew on the table has its auto number without a write of its own.

@@ -34,7 +34,7 @@ class Dialogs {
   virtual BoxAnswer show(const Box& box) = 0;
   /// Empty when cancelled.
   virtual QString input(const QString& prompt, const QString& title = {}, const QString& preset = {}) = 0;
-  /// Each chooser gives the empty text when cancelled. Filters: "Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*".
+  /// Each chooser gives the empty text when cancelled. Filters: "Text (*.txt)|*.txt|Alle Dateien (*.*)|*.*".
   virtual QString openFile(const QString& filter, const QString& start = {}) = 0;
   virtual QString chooseFolder(const QString& prompt, const QString& start = {}) = 0;
   virtual std::optional<FontChoice> chooseFont(const FontChoice& current) = 0;

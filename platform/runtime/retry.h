@@ -1,7 +1,7 @@
 // Retry, ignore, abort: how a routine that reports its own failures runs its statements.
 //
 //   bool ok = reported(report, [&](Steps& step) {
-//     step([&] { rs = db.openRecordset("Select * from Haering_Daten"); });
+//     step([&] { rs = db.openRecordset("Select * from Orte"); });
 //     step([&] { rs->addNew(); });
 //   });
 //

@@ -27,7 +27,7 @@ struct Literal {
 };
 struct Column {
   QString table;   ///< as written, or empty; resolved: the name or alias of its source
-  QString name;    ///< resolved: in its stored spelling; a stored query's column may be "Schützen.Name"
+  QString name;    ///< resolved: in its stored spelling; a stored query's column may be "Orte.Name"
   int source = -1; ///< resolved: position of its source in the FROM clause of its Select, depth first
 };
 enum class UnaryOperator { Not, Minus };

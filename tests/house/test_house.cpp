@@ -1,0 +1,161 @@
+// The rules of the house that a machine can check: who may include whom, what platform/ may not know,
+// how long a file may grow, which words don't belong into a source.
+#include <QDirIterator>
+#include <QFile>
+#include <QMap>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTest>
+
+namespace {
+
+constexpr int kLongestFile = 600;
+
+// From the ground up. A file may include its own room and those before it.
+const QStringList kRooms = {
+    "platform/runtime", "platform/",         "app/ground/", "targetconfig/", "link/", "capture/",
+    "shooters/",        "link/linecontrol/", "app/",        "tools/",        "tests/"};
+// Rooms above app/ that only end in programs.
+const QStringList kRoofs = {"data/", "benchmarks/"};
+
+int rankOf(const QString& file) {
+  int best = -1, length = -1;
+  for (int i = 0; i < kRooms.size(); ++i)
+    if (file.startsWith(kRooms[i]) && kRooms[i].size() > length)
+      best = i, length = static_cast<int>(kRooms[i].size());
+  for (const QString& roof : kRoofs)
+    if (file.startsWith(roof)) best = static_cast<int>(kRooms.size()) - 2;
+  return best;
+}
+
+bool mayInclude(const QString& from, const QString& to) {
+  return rankOf(to) <= rankOf(from);
+}
+
+struct SourceFile {
+  QString text;
+  QStringList includes;  // of our own files, from the root
+};
+
+const QMap<QString, SourceFile>& sources() {
+  static const QMap<QString, SourceFile> all = [] {
+    QMap<QString, SourceFile> found;
+    const QDir root(QK_SOURCE_DIR);
+    static const QRegularExpression include("^\\s*#include \"([^\"]+)\"",
+                                            QRegularExpression::MultilineOption);
+    QDirIterator walk(root.path(), {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+      const QString path = root.relativeFilePath(walk.next());
+      if (path.startsWith("build/") || path.startsWith(".")) continue;
+      QFile file(root.filePath(path));
+      if (!file.open(QIODevice::ReadOnly)) continue;
+      SourceFile source{QString::fromUtf8(file.readAll()), {}};
+      for (auto match = include.globalMatch(source.text); match.hasNext();) {
+        const QString name = match.next().captured(1);
+        if (QFile::exists(root.filePath(name))) source.includes << name;
+      }
+      found.insert(path, source);
+    }
+    return found;
+  }();
+  return all;
+}
+
+QStringList matches(const QString& text, const QRegularExpression& words) {
+  QStringList found;
+  for (auto match = words.globalMatch(text); match.hasNext();) found << match.next().captured();
+  return found;
+}
+
+}  // namespace
+
+class TestHouse : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void sourcesAreFound() {
+    QVERIFY(sources().size() > 20);
+    QVERIFY(sources().contains("platform/runtime/error.h"));
+  }
+
+  void theRuleKnowsUpFromDown() {
+    QVERIFY(mayInclude("app/x.cpp", "link/a.h"));
+    QVERIFY(!mayInclude("platform/dao/a.cpp", "app/ground/b.h"));
+    QVERIFY(!mayInclude("link/a.cpp", "link/linecontrol/b.h"));
+    QVERIFY(!mayInclude("platform/runtime/a.h", "platform/dao/b.h"));
+    QVERIFY(!mayInclude("capture/a.h", "tests/support/b.h"));
+    QVERIFY(!mayInclude("app/ground/a.h", "app/b.h"));
+  }
+
+  void noIncludePointsUp() {
+    QStringList wrong;
+    for (auto it = sources().begin(); it != sources().end(); ++it)
+      for (const QString& target : it->includes)
+        if (!mayInclude(it.key(), target)) wrong << it.key() + " -> " + target;
+    QCOMPARE(wrong.join('\n'), QString());
+  }
+
+  void everyFileStandsInARoom() {
+    QStringList homeless;
+    for (auto it = sources().begin(); it != sources().end(); ++it)
+      if (rankOf(it.key()) < 0 && !it.key().startsWith("cmake/")) homeless << it.key();
+    QCOMPARE(homeless.join('\n'), QString());
+  }
+
+  void noIncludeCycle() {
+    QMap<QString, int> state;  // 1 on the way, 2 done
+    QStringList cycle;
+    const std::function<void(const QString&, QStringList)> visit = [&](const QString& file, QStringList way) {
+      if (state.value(file) == 2 || !cycle.isEmpty()) return;
+      way << file;
+      if (state.value(file) == 1) {
+        cycle = way;
+        return;
+      }
+      state[file] = 1;
+      for (const QString& target : sources().value(file).includes) visit(target, way);
+      state[file] = 2;
+    };
+    for (const QString& file : sources().keys()) visit(file, {});
+    QCOMPARE(cycle.join(" -> "), QString());
+  }
+
+  void thePlatformKnowsNothingOfTheDomain() {
+    static const QRegularExpression domain(
+        "sch(ü|ue)tze|schuss|sch(ü|ue)sse|wettkampf|linie|disziplin|teiler|scheibe|h(ae|ä)ring|intarso|"
+        "tarvex|"
+        "kasse|einlage|verein|shooter|competition|discipline",
+        QRegularExpression::CaseInsensitiveOption);
+    QStringList wrong;
+    for (auto it = sources().begin(); it != sources().end(); ++it)
+      if (it.key().startsWith("platform/"))
+        for (const QString& word : matches(it->text, domain)) wrong << it.key() + ": " + word;
+    QCOMPARE(wrong.join('\n'), QString());
+  }
+
+  void noFileOutgrowsAReader() {
+    QStringList wrong;
+    for (auto it = sources().begin(); it != sources().end(); ++it)
+      if (it->text.count('\n') > kLongestFile) wrong << it.key() + QString(": %1").arg(it->text.count('\n'));
+    QCOMPARE(wrong.join('\n'), QString());
+  }
+
+  void nothingIsLeftHalfDone() {
+    // In pieces, so that this file doesn't find itself.
+    static const QRegularExpression words(
+        "\\b(TO"
+        "DO|FIX"
+        "ME|XX"
+        "X|Q"
+        "SKIP|nicht imple"
+        "mentiert|not imple"
+        "mented)\\b");
+    QStringList wrong;
+    for (auto it = sources().begin(); it != sources().end(); ++it)
+      for (const QString& word : matches(it->text, words)) wrong << it.key() + ": " + word;
+    QCOMPARE(wrong.join('\n'), QString());
+  }
+};
+
+QTEST_APPLESS_MAIN(TestHouse)
+#include "test_house.moc"
