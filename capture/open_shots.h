@@ -1,0 +1,50 @@
+// The store of shots: table `Haering_Daten` holds every shot ever received, a line's collection holds its
+// open ones, neither booked nor discarded, in the order of the grid of shots.
+//
+// Each routine reports its own failures in a box (abort, retry, ignore) and answers false when the operator
+// gave up; no Error leaves one of them. Each written row is one commit.
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "link/haeringschuss.h"
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
+#include "platform/grid/text_table.h"
+#include "platform/runtime/collection.h"
+#include "platform/workplace.h"
+
+namespace qk {
+
+using ShotCollection = KeyedCollection<HaeringSchuss>;
+
+/// Fills the shot from the row the recordset stands on; the parts of the ring value are worked out anew.
+bool LadeHaeringSchuss(const Workplace& workplace, const dao::Recordset& rs, HaeringSchuss& schuss);
+
+/// Appends a row, open, and puts its ID into the shot.
+bool SpeichereHaeringSchuss(const Workplace& workplace, dao::Database& db, HaeringSchuss& schuss);
+
+/// Writes the shot's start number into its row. Errors pass to the caller.
+void UpdateHaeringStartnummer(dao::Database& db, const HaeringSchuss& schuss);
+
+/// Marks the row discarded, now; nothing when there is no such row. Collection and grid stay.
+bool VerwerfeHaeringSchuss(const Workplace& workplace, dao::Database& db, const HaeringSchuss& schuss);
+
+/// Marks every ticked open shot booked, now, and takes it out of grid and collection.
+bool VerbucheHaeringSchuss(const Workplace& workplace, dao::Database& db, ShotCollection& shots,
+                           TextTable& flex);
+
+/// The three queries of a restart. Counts and texts are 0 and empty when the routine was aborted.
+std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database& db, std::int16_t nLinie);
+QString StartnummerOffeneSchuesse(const Workplace& workplace, dao::Database& db, std::int16_t nLinie);
+/// Hands each open shot of the line to `take`, by the texts of date and time.
+bool LadeOffeneSchuesse(const Workplace& workplace, dao::Database& db, std::int16_t nLinie,
+                        const std::function<void(std::shared_ptr<HaeringSchuss>)>& take);
+
+/// True when no shot of the collection has that `Key` now. The objects are asked, not the keys they were
+/// added under: a shot that was overwritten since counts as what it is.
+bool WennHaeringKeyNichtVorhanden(const ShotCollection& shots, const QString& sKey);
+
+}  // namespace qk

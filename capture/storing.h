@@ -1,0 +1,29 @@
+// Pending results become rows of `Schuss` and `SchussSerien`, the ticked shots a picture in `Grafik_Scheibe`
+// and `Grafik_Schuss`. Nothing runs in a transaction: a failure halfway leaves the rows written so far, and
+// storing twice gives two rows.
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "capture/open_shots.h"
+#include "capture/transfer.h"
+#include "platform/dao/database.h"
+#include "platform/workplace.h"
+
+namespace qk {
+
+/// Appends the pending results. False when there are none (a box says so) or the operator aborted.
+bool SpeichereErgebnisse(const Workplace& workplace, dao::Database& db, const PendingResults& pending);
+
+/// Who stands on the picture, as the line's labels show it.
+struct PictureCaption {
+  QString sStartnummer, sName, sVerein;
+};
+
+/// Writes one target picture of the shots ticked at this moment.
+bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database& db, const PictureCaption& caption,
+                                const ShotCollection& shots);
+
+}  // namespace qk
