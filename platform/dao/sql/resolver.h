@@ -10,8 +10,8 @@ namespace qk::dao::sql {
 class Catalog {
  public:
   virtual ~Catalog() = default;
-  /// Definition of a table or of a stored query's result; nullptr when there is none. Lives as long as the catalogue
-  /// is unchanged.
+  /// Definition of a table or of a stored query's result; nullptr when there is none. Lives as long as the
+  /// catalogue is unchanged.
   virtual const TableDef* find(const QString& name) const = 0;
 };
 
@@ -22,10 +22,10 @@ void resolveCriterion(Expression& criterion, const Select& select, const Catalog
 
 /// One column of a resolved select's result, with stars expanded.
 struct ResultColumn {
-  QString name;         ///< alias, or column name; "table.column" where two sources bring the same name
-  FieldDef type;        ///< the base column's definition, or one guessed from the expression's kind
-  int source = -1;      ///< position of the base table's source; -1 for a computed column
-  QString baseTable;    ///< stored spelling; empty for a computed column
+  QString name;       ///< alias, or column name; "table.column" where two sources bring the same name
+  FieldDef type;      ///< the base column's definition, or one guessed from the expression's kind
+  int source = -1;    ///< position of the base table's source; -1 for a computed column
+  QString baseTable;  ///< stored spelling; empty for a computed column
   QString baseColumn;
 };
 std::vector<ResultColumn> resultColumns(const Select& select, const Catalog& catalog);

@@ -26,17 +26,33 @@ struct Literal {
   QVariant value;  ///< qlonglong, double, QString, QDateTime, bool; invalid for Null
 };
 struct Column {
-  QString table;   ///< as written, or empty; resolved: the name or alias of its source
-  QString name;    ///< resolved: in its stored spelling; a stored query's column may be "Orte.Name"
-  int source = -1; ///< resolved: position of its source in the FROM clause of its Select, depth first
+  QString table;    ///< as written, or empty; resolved: the name or alias of its source
+  QString name;     ///< resolved: in its stored spelling; a stored query's column may be "Orte.Name"
+  int source = -1;  ///< resolved: position of its source in the FROM clause of its Select, depth first
 };
 enum class UnaryOperator { Not, Minus };
 struct Unary {
   UnaryOperator op;
   ExpressionPtr operand;
 };
-enum class BinaryOperator { Or, And, Equal, NotEqual, Less, LessEqual, Greater, GreaterEqual, Like, Add, Subtract,
-                            Concat, Multiply, Divide, IntegerDivide, Modulo };
+enum class BinaryOperator {
+  Or,
+  And,
+  Equal,
+  NotEqual,
+  Less,
+  LessEqual,
+  Greater,
+  GreaterEqual,
+  Like,
+  Add,
+  Subtract,
+  Concat,
+  Multiply,
+  Divide,
+  IntegerDivide,
+  Modulo
+};
 struct Binary {
   BinaryOperator op;
   ExpressionPtr left, right;
@@ -101,8 +117,8 @@ struct Select {
   bool distinct = false;
   std::optional<int> top;
   std::vector<SelectItem> items;
-  QString into, intoFile;        ///< SELECT … INTO t IN 'file'
-  std::vector<SourcePtr> from;   ///< comma separated
+  QString into, intoFile;       ///< SELECT … INTO t IN 'file'
+  std::vector<SourcePtr> from;  ///< comma separated
   ExpressionPtr where;
   std::vector<ExpressionPtr> groupBy;
   ExpressionPtr having;

@@ -1,5 +1,5 @@
-// Tree to the engine's text. Literals travel as parameters, so that statements of one shape share one prepared
-// statement; the values stand in the order of the "?".
+// Tree to the engine's text. Literals travel as parameters, so that statements of one shape share one
+// prepared statement; the values stand in the order of the "?".
 #pragma once
 
 #include "platform/dao/sql/resolver.h"
