@@ -1,4 +1,8 @@
 // The grid of text cells on the screen: a view on a TextTable, all by keyboard.
+//
+// The row is what the operator chooses. Arrows, Home and End walk the rows; blank ticks the current row; F2
+// or Enter edits, and so does typing a number: in the current cell, else in the row's first editable one. Tab
+// leaves the grid. Told widths and heights (twips) are meant for the house's font and grow with a larger one.
 #pragma once
 
 #include <QTableView>
@@ -7,37 +11,64 @@
 
 namespace qk {
 
+class TickDelegate;
+
 class TextGrid : public QTableView {
   Q_OBJECT
 
  public:
   explicit TextGrid(QWidget* parent = nullptr);
 
-  /// Its own table, until another is set. Not owned when set from outside.
+  /// Its own table, until another is set. One set from outside isn't owned and must outlive the grid.
   TextTable* table() const { return table_; }
   void setTable(TextTable* table);
 
   int currentRow() const;  ///< counted with the header; 0 when there is none
+  /// 0 takes the current row away; Error 9 outside.
   void setCurrentRow(int row);
   void showRow(int row);
   /// What an empty grid says in its middle.
   void setEmptyText(const QString& text);
+  /// The column that takes the room that is left; -1 for none.
+  void setStretchColumn(int column);
 
  Q_SIGNALS:
-  void clickedAt(int row, int column);        ///< rows counted with the header
-  void doubleClickedAt(int row, int column);
-  void contextMenuAt(const QPoint& globalPosition);
+  void clickedAt(int row, int column);        ///< left button; rows counted with the header
+  void doubleClickedAt(int row, int column);  ///< where it is connected, the second click doesn't tick back
+  void contextMenuAt(const QPoint& globalPosition);  ///< the row under the pointer is current by then
   void afterEdit(int row, int column);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;  ///< blank ticks, Enter edits, menu key opens the popup
+  void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void connectNotify(const QMetaMethod& signal) override;
+  void disconnectNotify(const QMetaMethod& signal) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
   void applySizes();
+  void scheduleSizes();
+  void applyColumnWidths();
+  void applyRowHeights();
+  int rowHeightOf(int row) const;
+  int pixels(int twips, int logicalDpi) const;
+  int firstVisibleColumn() const;
+  void askForPopup();
+  bool tickCurrentRow();
+  bool editCurrentRow(QKeyEvent* event, EditTrigger trigger);
+  void followDoubleClicks();
+
   TextTable* table_ = nullptr;
+  TickDelegate* delegate_ = nullptr;
   QString emptyText_;
+  int stretchColumn_ = -1;
+  bool sizesScheduled_ = false;
+  bool hasOwnHeights_ = false;
 };
 
 }  // namespace qk

@@ -1,12 +1,14 @@
 // The data of a grid of text cells, without a window: what the logic of a view works on.
 //
-// Row 0 is the fixed header; data rows begin at 1. Every cell is text. A row carries a hidden text (row data).
-// Asking for a cell outside is Error 9.
+// Row 0 is the fixed header; data rows begin at 1. Every cell is text. A row carries a hidden text (row
+// data). Asking for a cell, row or column outside, or taking the header row away, is Error 9. Adding a row
+// costs amortised constant time.
 #pragma once
 
 #include <QAbstractTableModel>
 #include <QBrush>
 #include <QFont>
+#include <QHash>
 #include <QString>
 #include <QVector>
 #include <optional>
@@ -19,7 +21,7 @@ class TextTable : public QAbstractTableModel {
  public:
   explicit TextTable(int columns = 0, QObject* parent = nullptr);
 
-  int rows() const;     ///< with the header row: at least 1
+  int rows() const;  ///< with the header row: at least 1
   int columns() const;
   void setRows(int count);     ///< with the header row; new cells are empty
   void setColumns(int count);  ///< keeps what fits
@@ -31,6 +33,7 @@ class TextTable : public QAbstractTableModel {
   QString rowData(int row) const;
   void setRowData(int row, const QString& data);
   int findRow(const QString& rowData) const;  ///< first data row with that row data, or -1
+  /// Empties the texts of that cell and of all to its right and below.
   void clearCells(int firstRow, int firstColumn);
 
   /// Widths and heights as told, in twips (1/1440 inch); 0 hides; -1 is the grid's own choice.
@@ -39,18 +42,26 @@ class TextTable : public QAbstractTableModel {
   int rowHeight(int row) const;
   void setRowHeight(int row, int twips);
 
-  /// Columns of ticks show a check box for "-1" or "1" against anything else.
+  /// Columns of ticks show a check box, ticked for "-1" or "1", unticked for anything else, the empty text
+  /// too.
   bool isTickColumn(int column) const;
-  void setTickColumn(int column, const QString& tickedText);  ///< the text a tick writes; its absence writes "0"
+  /// The text a tick writes; its absence writes "0". The operator may tick, until setEditable(column, false).
+  void setTickColumn(int column, const QString& tickedText);
+  bool isTicked(int row, int column) const;
+  /// What the operator may change; columns refuse until told otherwise.
   bool isEditable(int column) const;
   void setEditable(int column, bool editable);
+  bool isRightAligned(int column) const;
   void setRightAligned(int column, bool right);
 
   struct CellLook {
     std::optional<QFont> font;
     std::optional<QColor> fore, back;
   };
+  CellLook cellLook(int row, int column) const;
   void setCellLook(int row, int column, const CellLook& look);
+  /// Rows that ask for a height of their own, by told height or by a cell's font: few, as a rule.
+  QVector<int> rowsWithOwnHeight() const;
 
   // QAbstractTableModel: data rows only; header row 0 is the horizontal header.
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -61,7 +72,7 @@ class TextTable : public QAbstractTableModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  Q_SIGNALS:
-  void sizesChanged();
+  void sizesChanged();  ///< widths, heights or fonts
   /// After the operator (not setText) changed a cell, in rows counted with the header.
   void edited(int row, int column);
 
@@ -81,6 +92,8 @@ class TextTable : public QAbstractTableModel {
   Row& rowAt(int row);
   const Row& rowAt(int row) const;
   void checkColumn(int column) const;
+  bool isOn(int row, int column) const;
+  void cellChanged(int row, int column, const QList<int>& roles = {});
 
   QVector<Row> rows_;
   QVector<ColumnTraits> columns_;

@@ -1,0 +1,316 @@
+#include "platform/grid/text_grid.h"
+
+#include <QContextMenuEvent>
+#include <QFontInfo>
+#include <QHeaderView>
+#include <QMetaMethod>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTimer>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/grid/tick_delegate.h"
+#include "platform/runtime/error.h"
+
+namespace qk {
+
+namespace {
+
+constexpr double kTwipsPerInch = 1440.0;
+// Told widths were measured with a font of this size.
+constexpr double kToldPointSize = 9.0;
+// A column of the grid's own choice is never narrower than this many characters.
+constexpr int kLeastCharacters = 4;
+
+bool startsNumber(const QString& text) {
+  return text.size() == 1 && (text.at(0).isDigit() || text.at(0) == QChar('-'));
+}
+
+}  // namespace
+
+TextGrid::TextGrid(QWidget* parent) : QTableView(parent), delegate_(new TickDelegate(this)) {
+  setItemDelegate(delegate_);
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(SingleSelection);
+  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+  setTabKeyNavigation(false);
+  setCornerButtonEnabled(false);
+  setWordWrap(false);
+  setAlternatingRowColors(true);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  // Widths look at the rows in sight only, so that they cost the same on a long table.
+  horizontalHeader()->setResizeContentsPrecision(0);
+  horizontalHeader()->setMinimumSectionSize(1);
+  verticalHeader()->setMinimumSectionSize(1);
+  horizontalHeader()->setHighlightSections(false);
+  connect(this, &QTableView::clicked, this,
+          [this](const QModelIndex& index) { Q_EMIT clickedAt(index.row() + 1, index.column()); });
+  connect(this, &QTableView::doubleClicked, this,
+          [this](const QModelIndex& index) { Q_EMIT doubleClickedAt(index.row() + 1, index.column()); });
+  setTable(new TextTable(0, this));
+}
+
+void TextGrid::setTable(TextTable* table) {
+  if (table == table_) return;
+  TextTable* former = table_;
+  if (former) disconnect(former, nullptr, this, nullptr);
+  table_ = table;
+  setModel(table);
+  if (former && former->parent() == this) delete former;
+  connect(table, &TextTable::edited, this, &TextGrid::afterEdit);
+  connect(table, &TextTable::sizesChanged, this, &TextGrid::scheduleSizes);
+  connect(table, &TextTable::headerDataChanged, this, &TextGrid::scheduleSizes);
+  connect(table, &TextTable::columnsInserted, this, &TextGrid::scheduleSizes);
+  connect(table, &TextTable::rowsInserted, this, [this](const QModelIndex&, int first) {
+    // The first rows decide the widths of the grid's own choice; later ones only widen when something else
+    // asks.
+    if (first == 0) scheduleSizes();
+    viewport()->update();
+  });
+  connect(table, &TextTable::rowsRemoved, this, [this] {
+    if (hasOwnHeights_) scheduleSizes();
+    viewport()->update();
+  });
+  hasOwnHeights_ = false;
+  scheduleSizes();
+}
+
+int TextGrid::currentRow() const {
+  return currentIndex().row() + 1;
+}
+
+void TextGrid::setCurrentRow(int row) {
+  if (row < 0 || row >= table_->rows()) throw Error(9);
+  if (row == 0) {
+    setCurrentIndex({});
+    clearSelection();
+    return;
+  }
+  const int former = currentIndex().column();
+  const int column = former >= 0 && !isColumnHidden(former) ? former : firstVisibleColumn();
+  setCurrentIndex(table_->index(row - 1, column));
+}
+
+void TextGrid::showRow(int row) {
+  if (row < 0 || row >= table_->rows()) throw Error(9);
+  if (row > 0) scrollTo(table_->index(row - 1, firstVisibleColumn()));
+}
+
+void TextGrid::setEmptyText(const QString& text) {
+  emptyText_ = text;
+  viewport()->update();
+}
+
+void TextGrid::setStretchColumn(int column) {
+  stretchColumn_ = column;
+  scheduleSizes();
+}
+
+void TextGrid::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (table_->rows() > 1 || emptyText_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  const int margin = fontMetrics().height();
+  painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                   Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+void TextGrid::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    askForPopup();
+    return;
+  }
+  const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+  if (state() != EditingState && plain) {
+    switch (event->key()) {
+      case Qt::Key_Space:
+      case Qt::Key_Select:
+        if (tickCurrentRow()) return;
+        break;
+      case Qt::Key_F2:
+      case Qt::Key_Return:
+      case Qt::Key_Enter:
+        if (editCurrentRow(nullptr, EditKeyPressed)) return;
+        break;
+      default:
+        if (startsNumber(event->text()) && editCurrentRow(event, AnyKeyPressed)) return;
+        break;
+    }
+  }
+  QTableView::keyPressEvent(event);
+}
+
+void TextGrid::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    askForPopup();
+    return;
+  }
+  const QModelIndex under = indexAt(viewport()->mapFromGlobal(event->globalPos()));
+  if (under.isValid()) setCurrentIndex(under);
+  Q_EMIT contextMenuAt(event->globalPos());
+}
+
+void TextGrid::askForPopup() {
+  const QRect cell = currentIndex().isValid() ? visualRect(currentIndex()) : QRect();
+  const QPoint place = cell.isValid() ? cell.center() : viewport()->rect().center();
+  Q_EMIT contextMenuAt(viewport()->mapToGlobal(place));
+}
+
+void TextGrid::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  // The base class makes a row current without marking it: the keys would act on a row that nobody sees.
+  if (event->reason() == Qt::MouseFocusReason || selectionModel()->hasSelection()) return;
+  const QModelIndex row = currentIndex().isValid() ? currentIndex() : moveCursor(MoveHome, Qt::NoModifier);
+  if (row.isValid()) setCurrentRow(row.row() + 1);
+}
+
+void TextGrid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) scheduleSizes();
+}
+
+void TextGrid::showEvent(QShowEvent* event) {
+  applySizes();
+  QTableView::showEvent(event);
+}
+
+void TextGrid::connectNotify(const QMetaMethod& signal) {
+  QTableView::connectNotify(signal);
+  followDoubleClicks();
+}
+
+void TextGrid::disconnectNotify(const QMetaMethod& signal) {
+  QTableView::disconnectNotify(signal);
+  followDoubleClicks();
+}
+
+void TextGrid::followDoubleClicks() {
+  if (!delegate_) return;
+  delegate_->setTicksOnDoubleClick(!isSignalConnected(QMetaMethod::fromSignal(&TextGrid::doubleClickedAt)));
+}
+
+QModelIndex TextGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  const int count = table_->rowCount();
+  if (count > 0 && (action == MoveHome || action == MoveEnd)) {
+    const int step = action == MoveHome ? 1 : -1;
+    int row = action == MoveHome ? 0 : count - 1;
+    while (row >= 0 && row < count && isRowHidden(row)) row += step;
+    if (row < 0 || row >= count) return currentIndex();
+    const int column = currentIndex().isValid() ? currentIndex().column() : firstVisibleColumn();
+    return table_->index(row, column);
+  }
+  return QTableView::moveCursor(action, modifiers);
+}
+
+void TextGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  const bool forward = hint == QAbstractItemDelegate::EditNextItem;
+  const bool back = hint == QAbstractItemDelegate::EditPreviousItem;
+  QTableView::closeEditor(editor, forward || back ? QAbstractItemDelegate::NoHint : hint);
+  if (forward || back) focusNextPrevChild(forward);
+}
+
+int TextGrid::firstVisibleColumn() const {
+  for (int column = 0; column < table_->columns(); ++column)
+    if (!isColumnHidden(column)) return column;
+  return 0;
+}
+
+bool TextGrid::tickCurrentRow() {
+  const int row = currentIndex().row();
+  if (row < 0) return false;
+  for (int column = 0; column < table_->columns(); ++column)
+    if (table_->isTickColumn(column) && !isColumnHidden(column))
+      return toggleTick(table_, table_->index(row, column));
+  return false;
+}
+
+bool TextGrid::editCurrentRow(QKeyEvent* event, EditTrigger trigger) {
+  if (!currentIndex().isValid()) return false;
+  const auto editable = [this](int column) {
+    return !isColumnHidden(column) && table_->isEditable(column) && !table_->isTickColumn(column);
+  };
+  int column = currentIndex().column();
+  if (!editable(column)) {
+    column = 0;
+    while (column < table_->columns() && !editable(column)) ++column;
+    if (column == table_->columns()) return false;
+  }
+  const QModelIndex cell = table_->index(currentIndex().row(), column);
+  setCurrentIndex(cell);
+  return edit(cell, trigger, event);
+}
+
+void TextGrid::scheduleSizes() {
+  if (sizesScheduled_) return;
+  sizesScheduled_ = true;
+  QTimer::singleShot(0, this, [this] {
+    if (sizesScheduled_) applySizes();
+  });
+}
+
+void TextGrid::applySizes() {
+  sizesScheduled_ = false;
+  applyRowHeights();
+  applyColumnWidths();
+}
+
+int TextGrid::pixels(int twips, int logicalDpi) const {
+  const double growth = std::max(1.0, QFontInfo(font()).pointSizeF() / kToldPointSize);
+  return std::max(1, int(std::lround(twips * logicalDpi / kTwipsPerInch * growth)));
+}
+
+void TextGrid::applyColumnWidths() {
+  const int least = fontMetrics().averageCharWidth() * kLeastCharacters;
+  for (int column = 0; column < table_->columns(); ++column) {
+    const int told = table_->columnWidth(column);
+    setColumnHidden(column, told == 0);
+    if (told == 0) continue;
+    const bool stretched = column == stretchColumn_;
+    horizontalHeader()->setSectionResizeMode(column,
+                                             stretched ? QHeaderView::Stretch : QHeaderView::Interactive);
+    if (stretched) continue;
+    if (told > 0) {
+      setColumnWidth(column, pixels(told, logicalDpiX()));
+    } else {
+      const int wanted = std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
+      setColumnWidth(column, std::max(least, wanted));
+    }
+  }
+}
+
+void TextGrid::applyRowHeights() {
+  QStyleOptionViewItem option;
+  initViewItemOption(&option);
+  const int usual = fontMetrics().height() + fontMetrics().height() / 3;
+  if (verticalHeader()->defaultSectionSize() != usual) verticalHeader()->setDefaultSectionSize(usual);
+  const QVector<int> own = table_->rowsWithOwnHeight();
+  if (hasOwnHeights_) {
+    for (int row = 1; row < table_->rows(); ++row) {
+      if (isRowHidden(row - 1)) setRowHidden(row - 1, false);
+      setRowHeight(row - 1, usual);
+    }
+  }
+  hasOwnHeights_ = !own.isEmpty();
+  for (const int row : own) {
+    const int height = rowHeightOf(row);
+    setRowHidden(row - 1, height == 0);
+    if (height > 0) setRowHeight(row - 1, height);
+  }
+}
+
+int TextGrid::rowHeightOf(int row) const {
+  const int told = table_->rowHeight(row);
+  if (told >= 0) return told == 0 ? 0 : pixels(told, logicalDpiY());
+  int height = fontMetrics().height();
+  for (int column = 0; column < table_->columns(); ++column)
+    if (const auto font = table_->cellLook(row, column).font)
+      height = std::max(height, QFontMetrics(*font, viewport()).height());
+  return height + height / 3;
+}
+
+}  // namespace qk

@@ -1,0 +1,90 @@
+#include "platform/grid/tick_delegate.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+
+namespace qk {
+
+namespace {
+
+bool isTickCell(const QModelIndex& index) {
+  return index.data(Qt::CheckStateRole).isValid();
+}
+
+QStyle* styleOf(const QStyleOptionViewItem& option) {
+  return option.widget ? option.widget->style() : QApplication::style();
+}
+
+}  // namespace
+
+bool toggleTick(QAbstractItemModel* model, const QModelIndex& index) {
+  if (!model->flags(index).testFlag(Qt::ItemIsUserCheckable)) return false;
+  const bool ticked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  return model->setData(index, ticked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}
+
+void TickDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  // A row is what is chosen here; a frame around one of its cells would only disturb.
+  option->state.setFlag(QStyle::State_HasFocus, option->state.testFlag(QStyle::State_HasFocus) &&
+                                                    index.flags().testFlag(Qt::ItemIsEditable));
+}
+
+void TickDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  if (!isTickCell(index)) {
+    QStyledItemDelegate::paint(painter, option, index);
+    return;
+  }
+  QStyleOptionViewItem cell = option;
+  initStyleOption(&cell, index);
+  const bool ticked = cell.checkState == Qt::Checked;
+  cell.features.setFlag(QStyleOptionViewItem::HasCheckIndicator, false);
+  QStyle* style = styleOf(cell);
+  style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+
+  const QSize size(style->pixelMetric(QStyle::PM_IndicatorWidth, &cell, cell.widget),
+                   style->pixelMetric(QStyle::PM_IndicatorHeight, &cell, cell.widget));
+  QStyleOptionViewItem box = cell;
+  box.rect = QStyle::alignedRect(cell.direction, Qt::AlignCenter, size, option.rect);
+  box.state.setFlag(QStyle::State_HasFocus, false);
+  box.state.setFlag(ticked ? QStyle::State_On : QStyle::State_Off);
+  style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, cell.widget);
+}
+
+QSize TickDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  QSize size = QStyledItemDelegate::sizeHint(option, index);
+  if (isTickCell(index)) {
+    QStyle* style = styleOf(option);
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
+    size.setWidth(style->pixelMetric(QStyle::PM_IndicatorWidth, &option, option.widget) + 4 * margin);
+  }
+  return size;
+}
+
+bool TickDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                               const QModelIndex& index) {
+  if (!isTickCell(index)) return QStyledItemDelegate::editorEvent(event, model, option, index);
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+      secondClick_ = false;
+      return false;
+    case QEvent::MouseButtonDblClick:
+      // Whether its release still comes here depends on the view: the second click acts now, or not at all.
+      secondClick_ = true;
+      break;
+    case QEvent::MouseButtonRelease:
+      if (std::exchange(secondClick_, false)) return false;
+      break;
+    default:
+      return false;
+  }
+  const auto* mouse = static_cast<QMouseEvent*>(event);
+  if (mouse->button() != Qt::LeftButton || !option.rect.contains(mouse->position().toPoint())) return false;
+  if (secondClick_ && !ticksOnDoubleClick_) return false;
+  return toggleTick(model, index);
+}
+
+}  // namespace qk
