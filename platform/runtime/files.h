@@ -34,7 +34,8 @@ class Files {
   virtual bool folderExists(const QString& path);
   /// True if the name isn't blank and opening for reading works.
   virtual bool readable(const QString& path);
-  /// Names (without folder) that match a wildcard pattern, whatever their case, sorted; empty when unreachable.
+  /// Names (without folder) that match a wildcard pattern, whatever their case, sorted; empty when
+  /// unreachable.
   virtual QStringList list(const QString& folder, const QString& pattern);
 
   /// The path as the file system spells it: separators of this platform, last component by its stored case.
@@ -42,6 +43,8 @@ class Files {
 
  private:
   struct Listing;
+  /// The same path with its last component as the folder spells it; empty when nothing of that name is there.
+  QString otherSpelling(const QString& path);
   QHash<QString, std::shared_ptr<Listing>> listings_;  // by folder, trusted while its time stamp stands
 };
 

@@ -27,8 +27,14 @@ class Money {
   friend constexpr Money operator+(Money a, Money b) { return Money(a.units_ + b.units_); }
   friend constexpr Money operator-(Money a, Money b) { return Money(a.units_ - b.units_); }
   constexpr Money operator-() const { return Money(-units_); }
-  constexpr Money& operator+=(Money b) { units_ += b.units_; return *this; }
-  constexpr Money& operator-=(Money b) { units_ -= b.units_; return *this; }
+  constexpr Money& operator+=(Money b) {
+    units_ += b.units_;
+    return *this;
+  }
+  constexpr Money& operator-=(Money b) {
+    units_ -= b.units_;
+    return *this;
+  }
   friend constexpr auto operator<=>(Money, Money) = default;
 
  private:

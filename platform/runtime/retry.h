@@ -32,9 +32,12 @@ class Steps {
         return true;
       } catch (const Error& error) {
         switch (report_(error)) {
-          case ErrorAnswer::Retry: continue;
-          case ErrorAnswer::Ignore: return false;
-          case ErrorAnswer::Abort: throw Aborted{};
+          case ErrorAnswer::Retry:
+            continue;
+          case ErrorAnswer::Ignore:
+            return false;
+          case ErrorAnswer::Abort:
+            throw Aborted{};
         }
       }
     }

@@ -1,0 +1,28 @@
+#include "platform/runtime/clock.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QRandomGenerator>
+#include <QTimer>
+
+namespace qk {
+
+QDateTime SystemClock::now() const {
+  return QDateTime::currentDateTime();
+}
+
+double SystemRandom::next() {
+  return QRandomGenerator::global()->generateDouble();
+}
+
+void EventLoopWaits::sleep(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(std::max(milliseconds, 0), Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+void EventLoopWaits::runMessageLoop() {
+  QCoreApplication::processEvents();
+}
+
+}  // namespace qk

@@ -1,0 +1,239 @@
+#include "platform/runtime/files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/runtime/error.h"
+
+namespace qk {
+
+namespace {
+
+#ifdef Q_OS_WIN
+constexpr bool kNamesIgnoreCase = true;
+#else
+constexpr bool kNamesIgnoreCase = false;
+#endif
+
+/// A folder's time stamp counts ticks; a younger one may still hide a change within the same tick.
+constexpr std::chrono::seconds kSettled{1};
+
+QString parentOf(const QString& path) {
+  const qsizetype cut = path.lastIndexOf(u'/');
+  return cut < 0 ? "." : cut == 0 ? "/" : path.left(cut);
+}
+
+QString nameOf(const QString& path) {
+  return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+/// Separators of the toolkit; trailing ones go, for the last component is what counts.
+QString plainPath(const QString& path) {
+  QString plain = path;
+  plain.replace(u'\\', u'/');
+  while (plain.size() > 1 && plain.endsWith(u'/')) plain.chop(1);
+  return plain;
+}
+
+std::filesystem::path nativePath(const QString& path) {
+  return std::filesystem::path(path.toStdU16String());
+}
+
+enum class Kind { Nothing, File, Folder };
+
+/// One look at the file system, no more.
+Kind kindOf(const QString& path) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(nativePath(path), error);
+  if (!std::filesystem::exists(status)) return Kind::Nothing;
+  return std::filesystem::is_directory(status) ? Kind::Folder : Kind::File;
+}
+
+bool isFolder(const QString& path) {
+  return kindOf(path) == Kind::Folder;
+}
+
+[[noreturn]] void fail(const QString& path, QFileDevice::FileError error, bool writing) {
+  if (error == QFileDevice::PermissionsError) throw Error(70);
+  if (error == QFileDevice::ResourceError) throw Error(writing ? 61 : 7);
+  if (!isFolder(parentOf(path))) throw Error(76);
+  if (!writing && kindOf(path) == Kind::Nothing) throw Error(53);
+  throw Error(75);
+}
+
+void store(const QString& path, const QByteArray& content, QIODevice::OpenMode mode) {
+  QFile file(path);
+  // Unbuffered: a full disk shows at the write that meets it, not silently when the file closes.
+  if (!file.open(mode | QIODevice::Unbuffered)) fail(path, file.error(), true);
+  if (file.write(content) != content.size()) fail(path, file.error(), true);
+  file.close();
+  if (file.error() != QFileDevice::NoError) fail(path, file.error(), true);
+}
+
+void refuseForeign(const QString& path) {
+  if (isForeignPath(path)) throw Error(76);
+}
+
+QRegularExpression wildcard(const QString& pattern) {
+  QString expression;
+  // "*.*" has always meant every file, also one without a dot.
+  for (const QChar c : pattern == "*.*" ? QString("*") : pattern)
+    expression += c == u'*' ? QString(".*") : c == u'?' ? QString(".") : QRegularExpression::escape(c);
+  return QRegularExpression(
+      QRegularExpression::anchoredPattern(expression),
+      QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+}
+
+}  // namespace
+
+/// The names of one folder, by their case-folded form.
+struct Files::Listing {
+  std::filesystem::file_time_type stamp;  ///< the folder's
+  bool settled = false;                   ///< the stamp was old enough when the names were read
+  QHash<QString, QString> names;
+};
+
+QString Files::otherSpelling(const QString& path) {
+  if (kNamesIgnoreCase) return {};
+  const QString folder = parentOf(path);
+  std::error_code error;
+  const auto stamp = std::filesystem::last_write_time(nativePath(folder), error);
+  if (error) return {};
+
+  std::shared_ptr<Listing>& listing = listings_[folder];
+  if (!listing) listing = std::make_shared<Listing>();
+  if (!listing->settled || listing->stamp != stamp) {
+    listing->stamp = stamp;
+    listing->settled = stamp + kSettled < std::filesystem::file_time_type::clock::now();
+    listing->names.clear();
+    const QStringList names = QDir(folder).entryList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QString& name : names) listing->names.insert(name.toCaseFolded(), name);
+  }
+  const auto found = listing->names.constFind(nameOf(path).toCaseFolded());
+  if (found == listing->names.constEnd()) return {};
+  return path.left(path.lastIndexOf(u'/') + 1) + *found;
+}
+
+QString Files::resolve(const QString& path) {
+  if (path.isEmpty() || isForeignPath(path)) return path;
+  const QString plain = plainPath(path);
+  if (kNamesIgnoreCase || kindOf(plain) != Kind::Nothing) return plain;
+  const QString other = otherSpelling(plain);
+  return other.isEmpty() ? plain : other;
+}
+
+QByteArray Files::read(const QString& path) {
+  refuseForeign(path);
+  const QString real = resolve(path);
+  QFile file(real);
+  if (!file.open(QIODevice::ReadOnly)) fail(real, file.error(), false);
+  QByteArray content = file.readAll();
+  if (file.error() != QFileDevice::NoError) throw Error(57);
+  return content;
+}
+
+void Files::write(const QString& path, const QByteArray& content) {
+  refuseForeign(path);
+  store(resolve(path), content, QIODevice::WriteOnly | QIODevice::Truncate);
+}
+
+void Files::append(const QString& path, const QByteArray& content) {
+  refuseForeign(path);
+  store(resolve(path), content, QIODevice::WriteOnly | QIODevice::Append);
+}
+
+void Files::remove(const QString& path) {
+  refuseForeign(path);
+  const QString real = resolve(path);
+  if (isFolder(real)) throw Error(75);
+  QFile file(real);
+  if (!file.remove())
+    fail(real, kindOf(real) != Kind::Nothing ? QFileDevice::PermissionsError : file.error(), false);
+}
+
+void Files::copy(const QString& from, const QString& to) {
+  refuseForeign(to);
+  const QByteArray content = read(from);
+  // Through a temporary file: half a copy would pass for a whole one at the next look.
+  const QString target = resolve(to);
+  QSaveFile file(target);
+  if (!file.open(QIODevice::WriteOnly)) fail(target, file.error(), true);
+  if (file.write(content) != content.size() || !file.commit()) fail(target, file.error(), true);
+}
+
+void Files::rename(const QString& from, const QString& to) {
+  refuseForeign(from);
+  refuseForeign(to);
+  const QString source = resolve(from);
+  QString target = resolve(to);
+  if (source == target) target = plainPath(to);  // only the case of the name changes
+  std::error_code error;
+  std::filesystem::rename(nativePath(source), nativePath(target), error);
+  if (!error) return;
+  if (error == std::errc::no_space_on_device) throw Error(61);
+  if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) throw Error(70);
+  fail(source, QFileDevice::RenameError, false);
+}
+
+void Files::makeFolder(const QString& path) {
+  refuseForeign(path);
+  const QString folder = resolve(path);
+  if (isFolder(folder)) return;
+  if (QDir().mkdir(folder)) return;
+  throw Error(isFolder(parentOf(folder)) ? 75 : 76);
+}
+
+bool Files::exists(const QString& path) {
+  if (path.isEmpty() || isForeignPath(path)) return false;
+  const QString plain = plainPath(path);
+  const Kind kind = kindOf(plain);
+  if (kind != Kind::Nothing) return kind == Kind::File;
+  const QString other = otherSpelling(plain);
+  return !other.isEmpty() && kindOf(other) == Kind::File;
+}
+
+bool Files::folderExists(const QString& path) {
+  return !path.isEmpty() && !isForeignPath(path) && isFolder(resolve(path));
+}
+
+bool Files::readable(const QString& path) {
+  if (path.trimmed().isEmpty() || isForeignPath(path)) return false;
+  return QFile(resolve(path)).open(QIODevice::ReadOnly);
+}
+
+QStringList Files::list(const QString& folder, const QString& pattern) {
+  if (folder.isEmpty() || isForeignPath(folder)) return {};
+  const QRegularExpression expression = wildcard(pattern);
+  QStringList names;
+  for (const QString& name : QDir(resolve(folder)).entryList(QDir::Files, QDir::Unsorted))
+    if (expression.match(name).hasMatch()) names += name;
+  std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
+    const int folded = QString::compare(a, b, Qt::CaseInsensitive);
+    return folded != 0 ? folded < 0 : a < b;
+  });
+  return names;
+}
+
+bool isForeignPath([[maybe_unused]] const QString& path) {
+#ifdef Q_OS_WIN
+  return path.startsWith(u'/') && !path.startsWith("//");
+#else
+  if (path.startsWith("\\\\")) return true;
+  const bool drive = path.size() >= 2 && path[1] == u':' &&
+                     ((path[0] >= u'A' && path[0] <= u'Z') || (path[0] >= u'a' && path[0] <= u'z'));
+  return drive && (path.size() == 2 || path[2] == u'\\' || path[2] == u'/');
+#endif
+}
+
+QString withTrailingSeparator(const QString& folder) {
+  return folder.endsWith(u'/') || folder.endsWith(u'\\') ? folder : folder + QDir::separator();
+}
+
+}  // namespace qk

@@ -1,0 +1,243 @@
+// The door to files and folders, on the real file system.
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+#include <chrono>
+#include <filesystem>
+
+#include "platform/runtime/error.h"
+#include "platform/runtime/files.h"
+
+using namespace qk;
+
+namespace {
+
+template <class Call>
+int errorOf(Call&& call) {
+  try {
+    call();
+    return 0;
+  } catch (const Error& error) {
+    return error.number();
+  }
+}
+
+/// Moves a folder's time stamp into the past, as if nothing had happened there for a while.
+void settle(const QString& folder) {
+  const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(5);
+  std::filesystem::last_write_time(folder.toStdU16String(), old);
+}
+
+}  // namespace
+
+class TestFiles : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init();
+  void cleanup();
+  void writesAppendsReads();
+  void missingFileAndFolder();
+  void foreignPathIsNeverMade();
+  void bothSeparators();
+  void namesAreFoundWhateverTheirCase();
+  void anOwnSpellingComesFirst();
+  void aChangedFolderIsLookedAtAnew();
+  void aQuietFolderIsNotReadAgain();
+  void fullDisk();
+  void lists();
+  void copies();
+  void renames();
+  void folders();
+  void readable();
+  void trailingSeparator();
+
+ private:
+  QString path(const QString& name) const { return folder_->path() + "/" + name; }
+  std::unique_ptr<QTemporaryDir> folder_;
+  Files files_;
+};
+
+void TestFiles::init() {
+  folder_ = std::make_unique<QTemporaryDir>();
+  files_ = Files();
+}
+void TestFiles::cleanup() {
+  folder_.reset();
+}
+
+void TestFiles::writesAppendsReads() {
+  files_.write(path("a.txt"), "erste\r\n");
+  files_.append(path("a.txt"), "zweite\r\n");
+  QCOMPARE(files_.read(path("a.txt")), QByteArray("erste\r\nzweite\r\n"));
+  files_.write(path("a.txt"), "neu");
+  QCOMPARE(files_.read(path("a.txt")), QByteArray("neu"));
+  files_.append(path("b.txt"), "angelegt");
+  QCOMPARE(files_.read(path("b.txt")), QByteArray("angelegt"));
+  files_.remove(path("a.txt"));
+  QVERIFY(!files_.exists(path("a.txt")));
+}
+
+void TestFiles::missingFileAndFolder() {
+  QCOMPARE(errorOf([&] { files_.read(path("fehlt")); }), 53);
+  QCOMPARE(errorOf([&] { files_.remove(path("fehlt")); }), 53);
+  QCOMPARE(errorOf([&] { files_.read(path("kein/fehlt")); }), 76);
+  QCOMPARE(errorOf([&] { files_.write(path("kein/neu"), "x"); }), 76);
+  QCOMPARE(errorOf([&] { files_.append(path("kein/neu"), "x"); }), 76);
+  QCOMPARE(errorOf([&] { files_.write(folder_->path(), "x"); }), 75);
+  QVERIFY(!files_.exists(path("kein/fehlt")));
+  QVERIFY(!files_.exists(""));
+  QCOMPARE(files_.list(path("kein"), "*"), QStringList());
+}
+
+void TestFiles::foreignPathIsNeverMade() {
+  const QString old = QDir::currentPath();
+  QVERIFY(QDir::setCurrent(folder_->path()));
+  for (const QString& foreign : {QString("C:\\Programme\\Ordner\\Datei1.nrt"),
+                                 QString("\\\\server\\frei\\x.txt"), QString("c:/x"), QString("D:")}) {
+    QVERIFY(isForeignPath(foreign));
+    QCOMPARE(errorOf([&] { files_.write(foreign, "x"); }), 76);
+    QCOMPARE(errorOf([&] { files_.append(foreign, "x"); }), 76);
+    QCOMPARE(errorOf([&] { files_.makeFolder(foreign); }), 76);
+    QCOMPARE(errorOf([&] { files_.read(foreign); }), 76);
+    QCOMPARE(errorOf([&] { files_.remove(foreign); }), 76);
+    QVERIFY(!files_.exists(foreign));
+    QVERIFY(!files_.folderExists(foreign));
+    QVERIFY(!files_.readable(foreign));
+    QCOMPARE(files_.list(foreign, "*"), QStringList());
+  }
+  QCOMPARE(QDir(folder_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+  QDir::setCurrent(old);
+  QVERIFY(!isForeignPath("/tmp/x"));
+  QVERIFY(!isForeignPath("daten\\x"));
+  QVERIFY(!isForeignPath("4:x"));
+  QVERIFY(!isForeignPath(""));
+}
+
+void TestFiles::bothSeparators() {
+  files_.makeFolder(path("unter"));
+  files_.write(path("unter\\a.txt"), "x");
+  QVERIFY(files_.exists(path("unter/a.txt")));
+  QCOMPARE(files_.list(path("unter\\"), "*"), QStringList("a.txt"));
+}
+
+void TestFiles::namesAreFoundWhateverTheirCase() {
+  files_.write(path("BRIEF1.CTL"), "x");
+  files_.write(path("ÜbersÍcht.mdb"), "y");
+  QVERIFY(files_.exists(path("Brief1.ctl")));
+  QVERIFY(files_.readable(path("ÜBERSíCHT.mdb")));
+  QCOMPARE(files_.resolve(path("brief1.ctl")), path("BRIEF1.CTL"));
+  files_.write(path("brief1.ctl"), "neu");
+  QCOMPARE(files_.list(folder_->path(), "brief*.CTL"), QStringList("BRIEF1.CTL"));
+  QCOMPARE(files_.read(path("BRIEF1.CTL")), QByteArray("neu"));
+  files_.remove(path("brief1.ctl"));
+  QVERIFY(!files_.exists(path("BRIEF1.CTL")));
+}
+
+void TestFiles::anOwnSpellingComesFirst() {
+  files_.write(path("a"), "klein");
+  QFile large(path("A"));
+  QVERIFY(large.open(QIODevice::WriteOnly));
+  large.close();
+  QCOMPARE(files_.read(path("a")), QByteArray("klein"));
+  QCOMPARE(files_.read(path("A")), QByteArray(""));
+}
+
+void TestFiles::aChangedFolderIsLookedAtAnew() {
+  settle(folder_->path());
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  QFile flag(path("FLAG.CTL"));
+  QVERIFY(flag.open(QIODevice::WriteOnly));
+  flag.close();
+  QVERIFY(files_.exists(path("flag.ctl")));
+  // Two changes that share a time stamp: a young stamp is not trusted.
+  QVERIFY(flag.remove());
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  QVERIFY(flag.open(QIODevice::WriteOnly));
+  flag.close();
+  QVERIFY(files_.exists(path("flag.ctl")));
+}
+
+void TestFiles::aQuietFolderIsNotReadAgain() {
+  settle(folder_->path());
+  const auto stamp = std::filesystem::last_write_time(folder_->path().toStdU16String());
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  QFile flag(path("FLAG.CTL"));
+  QVERIFY(flag.open(QIODevice::WriteOnly));
+  flag.close();
+  std::filesystem::last_write_time(folder_->path().toStdU16String(), stamp);
+  QVERIFY2(!files_.exists(path("flag.ctl")), "an unchanged time stamp answers from memory");
+  QVERIFY(files_.exists(path("FLAG.CTL")));
+}
+
+void TestFiles::fullDisk() {
+  if (!QFile::exists("/dev/full")) return;  // only there can a full disk be had for nothing
+  QCOMPARE(errorOf([&] { files_.write("/dev/full", "x"); }), 61);
+  QCOMPARE(errorOf([&] { files_.append("/dev/full", "x"); }), 61);
+}
+
+void TestFiles::lists() {
+  for (const char* name :
+       {"Datei2.nrt", "Datei1.NRT", "Datei10.nrt", "Datei.ctl", "ohnepunkt", "a[1].txt"})
+    files_.write(path(name), "");
+  files_.makeFolder(path("Datei9.nrt"));
+  QCOMPARE(files_.list(folder_->path(), "datei*.nrt"),
+           QStringList({"Datei1.NRT", "Datei10.nrt", "Datei2.nrt"}));
+  QCOMPARE(files_.list(folder_->path(), "Datei?.nrt"), QStringList({"Datei1.NRT", "Datei2.nrt"}));
+  QCOMPARE(files_.list(folder_->path(), "*.*").size(), 6);
+  QCOMPARE(files_.list(folder_->path(), "a[1].txt"), QStringList("a[1].txt"));
+  QCOMPARE(files_.list(folder_->path(), "x"), QStringList());
+  QCOMPARE(files_.list("", "*"), QStringList());
+}
+
+void TestFiles::copies() {
+  files_.write(path("a"), "inhalt");
+  files_.write(path("b"), "alt und länger");
+  files_.copy(path("a"), path("b"));
+  QCOMPARE(files_.read(path("b")), QByteArray("inhalt"));
+  QCOMPARE(errorOf([&] { files_.copy(path("fehlt"), path("c")); }), 53);
+  QCOMPARE(errorOf([&] { files_.copy(path("a"), path("kein/c")); }), 76);
+  QCOMPARE(files_.list(folder_->path(), "*"), QStringList({"a", "b"}));
+}
+
+void TestFiles::renames() {
+  files_.write(path("a"), "neu");
+  files_.write(path("b"), "alt");
+  files_.rename(path("a"), path("b"));
+  QCOMPARE(files_.list(folder_->path(), "*"), QStringList("b"));
+  QCOMPARE(files_.read(path("b")), QByteArray("neu"));
+  files_.rename(path("b"), path("B"));
+  QCOMPARE(files_.list(folder_->path(), "*"), QStringList("B"));
+  QCOMPARE(errorOf([&] { files_.rename(path("fehlt"), path("c")); }), 53);
+}
+
+void TestFiles::folders() {
+  files_.makeFolder(path("Daten"));
+  files_.makeFolder(path("Daten/"));
+  files_.makeFolder(path("daten"));
+  QVERIFY(files_.folderExists(path("DATEN\\")));
+  QVERIFY(!files_.exists(path("Daten")));
+  QCOMPARE(errorOf([&] { files_.makeFolder(path("kein/unter")); }), 76);
+  files_.write(path("datei"), "");
+  QCOMPARE(errorOf([&] { files_.makeFolder(path("datei")); }), 75);
+  QVERIFY(!files_.folderExists(path("datei")));
+  QVERIFY(!files_.folderExists(""));
+  QCOMPARE(errorOf([&] { files_.remove(path("Daten")); }), 75);
+}
+
+void TestFiles::readable() {
+  files_.write(path("a"), "");
+  QVERIFY(files_.readable(path("a")));
+  QVERIFY(!files_.readable(path("b")));
+  QVERIFY(!files_.readable("  "));
+  QVERIFY(!files_.readable(folder_->path()));
+}
+
+void TestFiles::trailingSeparator() {
+  QCOMPARE(withTrailingSeparator("/a/b"), QString("/a/b") + QDir::separator());
+  QCOMPARE(withTrailingSeparator("/a/b/"), "/a/b/");
+  QCOMPARE(withTrailingSeparator("C:\\x\\"), "C:\\x\\");
+}
+
+QTEST_GUILESS_MAIN(TestFiles)
+#include "test_files.moc"
