@@ -2,7 +2,11 @@
 //
 // One UTF-8 file: "[Application/Section]" lines, then "key=value", verbatim. It is shared with other programs
 // of the family: it is reread when it has changed, and a write merges into what stands there now, under a
-// lock, through a temporary file, so that no reader ever sees half of it.
+// lock, through a temporary file, so that no reader ever sees half of it. Lines and sections that this
+// program doesn't know stay as they are. Of a key that stands twice the first one counts.
+//
+// A value with a line break in it stands as "%:" and the text with "%", CR and LF percent-encoded: values are
+// mostly paths full of backslashes, so the escape is a prefix that hardly any value needs, not a character.
 // Reading never fails: a missing value gives the default. A write that fails is Error 75.
 #pragma once
 
@@ -24,7 +28,8 @@ class Settings {
   /// Prefix reading of the text, whole part; missing or unreadable gives `missing`.
   int number(const QString& application, const QString& section, const QString& key, int missing = 0) const;
   /// True for any non-zero number.
-  bool flag(const QString& application, const QString& section, const QString& key, bool missing = false) const;
+  bool flag(const QString& application, const QString& section, const QString& key,
+            bool missing = false) const;
 
   void setValue(const QString& application, const QString& section, const QString& key, const QString& value);
 
@@ -35,6 +40,7 @@ class Settings {
 
  private:
   struct Content;
+  /// One look at the file's time stamp; reads it when that has changed.
   void refresh() const;
 
   QString filePath_;
