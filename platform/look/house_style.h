@@ -1,0 +1,17 @@
+// Fusion with the house's distances: all of them follow the font, so that a larger one keeps the proportions.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace qk::look {
+
+class HouseStyle : public QProxyStyle {
+  Q_OBJECT
+
+ public:
+  HouseStyle() : QProxyStyle("fusion") {}
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+};
+
+}  // namespace qk::look
