@@ -1,5 +1,7 @@
 // Binds the names of a tree to tables and columns and works out what kind of value each expression is.
-// Names fold as Unicode. Errors: 3078 unknown table or query, 3061 unknown column, 3079 ambiguous column.
+// Names fold as Unicode. Errors: 3078 unknown table or query, 3061 unknown column, 3079 ambiguous column,
+// 3085 unknown function, 3096 aggregate where none can stand, 3127 and 3346 columns of an INSERT, 3307
+// columns of a union, 3073 an UPDATE that would change several tables.
 #pragma once
 
 #include "platform/dao/sql/tree.h"
@@ -17,7 +19,8 @@ class Catalog {
 
 void resolve(Statement& statement, const Catalog& catalog);
 void resolve(Select& select, const Catalog& catalog);
-/// A criterion, against the sources of a resolved select.
+/// A criterion, against the result columns of a resolved select first and then its sources. Above a union a
+/// column stays unbound (source -1) under its result name.
 void resolveCriterion(Expression& criterion, const Select& select, const Catalog& catalog);
 
 /// One column of a resolved select's result, with stars expanded.
@@ -37,5 +40,12 @@ struct BoundSource {
   bool outer = false;  ///< may be missing from a row (the optional side of an outer join)
 };
 std::vector<BoundSource> boundSources(const Select& select);
+
+/// The source of a resolved select's join whose rows stand on the many side: the first one that isn't joined
+/// by the whole of its own primary key. A deletion over the join removes rows of this one only.
+int manySide(const Select& select, const Catalog& catalog);
+
+/// What a value of a column of this type is compared and printed as.
+Kind kindOf(FieldType type);
 
 }  // namespace qk::dao::sql

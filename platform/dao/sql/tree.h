@@ -129,6 +129,7 @@ struct Select {
 struct Assignment {
   Column column;
   ExpressionPtr value;
+  Kind kind = Kind::Unknown;  ///< resolved: of the column
 };
 struct Update {
   SourcePtr source;
@@ -137,7 +138,7 @@ struct Update {
 };
 struct Delete {
   SourcePtr source;
-  QString starTable;  ///< "t" of "Delete t.* from …"
+  QString starTable;  ///< "t" of "Delete t.* from …"; resolved: the source that loses rows
   ExpressionPtr where;
 };
 struct Insert {
@@ -145,6 +146,7 @@ struct Insert {
   QStringList columns;
   std::vector<ExpressionPtr> values;  ///< VALUES (…)
   SelectPtr select;                   ///< or INSERT … SELECT
+  std::vector<Kind> kinds;            ///< resolved: of the columns
 };
 using Statement = std::variant<Select, Update, Delete, Insert>;
 

@@ -1,0 +1,219 @@
+#include "platform/dao/sql/sqlite_functions.h"
+
+#include <sqlite3.h>
+
+#include <QCollator>
+#include <QDateTime>
+#include <cmath>
+
+#include "platform/dao/sql/like_pattern.h"
+#include "platform/dao/sql/sqlite_values.h"
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/numbers.h"
+
+namespace qk::dao::sql {
+namespace {
+
+bool isNull(sqlite3_value* value) {
+  return sqlite3_value_type(value) == SQLITE_NULL;
+}
+bool isText(sqlite3_value* value) {
+  return sqlite3_value_type(value) == SQLITE_TEXT;
+}
+
+/// Valid until the value is asked for something else.
+QStringView viewOf(sqlite3_value* value) {
+  const auto* text = static_cast<const char16_t*>(sqlite3_value_text16(value));
+  return QStringView(text, sqlite3_value_bytes16(value) / qsizetype(sizeof(char16_t)));
+}
+
+QString germanText(sqlite3_value* value) {
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+      return numberText(qint64(sqlite3_value_int64(value)));
+    case SQLITE_FLOAT:
+      return numberText(sqlite3_value_double(value));
+    case SQLITE_NULL:
+      return {};
+    default:
+      return viewOf(value).toString();
+  }
+}
+
+/// Stored dates, days as a number, and German date text; invalid for anything else.
+QDateTime dateOf(sqlite3_value* value) {
+  if (!isText(value)) {
+    const double serial = sqlite3_value_double(value);
+    return isNull(value) || std::abs(serial) > 1e6 ? QDateTime() : dateOfSerial(serial);
+  }
+  const QStringView text = viewOf(value);
+  const QDateTime stored = dateOfIso(text);
+  return stored.isValid() || !isDate(text) ? stored : parseDate(text);
+}
+
+QString germanDateText(sqlite3_value* value) {
+  const QDateTime date = dateOf(value);
+  return date.isValid() ? dateText(date) : germanText(value);
+}
+
+void answer(sqlite3_context* context, const QString& text) {
+  sqlite3_result_text16(context, text.utf16(), int(text.size() * qsizetype(sizeof(char16_t))),
+                        SQLITE_TRANSIENT);
+}
+
+void answer(sqlite3_context* context, const QDateTime& date) {
+  if (date.isValid()) {
+    answer(context, isoText(date));
+  } else {
+    sqlite3_result_null(context);
+  }
+}
+
+/// The pattern is read once a statement where it is constant.
+const LikePattern& patternOf(sqlite3_context* context, sqlite3_value* value, LikePattern& fallback) {
+  if (auto* kept = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 1))) return *kept;
+  fallback = LikePattern(germanText(value));
+  sqlite3_set_auxdata(context, 1, new LikePattern(fallback),
+                      [](void* pattern) { delete static_cast<LikePattern*>(pattern); });
+  return fallback;
+}
+
+void like(sqlite3_context* context, sqlite3_value** arguments, bool date) {
+  if (isNull(arguments[0]) || isNull(arguments[1])) return sqlite3_result_null(context);
+  LikePattern fallback{QStringView()};
+  const LikePattern& pattern = patternOf(context, arguments[1], fallback);
+  bool matched = false;
+  if (date) {
+    matched = pattern.matches(germanDateText(arguments[0]));
+  } else if (isText(arguments[0])) {
+    matched = pattern.matches(viewOf(arguments[0]));
+  } else {
+    matched = pattern.matches(germanText(arguments[0]));
+  }
+  sqlite3_result_int(context, matched);
+}
+
+void qkLike(sqlite3_context* context, int, sqlite3_value** arguments) {
+  like(context, arguments, false);
+}
+void qkLikeDate(sqlite3_context* context, int, sqlite3_value** arguments) {
+  like(context, arguments, true);
+}
+void qkText(sqlite3_context* context, int, sqlite3_value** arguments) {
+  answer(context, germanText(arguments[0]));
+}
+void qkTextDate(sqlite3_context* context, int, sqlite3_value** arguments) {
+  answer(context, germanDateText(arguments[0]));
+}
+
+void qkVal(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
+  sqlite3_result_double(context, parsePrefix(germanText(arguments[0])));
+}
+
+void qkDateValue(sqlite3_context* context, int, sqlite3_value** arguments) {
+  const QDateTime date = dateOf(arguments[0]);
+  answer(context, date.isValid() ? QDateTime(date.date(), QTime(0, 0)) : date);
+}
+
+void qkDate(sqlite3_context* context, int, sqlite3_value** arguments) {
+  answer(context, dateOf(arguments[0]));
+}
+
+void qkSerial(sqlite3_context* context, int, sqlite3_value** arguments) {
+  const QDateTime date = dateOf(arguments[0]);
+  if (!date.isValid()) return sqlite3_result_null(context);
+  sqlite3_result_double(context, serialOfDate(date));
+}
+
+void qkDatePart(sqlite3_context* context, int, sqlite3_value** arguments) {
+  const QDate date = dateOf(arguments[0]).date();
+  if (!date.isValid()) return sqlite3_result_null(context);
+  const int part = sqlite3_value_int(arguments[1]);
+  sqlite3_result_int(context, part == 0 ? date.year() : part == 1 ? date.month() : date.day());
+}
+
+void qkRound(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
+  const double value = sqlite3_value_double(arguments[0]);
+  sqlite3_result_double(context, sqlite3_value_int(arguments[1]) ? std::trunc(value) : std::floor(value));
+}
+
+void wholeDivision(sqlite3_context* context, sqlite3_value** arguments, bool remainder) {
+  // nearbyint rounds halves to even, as every conversion to a whole number does.
+  const double left = std::nearbyint(sqlite3_value_double(arguments[0]));
+  const double right = std::nearbyint(sqlite3_value_double(arguments[1]));
+  const bool unusable = isNull(arguments[0]) || isNull(arguments[1]) || right == 0;
+  if (unusable || std::abs(left) > 9e15 || std::abs(right) > 9e15) return sqlite3_result_null(context);
+  const auto a = sqlite3_int64(left), b = sqlite3_int64(right);
+  sqlite3_result_int64(context, remainder ? a % b : a / b);
+}
+
+void qkIntegerDivide(sqlite3_context* context, int, sqlite3_value** arguments) {
+  wholeDivision(context, arguments, false);
+}
+void qkModulo(sqlite3_context* context, int, sqlite3_value** arguments) {
+  wholeDivision(context, arguments, true);
+}
+
+void qkUpper(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
+  answer(context, germanText(arguments[0]).toUpper());
+}
+void qkLower(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
+  answer(context, germanText(arguments[0]).toLower());
+}
+
+struct Registration {
+  const char* name;
+  int arguments;
+  void (*function)(sqlite3_context*, int, sqlite3_value**);
+};
+constexpr Registration kRegistrations[] = {
+    {"qk_like", 2, qkLike},
+    {"qk_like_date", 2, qkLikeDate},
+    {"qk_text", 1, qkText},
+    {"qk_text_date", 1, qkTextDate},
+    {"qk_val", 1, qkVal},
+    {"qk_datevalue", 1, qkDateValue},
+    {"qk_date", 1, qkDate},
+    {"qk_serial", 1, qkSerial},
+    {"qk_datepart", 2, qkDatePart},
+    {"qk_round", 2, qkRound},
+    {"qk_idiv", 2, qkIntegerDivide},
+    {"qk_mod", 2, qkModulo},
+    {"qk_ucase", 1, qkUpper},
+    {"qk_lcase", 1, qkLower},
+};
+
+int compareGerman(void* collator, int leftBytes, const void* left, int rightBytes, const void* right) {
+  constexpr int kUnit = sizeof(char16_t);
+  return static_cast<QCollator*>(collator)->compare(
+      QStringView(static_cast<const char16_t*>(left), leftBytes / kUnit),
+      QStringView(static_cast<const char16_t*>(right), rightBytes / kUnit));
+}
+
+void check(sqlite3* database, int code) {
+  if (code != SQLITE_OK) throw Error(3000, QString::fromUtf8(sqlite3_errmsg(database)));
+}
+
+}  // namespace
+
+void registerSqliteFunctions(sqlite3* database) {
+  constexpr int kFlags = SQLITE_UTF16 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+  for (const Registration& entry : kRegistrations) {
+    check(database, sqlite3_create_function_v2(database, entry.name, entry.arguments, kFlags, nullptr,
+                                               entry.function, nullptr, nullptr, nullptr));
+  }
+  auto collator = std::make_unique<QCollator>(QLocale(QLocale::German, QLocale::Germany));
+  collator->setCaseSensitivity(Qt::CaseInsensitive);
+  check(database,
+        sqlite3_create_collation_v2(database, "german", SQLITE_UTF16_ALIGNED, collator.get(), compareGerman,
+                                    [](void* owned) { delete static_cast<QCollator*>(owned); }));
+  collator.release();  // SQLite's from here on; it deletes it with the connection
+  check(database, sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
+}
+
+}  // namespace qk::dao::sql

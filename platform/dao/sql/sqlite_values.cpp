@@ -1,0 +1,173 @@
+#include "platform/dao/sql/sqlite_values.h"
+
+#include <QDateTime>
+#include <cmath>
+
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/money.h"
+#include "platform/runtime/numbers.h"
+
+namespace qk::dao::sql {
+namespace {
+
+constexpr double kSecondsPerDay = 86400.0;
+
+[[noreturn]] void throwMismatch() {
+  throw Error(3464, "Datentypenkonflikt im Kriterienausdruck.");
+}
+
+bool isText(const QVariant& value) {
+  return value.userType() == QMetaType::QString;
+}
+
+/// Texts are read as German numbers; a decimal point is taken too, for query texts carry it.
+QVariant numberOf(const QVariant& value) {
+  switch (value.userType()) {
+    case QMetaType::Bool:
+      return value.toBool() ? -1 : 0;
+    case QMetaType::QDateTime:
+      return serialOfDate(value.toDateTime());
+    case QMetaType::QString: {
+      const QString text = value.toString().trimmed();
+      bool ok = false;
+      const qlonglong whole = text.toLongLong(&ok);
+      if (ok) return whole;
+      if (isNumeric(text)) return parseStrict(text);
+      const double real = text.toDouble(&ok);
+      if (!ok) throwMismatch();
+      return real;
+    }
+    default:
+      return value.userType() == qMetaTypeId<Money>() ? QVariant(value.value<Money>().toDouble()) : value;
+  }
+}
+
+QVariant booleanOf(const QVariant& value) {
+  if (isText(value)) {
+    const QString text = value.toString().trimmed();
+    for (const char* yes : {"true", "wahr", "ja"}) {
+      if (text.compare(QLatin1String(yes), Qt::CaseInsensitive) == 0) return -1;
+    }
+    for (const char* no : {"false", "falsch", "nein"}) {
+      if (text.compare(QLatin1String(no), Qt::CaseInsensitive) == 0) return 0;
+    }
+  }
+  return numberOf(value);
+}
+
+QVariant dateOf(const QVariant& value) {
+  if (value.userType() == QMetaType::QDateTime) return isoText(value.toDateTime());
+  if (!isText(value)) return isoText(dateOfSerial(numberOf(value).toDouble()));
+  const QString text = value.toString();
+  if (!isDate(text)) throwMismatch();
+  return isoText(parseDate(text));
+}
+
+QVariant textOf(const QVariant& value) {
+  switch (value.userType()) {
+    case QMetaType::Bool:
+      return value.toBool() ? "-1" : "0";
+    case QMetaType::QDateTime:
+      return dateText(value.toDateTime());
+    case QMetaType::Double:
+      return numberText(value.toDouble());
+    default:
+      return value.userType() == qMetaTypeId<Money>() ? value.value<Money>().toText() : value.toString();
+  }
+}
+
+Money moneyOf(const QVariant& native) {
+  return Money::fromDouble(native.toDouble());
+}
+
+}  // namespace
+
+QString isoText(const QDateTime& date) {
+  return date.toString(u"yyyy-MM-dd HH:mm:ss");
+}
+
+QDateTime dateOfIso(QStringView iso) {
+  const auto number = [iso](qsizetype at, qsizetype length) {
+    int result = 0;
+    for (qsizetype i = at; i < at + length; ++i) {
+      const char16_t digit = iso[i].unicode();
+      if (digit < u'0' || digit > u'9') return -1;
+      result = result * 10 + (digit - u'0');
+    }
+    return result;
+  };
+  if (iso.size() < 10 || iso[4] != u'-' || iso[7] != u'-') return {};
+  const QDate date(number(0, 4), number(5, 2), number(8, 2));
+  QTime time(0, 0);
+  if (iso.size() > 10) {
+    if (iso.size() < 19 || iso[13] != u':' || iso[16] != u':') return {};
+    time = QTime(number(11, 2), number(14, 2), number(17, 2));
+  }
+  return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
+}
+
+QDateTime dateOfSerial(double serial) {
+  if (!std::isfinite(serial) || std::abs(serial) > 3e6) throwMismatch();
+  const double days = std::floor(serial);
+  const int seconds = int(std::lround((serial - days) * kSecondsPerDay));
+  const QDate date = dateZero().date().addDays(qint64(days));
+  // Wall-clock arithmetic: a day has 86400 seconds here whatever the time zone says.
+  return seconds == 86400 ? QDateTime(date.addDays(1), QTime(0, 0))
+                          : QDateTime(date, QTime(0, 0).addSecs(seconds));
+}
+
+double serialOfDate(const QDateTime& date) {
+  const qint64 days = dateZero().date().daysTo(date.date());
+  return double(days) + QTime(0, 0).secsTo(date.time()) / kSecondsPerDay;
+}
+
+QVariant toSqlite(const QVariant& value, Kind kind) {
+  if (!value.isValid() || value.isNull()) return {};
+  switch (kind) {
+    case Kind::Boolean:
+      return booleanOf(value);
+    case Kind::Number:
+    case Kind::Money:
+      return numberOf(value);
+    case Kind::Date:
+      return dateOf(value);
+    case Kind::Text:
+      return textOf(value);
+    case Kind::Unknown:
+      break;
+  }
+  if (value.userType() == QMetaType::QDateTime) return isoText(value.toDateTime());
+  if (value.userType() == QMetaType::Bool) return value.toBool() ? -1 : 0;
+  return value;
+}
+
+QVariant fromSqlite(const QVariant& native, FieldType type) {
+  if (!native.isValid() || native.isNull()) return {};
+  switch (type) {
+    case FieldType::Boolean:
+      return native.toDouble() != 0 ? -1 : 0;
+    case FieldType::Byte:
+    case FieldType::Integer:
+    case FieldType::Long:
+      return native.toInt();
+    case FieldType::Single:
+    case FieldType::Double:
+      return native.toDouble();
+    case FieldType::Currency:
+      return QVariant::fromValue(moneyOf(native));
+    case FieldType::Date: {
+      if (!isText(native)) return dateOfSerial(native.toDouble());
+      const QDateTime date = dateOfIso(native.toString());
+      return date.isValid() ? QVariant(date) : QVariant();
+    }
+    case FieldType::Text:
+    case FieldType::Memo:
+      return native.toString();
+    case FieldType::LongBinary:
+      break;
+  }
+  return native.toByteArray();
+}
+
+}  // namespace qk::dao::sql
