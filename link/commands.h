@@ -29,11 +29,11 @@ inline constexpr int BefehlsPause = 200;
 
 /// One row of the discipline grid, cells as texts. Rows stand in grid order, the first is row 1.
 struct DisziplinZeile {
-  QString auswahl;   ///< column 0: "0" is not selected, any other value is
-  QString name;      ///< column 1
-  QString schuss;    ///< column 2
-  QString gesamt;    ///< column 3
-  QString nachkauf;  ///< column 4: additional shots, empty when none
+  QString auswahl = {};   ///< column 0: "0" is not selected, any other value is
+  QString name = {};      ///< column 1
+  QString schuss = {};    ///< column 2
+  QString gesamt = {};    ///< column 3
+  QString nachkauf = {};  ///< column 4: additional shots, empty when none
 };
 using DisziplinZeilen = std::vector<DisziplinZeile>;
 

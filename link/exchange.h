@@ -29,8 +29,6 @@ class ShotReceiver {
 
   /// The line's connection to the competition for look-ups; may be null.
   virtual dao::Database* wettkampf() = 0;
-  /// Answers a failed statement of the import (the error box with an empty text).
-  virtual ErrorAnswer importFehler(const Error& error) = 0;
   /// True unless an open shot of the line has exactly this key.
   virtual bool istNeu(const QString& sKey) = 0;
   /// Shows the shot and adds it to the open shots, then stores it, in this order. The same object comes again
@@ -84,10 +82,10 @@ class LineExchange {
  private:
   using Life = std::weak_ptr<const char>;
 
-  bool waitForStation(const QString& flag, const Life& life);
-  void send(const QString& sCommand, bool bWarten);
-  void receive();
-  bool takeLine(const QString& line, std::shared_ptr<HaeringSchuss>& schuss, const Life& life);
+  void send(QString sCommand, bool bWarten, const Life& life);
+  bool stationIsFree(const QString& flag, const Life& life);
+  void receive(const Life& life);
+  bool takeLine(const QString& line, const std::shared_ptr<HaeringSchuss>& schuss, const Life& life);
   void answer78(const Life& life);
   void logOutgoing(const QString& dataFile, const QString& sCommand);
   void logIncoming(const QString& line);

@@ -64,6 +64,10 @@ Definition definitionFromBytes(const QByteArray& bytes);
 void writeDefinition(Files& files, const QString& path, const Definition& definition);
 Definition readDefinition(Files& files, const QString& path);
 
+/// Name of the def file of a discipline for a weapon: "LG" and "Luftgewehr: Auflage 1+2" give
+/// "0_hd_LG_Luftgewehr_Auflage_12.def".
+QString definitionFileName(const QString& weapon, const QString& title);
+
 /// What a firing line offers, for its discipline grid.
 struct GridDiscipline {
   QString title;
