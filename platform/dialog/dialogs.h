@@ -13,7 +13,7 @@ enum class BoxButtons { Ok, OkCancel, YesNo, RetryCancel, AbortRetryIgnore };
 enum class BoxAnswer { Ok, Cancel, Yes, No, Abort, Retry, Ignore };
 
 struct Box {
-  QString text;   ///< plain text, line breaks as told
+  QString text;  ///< plain text, line breaks as told
   QString title = "Hinweis";
   BoxIcon icon = BoxIcon::None;
   BoxButtons buttons = BoxButtons::Ok;
@@ -48,9 +48,11 @@ class Dialogs {
 
 /// The program-wide error report: exclamation box, abort/retry/ignore, title `sTitel` or "Fehler",
 /// "Fehler: " + number + " - " + description + LF + `sText`.
-ErrorAnswer FehlerAnzeigen(Dialogs& dialogs, const Error& error, const QString& sText, const QString& sTitel = {});
+ErrorAnswer FehlerAnzeigen(Dialogs& dialogs, const Error& error, const QString& sText,
+                           const QString& sTitel = {});
 
 /// The same as a report for reported(); `withWord` false leaves out "Fehler: " at the start.
-ErrorReport fehlerReport(Dialogs& dialogs, const QString& sText, const QString& sTitel = {}, bool withWord = true);
+ErrorReport fehlerReport(Dialogs& dialogs, const QString& sText, const QString& sTitel = {},
+                         bool withWord = true);
 
 }  // namespace qk

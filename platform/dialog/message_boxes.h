@@ -20,4 +20,8 @@ class MessageBoxes : public Dialogs {
   static QWidget* parentWindow();  ///< the active modal window, else the active window
 };
 
+/// "A (*.x)|*.x;*.y|B (*.*)|*.*" as name filters of a file dialog that hides the patterns it appends:
+/// "A (*.x) (*.x *.y)", "B (*.*) (*)".
+QStringList nameFilters(const QString& filter);
+
 }  // namespace qk

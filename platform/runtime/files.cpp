@@ -160,7 +160,7 @@ void Files::remove(const QString& path) {
 
 void Files::copy(const QString& from, const QString& to) {
   refuseForeign(to);
-  const QByteArray content = read(from);
+  const QByteArray content = Files::read(from);
   // Through a temporary file: half a copy would pass for a whole one at the next look.
   const QString target = resolve(to);
   QSaveFile file(target);

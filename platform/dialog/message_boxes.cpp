@@ -1,0 +1,220 @@
+#include "platform/dialog/message_boxes.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontDialog>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+
+#include "platform/dialog/font_convert.h"
+
+namespace qk {
+
+namespace {
+
+struct ButtonSet {
+  QMessageBox::StandardButtons buttons;
+  BoxAnswer first;
+  BoxAnswer escape;
+};
+
+ButtonSet buttonSet(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::Ok:
+      return {QMessageBox::Ok, BoxAnswer::Ok, BoxAnswer::Ok};
+    case BoxButtons::OkCancel:
+      return {QMessageBox::Ok | QMessageBox::Cancel, BoxAnswer::Ok, BoxAnswer::Cancel};
+    case BoxButtons::YesNo:
+      return {QMessageBox::Yes | QMessageBox::No, BoxAnswer::Yes, BoxAnswer::No};
+    case BoxButtons::RetryCancel:
+      return {QMessageBox::Retry | QMessageBox::Cancel, BoxAnswer::Retry, BoxAnswer::Cancel};
+    case BoxButtons::AbortRetryIgnore:
+      return {QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore, BoxAnswer::Abort,
+              BoxAnswer::Abort};
+  }
+  Q_UNREACHABLE();
+}
+
+QMessageBox::StandardButton standardButton(BoxAnswer answer) {
+  switch (answer) {
+    case BoxAnswer::Ok:
+      return QMessageBox::Ok;
+    case BoxAnswer::Cancel:
+      return QMessageBox::Cancel;
+    case BoxAnswer::Yes:
+      return QMessageBox::Yes;
+    case BoxAnswer::No:
+      return QMessageBox::No;
+    case BoxAnswer::Abort:
+      return QMessageBox::Abort;
+    case BoxAnswer::Retry:
+      return QMessageBox::Retry;
+    case BoxAnswer::Ignore:
+      return QMessageBox::Ignore;
+  }
+  Q_UNREACHABLE();
+}
+
+QMessageBox::Icon messageIcon(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::None:
+      return QMessageBox::NoIcon;
+    case BoxIcon::Information:
+      return QMessageBox::Information;
+    case BoxIcon::Question:
+      return QMessageBox::Question;
+    case BoxIcon::Exclamation:
+      return QMessageBox::Warning;
+    case BoxIcon::Critical:
+      return QMessageBox::Critical;
+  }
+  Q_UNREACHABLE();
+}
+
+/// Owns a dialog that its parent window may take along while it is open.
+template <class Dialog>
+class Modal {
+ public:
+  template <class... Arguments>
+  explicit Modal(Arguments... arguments) : dialog_(new Dialog(arguments...)) {}
+  ~Modal() { delete dialog_.data(); }
+  Modal(const Modal&) = delete;
+  Modal& operator=(const Modal&) = delete;
+
+  Dialog* operator->() const { return dialog_.data(); }
+  Dialog* get() const { return dialog_.data(); }
+  /// The dialog's result; nothing when it went with its parent.
+  std::optional<int> exec() {
+    const int result = dialog_->exec();
+    return dialog_ ? std::optional(result) : std::nullopt;
+  }
+
+ private:
+  QPointer<Dialog> dialog_;
+};
+
+bool offscreen() {
+  return QGuiApplication::platformName() == "offscreen";
+}
+
+QString withoutBreaks(const QString& text) {
+  return text.simplified();
+}
+
+/// Runs a file dialog; the chosen path in the platform's spelling, empty when cancelled.
+QString chosenPath(Modal<QFileDialog>& dialog, const QString& start) {
+  // The toolkit's own dialog can be driven by a test; without a screen there is no other.
+  if (offscreen()) dialog->setOption(QFileDialog::DontUseNativeDialog);
+  const QFileInfo info(start);
+  if (!start.isEmpty() && info.isDir()) {
+    dialog->setDirectory(start);
+  } else if (!start.isEmpty() && info.dir().exists()) {
+    dialog->setDirectory(info.dir());
+    dialog->selectFile(info.fileName());
+  }
+  if (dialog.exec() != QDialog::Accepted) return {};
+  return QDir::toNativeSeparators(dialog->selectedFiles().value(0));
+}
+
+}  // namespace
+
+QWidget* MessageBoxes::parentWindow() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  return QApplication::activeWindow();
+}
+
+BoxAnswer MessageBoxes::show(const Box& box) {
+  const ButtonSet set = buttonSet(box.buttons);
+  Modal<QMessageBox> message(parentWindow());
+  message->setIcon(messageIcon(box.icon));
+  message->setWindowTitle(box.title);
+  message->setTextFormat(Qt::PlainText);  // a name with "<" in it stays a name
+  message->setText(box.text);
+  message->setStandardButtons(set.buttons);
+  message->setDefaultButton(standardButton(box.preset.value_or(set.first)));
+  message->setEscapeButton(standardButton(set.escape));
+  const std::optional<int> pressed = message.exec();
+  if (pressed)
+    for (const BoxAnswer answer : {BoxAnswer::Ok, BoxAnswer::Cancel, BoxAnswer::Yes, BoxAnswer::No,
+                                   BoxAnswer::Abort, BoxAnswer::Retry, BoxAnswer::Ignore})
+      if (standardButton(answer) == *pressed) return answer;
+  return set.escape;
+}
+
+QString MessageBoxes::input(const QString& prompt, const QString& title, const QString& preset) {
+  Modal<QInputDialog> dialog(parentWindow());
+  dialog->setInputMode(QInputDialog::TextInput);
+  dialog->setWindowTitle(title.isEmpty() ? QGuiApplication::applicationDisplayName() : title);
+  dialog->setLabelText(prompt);
+  for (QLabel* label : dialog->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  dialog->setTextValue(preset);
+  return dialog.exec() == QDialog::Accepted ? dialog->textValue() : QString();
+}
+
+QString MessageBoxes::openFile(const QString& filter, const QString& start) {
+  Modal<QFileDialog> dialog(parentWindow());
+  dialog->setAcceptMode(QFileDialog::AcceptOpen);
+  dialog->setFileMode(QFileDialog::ExistingFile);
+  dialog->setOption(QFileDialog::HideNameFilterDetails);
+  dialog->setNameFilters(nameFilters(filter));
+  return chosenPath(dialog, start);
+}
+
+QString MessageBoxes::chooseFolder(const QString& prompt, const QString& start) {
+  Modal<QFileDialog> dialog(parentWindow());
+  dialog->setWindowTitle(withoutBreaks(prompt));
+  dialog->setFileMode(QFileDialog::Directory);
+  dialog->setOption(QFileDialog::ShowDirsOnly);
+  return chosenPath(dialog, start);
+}
+
+std::optional<FontChoice> MessageBoxes::chooseFont(const FontChoice& current) {
+  Modal<QFontDialog> dialog(parentWindow());
+  QColor colour = toColour(current.colour);
+  dialog->setOption(QFontDialog::DontUseNativeDialog);  // the only one that takes a button for the colour
+  dialog->setCurrentFont(toFont(parseFontText(current.font)));
+  if (auto* buttons = dialog->findChild<QDialogButtonBox*>()) {
+    QPushButton* choose = buttons->addButton("Farbe...", QDialogButtonBox::ActionRole);
+    choose->setObjectName("cmdFarbe");
+    QObject::connect(choose, &QPushButton::clicked, dialog.get(), [&colour, parent = dialog.get()] {
+      const auto options =
+          offscreen() ? QColorDialog::DontUseNativeDialog : QColorDialog::ColorDialogOptions();
+      const QColor chosen = QColorDialog::getColor(colour, parent, {}, options);
+      if (chosen.isValid()) colour = chosen;
+    });
+  }
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return FontChoice{fontText(fromFont(dialog->selectedFont())), fromColour(colour)};
+}
+
+void MessageBoxes::printerSetup() {
+  QPrinter printer;
+  Modal<QPrintDialog> dialog(&printer, parentWindow());
+  dialog.exec();
+}
+
+QStringList nameFilters(const QString& filter) {
+  const QStringList parts = filter.split(u'|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
+    for (QString& pattern : patterns) {
+      pattern = pattern.trimmed();
+      if (pattern == "*.*") pattern = "*";  // every file, also one without a dot
+    }
+    filters += parts[i] + " (" + patterns.join(u' ') + ")";
+  }
+  return filters;
+}
+
+}  // namespace qk

@@ -1,0 +1,244 @@
+// The real boxes: what they show, what Enter and Esc answer, and the program-wide error report.
+#include <QApplication>
+#include <QColorDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "platform/dialog/font_convert.h"
+#include "platform/dialog/message_boxes.h"
+#include "platform/runtime/error.h"
+#include "tests/support/drive.h"
+#include "tests/support/real_boxes.h"
+#include "tests/support/test_workplace.h"
+
+using namespace qk;
+using namespace qk::test;
+
+Q_DECLARE_METATYPE(BoxButtons)
+Q_DECLARE_METATYPE(BoxAnswer)
+
+class TestDialog : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void escAndEnter_data();
+  void escAndEnter();
+  void aPresetTakesEnter();
+  void textStandsAsTold();
+  void everyButtonAnswers();
+  void parentIsTheActiveWindow();
+  void aParentThatGoesTakesItsBoxAlong();
+  void inputs();
+  void fontWithColour();
+  void filters();
+  void fontsAndColours();
+  void errorReport();
+  void errorReportAnswers();
+  void confirmAndNote();
+
+ private:
+  /// Presses a key in the box that comes next.
+  void pressInNextBox(Qt::Key key) {
+    QTimer::singleShot(0, this, [key] {
+      QWidget* box = QApplication::activeModalWidget();
+      QVERIFY(box);
+      QTest::keyClick(box, key);
+    });
+  }
+};
+
+void TestDialog::escAndEnter_data() {
+  QTest::addColumn<BoxButtons>("buttons");
+  QTest::addColumn<BoxAnswer>("onEsc");
+  QTest::addColumn<BoxAnswer>("onEnter");
+  QTest::newRow("Ok") << BoxButtons::Ok << BoxAnswer::Ok << BoxAnswer::Ok;
+  QTest::newRow("Ok, Cancel") << BoxButtons::OkCancel << BoxAnswer::Cancel << BoxAnswer::Ok;
+  QTest::newRow("Yes, No") << BoxButtons::YesNo << BoxAnswer::No << BoxAnswer::Yes;
+  QTest::newRow("Retry, Cancel") << BoxButtons::RetryCancel << BoxAnswer::Cancel << BoxAnswer::Retry;
+  QTest::newRow("Abort, Retry, Ignore")
+      << BoxButtons::AbortRetryIgnore << BoxAnswer::Abort << BoxAnswer::Abort;
+}
+void TestDialog::escAndEnter() {
+  QFETCH(BoxButtons, buttons);
+  QFETCH(BoxAnswer, onEsc);
+  QFETCH(BoxAnswer, onEnter);
+  MessageBoxes dialogs;
+  pressInNextBox(Qt::Key_Escape);
+  QCOMPARE(dialogs.show({.text = "Text", .buttons = buttons}), onEsc);
+  pressInNextBox(Qt::Key_Return);
+  QCOMPARE(dialogs.show({.text = "Text", .buttons = buttons}), onEnter);
+}
+
+void TestDialog::aPresetTakesEnter() {
+  MessageBoxes dialogs;
+  pressInNextBox(Qt::Key_Return);
+  QCOMPARE(dialogs.show({.text = "Text", .buttons = BoxButtons::YesNo, .preset = BoxAnswer::No}),
+           BoxAnswer::No);
+  pressInNextBox(Qt::Key_Return);
+  QCOMPARE(
+      dialogs.show({.text = "Text", .buttons = BoxButtons::AbortRetryIgnore, .preset = BoxAnswer::Retry}),
+      BoxAnswer::Retry);
+}
+
+void TestDialog::textStandsAsTold() {
+  MessageBoxes dialogs;
+  QString text;
+  QString title;
+  Qt::TextFormat format = Qt::AutoText;
+  QTimer::singleShot(0, this, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    QVERIFY(box);
+    text = box->text();
+    title = box->windowTitle();
+    format = box->textFormat();
+    box->accept();
+  });
+  dialogs.note("<b>A & B</b>\r\nzwei\n\ndrei", BoxIcon::Critical, "Fehler");
+  QCOMPARE(text, "<b>A & B</b>\r\nzwei\n\ndrei");
+  QCOMPARE(title, "Fehler");
+  QCOMPARE(format, Qt::PlainText);
+}
+
+void TestDialog::everyButtonAnswers() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs;
+  for (const BoxButtons buttons : {BoxButtons::Ok, BoxButtons::OkCancel, BoxButtons::YesNo,
+                                   BoxButtons::RetryCancel, BoxButtons::AbortRetryIgnore})
+    for (const BoxAnswer answer : answersOf(buttons)) {
+      boxes.expect("Text", answer).with(buttons).presetting(answersOf(buttons).front());
+      QCOMPARE(dialogs.show({.text = "Text", .buttons = buttons}), answer);
+    }
+}
+
+void TestDialog::parentIsTheActiveWindow() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs;
+  QWidget window;
+  window.show();
+  QApplication::setActiveWindow(&window);
+  QWidget* outerParent = nullptr;
+  QWidget* innerParent = nullptr;
+  QWidget* outer = nullptr;
+  boxes.expect("außen").during([&] {
+    outer = QApplication::activeModalWidget();
+    outerParent = outer->parentWidget();
+    boxes.expect("innen").during([&] { innerParent = QApplication::activeModalWidget()->parentWidget(); });
+    dialogs.note("innen");
+  });
+  dialogs.note("außen");
+  QCOMPARE(outerParent, &window);
+  QCOMPARE(innerParent, outer);
+}
+
+void TestDialog::aParentThatGoesTakesItsBoxAlong() {
+  MessageBoxes dialogs;
+  auto* window = new QWidget;
+  window->show();
+  QApplication::setActiveWindow(window);
+  QTimer::singleShot(0, this, [window] { delete window; });
+  QCOMPARE(dialogs.show({.text = "Text", .buttons = BoxButtons::YesNo}), BoxAnswer::No);
+}
+
+void TestDialog::inputs() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs;
+  Qt::TextFormat format = Qt::AutoText;
+  boxes.expectInput("Wert <i>:", "9,7").titled("Eingabe").during([&] {
+    format = QApplication::activeModalWidget()->findChild<QLabel*>()->textFormat();
+  });
+  QCOMPARE(dialogs.input("Wert <i>:", "Eingabe", "1"), "9,7");
+  QCOMPARE(format, Qt::PlainText);
+  boxes.expectInput("Wert:", std::nullopt);
+  QCOMPARE(dialogs.input("Wert:", "", "vorgelegt"), "");
+}
+
+void TestDialog::fontWithColour() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs;
+  boxes.expectFont(FontChoice{"DejaVu Sans;14;0;-1;0;0", 0}).during([&] {
+    boxes.expectWindow("QColorDialog", [](QWidget& chooser) {
+      auto& colours = static_cast<QColorDialog&>(chooser);
+      colours.setCurrentColor(QColor(1, 2, 3));
+      colours.accept();
+    });
+    click(*QApplication::activeModalWidget(), "cmdFarbe");
+  });
+  const auto chosen = dialogs.chooseFont({"DejaVu Sans;10;0;0;0;0", 0});
+  QVERIFY(chosen);
+  QCOMPARE(chosen->font, "DejaVu Sans;14;0;-1;0;0");
+  QCOMPARE(chosen->colour, 0x030201u);
+  boxes.expectFont(std::nullopt);
+  QVERIFY(!dialogs.chooseFont({"DejaVu Sans;10;0;0;0;0", 0}));
+}
+
+void TestDialog::filters() {
+  QCOMPARE(nameFilters("Wettkampf (*.abc)|*.abc|Alle Dateien (*.*)|*.*"),
+           QStringList({"Wettkampf (*.abc) (*.abc)", "Alle Dateien (*.*) (*)"}));
+  QCOMPARE(nameFilters("Bilder|*.bmp;*.png"), QStringList("Bilder (*.bmp *.png)"));
+  QCOMPARE(nameFilters(""), QStringList());
+}
+
+void TestDialog::fontsAndColours() {
+  const FontSpec spec{"DejaVu Sans", 8.25, true, false, true, true};
+  QCOMPARE(fromFont(toFont(spec)), spec);
+  QCOMPARE(toColour(16711680), QColor(0, 0, 255));
+  QCOMPARE(toColour(255), QColor(255, 0, 0));
+  QCOMPARE(fromColour(QColor(255, 255, 255)), 16777215u);
+  QFont pixels("DejaVu Sans");
+  pixels.setPixelSize(20);
+  QVERIFY(fromFont(pixels).size > 0);
+}
+
+void TestDialog::errorReport() {
+  TestWorkplace place;
+  place.dialogs.expect("Fehler: 53 - Datei nicht gefunden\nFehler bei X_err!", BoxAnswer::Ignore)
+      .titled("Fehler")
+      .with(BoxButtons::AbortRetryIgnore)
+      .showing(BoxIcon::Exclamation);
+  QCOMPARE(FehlerAnzeigen(place.dialogs, Error(53), "Fehler bei X_err!"), ErrorAnswer::Ignore);
+  place.dialogs.expect("Fehler: 13 - Typen unverträglich\n", BoxAnswer::Abort).titled("Eigener");
+  QCOMPARE(FehlerAnzeigen(place.dialogs, Error(13), "", "Eigener"), ErrorAnswer::Abort);
+  place.dialogs.expect("3021 - Kein aktueller Datensatz.\nText", BoxAnswer::Retry).titled("Fehler");
+  QCOMPARE(fehlerReport(place.dialogs, "Text", {}, false)(Error(3021)), ErrorAnswer::Retry);
+}
+
+void TestDialog::errorReportAnswers() {
+  TestWorkplace place;
+  const QString text = "Fehler: 70 - Zugriff verweigert\nFehler bei X_err!";
+  place.dialogs.expect(text, BoxAnswer::Retry);
+  place.dialogs.expect(text, BoxAnswer::Ignore);
+  place.dialogs.expect(text, BoxAnswer::Abort);
+  int tries = 0;
+  QVERIFY(!reported(fehlerReport(place.dialogs, "Fehler bei X_err!"), [&](Steps& step) {
+    step([&] {
+      ++tries;
+      throw Error(70);
+    });
+    step([] { throw Error(70); });
+    QFAIL("abort leaves");
+  }));
+  QCOMPARE(tries, 2);
+}
+
+void TestDialog::confirmAndNote() {
+  TestWorkplace place;
+  place.dialogs.expect("Ja?", BoxAnswer::Yes)
+      .titled("Hinweis")
+      .with(BoxButtons::YesNo)
+      .showing(BoxIcon::Question);
+  QVERIFY(place.dialogs.confirm("Ja?"));
+  place.dialogs.expect("Nein?", BoxAnswer::No).presetting(BoxAnswer::No).showing(BoxIcon::Information);
+  QVERIFY(!place.dialogs.confirm("Nein?", BoxIcon::Information, BoxAnswer::No));
+  place.dialogs.expect("So").titled("Hinweis").with(BoxButtons::Ok).showing(BoxIcon::None);
+  place.dialogs.note("So");
+}
+
+QTEST_MAIN(TestDialog)
+#include "test_dialog.moc"
