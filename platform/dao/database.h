@@ -18,16 +18,24 @@
 namespace qk::dao {
 
 class Engine;
+class PlanCache;
 class Recordset;
 
 enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
 
+struct OpenOptions {
+  bool readOnly = false;
+  bool durable = true;  ///< false: a commit may be lost at power failure; for benchmarks and throw-away files
+};
+
 class Database {
  public:
-  /// Opens in shared mode. 3024 when the file is missing, 3044 when its folder is, 3343 for another kind of file.
+  /// Opens in shared mode. 3024 when the file is missing, 3044 when its folder is, 3051 for a folder or without
+  /// rights, 3343 for another kind of file, 3049 for a damaged one.
   static std::unique_ptr<Database> open(const QString& path, bool readOnly = false);
+  static std::unique_ptr<Database> open(const QString& path, const OpenOptions& options);
   /// Makes an empty file and opens it; 3204 when it exists.
-  static std::unique_ptr<Database> create(const QString& path);
+  static std::unique_ptr<Database> create(const QString& path, const OpenOptions& options = {});
   ~Database();
 
   const QString& path() const;
@@ -59,6 +67,7 @@ class Database {
  private:
   explicit Database(std::unique_ptr<Engine> engine);
   std::shared_ptr<Engine> engine_;
+  std::unique_ptr<PlanCache> plans_;
 };
 
 }  // namespace qk::dao

@@ -1,0 +1,243 @@
+#include "platform/dao/keyed_rows.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/dao/convert.h"
+#include "platform/dao/engine.h"
+#include "platform/dao/sql/parser.h"
+#include "platform/runtime/error.h"
+
+namespace qk::dao {
+namespace {
+
+constexpr int kFirstPage = 64;
+constexpr int kLargestPage = 16384;
+
+sql::ExpressionPtr expression(decltype(sql::Expression::node) node, sql::Kind kind) {
+  auto made = std::make_unique<sql::Expression>();
+  made->node = std::move(node);
+  made->kind = kind;
+  return made;
+}
+
+sql::ExpressionPtr binary(sql::BinaryOperator op, sql::ExpressionPtr left, sql::ExpressionPtr right) {
+  return expression(sql::Binary{op, std::move(left), std::move(right)}, sql::Kind::Boolean);
+}
+
+sql::Kind kindOf(FieldType type) {
+  switch (type) {
+    case FieldType::Boolean: return sql::Kind::Boolean;
+    case FieldType::Byte:
+    case FieldType::Integer:
+    case FieldType::Long:
+    case FieldType::Single:
+    case FieldType::Double: return sql::Kind::Number;
+    case FieldType::Currency: return sql::Kind::Money;
+    case FieldType::Date: return sql::Kind::Date;
+    case FieldType::Text:
+    case FieldType::Memo: return sql::Kind::Text;
+    case FieldType::LongBinary: break;
+  }
+  return sql::Kind::Unknown;
+}
+
+struct Comparison {
+  sql::BinaryOperator last;    // for the last field
+  sql::BinaryOperator before;  // for those before it
+  bool backwards;
+};
+
+Comparison comparisonOf(const QString& text) {
+  using enum sql::BinaryOperator;
+  if (text == "=") return {Equal, Equal, false};
+  if (text == ">=") return {GreaterEqual, Greater, false};
+  if (text == ">") return {Greater, Greater, false};
+  if (text == "<=") return {LessEqual, Less, true};
+  if (text == "<") return {Less, Less, true};
+  throw Error(5);
+}
+
+}  // namespace
+
+KeyedRows::KeyedRows(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan)
+    : engine_(std::move(engine)), plan_(std::move(plan)), pageSize_(kFirstPage) {}
+
+void KeyedRows::restart() {
+  listed_ = false;
+  limit_.reset();
+  last_.reset();
+  pageSize_ = kFirstPage;
+}
+
+bool KeyedRows::mayCome(const Key& key) const {
+  if (!paged()) return !listed_;
+  if (listed_) return false;
+  const qint64 number = key.first().toLongLong();
+  return (!last_ || number > *last_) && (!limit_ || number <= *limit_);
+}
+
+bool KeyedRows::readKeys(KeyList& keys) {
+  if (listed_) return false;
+  if (paged()) return readPage(keys);
+  readWhole(keys);
+  listed_ = true;
+  return true;
+}
+
+void KeyedRows::fixUpperLimit() {
+  const PlanSource& source = plan_->sources.front();
+  const sql::Writer& writer = engine_->writer();
+  const QString text = "SELECT max(" + writer.identifier(source.table->key.names.front()) + ") FROM " +
+                       writer.identifier(source.table->def.name);
+  limit_ = std::numeric_limits<qint64>::min();
+  engine_->read(text, {}, [this](const NativeRow& row) {
+    if (!row.first().isNull()) limit_ = row.first().toLongLong();
+    return false;
+  });
+}
+
+bool KeyedRows::readPage(KeyList& keys) {
+  if (!limit_) fixUpperLimit();
+  const QString& key = plan_->keyColumns;
+  const QString after = last_ ? key + " > ? AND " : QString();
+  const QString text = "SELECT " + key + plan_->from.text +
+                       SelectPlan::conditions({plan_->where.text, after + key + " <= ?"}) + " ORDER BY " + key +
+                       " LIMIT ?";
+  QVariantList values = plan_->from.values + plan_->where.values;
+  if (last_) values.append(static_cast<qlonglong>(*last_));
+  values.append(static_cast<qlonglong>(*limit_));
+  values.append(pageSize_);
+
+  int count = 0;
+  engine_->read(text, values, [&](const NativeRow& row) {
+    keys.append(row);
+    last_ = row.first().toLongLong();
+    ++count;
+    return true;
+  });
+  listed_ = count < pageSize_;
+  pageSize_ = std::min(pageSize_ * 4, kLargestPage);
+  return count > 0;
+}
+
+QString KeyedRows::orderClause(bool backwards) const {
+  QStringList terms;
+  if (indexFields_.isEmpty() && !plan_->orderBy.isEmpty()) terms.append(plan_->orderBy);
+  for (const QString& field : indexFields_)
+    terms.append(engine_->writer().orderTerm({indexColumn(field), backwards}).text);
+  terms.append(backwards ? plan_->keyColumns + " DESC" : plan_->keyColumns);
+  return " ORDER BY " + terms.join(", ");
+}
+
+void KeyedRows::readWhole(KeyList& keys) {
+  QString text = "SELECT " + plan_->keyColumns + plan_->from.text + SelectPlan::conditions({plan_->where.text}) +
+                 orderClause();
+  QVariantList values = plan_->from.values + plan_->where.values + orderValues();
+  if (plan_->select->top) {
+    text += " LIMIT ?";
+    values.append(*plan_->select->top);
+  }
+  engine_->read(text, values, [&](const NativeRow& row) {
+    keys.append(row);
+    return true;
+  });
+}
+
+bool KeyedRows::readRow(const Key& key, QVariantList& row) {
+  const bool whole = std::none_of(key.begin(), key.end(), [](const QVariant& part) { return part.isNull(); });
+  QString tail = whole ? rowTail_ : QString();
+  QVariantList values = plan_->row.values;
+  if (tail.isEmpty()) {
+    QStringList parts;
+    for (const PlanSource& source : plan_->sources)
+      for (qsizetype i = 0; i < source.table->key.names.size(); ++i)
+        parts.append(plan_->keyColumn(engine_->writer(), source, i) +
+                     (key[source.keyFirst + i].isNull() ? " IS NULL" : " = ?"));
+    tail = " WHERE " + parts.join(" AND ");
+    if (whole) rowTail_ = tail;
+  }
+  for (const QVariant& part : key)
+    if (!part.isNull()) values.append(part);
+  bool found = false;
+  engine_->read(plan_->row.text + tail, values, [&](const NativeRow& native) {
+    row = native;
+    found = true;
+    return false;
+  });
+  return found;
+}
+
+void KeyedRows::find(const QString& criterion, const std::function<bool(const Key&)>& take) {
+  const sql::ExpressionPtr parsed = sql::parseCriterion(criterion);
+  sql::resolveCriterion(*parsed, *plan_->select, *plan_->catalogue);
+  const sql::NativeQuery condition = engine_->writer().condition(*parsed);
+  bool more = false;
+  readFirst(condition, false, [&](const Key& key) {
+    more = take(key);
+    return false;
+  });
+  if (!more) return;
+  const QString text = "SELECT " + plan_->keyColumns + plan_->from.text +
+                       SelectPlan::conditions({plan_->where.text, condition.text}) + orderClause();
+  engine_->read(text, plan_->from.values + plan_->where.values + condition.values + orderValues(),
+                [&](const NativeRow& row) { return take(row); });
+}
+
+void KeyedRows::readFirst(const sql::NativeQuery& condition, bool backwards,
+                          const std::function<bool(const Key&)>& take) {
+  const QString text = "SELECT " + plan_->keyColumns + plan_->from.text +
+                       SelectPlan::conditions({plan_->where.text, condition.text}) + orderClause(backwards) +
+                       " LIMIT 1";
+  engine_->read(text, plan_->from.values + plan_->where.values + condition.values + orderValues(),
+                [&](const NativeRow& row) { return take(row); });
+}
+
+void KeyedRows::orderBy(const IndexDef& index) {
+  if (plan_->sources.size() != 1) throw Error(3251);
+  indexFields_ = index.fields;
+  restart();
+}
+
+sql::ExpressionPtr KeyedRows::indexColumn(const QString& name) const {
+  const PlanSource& source = plan_->sources.front();
+  const FieldDef* field = source.table->def.field(name);
+  return expression(sql::Column{source.qualifier, field->name, 0}, kindOf(field->type));
+}
+
+/// a > x OR (a = x AND b > y): everything behind the values in the index's order.
+sql::NativeQuery KeyedRows::seekCondition(const QString& comparison, const QVariantList& values) const {
+  const Comparison wanted = comparisonOf(comparison);
+  const TableDef& table = plan_->sources.front().table->def;
+  sql::ExpressionPtr condition;
+  for (qsizetype i = values.size() - 1; i >= 0; --i) {
+    const FieldDef& field = *table.field(indexFields_[i]);
+    const auto compared = [&](sql::BinaryOperator op) {
+      return binary(op, indexColumn(field.name),
+                    expression(sql::Literal{literalValue(convertedValue(values[i], field))}, kindOf(field.type)));
+    };
+    sql::ExpressionPtr own = compared(condition ? wanted.before : wanted.last);
+    if (!condition) {
+      condition = std::move(own);
+    } else if (wanted.before == sql::BinaryOperator::Equal) {
+      condition = binary(sql::BinaryOperator::And, std::move(own), std::move(condition));
+    } else {
+      condition = binary(sql::BinaryOperator::Or, std::move(own),
+                         binary(sql::BinaryOperator::And, compared(sql::BinaryOperator::Equal), std::move(condition)));
+    }
+  }
+  return engine_->writer().condition(*condition);
+}
+
+std::optional<Key> KeyedRows::seek(const QString& comparison, const QVariantList& values) {
+  if (indexFields_.isEmpty()) throw Error(3019);
+  if (values.isEmpty() || values.size() > indexFields_.size()) throw Error(3015);
+  std::optional<Key> found;
+  readFirst(seekCondition(comparison, values), comparisonOf(comparison).backwards, [&](const Key& key) {
+    found = key;
+    return false;
+  });
+  return found;
+}
+
+}  // namespace qk::dao

@@ -1,0 +1,119 @@
+#include "platform/dao/row_writer.h"
+
+#include <algorithm>
+
+#include "platform/dao/engine.h"
+#include "platform/runtime/error.h"
+
+namespace qk::dao {
+
+RowWriter::RowWriter(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan)
+    : engine_(std::move(engine)), plan_(std::move(plan)) {}
+
+QVariant RowWriter::native(int column, const EditBuffer& buffer) const {
+  return engine_->writer().toNative(buffer.values[static_cast<size_t>(column)],
+                                    plan_->columns[static_cast<size_t>(column)].def.type);
+}
+
+void RowWriter::refuseIncomplete(const EditBuffer& buffer, const PlanSource& source, bool added) const {
+  for (size_t i = 0; i < plan_->columns.size(); ++i) {
+    const PlanColumn& column = plan_->columns[i];
+    if (column.source < 0 || &plan_->sources[static_cast<size_t>(column.source)] != &source) continue;
+    if (!added && !buffer.changed[i]) continue;
+    const FieldDef& field = source.table->def.fields[static_cast<size_t>(column.baseField)];
+    const QVariant& value = buffer.values[i];
+    if (field.required && !field.autoNumber && !value.isValid()) throw Error(3314);
+    if (!field.allowZeroLength && value.typeId() == QMetaType::QString && value.toString().isEmpty()) throw Error(3315);
+  }
+}
+
+Key RowWriter::insert(const EditBuffer& buffer) {
+  const PlanSource& target = plan_->sources[static_cast<size_t>(plan_->manySide)];
+  refuseIncomplete(buffer, target, true);
+  const sql::Writer& writer = engine_->writer();
+  const auto& fields = target.table->def.fields;
+
+  QStringList names;
+  QVariantList values;
+  const bool known = insertShape_ == buffer.changed;
+  QVariantList byField(static_cast<qsizetype>(fields.size()));
+  for (size_t i = 0; i < plan_->columns.size(); ++i) {
+    if (!buffer.changed[i]) continue;
+    const PlanColumn& column = plan_->columns[i];
+    if (column.source != plan_->manySide) throw Error(3164);
+    values.append(native(static_cast<int>(i), buffer));
+    byField[column.baseField] = values.last();
+    if (!known) names.append(writer.identifier(fields[static_cast<size_t>(column.baseField)].name));
+  }
+  if (!known) {
+    const QString table = writer.identifier(target.table->def.name);
+    insertText_ = names.isEmpty() ? "INSERT INTO " + table + " DEFAULT VALUES"
+                                  : "INSERT INTO " + table + " (" + names.join(", ") + ") VALUES (" +
+                                        QStringList(names.size(), "?").join(", ") + ")";
+    insertShape_ = buffer.changed;
+  }
+  const qint64 assigned = engine_->insert(*target.table, insertText_, values);
+
+  Key key(plan_->keyWidth);
+  for (qsizetype i = 0; i < target.table->key.names.size(); ++i) {
+    const auto field = std::find_if(fields.begin(), fields.end(), [&](const FieldDef& candidate) {
+      return sameName(candidate.name, target.table->key.names[i]);
+    });
+    QVariant part = field == fields.end() ? QVariant() : byField[field - fields.begin()];
+    if (!part.isValid()) part = static_cast<qlonglong>(assigned);
+    key[target.keyFirst + i] = target.table->key.integer ? QVariant(part.toLongLong()) : part;
+  }
+  return key;
+}
+
+Key RowWriter::keyOf(const PlanSource& source, const Key& key) const {
+  return key.mid(source.keyFirst, source.table->key.names.size());
+}
+
+QString RowWriter::keyCondition(const TableInfo& table) const {
+  QStringList parts;
+  for (const QString& name : table.key.names) parts.append(engine_->writer().identifier(name) + " = ?");
+  return " WHERE " + parts.join(" AND ");
+}
+
+Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
+  const sql::Writer& writer = engine_->writer();
+  Key changedKey = key;
+  const auto updateSource = [&](size_t index) {
+    const PlanSource& source = plan_->sources[index];
+    QStringList assignments;
+    QVariantList values;
+    for (size_t i = 0; i < plan_->columns.size(); ++i) {
+      const PlanColumn& column = plan_->columns[i];
+      if (!buffer.changed[i] || column.source != static_cast<int>(index)) continue;
+      const QString& name = source.table->def.fields[static_cast<size_t>(column.baseField)].name;
+      assignments.append(writer.identifier(name) + " = ?");
+      values.append(native(static_cast<int>(i), buffer));
+      const qsizetype part = source.table->key.names.indexOf(name);
+      if (part >= 0)
+        changedKey[source.keyFirst + part] = source.table->key.integer ? QVariant(values.last().toLongLong()) : values.last();
+    }
+    if (assignments.isEmpty()) return;
+    refuseIncomplete(buffer, source, false);
+    const Key own = keyOf(source, key);
+    if (own.first().isNull()) throw Error(3164);
+    const QString text = "UPDATE " + writer.identifier(source.table->def.name) + " SET " + assignments.join(", ") +
+                         keyCondition(*source.table);
+    if (engine_->write(text, values + own) == 0) throw Error(3167);
+  };
+  if (plan_->sources.size() == 1)
+    updateSource(0);
+  else
+    engine_->transaction([&] {
+      for (size_t i = 0; i < plan_->sources.size(); ++i) updateSource(i);
+    });
+  return changedKey;
+}
+
+void RowWriter::remove(const Key& key) {
+  const PlanSource& source = plan_->sources[static_cast<size_t>(plan_->manySide)];
+  const QString text = "DELETE FROM " + engine_->writer().identifier(source.table->def.name) + keyCondition(*source.table);
+  if (engine_->write(text, keyOf(source, key)) == 0) throw Error(3167);
+}
+
+}  // namespace qk::dao

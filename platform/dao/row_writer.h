@@ -1,0 +1,42 @@
+// Rows on their way into the base tables of a select.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/dao/select_plan.h"
+
+namespace qk::dao {
+
+class Engine;
+
+/// The fields of a row while it is added or edited.
+struct EditBuffer {
+  std::vector<QVariant> values;
+  std::vector<bool> changed;  ///< by column of the plan
+};
+
+class RowWriter {
+ public:
+  RowWriter(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan);
+
+  /// Adds a row to the many side and gives the key of the new row.
+  Key insert(const EditBuffer& buffer);
+  /// Each changed column goes to its base table, all or none; 3167 when a row is gone. The key as it is afterwards.
+  Key update(const Key& key, const EditBuffer& buffer);
+  /// Deletes the row of the many side; 3167 when it's gone.
+  void remove(const Key& key);
+
+ private:
+  Key keyOf(const PlanSource& source, const Key& key) const;
+  QString keyCondition(const TableInfo& table) const;
+  QVariant native(int column, const EditBuffer& buffer) const;
+  void refuseIncomplete(const EditBuffer& buffer, const PlanSource& source, bool added) const;
+
+  std::shared_ptr<Engine> engine_;
+  std::shared_ptr<const SelectPlan> plan_;
+  std::vector<bool> insertShape_;  // the columns of insertText_: rows added one after another share the text
+  QString insertText_;
+};
+
+}  // namespace qk::dao

@@ -1,0 +1,253 @@
+#include "platform/dao/select_plan.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/dao/engine.h"
+#include "platform/dao/sql/parser.h"
+#include "platform/runtime/error.h"
+
+namespace qk::dao {
+namespace {
+
+using namespace sql;
+
+constexpr int kCachedPlans = 200;
+
+bool isAggregate(const QString& function) {
+  static const std::array names = {"count", "sum", "avg", "min", "max", "first", "last", "stdev", "stdevp", "var",
+                                   "varp"};
+  return std::any_of(names.begin(), names.end(), [&](const char* name) { return function == QLatin1String(name); });
+}
+
+bool hasAggregate(const Expression& expression) {
+  struct Visitor {
+    bool any(const ExpressionPtr& part) const { return part && hasAggregate(*part); }
+    bool any(const std::vector<ExpressionPtr>& parts) const {
+      return std::any_of(parts.begin(), parts.end(), [this](const ExpressionPtr& part) { return any(part); });
+    }
+    bool operator()(const Literal&) const { return false; }
+    bool operator()(const Column&) const { return false; }
+    bool operator()(const Unary& unary) const { return any(unary.operand); }
+    bool operator()(const Binary& binary) const { return any(binary.left) || any(binary.right); }
+    bool operator()(const Between& between) const { return any(between.value) || any(between.low) || any(between.high); }
+    bool operator()(const In& in) const { return any(in.value) || any(in.list); }
+    bool operator()(const IsNull& isNull) const { return any(isNull.value); }
+    bool operator()(const Call& call) const { return isAggregate(call.function) || any(call.arguments); }
+  };
+  return std::visit(Visitor{}, expression.node);
+}
+
+bool isPlainSource(const Source& source) {
+  if (const auto* table = std::get_if<TableSource>(&source.node)) return table->file.isEmpty();
+  if (const auto* join = std::get_if<Join>(&source.node)) return isPlainSource(*join->left) && isPlainSource(*join->right);
+  return false;
+}
+
+/// A row of the result is one row of each base table.
+bool isRowForRow(const Select& select) {
+  if (select.distinct || select.unionNext || select.having || !select.groupBy.empty() || select.from.empty()) return false;
+  for (const SourcePtr& source : select.from)
+    if (!isPlainSource(*source)) return false;
+  return std::none_of(select.items.begin(), select.items.end(), [](const SelectItem& item) {
+    return item.expression && hasAggregate(*item.expression);
+  });
+}
+
+/// The columns of a source that a join's condition sets equal to another source's.
+using Matched = std::vector<QStringList>;
+
+void collectMatches(const Expression& condition, Matched& matched) {
+  const auto* binary = std::get_if<Binary>(&condition.node);
+  if (!binary) return;
+  if (binary->op == BinaryOperator::And) {
+    collectMatches(*binary->left, matched);
+    collectMatches(*binary->right, matched);
+  } else if (binary->op == BinaryOperator::Equal) {
+    const auto* left = std::get_if<Column>(&binary->left->node);
+    const auto* right = std::get_if<Column>(&binary->right->node);
+    if (!left || !right || left->source < 0 || right->source < 0 || left->source == right->source) return;
+    matched[static_cast<size_t>(left->source)].append(left->name);
+    matched[static_cast<size_t>(right->source)].append(right->name);
+  }
+}
+
+void collectMatches(const Source& source, Matched& matched) {
+  const auto* join = std::get_if<Join>(&source.node);
+  if (!join) return;
+  collectMatches(*join->left, matched);
+  collectMatches(*join->right, matched);
+  if (join->on) collectMatches(*join->on, matched);
+}
+
+bool covers(const QStringList& matched, const QStringList& key) {
+  return !key.isEmpty() && std::all_of(key.begin(), key.end(), [&](const QString& name) {
+    return matched.contains(name, Qt::CaseInsensitive);
+  });
+}
+
+bool matchesOneRow(const TableInfo& table, const QStringList& matched) {
+  if (covers(matched, table.key.names)) return true;
+  return std::any_of(table.def.indexes.begin(), table.def.indexes.end(), [&](const IndexDef& index) {
+    return (index.unique || index.primary) && covers(matched, index.fields);
+  });
+}
+
+/// The side of a join whose rows the result repeats least: the first source that isn't looked up by a key.
+int findManySide(const Select& select, const std::vector<PlanSource>& sources) {
+  Matched matched(sources.size());
+  for (const SourcePtr& source : select.from) collectMatches(*source, matched);
+  if (select.where) collectMatches(*select.where, matched);
+  for (size_t i = 0; i < sources.size(); ++i)
+    if (!sources[i].outer && !matchesOneRow(*sources[i].table, matched[i])) return static_cast<int>(i);
+  return 0;
+}
+
+void append(NativeQuery& query, const NativeQuery& more) {
+  query.text += more.text;
+  query.values += more.values;
+}
+
+void describeColumns(SelectPlan& plan) {
+  const std::vector<ResultColumn> results = resultColumns(*plan.select, *plan.catalogue);
+  plan.columns.reserve(results.size());
+  for (const ResultColumn& result : results) {
+    const int position = static_cast<int>(plan.columns.size());
+    PlanColumn column;
+    column.def = result.type;
+    column.def.name = result.name;
+    plan.columns.push_back(column);
+    plan.positions.insert(result.name, position);
+    const QString folded = foldedName(result.name);
+    if (!plan.positions.contains(folded)) plan.positions.insert(folded, position);
+  }
+}
+
+void bindColumns(SelectPlan& plan) {
+  const std::vector<ResultColumn> results = resultColumns(*plan.select, *plan.catalogue);
+  for (size_t i = 0; i < results.size(); ++i) {
+    if (results[i].source < 0 || results[i].baseColumn.isEmpty()) continue;
+    const auto& fields = plan.sources[static_cast<size_t>(results[i].source)].table->def.fields;
+    const auto field = std::find_if(fields.begin(), fields.end(), [&](const FieldDef& candidate) {
+      return sameName(candidate.name, results[i].baseColumn);
+    });
+    if (field == fields.end()) continue;
+    plan.columns[i].source = results[i].source;
+    plan.columns[i].baseField = static_cast<int>(field - fields.begin());
+  }
+}
+
+bool collectSources(SelectPlan& plan) {
+  for (const BoundSource& bound : boundSources(*plan.select)) {
+    const TableInfo* table = bound.table.isEmpty() ? nullptr : plan.catalogue->info(bound.table);
+    if (!table || table->query) return false;
+    plan.sources.push_back({table, bound.alias.isEmpty() ? table->def.name : bound.alias, bound.outer, plan.keyWidth});
+    plan.keyWidth += static_cast<int>(table->key.names.size());
+  }
+  return !plan.sources.empty();
+}
+
+/// An order term may name a column of the result; the key list has only the sources' columns.
+OrderItem sourceOrder(const OrderItem& item, const Select& select) {
+  OrderItem own{clone(*item.expression), item.descending};
+  if (const auto* column = std::get_if<Column>(&item.expression->node); column && column->source < 0)
+    for (const SelectItem& selected : select.items)
+      if (selected.expression && sameName(selected.alias, column->name)) own.expression = clone(*selected.expression);
+  return own;
+}
+
+bool ordersByKey(const Select& select, const PlanSource& source) {
+  if (select.orderBy.empty()) return true;
+  const auto* column = std::get_if<Column>(&select.orderBy.front().expression->node);
+  return column && !select.orderBy.front().descending && sameName(column->name, source.table->key.names.front());
+}
+
+void writeParts(SelectPlan& plan, const Writer& writer) {
+  Select& select = *plan.select;
+  QStringList froms;
+  for (const SourcePtr& source : select.from) froms.append(writer.source(*source, plan.from.values));
+  plan.from.text = " FROM " + froms.join(", ");
+  if (select.where) plan.where = writer.condition(*select.where);
+
+  QStringList terms;
+  for (const OrderItem& item : select.orderBy) {
+    const NativeQuery term = writer.orderTerm(sourceOrder(item, select));
+    terms.append(term.text);
+    plan.orderValues += term.values;
+  }
+  plan.orderBy = terms.join(", ");
+
+  QStringList keys;
+  for (const PlanSource& source : plan.sources)
+    for (qsizetype i = 0; i < source.table->key.names.size(); ++i) keys.append(plan.keyColumn(writer, source, i));
+  plan.keyColumns = keys.join(", ");
+
+  const SelectPtr bare = clone(select);
+  bare->where.reset();
+  bare->orderBy.clear();
+  bare->top.reset();
+  append(plan.row, writer.select(*bare));
+}
+
+Statement parseSource(const Catalogue& catalogue, const QString& source) {
+  const QString name = source.trimmed();
+  if (const TableInfo* table = catalogue.info(name)) return parseStatement("SELECT * FROM [" + table->def.name + "]");
+  const bool oneWord = std::none_of(name.begin(), name.end(), [](QChar c) { return c.isSpace(); });
+  if (oneWord) throw Error(3078);
+  return parseStatement(source);
+}
+
+}  // namespace
+
+QString SelectPlan::conditions(const QStringList& parts) {
+  QStringList given;
+  for (const QString& part : parts)
+    if (!part.isEmpty()) given.append("(" + part + ")");
+  return given.isEmpty() ? QString() : " WHERE " + given.join(" AND ");
+}
+
+QString SelectPlan::keyColumn(const Writer& writer, const PlanSource& source, qsizetype column) const {
+  return writer.identifier(source.qualifier) + "." + writer.identifier(source.table->key.names[column]);
+}
+
+int SelectPlan::position(const QString& name) const {
+  if (const auto found = positions.find(name); found != positions.end()) return *found;
+  return positions.value(foldedName(name), -1);
+}
+
+std::shared_ptr<const SelectPlan> SelectPlan::make(Engine& engine, const QString& source) {
+  auto plan = std::make_shared<SelectPlan>();
+  plan->catalogue = engine.catalogue();
+  plan->text = source;
+  Statement statement = parseSource(*plan->catalogue, source);
+  auto* select = std::get_if<Select>(&statement);
+  if (!select || !select->into.isEmpty()) throw Error(3219);
+  plan->select = std::make_unique<Select>(std::move(*select));
+  plan->unresolved = clone(*plan->select);
+  resolve(*plan->select, *plan->catalogue);
+  describeColumns(*plan);
+
+  plan->keyed = isRowForRow(*plan->select) && collectSources(*plan);
+  if (!plan->keyed) {
+    plan->whole = engine.writer().select(*plan->select);
+    return plan;
+  }
+  plan->unresolved.reset();
+  bindColumns(*plan);
+  plan->manySide = findManySide(*plan->select, plan->sources);
+  plan->integerKey = plan->sources.size() == 1 && plan->sources.front().table->key.integer;
+  plan->paged = plan->integerKey && !plan->select->top && ordersByKey(*plan->select, plan->sources.front());
+  writeParts(*plan, engine.writer());
+  return plan;
+}
+
+std::shared_ptr<const SelectPlan> PlanCache::get(Engine& engine, const QString& source) {
+  const auto found = plans_.constFind(source);
+  if (found != plans_.cend() && (*found)->catalogue == engine.catalogue()) return *found;
+  const auto plan = SelectPlan::make(engine, source);
+  if (plans_.size() >= kCachedPlans) plans_.clear();
+  plans_.insert(source, plan);
+  return plan;
+}
+
+}  // namespace qk::dao

@@ -1,0 +1,82 @@
+#include "platform/dao/stored_rows.h"
+
+#include <QDataStream>
+#include <QIODevice>
+#include <QSet>
+
+#include "platform/dao/engine.h"
+#include "platform/dao/sql/parser.h"
+#include "platform/runtime/error.h"
+
+namespace qk::dao {
+namespace {
+
+QByteArray contentOf(const QVariantList& row) {
+  QByteArray bytes;
+  QDataStream(&bytes, QIODevice::WriteOnly) << row;
+  return bytes;
+}
+
+}  // namespace
+
+StoredRows::StoredRows(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan)
+    : engine_(std::move(engine)), plan_(std::move(plan)) {}
+
+void StoredRows::restart() {
+  read_ = false;
+  listed_ = false;
+  rows_.clear();
+}
+
+void StoredRows::readRows() {
+  if (read_) return;
+  engine_->read(plan_->whole.text, plan_->whole.values, [this](const NativeRow& row) {
+    rows_.push_back(row);
+    return true;
+  });
+  read_ = true;
+}
+
+bool StoredRows::readKeys(KeyList& keys) {
+  if (listed_) return false;
+  readRows();
+  for (size_t i = 0; i < rows_.size(); ++i) keys.append({static_cast<qlonglong>(i)});
+  listed_ = true;
+  return true;
+}
+
+bool StoredRows::readRow(const Key& key, QVariantList& row) {
+  readRows();
+  row = rows_[key.first().toULongLong()];
+  return true;
+}
+
+/// The engine decides which contents meet the criterion, the stored order which of them is first.
+void StoredRows::find(const QString& criterion, const std::function<bool(const Key&)>& take) {
+  sql::Select outer;
+  outer.items.emplace_back();
+  auto source = std::make_unique<sql::Source>();
+  source->node = sql::SelectSource{sql::clone(*plan_->unresolved), "rows"};
+  outer.from.push_back(std::move(source));
+  outer.where = sql::parseCriterion(criterion);
+  sql::resolve(outer, *plan_->catalogue);
+  const sql::NativeQuery query = engine_->writer().select(outer);
+
+  readRows();
+  QSet<QByteArray> matching;
+  engine_->read(query.text, query.values, [&](const NativeRow& row) {
+    matching.insert(contentOf(row));
+    return true;
+  });
+  if (matching.isEmpty()) return;
+  for (size_t i = 0; i < rows_.size(); ++i)
+    if (matching.contains(contentOf(rows_[i])) && !take({static_cast<qlonglong>(i)})) return;
+}
+
+bool StoredRows::mayCome(const Key&) const { return !listed_; }
+
+void StoredRows::orderBy(const IndexDef&) { throw Error(3251); }
+
+std::optional<Key> StoredRows::seek(const QString&, const QVariantList&) { throw Error(3251); }
+
+}  // namespace qk::dao
