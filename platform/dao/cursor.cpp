@@ -70,12 +70,11 @@ qsizetype Cursor::previousLive(qsizetype index) {
   return keys_.previousLive(index);
 }
 
-/// Among what is listed so far; an added row counts only behind a complete list.
+/// Among what is listed so far; an added row has its index only behind a complete list.
 qsizetype Cursor::indexOf(const Key& key) const {
-  const qsizetype listed = keys_.indexOf(key);
-  if (listed >= 0 && (keys_.isLive(listed) || added_.size() == 0)) return listed;
-  const qsizetype added = complete_ ? added_.indexOf(key) : -1;
-  return added < 0 ? listed : keys_.size() + added;
+  const qsizetype added = added_.indexOf(key);
+  if (added < 0) return keys_.indexOf(key);
+  return complete_ ? keys_.size() + added : -1;
 }
 
 Key Cursor::keyAt(qsizetype index) const {
@@ -136,7 +135,7 @@ qsizetype Cursor::workOutIndex() {
       break;
     }
   }
-  if (index_ < 0 && plan_->keyed && plan_->integerKey) return keys_.lowerBound(key_) - 1;
+  if (index_ < 0 && source_->ascending()) return keys_.lowerBound(key_) - 1;
   return index_;
 }
 
@@ -332,7 +331,7 @@ void Cursor::remove() {
   requireRow();
   if (index_ < 0) {
     // A list by ascending keys finds the gap again; any other must know the place before the row is gone.
-    if (plan_->paged)
+    if (source_->ascending())
       index_ = indexOf(key_);
     else
       workOutIndex();

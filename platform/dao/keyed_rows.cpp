@@ -25,23 +25,6 @@ sql::ExpressionPtr binary(sql::BinaryOperator op, sql::ExpressionPtr left, sql::
   return expression(sql::Binary{op, std::move(left), std::move(right)}, sql::Kind::Boolean);
 }
 
-sql::Kind kindOf(FieldType type) {
-  switch (type) {
-    case FieldType::Boolean: return sql::Kind::Boolean;
-    case FieldType::Byte:
-    case FieldType::Integer:
-    case FieldType::Long:
-    case FieldType::Single:
-    case FieldType::Double: return sql::Kind::Number;
-    case FieldType::Currency: return sql::Kind::Money;
-    case FieldType::Date: return sql::Kind::Date;
-    case FieldType::Text:
-    case FieldType::Memo: return sql::Kind::Text;
-    case FieldType::LongBinary: break;
-  }
-  return sql::Kind::Unknown;
-}
-
 struct Comparison {
   sql::BinaryOperator last;    // for the last field
   sql::BinaryOperator before;  // for those before it
@@ -202,7 +185,7 @@ void KeyedRows::orderBy(const IndexDef& index) {
 sql::ExpressionPtr KeyedRows::indexColumn(const QString& name) const {
   const PlanSource& source = plan_->sources.front();
   const FieldDef* field = source.table->def.field(name);
-  return expression(sql::Column{source.qualifier, field->name, 0}, kindOf(field->type));
+  return expression(sql::Column{source.qualifier, field->name, 0}, sql::kindOf(field->type));
 }
 
 /// a > x OR (a = x AND b > y): everything behind the values in the index's order.
@@ -214,7 +197,7 @@ sql::NativeQuery KeyedRows::seekCondition(const QString& comparison, const QVari
     const FieldDef& field = *table.field(indexFields_[i]);
     const auto compared = [&](sql::BinaryOperator op) {
       return binary(op, indexColumn(field.name),
-                    expression(sql::Literal{literalValue(convertedValue(values[i], field))}, kindOf(field.type)));
+                    expression(sql::Literal{literalValue(convertedValue(values[i], field))}, sql::kindOf(field.type)));
     };
     sql::ExpressionPtr own = compared(condition ? wanted.before : wanted.last);
     if (!condition) {

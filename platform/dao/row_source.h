@@ -25,6 +25,8 @@ class RowSource {
   virtual void find(const QString& criterion, const std::function<bool(const Key&)>& take) = 0;
   /// True while a key that isn't listed yet may still come.
   virtual bool mayCome(const Key& key) const = 0;
+  /// True where the list is in the order of whole-number keys.
+  virtual bool ascending() const = 0;
   /// Forgets what was listed.
   virtual void restart() = 0;
 

@@ -54,60 +54,6 @@ bool isRowForRow(const Select& select) {
   });
 }
 
-/// The columns of a source that a join's condition sets equal to another source's.
-using Matched = std::vector<QStringList>;
-
-void collectMatches(const Expression& condition, Matched& matched) {
-  const auto* binary = std::get_if<Binary>(&condition.node);
-  if (!binary) return;
-  if (binary->op == BinaryOperator::And) {
-    collectMatches(*binary->left, matched);
-    collectMatches(*binary->right, matched);
-  } else if (binary->op == BinaryOperator::Equal) {
-    const auto* left = std::get_if<Column>(&binary->left->node);
-    const auto* right = std::get_if<Column>(&binary->right->node);
-    if (!left || !right || left->source < 0 || right->source < 0 || left->source == right->source) return;
-    matched[static_cast<size_t>(left->source)].append(left->name);
-    matched[static_cast<size_t>(right->source)].append(right->name);
-  }
-}
-
-void collectMatches(const Source& source, Matched& matched) {
-  const auto* join = std::get_if<Join>(&source.node);
-  if (!join) return;
-  collectMatches(*join->left, matched);
-  collectMatches(*join->right, matched);
-  if (join->on) collectMatches(*join->on, matched);
-}
-
-bool covers(const QStringList& matched, const QStringList& key) {
-  return !key.isEmpty() && std::all_of(key.begin(), key.end(), [&](const QString& name) {
-    return matched.contains(name, Qt::CaseInsensitive);
-  });
-}
-
-bool matchesOneRow(const TableInfo& table, const QStringList& matched) {
-  if (covers(matched, table.key.names)) return true;
-  return std::any_of(table.def.indexes.begin(), table.def.indexes.end(), [&](const IndexDef& index) {
-    return (index.unique || index.primary) && covers(matched, index.fields);
-  });
-}
-
-/// The side of a join whose rows the result repeats least: the first source that isn't looked up by a key.
-int findManySide(const Select& select, const std::vector<PlanSource>& sources) {
-  Matched matched(sources.size());
-  for (const SourcePtr& source : select.from) collectMatches(*source, matched);
-  if (select.where) collectMatches(*select.where, matched);
-  for (size_t i = 0; i < sources.size(); ++i)
-    if (!sources[i].outer && !matchesOneRow(*sources[i].table, matched[i])) return static_cast<int>(i);
-  return 0;
-}
-
-void append(NativeQuery& query, const NativeQuery& more) {
-  query.text += more.text;
-  query.values += more.values;
-}
-
 void describeColumns(SelectPlan& plan) {
   const std::vector<ResultColumn> results = resultColumns(*plan.select, *plan.catalogue);
   plan.columns.reserve(results.size());
@@ -186,7 +132,7 @@ void writeParts(SelectPlan& plan, const Writer& writer) {
   bare->where.reset();
   bare->orderBy.clear();
   bare->top.reset();
-  append(plan.row, writer.select(*bare));
+  plan.row = writer.select(*bare);
 }
 
 Statement parseSource(const Catalogue& catalogue, const QString& source) {
@@ -234,7 +180,7 @@ std::shared_ptr<const SelectPlan> SelectPlan::make(Engine& engine, const QString
   }
   plan->unresolved.reset();
   bindColumns(*plan);
-  plan->manySide = findManySide(*plan->select, plan->sources);
+  plan->manySide = sql::manySide(*plan->select, *plan->catalogue);
   plan->integerKey = plan->sources.size() == 1 && plan->sources.front().table->key.integer;
   plan->paged = plan->integerKey && !plan->select->top && ordersByKey(*plan->select, plan->sources.front());
   writeParts(*plan, engine.writer());

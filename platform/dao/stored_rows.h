@@ -16,6 +16,7 @@ class StoredRows final : public RowSource {
   bool readRow(const Key& key, QVariantList& row) override;
   void find(const QString& criterion, const std::function<bool(const Key&)>& take) override;
   bool mayCome(const Key& key) const override;
+  bool ascending() const override { return true; }
   void restart() override;
   void orderBy(const IndexDef& index) override;
   std::optional<Key> seek(const QString& comparison, const QVariantList& values) override;
