@@ -15,15 +15,16 @@ namespace qk::dao {
 using Key = QVariantList;
 
 struct KeyColumns {
-  QStringList names;    ///< stored spelling; a column of the engine's own where the table has no primary key
-  bool integer = false; ///< one whole-number column: rows can be read in pages of ascending keys
+  QStringList names;     ///< stored spelling; a column of the engine's own where the table has no primary key
+  bool integer = false;  ///< one whole-number column: rows can be read in pages of ascending keys
 };
 
 struct TableInfo {
   TableDef def;
   KeyColumns key;
-  int autoNumber = -1;  ///< position of the field whose numbers are handed out before the row is stored; -1 for none
-  bool query = false;   ///< a stored query: it has no key, and its rows can't be changed through it
+  int autoNumber =
+      -1;  ///< position of the field whose numbers are handed out before the row is stored; -1 for none
+  bool query = false;  ///< a stored query: it has no key, and its rows can't be changed through it
 };
 
 class Catalogue : public sql::Catalog {

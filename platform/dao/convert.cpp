@@ -16,7 +16,9 @@ constexpr int kTextTooLong = 3163;
 constexpr int kDefaultTextSize = 255;
 constexpr double kMillisecondsPerDay = 86400000.0;
 
-bool isMoney(const QVariant& value) { return value.typeId() == qMetaTypeId<Money>(); }
+bool isMoney(const QVariant& value) {
+  return value.typeId() == qMetaTypeId<Money>();
+}
 
 double textNumber(const QString& text) {
   if (!isNumeric(text)) throw Error(kTypeMismatch);
@@ -25,12 +27,14 @@ double textNumber(const QString& text) {
 
 double dateNumber(const QDateTime& date) {
   const QDateTime zero = dateZero();
-  return static_cast<double>(zero.daysTo(date)) + static_cast<double>(date.time().msecsSinceStartOfDay()) / kMillisecondsPerDay;
+  return static_cast<double>(zero.daysTo(date)) +
+         static_cast<double>(date.time().msecsSinceStartOfDay()) / kMillisecondsPerDay;
 }
 
 double number(const QVariant& value) {
   switch (value.typeId()) {
-    case QMetaType::Bool: return value.toBool() ? -1 : 0;
+    case QMetaType::Bool:
+      return value.toBool() ? -1 : 0;
     case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::Short:
@@ -40,11 +44,15 @@ double number(const QVariant& value) {
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
     case QMetaType::Float:
-    case QMetaType::Double: return value.toDouble();
-    case QMetaType::QString: return textNumber(value.toString());
+    case QMetaType::Double:
+      return value.toDouble();
+    case QMetaType::QString:
+      return textNumber(value.toString());
     case QMetaType::QDate:
-    case QMetaType::QDateTime: return dateNumber(value.toDateTime());
-    default: break;
+    case QMetaType::QDateTime:
+      return dateNumber(value.toDateTime());
+    default:
+      break;
   }
   if (isMoney(value)) return value.value<Money>().toDouble();
   throw Error(kTypeMismatch);
@@ -52,7 +60,8 @@ double number(const QVariant& value) {
 
 /// Whole numbers round halves to even.
 int whole(const QVariant& value, int least, int greatest) {
-  if (value.typeId() == QMetaType::Int && value.toInt() >= least && value.toInt() <= greatest) return value.toInt();
+  if (value.typeId() == QMetaType::Int && value.toInt() >= least && value.toInt() <= greatest)
+    return value.toInt();
   const double rounded = std::nearbyint(number(value));
   if (!(rounded >= least && rounded <= greatest)) throw Error(kTypeMismatch);
   return static_cast<int>(rounded);
@@ -70,12 +79,15 @@ int yesNo(const QVariant& value) {
 
 QDateTime date(const QVariant& value) {
   switch (value.typeId()) {
-    case QMetaType::QDateTime: return value.toDateTime();
-    case QMetaType::QDate: return value.toDate().startOfDay();
+    case QMetaType::QDateTime:
+      return value.toDateTime();
+    case QMetaType::QDate:
+      return value.toDate().startOfDay();
     case QMetaType::QString:
       if (isDate(value.toString())) return parseDate(value.toString());
       break;
-    default: break;
+    default:
+      break;
   }
   const double days = number(value);
   const double wholeDays = std::floor(days);
@@ -86,10 +98,13 @@ QDateTime date(const QVariant& value) {
 
 QString text(const QVariant& value) {
   switch (value.typeId()) {
-    case QMetaType::QString: return value.toString();
+    case QMetaType::QString:
+      return value.toString();
     case QMetaType::QDate:
-    case QMetaType::QDateTime: return dateText(value.toDateTime());
-    default: break;
+    case QMetaType::QDateTime:
+      return dateText(value.toDateTime());
+    default:
+      break;
   }
   if (isMoney(value)) return value.value<Money>().toText();
   return numberText(number(value));
@@ -106,16 +121,26 @@ QString textUpTo(const QVariant& value, int size) {
 QVariant convertedValue(const QVariant& value, const FieldDef& field) {
   if (!value.isValid() || value.isNull()) return {};
   switch (field.type) {
-    case FieldType::Boolean: return yesNo(value);
-    case FieldType::Byte: return whole(value, 0, 255);
-    case FieldType::Integer: return whole(value, std::numeric_limits<short>::min(), std::numeric_limits<short>::max());
-    case FieldType::Long: return whole(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-    case FieldType::Currency: return QVariant::fromValue(isMoney(value) ? value.value<Money>() : Money::fromDouble(number(value)));
-    case FieldType::Single: return static_cast<double>(static_cast<float>(number(value)));
-    case FieldType::Double: return number(value);
-    case FieldType::Date: return date(value);
-    case FieldType::Text: return textUpTo(value, field.size);
-    case FieldType::Memo: return text(value);
+    case FieldType::Boolean:
+      return yesNo(value);
+    case FieldType::Byte:
+      return whole(value, 0, 255);
+    case FieldType::Integer:
+      return whole(value, std::numeric_limits<short>::min(), std::numeric_limits<short>::max());
+    case FieldType::Long:
+      return whole(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+    case FieldType::Currency:
+      return QVariant::fromValue(isMoney(value) ? value.value<Money>() : Money::fromDouble(number(value)));
+    case FieldType::Single:
+      return static_cast<double>(static_cast<float>(number(value)));
+    case FieldType::Double:
+      return number(value);
+    case FieldType::Date:
+      return date(value);
+    case FieldType::Text:
+      return textUpTo(value, field.size);
+    case FieldType::Memo:
+      return text(value);
     case FieldType::LongBinary:
       if (value.typeId() != QMetaType::QByteArray) throw Error(kTypeMismatch);
       return value;

@@ -7,8 +7,9 @@
 
 namespace qk::dao {
 
-/// The value in the form that a field of this definition holds. Numbers in texts are read strictly in the German form;
-/// 0 and False in a date are 30.12.1899. 3421 for what can't be converted, 3163 for a text longer than the field.
+/// The value in the form that a field of this definition holds. Numbers in texts are read strictly in the
+/// German form; 0 and False in a date are 30.12.1899. 3421 for what can't be converted, 3163 for a text
+/// longer than the field.
 QVariant convertedValue(const QVariant& value, const FieldDef& field);
 
 /// The value of a new row's field: its preset, 0 for a yes/no field without one, else Null.

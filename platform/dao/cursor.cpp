@@ -27,9 +27,12 @@ Cursor::Cursor(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan>
   if (type_ == RecordsetType::Table && (!plan_->keyed || plan_->sources.size() != 1)) throw Error(3219);
 }
 
-Cursor::~Cursor() { leaveEditing(); }
+Cursor::~Cursor() {
+  leaveEditing();
+}
 
-// --- the list -------------------------------------------------------------------------------------------------------
+// --- the list
+// -------------------------------------------------------------------------------------------------------
 
 /// A row added here may turn up again in the source's list: it stays where it is, at the end.
 bool Cursor::listMore() {
@@ -85,7 +88,8 @@ bool Cursor::isMember(const Key& key) const {
   return source_->mayCome(key) || added_.indexOf(key) >= 0 || keys_.indexOf(key) >= 0;
 }
 
-// --- the place ------------------------------------------------------------------------------------------------------
+// --- the place
+// ------------------------------------------------------------------------------------------------------
 
 /// Just opened: the first row is looked for when somebody asks.
 void Cursor::settle() const {
@@ -214,16 +218,21 @@ void Cursor::loadRow() const {
   loaded_ = true;
 }
 
-// --- fields ---------------------------------------------------------------------------------------------------------
+// --- fields
+// ---------------------------------------------------------------------------------------------------------
 
-int Cursor::fieldCount() const { return static_cast<int>(plan_->columns.size()); }
+int Cursor::fieldCount() const {
+  return static_cast<int>(plan_->columns.size());
+}
 
 const FieldDef& Cursor::field(int position) const {
   if (position < 0 || position >= fieldCount()) throw Error(3265);
   return plan_->columns[static_cast<size_t>(position)].def;
 }
 
-const FieldDef& Cursor::fieldDef(int position) const { return field(position); }
+const FieldDef& Cursor::fieldDef(int position) const {
+  return field(position);
+}
 
 int Cursor::fieldPosition(const QString& name) const {
   const int position = plan_->position(name);
@@ -248,7 +257,8 @@ void Cursor::setValue(int position, const QVariant& value) {
   buffer_.changed[static_cast<size_t>(position)] = true;
 }
 
-// --- changes --------------------------------------------------------------------------------------------------------
+// --- changes
+// --------------------------------------------------------------------------------------------------------
 
 void Cursor::requireUpdatable() const {
   if (!plan_->keyed || type_ == RecordsetType::Snapshot || engine_->readOnly()) throw Error(3027);
@@ -349,7 +359,8 @@ void Cursor::remove() {
   if (nextLive(0) < 0) placeAside(Place::After);
 }
 
-// --- looking up -----------------------------------------------------------------------------------------------------
+// --- looking up
+// -----------------------------------------------------------------------------------------------------
 
 void Cursor::findFirst(const QString& criterion) {
   leaveEditing();
@@ -363,13 +374,15 @@ void Cursor::findFirst(const QString& criterion) {
   if (found) placeAt(*found);
 }
 
-bool Cursor::noMatch() const { return noMatch_; }
+bool Cursor::noMatch() const {
+  return noMatch_;
+}
 
 void Cursor::setIndex(const QString& name) {
   if (type_ != RecordsetType::Table) throw Error(3251);
   const auto& indexes = plan_->sources.front().table->def.indexes;
-  const auto index =
-      std::find_if(indexes.begin(), indexes.end(), [&](const IndexDef& known) { return sameName(known.name, name); });
+  const auto index = std::find_if(indexes.begin(), indexes.end(),
+                                  [&](const IndexDef& known) { return sameName(known.name, name); });
   if (index == indexes.end()) throw Error(3015);
   requery();
   source_->orderBy(*index);
@@ -383,12 +396,14 @@ void Cursor::seek(const QString& comparison, const QVariantList& keys) {
   if (found) placeAt(*found);
 }
 
-// --- bookmarks ------------------------------------------------------------------------------------------------------
+// --- bookmarks
+// ------------------------------------------------------------------------------------------------------
 
 QByteArray Cursor::bookmark() const {
   requireRow();
   QByteArray bytes;
-  QDataStream(&bytes, QIODevice::WriteOnly) << key_;
+  QDataStream stream(&bytes, QIODevice::WriteOnly);
+  stream << key_;
   return bytes;
 }
 
@@ -397,12 +412,14 @@ void Cursor::setBookmark(const QByteArray& bookmark) {
   Key key;
   QDataStream stream(bookmark);
   stream >> key;
-  if (stream.status() != QDataStream::Ok || key.size() != (plan_->keyed ? plan_->keyWidth : 1) || !isMember(key))
+  if (stream.status() != QDataStream::Ok || key.size() != (plan_->keyed ? plan_->keyWidth : 1) ||
+      !isMember(key))
     throw Error(3159);
   placeAt(key);
   if (const qsizetype index = indexOf(key); index >= 0) placeAt(index);
   const qsizetype added = added_.indexOf(key);
-  gone_ = index_ >= 0 && index_ < keys_.size() && !keys_.isLive(index_) && (added < 0 || !added_.isLive(added));
+  gone_ =
+      index_ >= 0 && index_ < keys_.size() && !keys_.isLive(index_) && (added < 0 || !added_.isLive(added));
 }
 
 int Cursor::recordCount() const {

@@ -1,8 +1,10 @@
 // The one Recordset: a place in a lazily filled list of keys, and an edit buffer.
 //
-//   list:   keys of the source, in its order, read as far as somebody walks …… then the rows added through this
+//   list:   keys of the source, in its order, read as far as somebody walks …… then the rows added through
+//   this
 //           recordset, in the order of their adding
-//   place:  Unset (just opened) | Before | Row | After; a row that was found by a criterion or a bookmark has a key,
+//   place:  Unset (just opened) | Before | Row | After; a row that was found by a criterion or a bookmark has
+//   a key,
 //           its index in the list is worked out when somebody moves from it
 #pragma once
 

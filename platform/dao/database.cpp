@@ -43,7 +43,8 @@ void requireFields(const TableDef& table, const QStringList& names) {
 
 }  // namespace
 
-Database::Database(std::unique_ptr<Engine> engine) : engine_(std::move(engine)), plans_(std::make_unique<PlanCache>()) {}
+Database::Database(std::unique_ptr<Engine> engine)
+    : engine_(std::move(engine)), plans_(std::make_unique<PlanCache>()) {}
 
 Database::~Database() = default;
 
@@ -59,7 +60,9 @@ std::unique_ptr<Database> Database::create(const QString& path, const OpenOption
   return std::unique_ptr<Database>(new Database(Engine::create(path, options)));
 }
 
-const QString& Database::path() const { return engine_->path(); }
+const QString& Database::path() const {
+  return engine_->path();
+}
 
 std::unique_ptr<Recordset> Database::openRecordset(const QString& source, RecordsetType type) {
   return std::make_unique<Cursor>(engine_, plans_->get(*engine_, source), type);
@@ -76,16 +79,22 @@ int Database::execute(const QString& text) {
   return engine_->write(query.text, query.values);
 }
 
-QStringList Database::tableNames() const { return engine_->catalogue()->tableNames(); }
+QStringList Database::tableNames() const {
+  return engine_->catalogue()->tableNames();
+}
 
-QStringList Database::queryNames() const { return engine_->catalogue()->queryNames(); }
+QStringList Database::queryNames() const {
+  return engine_->catalogue()->queryNames();
+}
 
 bool Database::hasTable(const QString& name) const {
   const TableInfo* info = engine_->catalogue()->info(name);
   return info && !info->query;
 }
 
-TableDef Database::tableDef(const QString& name) const { return known(*engine_->catalogue(), name).def; }
+TableDef Database::tableDef(const QString& name) const {
+  return known(*engine_->catalogue(), name).def;
+}
 
 void Database::createTable(const TableDef& table) {
   requireNewName(*engine_->catalogue(), table.name);
@@ -132,6 +141,8 @@ void Database::reserveNumbers(const QString& table) {
   engine_->reserveNumbers(knownTable(*catalogue, table));
 }
 
-qint64 Database::commitCount() const { return engine_->commitCount(); }
+qint64 Database::commitCount() const {
+  return engine_->commitCount();
+}
 
 }  // namespace qk::dao

@@ -30,8 +30,8 @@ struct OpenOptions {
 
 class Database {
  public:
-  /// Opens in shared mode. 3024 when the file is missing, 3044 when its folder is, 3051 for a folder or without
-  /// rights, 3343 for another kind of file, 3049 for a damaged one.
+  /// Opens in shared mode. 3024 when the file is missing, 3044 when its folder is, 3051 for a folder or
+  /// without rights, 3343 for another kind of file, 3049 for a damaged one.
   static std::unique_ptr<Database> open(const QString& path, bool readOnly = false);
   static std::unique_ptr<Database> open(const QString& path, const OpenOptions& options);
   /// Makes an empty file and opens it; 3204 when it exists.
@@ -41,7 +41,8 @@ class Database {
   const QString& path() const;
 
   /// A query text, or the plain name of a table or stored query. Opening only prepares.
-  std::unique_ptr<Recordset> openRecordset(const QString& source, RecordsetType type = RecordsetType::Dynaset);
+  std::unique_ptr<Recordset> openRecordset(const QString& source,
+                                           RecordsetType type = RecordsetType::Dynaset);
   /// Runs an action query (UPDATE, DELETE, INSERT, SELECT … INTO [IN 'file']); the count of affected rows.
   int execute(const QString& text);
 

@@ -1,8 +1,8 @@
-// The seam to a database kind. Everything above it (recordsets, definitions, SELECT … INTO between files) is the same
-// for each engine: it asks the engine's Writer for text and hands over native values.
+// The seam to a database kind. Everything above it (recordsets, definitions, SELECT … INTO between files) is
+// the same for each engine: it asks the engine's Writer for text and hands over native values.
 //
-// An engine is one connection. No cursor and no lock outlives a call. Every failure is a qk::Error with the number
-// of the classic engine.
+// An engine is one connection. No cursor and no lock outlives a call. Every failure is a qk::Error with the
+// number of the classic engine.
 #pragma once
 
 #include <functional>
@@ -28,7 +28,8 @@ class Engine {
   virtual bool readOnly() const = 0;
   virtual const sql::Writer& writer() const = 0;
 
-  /// The catalogue as it stands: another object as soon as anyone, this connection or another, has changed it.
+  /// The catalogue as it stands: another object as soon as anyone, this connection or another, has changed
+  /// it.
   virtual std::shared_ptr<const Catalogue> catalogue() = 0;
   virtual void createTable(const TableDef& table) = 0;
   virtual void dropTable(const TableInfo& table) = 0;
@@ -41,14 +42,14 @@ class Engine {
                     const std::function<bool(const NativeRow&)>& take) = 0;
   /// One action statement, a transaction of its own outside of transaction(). The count of affected rows.
   virtual int write(const QString& text, const QVariantList& values) = 0;
-  /// One INSERT of one row, likewise. The key that the row got is known to the caller, but for a number that the
-  /// engine assigned itself: that one is the result.
+  /// One INSERT of one row, likewise. The key that the row got is known to the caller, but for a number that
+  /// the engine assigned itself: that one is the result.
   virtual qint64 insert(const TableInfo& table, const QString& text, const QVariantList& values) = 0;
   /// All or nothing; may be nested, the outermost commits.
   virtual void transaction(const std::function<void()>& body) = 0;
 
-  /// A number for a new row of the table that nobody else gets. Costs a commit only when no reserved number is left;
-  /// insert() sees to it that the next one is reserved within the commit that stores the row.
+  /// A number for a new row of the table that nobody else gets. Costs a commit only when no reserved number
+  /// is left; insert() sees to it that the next one is reserved within the commit that stores the row.
   virtual qint64 takeNumber(const TableInfo& table) = 0;
   /// The row of that number wasn't stored.
   virtual void giveBackNumber(const TableInfo& table, qint64 number) = 0;

@@ -58,7 +58,8 @@ qsizetype KeyList::indexOf(const Key& key) const {
 void KeyList::bury(qsizetype index) {
   if (static_cast<qsizetype>(dead_.size()) <= index) dead_.resize(static_cast<size_t>(index) + 1, false);
   dead_[static_cast<size_t>(index)] = true;
-  while (firstLive_ < static_cast<qsizetype>(dead_.size()) && dead_[static_cast<size_t>(firstLive_)]) ++firstLive_;
+  while (firstLive_ < static_cast<qsizetype>(dead_.size()) && dead_[static_cast<size_t>(firstLive_)])
+    ++firstLive_;
 }
 
 bool KeyList::isLive(qsizetype index) const {

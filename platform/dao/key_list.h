@@ -24,7 +24,8 @@ class KeyList {
 
   void bury(qsizetype index);
   bool isLive(qsizetype index) const;
-  /// First live index from `index` on, size() when there is none; deleting first rows one by one stays linear.
+  /// First live index from `index` on, size() when there is none; deleting first rows one by one stays
+  /// linear.
   qsizetype nextLive(qsizetype index) const;
   /// Last live index up to `index`, -1 when there is none.
   qsizetype previousLive(qsizetype index) const;

@@ -85,8 +85,8 @@ bool KeyedRows::readPage(KeyList& keys) {
   const QString& key = plan_->keyColumns;
   const QString after = last_ ? key + " > ? AND " : QString();
   const QString text = "SELECT " + key + plan_->from.text +
-                       SelectPlan::conditions({plan_->where.text, after + key + " <= ?"}) + " ORDER BY " + key +
-                       " LIMIT ?";
+                       SelectPlan::conditions({plan_->where.text, after + key + " <= ?"}) + " ORDER BY " +
+                       key + " LIMIT ?";
   QVariantList values = plan_->from.values + plan_->where.values;
   if (last_) values.append(static_cast<qlonglong>(*last_));
   values.append(static_cast<qlonglong>(*limit_));
@@ -114,8 +114,8 @@ QString KeyedRows::orderClause(bool backwards) const {
 }
 
 void KeyedRows::readWhole(KeyList& keys) {
-  QString text = "SELECT " + plan_->keyColumns + plan_->from.text + SelectPlan::conditions({plan_->where.text}) +
-                 orderClause();
+  QString text = "SELECT " + plan_->keyColumns + plan_->from.text +
+                 SelectPlan::conditions({plan_->where.text}) + orderClause();
   QVariantList values = plan_->from.values + plan_->where.values + orderValues();
   if (plan_->select->top) {
     text += " LIMIT ?";
@@ -196,8 +196,9 @@ sql::NativeQuery KeyedRows::seekCondition(const QString& comparison, const QVari
   for (qsizetype i = values.size() - 1; i >= 0; --i) {
     const FieldDef& field = *table.field(indexFields_[i]);
     const auto compared = [&](sql::BinaryOperator op) {
-      return binary(op, indexColumn(field.name),
-                    expression(sql::Literal{literalValue(convertedValue(values[i], field))}, sql::kindOf(field.type)));
+      return binary(
+          op, indexColumn(field.name),
+          expression(sql::Literal{literalValue(convertedValue(values[i], field))}, sql::kindOf(field.type)));
     };
     sql::ExpressionPtr own = compared(condition ? wanted.before : wanted.last);
     if (!condition) {
@@ -205,8 +206,9 @@ sql::NativeQuery KeyedRows::seekCondition(const QString& comparison, const QVari
     } else if (wanted.before == sql::BinaryOperator::Equal) {
       condition = binary(sql::BinaryOperator::And, std::move(own), std::move(condition));
     } else {
-      condition = binary(sql::BinaryOperator::Or, std::move(own),
-                         binary(sql::BinaryOperator::And, compared(sql::BinaryOperator::Equal), std::move(condition)));
+      condition = binary(
+          sql::BinaryOperator::Or, std::move(own),
+          binary(sql::BinaryOperator::And, compared(sql::BinaryOperator::Equal), std::move(condition)));
     }
   }
   return engine_->writer().condition(*condition);

@@ -27,16 +27,18 @@ class KeyedRows final : public RowSource {
   QVariantList orderValues() const { return indexFields_.isEmpty() ? plan_->orderValues : QVariantList(); }
   sql::ExpressionPtr indexColumn(const QString& name) const;
   sql::NativeQuery seekCondition(const QString& comparison, const QVariantList& values) const;
-  void readFirst(const sql::NativeQuery& condition, bool backwards, const std::function<bool(const Key&)>& take);
+  void readFirst(const sql::NativeQuery& condition, bool backwards,
+                 const std::function<bool(const Key&)>& take);
 
   std::shared_ptr<Engine> engine_;
   std::shared_ptr<const SelectPlan> plan_;
   QStringList indexFields_;
-  bool listed_ = false;          // a list that isn't paged has been read
-  std::optional<qint64> limit_;  // greatest key when the first page was read: rows that others add later stay out
-  std::optional<qint64> last_;   // greatest key listed
+  bool listed_ = false;  // a list that isn't paged has been read
+  std::optional<qint64>
+      limit_;  // greatest key when the first page was read: rows that others add later stay out
+  std::optional<qint64> last_;  // greatest key listed
   int pageSize_ = 0;
-  QString rowTail_;              // condition of readRow() for a key without Nulls
+  QString rowTail_;  // condition of readRow() for a key without Nulls
 };
 
 }  // namespace qk::dao

@@ -30,7 +30,8 @@ class Reset {
 }  // namespace
 
 QtConnection::QtConnection(const QString& driver, std::function<Error(const QSqlError&)> failure)
-    : database_(QSqlDatabase::addDatabase(driver, QUuid::createUuid().toString())), failure_(std::move(failure)) {}
+    : database_(QSqlDatabase::addDatabase(driver, QUuid::createUuid().toString())),
+      failure_(std::move(failure)) {}
 
 QtConnection::~QtConnection() {
   forget();

@@ -22,8 +22,10 @@ class QtConnection {
 
   QSqlDatabase& database() { return database_; }
 
-  /// Hands over row after row until `take` says false; Null is an invalid QVariant. The statement is reset afterwards.
-  void read(const QString& text, const QVariantList& values, const std::function<bool(const QVariantList&)>& take);
+  /// Hands over row after row until `take` says false; Null is an invalid QVariant. The statement is reset
+  /// afterwards.
+  void read(const QString& text, const QVariantList& values,
+            const std::function<bool(const QVariantList&)>& take);
   /// Affected rows.
   int write(const QString& text, const QVariantList& values = {});
   /// Inserts one row; the number that the database assigned to it.

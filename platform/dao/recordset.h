@@ -1,8 +1,8 @@
 // A recordset: a dynaset is a list of keys, filled as far as it is walked; rows are read when stood on.
 // A snapshot is a dynaset that refuses changes; a table recordset adds Seek over an index.
 //
-// After opening it stands on the first row (or BOF and EOF are both true). After Update of an AddNew the former
-// row is current again and the new one is last. A bookmark is the row's key.
+// After opening it stands on the first row (or BOF and EOF are both true). After Update of an AddNew the
+// former row is current again and the new one is last. A bookmark is the row's key.
 #pragma once
 
 #include <QByteArray>

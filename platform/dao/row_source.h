@@ -32,7 +32,8 @@ class RowSource {
 
   /// Lists by an index from now on (restarts). 3251 unless the rows are those of one table.
   virtual void orderBy(const IndexDef& index) = 0;
-  /// First row at or behind the values in that index's order ("=", ">=", ">"), or the last before ("<=", "<").
+  /// First row at or behind the values in that index's order ("=", ">=", ">"), or the last before ("<=",
+  /// "<").
   virtual std::optional<Key> seek(const QString& comparison, const QVariantList& values) = 0;
 };
 

@@ -23,7 +23,8 @@ void RowWriter::refuseIncomplete(const EditBuffer& buffer, const PlanSource& sou
     const FieldDef& field = source.table->def.fields[static_cast<size_t>(column.baseField)];
     const QVariant& value = buffer.values[i];
     if (field.required && !field.autoNumber && !value.isValid()) throw Error(3314);
-    if (!field.allowZeroLength && value.typeId() == QMetaType::QString && value.toString().isEmpty()) throw Error(3315);
+    if (!field.allowZeroLength && value.typeId() == QMetaType::QString && value.toString().isEmpty())
+      throw Error(3315);
   }
 }
 
@@ -91,14 +92,15 @@ Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
       values.append(native(static_cast<int>(i), buffer));
       const qsizetype part = source.table->key.names.indexOf(name);
       if (part >= 0)
-        changedKey[source.keyFirst + part] = source.table->key.integer ? QVariant(values.last().toLongLong()) : values.last();
+        changedKey[source.keyFirst + part] =
+            source.table->key.integer ? QVariant(values.last().toLongLong()) : values.last();
     }
     if (assignments.isEmpty()) return;
     refuseIncomplete(buffer, source, false);
     const Key own = keyOf(source, key);
     if (own.first().isNull()) throw Error(3164);
-    const QString text = "UPDATE " + writer.identifier(source.table->def.name) + " SET " + assignments.join(", ") +
-                         keyCondition(*source.table);
+    const QString text = "UPDATE " + writer.identifier(source.table->def.name) + " SET " +
+                         assignments.join(", ") + keyCondition(*source.table);
     if (engine_->write(text, values + own) == 0) throw Error(3167);
   };
   if (plan_->sources.size() == 1)
@@ -112,7 +114,8 @@ Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
 
 void RowWriter::remove(const Key& key) {
   const PlanSource& source = plan_->sources[static_cast<size_t>(plan_->manySide)];
-  const QString text = "DELETE FROM " + engine_->writer().identifier(source.table->def.name) + keyCondition(*source.table);
+  const QString text =
+      "DELETE FROM " + engine_->writer().identifier(source.table->def.name) + keyCondition(*source.table);
   if (engine_->write(text, keyOf(source, key)) == 0) throw Error(3167);
 }
 

@@ -22,7 +22,8 @@ class RowWriter {
 
   /// Adds a row to the many side and gives the key of the new row.
   Key insert(const EditBuffer& buffer);
-  /// Each changed column goes to its base table, all or none; 3167 when a row is gone. The key as it is afterwards.
+  /// Each changed column goes to its base table, all or none; 3167 when a row is gone. The key as it is
+  /// afterwards.
   Key update(const Key& key, const EditBuffer& buffer);
   /// Deletes the row of the many side; 3167 when it's gone.
   void remove(const Key& key);

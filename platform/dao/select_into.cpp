@@ -11,7 +11,8 @@ namespace qk::dao {
 namespace {
 
 /// The result's columns, and the primary key of the one table they come from where all of it is among them.
-TableDef definitionOf(const std::vector<sql::ResultColumn>& columns, const QString& name, const Catalogue& catalogue) {
+TableDef definitionOf(const std::vector<sql::ResultColumn>& columns, const QString& name,
+                      const Catalogue& catalogue) {
   TableDef table{name, {}, {}};
   QStringList baseTables;
   for (const sql::ResultColumn& column : columns) {
@@ -26,7 +27,8 @@ TableDef definitionOf(const std::vector<sql::ResultColumn>& columns, const QStri
     return table;
   }
   if (const IndexDef* primary = base->def.primary())
-    if (std::all_of(primary->fields.begin(), primary->fields.end(), [&](const QString& f) { return table.field(f); }))
+    if (std::all_of(primary->fields.begin(), primary->fields.end(),
+                    [&](const QString& f) { return table.field(f); }))
       table.indexes.push_back(*primary);
   return table;
 }

@@ -15,9 +15,10 @@ using namespace sql;
 constexpr int kCachedPlans = 200;
 
 bool isAggregate(const QString& function) {
-  static const std::array names = {"count", "sum", "avg", "min", "max", "first", "last", "stdev", "stdevp", "var",
-                                   "varp"};
-  return std::any_of(names.begin(), names.end(), [&](const char* name) { return function == QLatin1String(name); });
+  static const std::array names = {"count", "sum",   "avg",    "min", "max", "first",
+                                   "last",  "stdev", "stdevp", "var", "varp"};
+  return std::any_of(names.begin(), names.end(),
+                     [&](const char* name) { return function == QLatin1String(name); });
 }
 
 bool hasAggregate(const Expression& expression) {
@@ -30,7 +31,9 @@ bool hasAggregate(const Expression& expression) {
     bool operator()(const Column&) const { return false; }
     bool operator()(const Unary& unary) const { return any(unary.operand); }
     bool operator()(const Binary& binary) const { return any(binary.left) || any(binary.right); }
-    bool operator()(const Between& between) const { return any(between.value) || any(between.low) || any(between.high); }
+    bool operator()(const Between& between) const {
+      return any(between.value) || any(between.low) || any(between.high);
+    }
     bool operator()(const In& in) const { return any(in.value) || any(in.list); }
     bool operator()(const IsNull& isNull) const { return any(isNull.value); }
     bool operator()(const Call& call) const { return isAggregate(call.function) || any(call.arguments); }
@@ -40,13 +43,15 @@ bool hasAggregate(const Expression& expression) {
 
 bool isPlainSource(const Source& source) {
   if (const auto* table = std::get_if<TableSource>(&source.node)) return table->file.isEmpty();
-  if (const auto* join = std::get_if<Join>(&source.node)) return isPlainSource(*join->left) && isPlainSource(*join->right);
+  if (const auto* join = std::get_if<Join>(&source.node))
+    return isPlainSource(*join->left) && isPlainSource(*join->right);
   return false;
 }
 
 /// A row of the result is one row of each base table.
 bool isRowForRow(const Select& select) {
-  if (select.distinct || select.unionNext || select.having || !select.groupBy.empty() || select.from.empty()) return false;
+  if (select.distinct || select.unionNext || select.having || !select.groupBy.empty() || select.from.empty())
+    return false;
   for (const SourcePtr& source : select.from)
     if (!isPlainSource(*source)) return false;
   return std::none_of(select.items.begin(), select.items.end(), [](const SelectItem& item) {
@@ -87,7 +92,8 @@ bool collectSources(SelectPlan& plan) {
   for (const BoundSource& bound : boundSources(*plan.select)) {
     const TableInfo* table = bound.table.isEmpty() ? nullptr : plan.catalogue->info(bound.table);
     if (!table || table->query) return false;
-    plan.sources.push_back({table, bound.alias.isEmpty() ? table->def.name : bound.alias, bound.outer, plan.keyWidth});
+    plan.sources.push_back(
+        {table, bound.alias.isEmpty() ? table->def.name : bound.alias, bound.outer, plan.keyWidth});
     plan.keyWidth += static_cast<int>(table->key.names.size());
   }
   return !plan.sources.empty();
@@ -98,14 +104,16 @@ OrderItem sourceOrder(const OrderItem& item, const Select& select) {
   OrderItem own{clone(*item.expression), item.descending};
   if (const auto* column = std::get_if<Column>(&item.expression->node); column && column->source < 0)
     for (const SelectItem& selected : select.items)
-      if (selected.expression && sameName(selected.alias, column->name)) own.expression = clone(*selected.expression);
+      if (selected.expression && sameName(selected.alias, column->name))
+        own.expression = clone(*selected.expression);
   return own;
 }
 
 bool ordersByKey(const Select& select, const PlanSource& source) {
   if (select.orderBy.empty()) return true;
   const auto* column = std::get_if<Column>(&select.orderBy.front().expression->node);
-  return column && !select.orderBy.front().descending && sameName(column->name, source.table->key.names.front());
+  return column && !select.orderBy.front().descending &&
+         sameName(column->name, source.table->key.names.front());
 }
 
 void writeParts(SelectPlan& plan, const Writer& writer) {
@@ -125,7 +133,8 @@ void writeParts(SelectPlan& plan, const Writer& writer) {
 
   QStringList keys;
   for (const PlanSource& source : plan.sources)
-    for (qsizetype i = 0; i < source.table->key.names.size(); ++i) keys.append(plan.keyColumn(writer, source, i));
+    for (qsizetype i = 0; i < source.table->key.names.size(); ++i)
+      keys.append(plan.keyColumn(writer, source, i));
   plan.keyColumns = keys.join(", ");
 
   const SelectPtr bare = clone(select);
@@ -137,7 +146,8 @@ void writeParts(SelectPlan& plan, const Writer& writer) {
 
 Statement parseSource(const Catalogue& catalogue, const QString& source) {
   const QString name = source.trimmed();
-  if (const TableInfo* table = catalogue.info(name)) return parseStatement("SELECT * FROM [" + table->def.name + "]");
+  if (const TableInfo* table = catalogue.info(name))
+    return parseStatement("SELECT * FROM [" + table->def.name + "]");
   const bool oneWord = std::none_of(name.begin(), name.end(), [](QChar c) { return c.isSpace(); });
   if (oneWord) throw Error(3078);
   return parseStatement(source);

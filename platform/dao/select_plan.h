@@ -1,5 +1,5 @@
-// How the rows of a query text are listed, read and written back; worked out once for a text and shared by every
-// recordset that opens it again.
+// How the rows of a query text are listed, read and written back; worked out once for a text and shared by
+// every recordset that opens it again.
 #pragma once
 
 #include <QHash>
@@ -17,8 +17,8 @@ class Engine;
 /// A base table of a keyed select.
 struct PlanSource {
   const TableInfo* table = nullptr;
-  QString qualifier;     ///< alias or name, as it stands in the text
-  bool outer = false;    ///< may be missing from a row: its key is Null then
+  QString qualifier;       ///< alias or name, as it stands in the text
+  bool outer = false;      ///< may be missing from a row: its key is Null then
   qsizetype keyFirst = 0;  ///< position of its first key column in the row's key
 };
 
@@ -28,29 +28,30 @@ struct PlanColumn {
   int baseField = -1;  ///< position in the source table's definition
 };
 
-/// Keyed: a row is found again by the keys of its base tables, so that it can be read when stood on, and changed.
-/// Otherwise (unions, groups, distinct rows, stored queries, subselects) the rows are read whole, once.
+/// Keyed: a row is found again by the keys of its base tables, so that it can be read when stood on, and
+/// changed. Otherwise (unions, groups, distinct rows, stored queries, subselects) the rows are read whole,
+/// once.
 struct SelectPlan {
   std::shared_ptr<const Catalogue> catalogue;  ///< what the plan was made of; another one makes it stale
   QString text;
-  sql::SelectPtr select;                       ///< resolved
+  sql::SelectPtr select;  ///< resolved
   std::vector<PlanColumn> columns;
-  QHash<QString, int> positions;               ///< by name as spelled in the result, and by folded name
-  sql::NativeQuery whole;                      ///< the select as it is, where the rows aren't keyed
-  sql::SelectPtr unresolved;                   ///< likewise: to be the source of a larger select
+  QHash<QString, int> positions;  ///< by name as spelled in the result, and by folded name
+  sql::NativeQuery whole;         ///< the select as it is, where the rows aren't keyed
+  sql::SelectPtr unresolved;      ///< likewise: to be the source of a larger select
 
   bool keyed = false;
   std::vector<PlanSource> sources;
-  int manySide = 0;           ///< the source whose rows addNew() makes and remove() deletes
+  int manySide = 0;  ///< the source whose rows addNew() makes and remove() deletes
   int keyWidth = 0;
-  bool integerKey = false;    ///< one source with a whole-number key
-  bool paged = false;         ///< the order is that of the key, so the list can be read page by page
-  sql::NativeQuery from;      ///< "FROM …"
-  sql::NativeQuery where;     ///< condition, may be empty
-  QString orderBy;            ///< terms of the text's own order, may be empty
+  bool integerKey = false;  ///< one source with a whole-number key
+  bool paged = false;       ///< the order is that of the key, so the list can be read page by page
+  sql::NativeQuery from;    ///< "FROM …"
+  sql::NativeQuery where;   ///< condition, may be empty
+  QString orderBy;          ///< terms of the text's own order, may be empty
   QVariantList orderValues;
-  QString keyColumns;         ///< qualified, comma separated
-  sql::NativeQuery row;       ///< "SELECT … FROM …" without a condition
+  QString keyColumns;    ///< qualified, comma separated
+  sql::NativeQuery row;  ///< "SELECT … FROM …" without a condition
 
   static std::shared_ptr<const SelectPlan> make(Engine& engine, const QString& source);
 

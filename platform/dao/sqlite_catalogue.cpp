@@ -11,7 +11,9 @@ using sqlite::quotedName;
 
 SqliteCatalogue::SqliteCatalogue(std::shared_ptr<QtConnection> connection, qint64 version)
     : connection_(std::move(connection)), version_(version) {
-  const QString text = "SELECT name, type, sql FROM sqlite_master WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'";
+  const QString text =
+      "SELECT name, type, sql FROM sqlite_master WHERE type IN ('table', 'view') AND name NOT LIKE "
+      "'sqlite\\_%' ESCAPE '\\'";
   connection_->read(text, {}, [this](const QVariantList& row) {
     auto entry = std::make_shared<Entry>();
     entry->name = row[0].toString();
@@ -33,8 +35,12 @@ QStringList SqliteCatalogue::names(bool views) const {
   return found;
 }
 
-QStringList SqliteCatalogue::tableNames() const { return names(false); }
-QStringList SqliteCatalogue::queryNames() const { return names(true); }
+QStringList SqliteCatalogue::tableNames() const {
+  return names(false);
+}
+QStringList SqliteCatalogue::queryNames() const {
+  return names(true);
+}
 
 const TableInfo* SqliteCatalogue::info(const QString& name) const {
   auto found = entries_.constFind(name);
@@ -85,8 +91,9 @@ void SqliteCatalogue::readFields(const Entry& entry, TableInfo& table, QStringLi
     table.key.names = own.mid(0, 1);
   }
   if (primary.size() == 1 && integerKey && entry.text.contains("AUTOINCREMENT", Qt::CaseInsensitive)) {
-    const auto field = std::find_if(table.def.fields.begin(), table.def.fields.end(),
-                                    [&](const FieldDef& candidate) { return candidate.name == primary.first(); });
+    const auto field =
+        std::find_if(table.def.fields.begin(), table.def.fields.end(),
+                     [&](const FieldDef& candidate) { return candidate.name == primary.first(); });
     field->autoNumber = true;
     table.autoNumber = static_cast<int>(field - table.def.fields.begin());
   }
@@ -95,20 +102,23 @@ void SqliteCatalogue::readFields(const Entry& entry, TableInfo& table, QStringLi
 void SqliteCatalogue::readIndexes(TableInfo& table, const QStringList& primary) const {
   if (!primary.isEmpty()) table.def.indexes.push_back({"PrimaryKey", primary, true, true, true});
   QList<QVariantList> rows;
-  connection_->read("PRAGMA index_list(" + quotedName(table.def.name) + ")", {}, [&](const QVariantList& row) {
-    if (row[3].toString() != "pk" && row[4].toInt() == 0) rows.prepend(row);  // SQLite lists the newest first
-    return true;
-  });
+  connection_->read("PRAGMA index_list(" + quotedName(table.def.name) + ")", {},
+                    [&](const QVariantList& row) {
+                      if (row[3].toString() != "pk" && row[4].toInt() == 0)
+                        rows.prepend(row);  // SQLite lists the newest first
+                      return true;
+                    });
   for (const QVariantList& row : rows) {
     IndexDef index;
     index.name = sqlite::indexNameOf(table.def.name, row[1].toString());
     index.unique = row[2].toInt() != 0;
     bool plain = true;
-    connection_->read("PRAGMA index_info(" + quotedName(row[1].toString()) + ")", {}, [&](const QVariantList& column) {
-      plain = plain && column[2].isValid();
-      index.fields.append(column[2].toString());
-      return true;
-    });
+    connection_->read("PRAGMA index_info(" + quotedName(row[1].toString()) + ")", {},
+                      [&](const QVariantList& column) {
+                        plain = plain && column[2].isValid();
+                        index.fields.append(column[2].toString());
+                        return true;
+                      });
     if (plain) table.def.indexes.push_back(index);
   }
 }
@@ -142,8 +152,8 @@ void SqliteCatalogue::readFacts(TableInfo& table) const {
 bool SqliteCatalogue::readQuery(TableInfo& query) const {
   if (!hasFacts_) return false;
   QString text;
-  connection_->read("SELECT definition FROM " + kFacts + " WHERE kind = 'query' AND owner = ?", {query.def.name},
-                    [&](const QVariantList& row) {
+  connection_->read("SELECT definition FROM " + kFacts + " WHERE kind = 'query' AND owner = ?",
+                    {query.def.name}, [&](const QVariantList& row) {
                       text = row[0].toString();
                       return false;
                     });

@@ -1,10 +1,12 @@
-// The catalogue of a SQLite file, as it stood at one version of its schema. Definitions are read when asked for.
+// The catalogue of a SQLite file, as it stood at one version of its schema. Definitions are read when asked
+// for.
 //
 // What SQLite can't say stands in a small table of our own, made when the first such fact comes up:
 //   kind 'index'  owner table, name index, definition: words out of "primary required"
 //   kind 'key'    owner table, name: the name of its primary key
 //   kind 'field'  owner table, name field, definition: words out of "required nonempty"
-//   kind 'query'  owner query, definition: its text in the query language (the view beside it is its translation)
+//   kind 'query'  owner query, definition: its text in the query language (the view beside it is its
+//   translation)
 #pragma once
 
 #include <QHash>

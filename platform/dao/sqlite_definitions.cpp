@@ -59,28 +59,32 @@ void SqliteEngine::createTable(const TableDef& table) {
 
 void SqliteEngine::createIndex(const QString& table, const IndexDef& index) {
   connection_->write(QString(index.unique || index.primary ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
-                     quotedName(sqlite::storedIndexName(table, index.name)) + " ON " + quotedName(table) + " (" +
-                     nameList(index.fields) + ")");
+                     quotedName(sqlite::storedIndexName(table, index.name)) + " ON " + quotedName(table) +
+                     " (" + nameList(index.fields) + ")");
   QStringList words;
   if (index.primary) words.append("primary");
   if (index.required) words.append("required");
   if (!words.isEmpty()) noteFact("index", table, index.name, words.join(' '));
 }
 
-void SqliteEngine::noteFact(const QString& kind, const QString& owner, const QString& name, const QString& definition) {
+void SqliteEngine::noteFact(const QString& kind, const QString& owner, const QString& name,
+                            const QString& definition) {
   const QString& facts = SqliteCatalogue::kFacts;
-  connection_->write("CREATE TABLE IF NOT EXISTS " + facts +
-                     " (kind TEXT NOT NULL, owner TEXT NOT NULL, name TEXT NOT NULL, definition TEXT NOT NULL, "
-                     "PRIMARY KEY (owner, kind, name))");
-  connection_->write("INSERT OR REPLACE INTO " + facts + " (kind, owner, name, definition) VALUES (?, ?, ?, ?)",
-                     {kind, owner, name, definition});
+  connection_->write(
+      "CREATE TABLE IF NOT EXISTS " + facts +
+      " (kind TEXT NOT NULL, owner TEXT NOT NULL, name TEXT NOT NULL, definition TEXT NOT NULL, "
+      "PRIMARY KEY (owner, kind, name))");
+  connection_->write(
+      "INSERT OR REPLACE INTO " + facts + " (kind, owner, name, definition) VALUES (?, ?, ?, ?)",
+      {kind, owner, name, definition});
 }
 
 void SqliteEngine::dropTable(const TableInfo& table) {
   const bool facts = catalogue_->hasFacts();
   transaction([&] {
     connection_->write((table.query ? "DROP VIEW " : "DROP TABLE ") + quotedName(table.def.name));
-    if (facts) connection_->write("DELETE FROM " + SqliteCatalogue::kFacts + " WHERE owner = ?", {table.def.name});
+    if (facts)
+      connection_->write("DELETE FROM " + SqliteCatalogue::kFacts + " WHERE owner = ?", {table.def.name});
   });
   numbers_->forget(table);
 }
@@ -104,11 +108,11 @@ void SqliteEngine::appendIndex(const TableInfo& table, const IndexDef& index) {
 
 void SqliteEngine::createQuery(const QString& name, const sql::Select& select, const QString& text) {
   QStringList columns;
-  for (const sql::ResultColumn& column : sql::resultColumns(select, *catalogue())) columns.append(column.name);
-  const sql::NativeQuery native = writer_.select(select);
+  for (const sql::ResultColumn& column : sql::resultColumns(select, *catalogue()))
+    columns.append(column.name);
   transaction([&] {
     connection_->write("CREATE VIEW " + quotedName(name) + " (" + nameList(columns) + ") AS " +
-                       sqlite::withLiterals(native.text, native.values));
+                       writer_.plainText(select));
     noteFact("query", name, "", text);
   });
 }

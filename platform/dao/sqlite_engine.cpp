@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -73,7 +74,8 @@ SqliteEngine::~SqliteEngine() {
 /// A file in write-ahead mode needs a neighbour to be read; where none can be made nobody writes either.
 void SqliteEngine::connect() {
   const QFileInfo info(path_);
-  const bool still = options_.readOnly && !QFileInfo(info.absolutePath()).isWritable() && !QFileInfo::exists(path_ + "-wal");
+  const bool still =
+      options_.readOnly && !QFileInfo(info.absolutePath()).isWritable() && !QFileInfo::exists(path_ + "-wal");
   QString name = path_;
   QString options = "QSQLITE_BUSY_TIMEOUT=" + QString::number(kBusyMilliseconds);
   if (options_.readOnly) options += ";QSQLITE_OPEN_READONLY";
@@ -84,7 +86,9 @@ void SqliteEngine::connect() {
   QSqlDatabase& database = connection_->database();
   database.setDatabaseName(name);
   database.setConnectOptions(options);
-  if (!database.open()) throw sqlite::errorOf(database.lastError().nativeErrorCode().toInt(), database.lastError().databaseText());
+  if (!database.open())
+    throw sqlite::errorOf(database.lastError().nativeErrorCode().toInt(),
+                          database.lastError().databaseText());
   handle_ = *static_cast<sqlite3* const*>(database.driver()->handle().constData());
   sqlite3_extended_result_codes(handle_, 1);
   sql::registerSqliteFunctions(handle_);
@@ -92,7 +96,8 @@ void SqliteEngine::connect() {
 }
 
 void SqliteEngine::prepareFile() {
-  if (!options_.readOnly) connection_->read("PRAGMA journal_mode = WAL", {}, [](const QVariantList&) { return false; });
+  if (!options_.readOnly)
+    connection_->read("PRAGMA journal_mode = WAL", {}, [](const QVariantList&) { return false; });
   connection_->write(options_.durable ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
   connection_->forget();
 }
@@ -103,7 +108,8 @@ std::shared_ptr<const Catalogue> SqliteEngine::catalogue() {
     version = row[0].toLongLong();
     return false;
   });
-  if (!catalogue_ || catalogue_->version() != version) catalogue_ = std::make_shared<SqliteCatalogue>(connection_, version);
+  if (!catalogue_ || catalogue_->version() != version)
+    catalogue_ = std::make_shared<SqliteCatalogue>(connection_, version);
   return catalogue_;
 }
 
@@ -112,7 +118,9 @@ void SqliteEngine::read(const QString& text, const QVariantList& values,
   connection_->read(text, values, take);
 }
 
-int SqliteEngine::write(const QString& text, const QVariantList& values) { return connection_->write(text, values); }
+int SqliteEngine::write(const QString& text, const QVariantList& values) {
+  return connection_->write(text, values);
+}
 
 qint64 SqliteEngine::insert(const TableInfo& table, const QString& text, const QVariantList& values) {
   if (depth_ > 0 || !numbers_->isUsedUp(table)) return connection_->insert(text, values);
@@ -146,7 +154,9 @@ qint64 SqliteEngine::takeNumber(const TableInfo& table) {
   return *numbers_->take(table);
 }
 
-void SqliteEngine::giveBackNumber(const TableInfo& table, qint64 number) { numbers_->giveBack(table, number); }
+void SqliteEngine::giveBackNumber(const TableInfo& table, qint64 number) {
+  numbers_->giveBack(table, number);
+}
 
 void SqliteEngine::reserveNumbers(const TableInfo& table) {
   if (table.autoNumber >= 0 && !numbers_->has(table)) reserveBlock(table);

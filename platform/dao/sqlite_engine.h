@@ -1,4 +1,5 @@
-// SQLite: one file, several programs and connections at once (WAL), every commit durable unless asked otherwise.
+// SQLite: one file, several programs and connections at once (WAL), every commit durable unless asked
+// otherwise.
 #pragma once
 
 #include "platform/dao/engine.h"

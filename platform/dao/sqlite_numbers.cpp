@@ -35,16 +35,18 @@ bool SqliteNumbers::has(const TableInfo& table) const {
 SqliteNumbers::Block SqliteNumbers::reserve(const TableInfo& table) {
   qint64 last = 0;
   bool known = false;
-  connection_.read("SELECT seq FROM sqlite_sequence WHERE name = ?", {table.def.name}, [&](const QVariantList& row) {
-    last = row[0].toLongLong();
-    known = true;
-    return false;
-  });
+  connection_.read("SELECT seq FROM sqlite_sequence WHERE name = ?", {table.def.name},
+                   [&](const QVariantList& row) {
+                     last = row[0].toLongLong();
+                     known = true;
+                     return false;
+                   });
   const QString key = sqlite::quotedName(table.key.names.first());
-  connection_.read("SELECT max(" + key + ") FROM " + sqlite::quotedName(table.def.name), {}, [&](const QVariantList& row) {
-    last = std::max(last, row[0].toLongLong());
-    return false;
-  });
+  connection_.read("SELECT max(" + key + ") FROM " + sqlite::quotedName(table.def.name), {},
+                   [&](const QVariantList& row) {
+                     last = std::max(last, row[0].toLongLong());
+                     return false;
+                   });
   const qlonglong end = last + kBlockSize;
   if (known)
     connection_.write("UPDATE sqlite_sequence SET seq = ? WHERE name = ?", {end, table.def.name});

@@ -1,7 +1,7 @@
 // Auto numbers of a SQLite file, reserved in blocks, so that a number can be read before its row is stored.
 //
-// A block is reserved by moving the table's entry in sqlite_sequence on: whoever else inserts, through this program or
-// any other, gets numbers behind it. What is left of a block at closing stays a gap.
+// A block is reserved by moving the table's entry in sqlite_sequence on: whoever else inserts, through this
+// program or any other, gets numbers behind it. What is left of a block at closing stays a gap.
 #pragma once
 
 #include <QHash>

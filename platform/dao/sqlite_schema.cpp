@@ -3,51 +3,73 @@
 #include <QHash>
 
 #include "platform/dao/convert.h"
+#include "platform/dao/sql/resolver.h"
 #include "platform/dao/sql/sqlite_values.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao::sqlite {
 namespace {
 
-/// A Memo is a bare TEXT and a Single a FLOAT4, for SQLite works out a column's affinity from the letters of its type:
-/// in a column called MEMO the text "007" would become the number 7.
+/// A Memo is a bare TEXT and a Single a FLOAT4, for SQLite works out a column's affinity from the letters of
+/// its type: in a column called MEMO the text "007" would become the number 7.
 QString declaredType(const FieldDef& field) {
   switch (field.type) {
-    case FieldType::Boolean: return "YESNO";
-    case FieldType::Byte: return "BYTE";
-    case FieldType::Integer: return "SMALLINT";
-    case FieldType::Long: return "INTEGER";
-    case FieldType::Currency: return "CURRENCY";
-    case FieldType::Single: return "FLOAT4";
-    case FieldType::Double: return "DOUBLE";
-    case FieldType::Date: return "DATETIME";
-    case FieldType::Text: return QString("TEXT(%1)").arg(field.size > 0 ? field.size : 255);
-    case FieldType::LongBinary: return "BLOB";
-    case FieldType::Memo: return "TEXT";
+    case FieldType::Boolean:
+      return "YESNO";
+    case FieldType::Byte:
+      return "BYTE";
+    case FieldType::Integer:
+      return "SMALLINT";
+    case FieldType::Long:
+      return "INTEGER";
+    case FieldType::Currency:
+      return "CURRENCY";
+    case FieldType::Single:
+      return "FLOAT4";
+    case FieldType::Double:
+      return "DOUBLE";
+    case FieldType::Date:
+      return "DATETIME";
+    case FieldType::Text:
+      return QString("TEXT(%1)").arg(field.size > 0 ? field.size : 255);
+    case FieldType::LongBinary:
+      return "BLOB";
+    case FieldType::Memo:
+      return "TEXT";
   }
   throw Error(3421);
 }
 
 const QHash<QString, FieldType>& types() {
   static const QHash<QString, FieldType> known{
-      {"YESNO", FieldType::Boolean},   {"BOOLEAN", FieldType::Boolean},  {"BOOL", FieldType::Boolean},
-      {"BIT", FieldType::Boolean},     {"LOGICAL", FieldType::Boolean},  {"BYTE", FieldType::Byte},
-      {"TINYINT", FieldType::Byte},    {"SMALLINT", FieldType::Integer}, {"SHORT", FieldType::Integer},
-      {"INT2", FieldType::Integer},    {"INTEGER", FieldType::Long},     {"INT", FieldType::Long},
-      {"LONG", FieldType::Long},       {"INT4", FieldType::Long},        {"MEDIUMINT", FieldType::Long},
-      {"COUNTER", FieldType::Long},    {"CURRENCY", FieldType::Currency}, {"MONEY", FieldType::Currency},
-      {"NUMERIC", FieldType::Currency}, {"DECIMAL", FieldType::Currency}, {"FLOAT4", FieldType::Single},
-      {"SINGLE", FieldType::Single},   {"DOUBLE", FieldType::Double},    {"DOUBLE PRECISION", FieldType::Double},
-      {"REAL", FieldType::Double},     {"FLOAT", FieldType::Double},     {"FLOAT8", FieldType::Double},
-      {"BIGINT", FieldType::Double},   {"DATETIME", FieldType::Date},    {"DATE", FieldType::Date},
-      {"TIME", FieldType::Date},       {"TIMESTAMP", FieldType::Date},   {"BLOB", FieldType::LongBinary},
-      {"LONGBINARY", FieldType::LongBinary}, {"BINARY", FieldType::LongBinary}, {"", FieldType::Memo}};
+      {"YESNO", FieldType::Boolean},     {"BOOLEAN", FieldType::Boolean},
+      {"BOOL", FieldType::Boolean},      {"BIT", FieldType::Boolean},
+      {"LOGICAL", FieldType::Boolean},   {"BYTE", FieldType::Byte},
+      {"TINYINT", FieldType::Byte},      {"SMALLINT", FieldType::Integer},
+      {"SHORT", FieldType::Integer},     {"INT2", FieldType::Integer},
+      {"INTEGER", FieldType::Long},      {"INT", FieldType::Long},
+      {"LONG", FieldType::Long},         {"INT4", FieldType::Long},
+      {"MEDIUMINT", FieldType::Long},    {"COUNTER", FieldType::Long},
+      {"CURRENCY", FieldType::Currency}, {"MONEY", FieldType::Currency},
+      {"NUMERIC", FieldType::Currency},  {"DECIMAL", FieldType::Currency},
+      {"FLOAT4", FieldType::Single},     {"SINGLE", FieldType::Single},
+      {"DOUBLE", FieldType::Double},     {"DOUBLE PRECISION", FieldType::Double},
+      {"REAL", FieldType::Double},       {"FLOAT", FieldType::Double},
+      {"FLOAT8", FieldType::Double},     {"BIGINT", FieldType::Double},
+      {"DATETIME", FieldType::Date},     {"DATE", FieldType::Date},
+      {"TIME", FieldType::Date},         {"TIMESTAMP", FieldType::Date},
+      {"BLOB", FieldType::LongBinary},   {"LONGBINARY", FieldType::LongBinary},
+      {"BINARY", FieldType::LongBinary}, {"", FieldType::Memo}};
   return known;
 }
 
-bool isTextType(const QString& type) { return type.contains("CHAR") || type.contains("TEXT"); }
+bool isTextType(const QString& type) {
+  return type.contains("CHAR") || type.contains("TEXT");
+}
 
-bool hasText(FieldType type) { return type == FieldType::Text || type == FieldType::Memo; }
+bool hasText(FieldType type) {
+  return type == FieldType::Text || type == FieldType::Memo;
+}
 
 }  // namespace
 
@@ -76,17 +98,24 @@ QVariant presetOfDefault(const QString& text, FieldType type) {
   return sql::fromSqlite(number, type);
 }
 
-QString quotedName(const QString& name) { return '"' + QString(name).replace('"', "\"\"") + '"'; }
+QString quotedName(const QString& name) {
+  return '"' + QString(name).replace('"', "\"\"") + '"';
+}
 
 QString literal(const QVariant& native) {
   switch (native.typeId()) {
-    case QMetaType::UnknownType: return "NULL";
-    case QMetaType::QByteArray: return "x'" + QString::fromLatin1(native.toByteArray().toHex()) + "'";
+    case QMetaType::UnknownType:
+      return "NULL";
+    case QMetaType::QByteArray:
+      return "x'" + QString::fromLatin1(native.toByteArray().toHex()) + "'";
     case QMetaType::Bool:
     case QMetaType::Int:
-    case QMetaType::LongLong: return QString::number(native.toLongLong());
-    case QMetaType::Double: return QString::number(native.toDouble(), 'g', 17);
-    default: return '\'' + native.toString().replace('\'', "''") + '\'';
+    case QMetaType::LongLong:
+      return QString::number(native.toLongLong());
+    case QMetaType::Double:
+      return QString::number(native.toDouble(), 'g', 17);
+    default:
+      return '\'' + native.toString().replace('\'', "''") + '\'';
   }
 }
 
@@ -101,29 +130,13 @@ QString columnText(const FieldDef& field, bool primaryNumber, bool notNull) {
   return text;
 }
 
-QString storedIndexName(const QString& table, const QString& index) { return table + "." + index; }
+QString storedIndexName(const QString& table, const QString& index) {
+  return table + "." + index;
+}
 
 QString indexNameOf(const QString& table, const QString& stored) {
   const QString prefix = table + ".";
   return stored.startsWith(prefix, Qt::CaseInsensitive) ? stored.mid(prefix.size()) : stored;
-}
-
-QString withLiterals(const QString& text, const QVariantList& values) {
-  QString result;
-  qsizetype next = 0;
-  QChar quote;
-  for (const QChar c : text) {
-    if (quote.isNull() && (c == '\'' || c == '"')) {
-      quote = c;
-    } else if (c == quote) {
-      quote = {};
-    } else if (quote.isNull() && c == '?') {
-      result += literal(values.at(next++));
-      continue;
-    }
-    result += c;
-  }
-  return result;
 }
 
 }  // namespace qk::dao::sqlite

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QString>
-#include <QVariantList>
+#include <QVariant>
 
 #include "platform/dao/types.h"
 
@@ -25,8 +25,5 @@ QString columnText(const FieldDef& field, bool primaryNumber, bool notNull);
 /// Indexes have one name space a file, and one a table for us.
 QString storedIndexName(const QString& table, const QString& index);
 QString indexNameOf(const QString& table, const QString& stored);
-
-/// The text of a prepared statement with its values put in.
-QString withLiterals(const QString& text, const QVariantList& values);
 
 }  // namespace qk::dao::sqlite

@@ -13,7 +13,8 @@ namespace {
 
 QByteArray contentOf(const QVariantList& row) {
   QByteArray bytes;
-  QDataStream(&bytes, QIODevice::WriteOnly) << row;
+  QDataStream stream(&bytes, QIODevice::WriteOnly);
+  stream << row;
   return bytes;
 }
 
@@ -73,10 +74,16 @@ void StoredRows::find(const QString& criterion, const std::function<bool(const K
     if (matching.contains(contentOf(rows_[i])) && !take({static_cast<qlonglong>(i)})) return;
 }
 
-bool StoredRows::mayCome(const Key&) const { return !listed_; }
+bool StoredRows::mayCome(const Key&) const {
+  return !listed_;
+}
 
-void StoredRows::orderBy(const IndexDef&) { throw Error(3251); }
+void StoredRows::orderBy(const IndexDef&) {
+  throw Error(3251);
+}
 
-std::optional<Key> StoredRows::seek(const QString&, const QVariantList&) { throw Error(3251); }
+std::optional<Key> StoredRows::seek(const QString&, const QVariantList&) {
+  throw Error(3251);
+}
 
 }  // namespace qk::dao

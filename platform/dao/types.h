@@ -12,8 +12,12 @@
 namespace qk::dao {
 
 /// Names of tables, columns and indexes are told apart whatever their case, umlauts included.
-inline bool sameName(const QString& a, const QString& b) { return QString::compare(a, b, Qt::CaseInsensitive) == 0; }
-inline QString foldedName(const QString& name) { return name.toCaseFolded(); }
+inline bool sameName(const QString& a, const QString& b) {
+  return QString::compare(a, b, Qt::CaseInsensitive) == 0;
+}
+inline QString foldedName(const QString& name) {
+  return name.toCaseFolded();
+}
 
 /// The numbers are those of the classic engine: below 9 is numeric (Date isn't asked for as a number).
 enum class FieldType {
@@ -53,7 +57,8 @@ struct TableDef {
   std::vector<FieldDef> fields;
   std::vector<IndexDef> indexes;
 
-  const FieldDef* field(const QString& name) const;  ///< whatever its case (Unicode folding); nullptr when missing
+  const FieldDef* field(
+      const QString& name) const;  ///< whatever its case (Unicode folding); nullptr when missing
   const IndexDef* primary() const;
 };
 
