@@ -55,6 +55,7 @@ class Resolver {
   Bindings bindings_;
   std::vector<ExpandedColumn> resultNames_;  ///< of a criterion; they go before the columns of the sources
   bool overUnion_ = false;
+  bool aggregated_ = false;  ///< an aggregate stands among the items
 };
 
 void Resolver::select(Select& select) {
@@ -93,6 +94,7 @@ void Resolver::core(Select& select) {
 }
 
 void Resolver::order(Select& select) {
+  const Place place = aggregated_ || !select.groupBy.empty() ? Place::Group : Place::Row;
   for (OrderItem& item : select.orderBy) {
     if (const auto* literal = std::get_if<Literal>(&item.expression->node);
         literal && literal->value.userType() == QMetaType::LongLong) {
@@ -107,7 +109,7 @@ void Resolver::order(Select& select) {
       const Binding& binding = bindings_[std::size_t(column.source)];
       item.expression->node = Column{binding.name, binding.field(column.field).name, -1};
     }
-    if (!replaceByAlias(*item.expression, select)) expression(item.expression, Place::Group);
+    if (!replaceByAlias(*item.expression, select)) expression(item.expression, place);
   }
 }
 
@@ -317,6 +319,7 @@ Kind Resolver::node(Call& call, Place place) {
   if (function->aggregate && place == Place::Row) {
     throw Error(3096, QString("Die Aggregatfunktion '%1' ist hier nicht möglich.").arg(call.function));
   }
+  aggregated_ |= function->aggregate;
   const int count = int(call.arguments.size());
   const bool starred = call.star && call.function == "count";
   if (call.star ? !starred : count < function->least || count > function->most) {

@@ -1,7 +1,7 @@
 // Binds the names of a tree to tables and columns and works out what kind of value each expression is.
-// Names fold as Unicode. Errors: 3078 unknown table or query, 3061 unknown column, 3079 ambiguous column,
-// 3085 unknown function, 3096 aggregate where none can stand, 3127 and 3346 columns of an INSERT, 3307
-// columns of a union, 3073 an UPDATE that would change several tables.
+// Names fold as Unicode. Errors: 3078 unknown table or query, 3061 unknown column, 3079 ambiguous column or
+// source, 3085 unknown function, 3096 aggregate where none can stand, 3127 and 3346 columns of an INSERT,
+// 3307 columns of a union, 3073 an UPDATE that would change several tables.
 #pragma once
 
 #include "platform/dao/sql/tree.h"

@@ -127,19 +127,28 @@ int findBinding(const Bindings& bindings, const QString& name) {
 }
 
 void bindSources(const Source& source, const Catalog& catalog, bool outer, Bindings& bindings) {
+  if (const auto* join = std::get_if<Join>(&source.node)) {
+    bindSources(*join->left, catalog, outer || join->kind == JoinKind::Right, bindings);
+    bindSources(*join->right, catalog, outer || join->kind == JoinKind::Left, bindings);
+    return;
+  }
+  Binding binding;
+  binding.outer = outer;
   if (const auto* table = std::get_if<TableSource>(&source.node)) {
-    const TableDef* definition = table->file.isEmpty() ? catalog.find(table->name) : nullptr;
-    if (!definition) {
+    binding.table = table->file.isEmpty() ? catalog.find(table->name) : nullptr;
+    if (!binding.table) {
       throw Error(3078, QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(table->name));
     }
-    bindings.push_back({table->alias.isEmpty() ? definition->name : table->alias, definition, {}, outer});
-  } else if (const auto* inner = std::get_if<SelectSource>(&source.node)) {
-    bindings.push_back({inner->alias, nullptr, resultColumns(*inner->select, catalog), outer});
+    binding.name = table->alias.isEmpty() ? binding.table->name : table->alias;
   } else {
-    const Join& join = std::get<Join>(source.node);
-    bindSources(*join.left, catalog, outer || join.kind == JoinKind::Right, bindings);
-    bindSources(*join.right, catalog, outer || join.kind == JoinKind::Left, bindings);
+    const SelectSource& inner = std::get<SelectSource>(source.node);
+    binding.columns = resultColumns(*inner.select, catalog);
+    binding.name = inner.alias;
   }
+  if (!binding.name.isEmpty() && findBinding(bindings, binding.name) >= 0) {
+    throw Error(3079, QString("Die FROM-Klausel nennt '%1' mehr als einmal.").arg(binding.name));
+  }
+  bindings.push_back(std::move(binding));
 }
 
 Bindings bindSources(const std::vector<SourcePtr>& from, const Catalog& catalog) {

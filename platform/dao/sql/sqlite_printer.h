@@ -31,9 +31,10 @@ class SqlitePrinter {
   void core(const Select& select, const std::vector<Kind>& wanted);
   void item(const SelectItem& item, const Select& select, Kind wanted);
   void from(const std::vector<SourcePtr>& sources);
-  void rightSide(const Source& source);
+  void bracketed(const Source& source);
   void tableSource(const TableSource& table);
-  void assignments(const Update& update);
+  void updateOverJoin(const Update& update);
+  void where(const ExpressionPtr& expression);
 
   void node(const Expression& whole, const Literal& literal);
   void node(const Expression& whole, const Column& column);

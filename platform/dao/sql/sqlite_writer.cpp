@@ -2,12 +2,15 @@
 
 #include "platform/dao/sql/sqlite_printer.h"
 #include "platform/dao/sql/sqlite_values.h"
+#include "platform/runtime/error.h"
 
 namespace qk::dao::sql {
 namespace {
 
-/// What an UPDATE over a join calls the table it writes to, beside the same table in its FROM clause.
+/// Names in an UPDATE over a join: the table it writes to, and the join with the row to change and its new
+/// values.
 constexpr auto kTarget = "\"qk_target\"";
+constexpr auto kNewValues = "\"qk_new\"";
 
 const TableSource* tableOf(const Source& source) {
   return std::get_if<TableSource>(&source.node);
@@ -20,13 +23,22 @@ bool isJoin(const Source& source) {
   return std::holds_alternative<Join>(source.node);
 }
 
-/// The table that stands under this name or alias.
+/// The side that follows the word JOIN in print: a RIGHT JOIN is turned round, for SQLite has indexes at hand
+/// only for the right side.
+const Source& printedRight(const Join& join) {
+  return join.kind == JoinKind::Right ? *join.left : *join.right;
+}
+const Source& printedLeft(const Join& join) {
+  return join.kind == JoinKind::Right ? *join.right : *join.left;
+}
+
+/// The table that stands under this name or alias; null where brackets around a join hide its row number.
 const TableSource* findTable(const Source& source, const QString& name) {
   if (const TableSource* table = tableOf(source)) return nameOf(*table) == name ? table : nullptr;
   const auto* join = std::get_if<Join>(&source.node);
   if (!join) return nullptr;
-  const TableSource* left = findTable(*join->left, name);
-  return left ? left : findTable(*join->right, name);
+  if (const TableSource* found = findTable(printedLeft(*join), name)) return found;
+  return isJoin(printedRight(*join)) ? nullptr : findTable(printedRight(*join), name);
 }
 
 /// Names in the order of the tree, which a rewritten RIGHT JOIN would change. False when one has none.
@@ -91,10 +103,7 @@ void SqlitePrinter::core(const Select& select, const std::vector<Kind>& wanted) 
   }
   if (!select.from.empty()) text_ += " FROM ";
   from(select.from);
-  if (select.where) {
-    text_ += " WHERE ";
-    condition(*select.where);
-  }
+  where(select.where);
   for (std::size_t i = 0; i < select.groupBy.size(); ++i) {
     text_ += i == 0 ? " GROUP BY " : ", ";
     value(*select.groupBy[i]);
@@ -135,14 +144,13 @@ void SqlitePrinter::item(const SelectItem& item, const Select& select, Kind want
 }
 
 void SqlitePrinter::from(const std::vector<SourcePtr>& sources) {
-  bool first = true;
-  for (const SourcePtr& entry : sources) {
-    if (!first) text_ += ", ";
-    const bool brackets = !first && isJoin(*entry);
-    first = false;
-    if (brackets) text_ += u'(';
-    source(*entry);
-    if (brackets) text_ += u')';
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    if (i == 0) {
+      source(*sources[i]);
+    } else {
+      text_ += ", ";
+      bracketed(*sources[i]);
+    }
   }
 }
 
@@ -158,12 +166,10 @@ void SqlitePrinter::source(const Source& source) {
     }
     return;
   }
-  // A RIGHT JOIN is turned round: SQLite has indexes at hand only for the right side.
   const Join& join = std::get<Join>(source.node);
-  const bool right = join.kind == JoinKind::Right;
-  this->source(right ? *join.right : *join.left);
+  this->source(printedLeft(join));
   text_ += join.kind == JoinKind::Inner ? " INNER JOIN " : " LEFT JOIN ";
-  rightSide(right ? *join.left : *join.right);
+  bracketed(printedRight(join));
   text_ += " ON ";
   const bool outer = qualified_;
   qualified_ = true;
@@ -171,7 +177,7 @@ void SqlitePrinter::source(const Source& source) {
   qualified_ = outer;
 }
 
-void SqlitePrinter::rightSide(const Source& source) {
+void SqlitePrinter::bracketed(const Source& source) {
   const bool brackets = isJoin(source);
   if (brackets) text_ += u'(';
   this->source(source);
@@ -186,41 +192,52 @@ void SqlitePrinter::tableSource(const TableSource& table) {
   }
 }
 
-void SqlitePrinter::assignments(const Update& update) {
-  text_ += " SET ";
-  bool first = true;
-  for (const Assignment& assignment : update.set) {
-    if (!first) text_ += ", ";
-    first = false;
-    name(assignment.column.name);
-    text_ += " = ";
-    value(*assignment.value, assignment.kind);
-  }
-}
-
 void SqlitePrinter::update(const Update& update) {
   text_ += "UPDATE ";
-  if (const TableSource* table = tableOf(*update.source)) {
-    qualified_ = false;
-    tableSource(*table);
-    assignments(update);
-    if (!update.where) return;
-    text_ += " WHERE ";
-    return condition(*update.where);
+  const TableSource* table = tableOf(*update.source);
+  if (!table) return updateOverJoin(update);
+  qualified_ = false;
+  tableSource(*table);
+  text_ += " SET ";
+  for (std::size_t i = 0; i < update.set.size(); ++i) {
+    if (i > 0) text_ += ", ";
+    name(update.set[i].column.name);
+    text_ += " = ";
+    value(*update.set[i].value, update.set[i].kind);
   }
+  where(update.where);
+}
+
+void SqlitePrinter::updateOverJoin(const Update& update) {
   const QString& target = update.set.front().column.table;
-  name(findTable(*update.source, target)->name);
-  text_ += QString(" AS ") + kTarget;
-  assignments(update);
+  const TableSource* table = findTable(*update.source, target);
+  if (!table) throw Error(3073, "Die Operation muss eine aktualisierbare Abfrage verwenden.");
+  const auto newValue = [](std::size_t i) { return QString("v%1").arg(i); };
+  name(table->name);
+  text_ += QString(" AS ") + kTarget + " SET ";
+  for (std::size_t i = 0; i < update.set.size(); ++i) {
+    if (i > 0) text_ += ", ";
+    name(update.set[i].column.name);
+    text_ += QString(" = ") + kNewValues + u'.' + newValue(i);
+  }
+  text_ += " FROM (SELECT ";
+  name(target);
+  text_ += ".rowid AS r";
+  for (std::size_t i = 0; i < update.set.size(); ++i) {
+    text_ += ", ";
+    value(*update.set[i].value, update.set[i].kind);
+    text_ += " AS " + newValue(i);
+  }
   text_ += " FROM ";
   source(*update.source);
-  text_ += QString(" WHERE ") + kTarget + ".rowid = ";
-  name(target);
-  text_ += ".rowid";
-  if (!update.where) return;
-  text_ += " AND (";
-  condition(*update.where);
-  text_ += u')';
+  where(update.where);
+  text_ += QString(") AS ") + kNewValues + " WHERE " + kTarget + ".rowid = " + kNewValues + ".r";
+}
+
+void SqlitePrinter::where(const ExpressionPtr& expression) {
+  if (!expression) return;
+  text_ += " WHERE ";
+  condition(*expression);
 }
 
 void SqlitePrinter::remove(const Delete& remove) {
@@ -228,19 +245,16 @@ void SqlitePrinter::remove(const Delete& remove) {
   if (const TableSource* table = tableOf(*remove.source)) {
     qualified_ = false;
     tableSource(*table);
-    if (!remove.where) return;
-    text_ += " WHERE ";
-    return condition(*remove.where);
+    return where(remove.where);
   }
-  name(findTable(*remove.source, remove.starTable)->name);
+  const TableSource* table = findTable(*remove.source, remove.starTable);
+  if (!table) throw Error(3086, "Aus den angegebenen Tabellen kann nicht gelöscht werden.");
+  name(table->name);
   text_ += " WHERE rowid IN (SELECT ";
   name(remove.starTable);
   text_ += ".rowid FROM ";
   source(*remove.source);
-  if (remove.where) {
-    text_ += " WHERE ";
-    condition(*remove.where);
-  }
+  where(remove.where);
   text_ += u')';
 }
 

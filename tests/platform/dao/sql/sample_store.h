@@ -1,0 +1,40 @@
+// A small store for tests: a catalogue and the same tables in a real SQLite database in memory, reached
+// through the raw handle.
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "platform/dao/sql/sqlite_writer.h"
+
+struct sqlite3;
+
+namespace qk::dao::sql::test {
+
+class SampleStore : public Catalog {
+ public:
+  SampleStore();
+  ~SampleStore() override;
+  const TableDef* find(const QString& name) const override;
+
+  sqlite3* handle() const { return database_; }
+
+  /// Adds a table: "ID* l, Name t, Betrag m", "*" marking primary key columns; types are those of TypeLetter.
+  /// y yes/no, i integer, l long, m money, d double, c date, t text, b binary
+  void table(const QString& name, const QString& columns);
+  /// A stored query, as a view with the result's names.
+  void query(const QString& name, const QString& text);
+
+  /// Rows as texts: cells by "|", Null as "NULL", rows in order.
+  QStringList native(const QString& text, const QVariantList& values = {}) const;
+  /// Translates and runs; an Error of SQLite's own is thrown as 3000 with its message.
+  QStringList run(const QString& text) const;
+  NativeQuery translate(const QString& text) const;
+  int changes() const;
+
+ private:
+  std::map<QString, std::unique_ptr<TableDef>> tables_;
+  sqlite3* database_ = nullptr;
+};
+
+}  // namespace qk::dao::sql::test
