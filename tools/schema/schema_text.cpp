@@ -14,16 +14,13 @@ namespace qk {
 using dao::FieldDef;
 using dao::FieldType;
 using dao::IndexDef;
+using dao::sameName;
 using dao::TableDef;
 
 namespace {
 
 [[noreturn]] void fail(const QString& source, int line, const QString& what) {
   throw Error(5, QStringLiteral("%1:%2: %3").arg(source).arg(line).arg(what));
-}
-
-bool sameName(const QString& a, const QString& b) {
-  return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 /// Words of a line, taken one by one; "[Alter von]" is one word.

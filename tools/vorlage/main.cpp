@@ -1,0 +1,46 @@
+// qk-vorlage TEXT DATEI: builds a side database from its schema text. A tool of the build.
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QTextStream>
+
+#include "platform/runtime/error.h"
+#include "tools/schema/schema_build.h"
+
+namespace {
+
+QString readText(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) throw qk::Error(53, path + ": " + file.errorString());
+  return QString::fromUtf8(file.readAll());
+}
+
+/// The build sees either the old file or the whole new one.
+void build(const QString& textPath, const QString& target) {
+  const QString draft = target + ".neu";
+  QFile::remove(draft);
+  const qk::Schema schema = qk::parseSchema(readText(textPath), QFileInfo(textPath).fileName());
+  qk::createDatabase(draft, [&schema](qk::dao::Database& database) { qk::buildSchema(database, schema); });
+  QFile::remove(target);
+  if (!QFile::rename(draft, target)) throw qk::Error(75, target);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  const QStringList arguments = application.arguments();
+  QTextStream errors(stderr);
+  if (arguments.size() != 3) {
+    errors << "Aufruf: qk-vorlage TEXT DATEI\n";
+    return 2;
+  }
+  try {
+    build(arguments.at(1), arguments.at(2));
+  } catch (const qk::Error& error) {
+    errors << error.description() << "\n";
+    return 1;
+  }
+  return 0;
+}
