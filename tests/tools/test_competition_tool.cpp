@@ -1,0 +1,125 @@
+// qk-wettkampf as its user meets it: what it says and how it ends.
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "platform/dao/database.h"
+#include "tools/wettkampf/commands.h"
+
+namespace {
+
+struct Answer {
+  int status = -1;
+  QString out;
+  QString errors;
+};
+
+Answer call(const QStringList& arguments) {
+  Answer answer;
+  QTextStream out(&answer.out);
+  QTextStream errors(&answer.errors);
+  answer.status = qk::runCompetitionTool(arguments, out, errors);
+  return answer;
+}
+
+}  // namespace
+
+class TestCompetitionTool : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void helpIsGerman();
+  void refusesWrongCalls_data();
+  void refusesWrongCalls();
+  void makesAFileOnce();
+  void namesAMissingFolder();
+  void hintsAtTheExtension();
+  void demoWritesTheExchangeFolder();
+  void binaryReturnsItsStatus();
+
+ private:
+  QString path(const QString& name) const { return folder_.filePath(name); }
+  QTemporaryDir folder_;
+};
+
+void TestCompetitionTool::helpIsGerman() {
+  const Answer answer = call({"--help"});
+  QCOMPARE(answer.status, 0);
+  QVERIFY(answer.out.contains("qk-wettkampf neu DATEI"));
+  QVERIFY(answer.out.contains("qk-wettkampf demo DATEI"));
+  QVERIFY(answer.out.contains("--austausch"));
+  QVERIFY(answer.errors.isEmpty());
+}
+
+void TestCompetitionTool::refusesWrongCalls_data() {
+  QTest::addColumn<QStringList>("arguments");
+  QTest::addColumn<QString>("message");
+  QTest::newRow("nothing") << QStringList{} << "Es fehlt ein Befehl: neu oder demo.";
+  QTest::newRow("command") << QStringList{"alt", "a.qkk"} << "Unbekannter Befehl »alt«.";
+  QTest::newRow("no file") << QStringList{"neu"} << "Es fehlt der Name der Datei.";
+  QTest::newRow("two files") << QStringList{"neu", "a.qkk", "b.qkk"} << "Mehr als eine Datei: »b.qkk«.";
+  QTest::newRow("option") << QStringList{"neu", "a.qkk", "--austausch", "x"}
+                          << "Unbekannte Angabe »--austausch«.";
+  QTest::newRow("demo option") << QStringList{"demo", "a.qkk", "--name", "x"}
+                               << "Unbekannte Angabe »--name«.";
+  QTest::newRow("no value") << QStringList{"demo", "a.qkk", "--austausch"}
+                            << "Hinter »--austausch« fehlt der Wert.";
+  QTest::newRow("date") << QStringList{"neu", "a.qkk", "--datum", "bald"}
+                        << "»bald« ist kein Datum der Form TT.MM.JJJJ.";
+}
+
+void TestCompetitionTool::refusesWrongCalls() {
+  QFETCH(QStringList, arguments);
+  QFETCH(QString, message);
+  const Answer answer = call(arguments);
+  QCOMPARE(answer.status, 2);
+  QVERIFY2(answer.errors.startsWith(message + "\n"), qPrintable(answer.errors));
+  QVERIFY(answer.out.isEmpty());
+}
+
+void TestCompetitionTool::makesAFileOnce() {
+  const QString file = path("einmal.qkk");
+  QCOMPARE(call({"neu", file, "--name", "Herbstpokal", "--datum", "01.10.2026"}).status, 0);
+  QFile made(file);
+  QVERIFY(made.open(QIODevice::ReadOnly));
+  const QByteArray before = made.readAll();
+  for (const char* command : {"neu", "demo"}) {
+    const Answer again = call({command, file});
+    QCOMPARE(again.status, 1);
+    QCOMPARE(again.errors, QString("Die Datei gibt es schon, sie bleibt unverändert: %1\n").arg(file));
+  }
+  made.seek(0);
+  QCOMPARE(made.readAll(), before);
+}
+
+void TestCompetitionTool::namesAMissingFolder() {
+  const Answer answer = call({"neu", path("fehlt/a.qkk")});
+  QCOMPARE(answer.status, 1);
+  QCOMPARE(answer.errors, QString("Den Ordner gibt es nicht: %1\n").arg(path("fehlt")));
+}
+
+void TestCompetitionTool::hintsAtTheExtension() {
+  const Answer answer = call({"neu", path("ohne")});
+  QCOMPARE(answer.status, 0);
+  QVERIFY(answer.out.contains("Hinweis: QK-Intarso öffnet nur Dateien mit der Endung qkk."));
+}
+
+void TestCompetitionTool::demoWritesTheExchangeFolder() {
+  const Answer answer = call({"demo", path("demo.qkk"), "--austausch", path("esa")});
+  QCOMPARE(answer.errors, QString());
+  QCOMPARE(answer.status, 0);
+  QVERIFY(QFile::exists(path("esa/esa_preis.ini")));
+}
+
+void TestCompetitionTool::binaryReturnsItsStatus() {
+  QCOMPARE(QProcess::execute(QK_WETTKAMPF, {"neu", path("prozess.qkk")}), 0);
+  QVERIFY(qk::dao::Database::open(path("prozess.qkk"))->hasTable("Disziplin"));
+  QProcess again;
+  again.start(QK_WETTKAMPF, {"neu", path("prozess.qkk")});
+  QVERIFY(again.waitForFinished());
+  QCOMPARE(again.exitCode(), 1);
+  QVERIFY(QString::fromUtf8(again.readAllStandardError()).startsWith("Die Datei gibt es schon"));
+}
+
+QTEST_GUILESS_MAIN(TestCompetitionTool)
+#include "test_competition_tool.moc"
