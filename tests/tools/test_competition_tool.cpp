@@ -33,6 +33,7 @@ class TestCompetitionTool : public QObject {
   void refusesWrongCalls();
   void makesAFileOnce();
   void namesAMissingFolder();
+  void namesAMissingExchangeParent();
   void hintsAtTheExtension();
   void demoWritesTheExchangeFolder();
   void binaryReturnsItsStatus();
@@ -96,6 +97,13 @@ void TestCompetitionTool::namesAMissingFolder() {
   const Answer answer = call({"neu", path("fehlt/a.qkk")});
   QCOMPARE(answer.status, 1);
   QCOMPARE(answer.errors, QString("Den Ordner gibt es nicht: %1\n").arg(path("fehlt")));
+}
+
+void TestCompetitionTool::namesAMissingExchangeParent() {
+  const Answer answer = call({"demo", path("ohneordner.qkk"), "--austausch", path("fehlt/esa/")});
+  QCOMPARE(answer.status, 1);
+  QCOMPARE(answer.errors, QString("Den Ordner gibt es nicht: %1\n").arg(path("fehlt")));
+  QVERIFY(!QFile::exists(path("ohneordner.qkk")));
 }
 
 void TestCompetitionTool::hintsAtTheExtension() {

@@ -1,6 +1,8 @@
 // The readable schema text: what it says, and where it is wrong.
+#include <QTemporaryDir>
 #include <QtTest>
 
+#include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
 #include "tools/schema/schema_build.h"
@@ -37,6 +39,8 @@ class TestSchemaText : public QObject {
   void refusesCellsThatDontFit_data();
   void refusesCellsThatDontFit();
   void refusesUnknownRowColumn();
+  void buildsWhatTheTextSays();
+  void failureLeavesNoFile();
 };
 
 void TestSchemaText::readsTypes() {
@@ -207,6 +211,37 @@ void TestSchemaText::refusesUnknownRowColumn() {
   } catch (const qk::Error& error) {
     QCOMPARE(error.description(), QString("probe.txt: Zeilen T: keine Spalte »B«"));
   }
+}
+
+void TestSchemaText::buildsWhatTheTextSays() {
+  const QTemporaryDir folder;
+  const qk::Schema schema = qk::parseSchema(
+      "Tabelle T\n  ID Zähler\n  Name Text 20\n  Index PrimaryKey primär ID\n  Index Name Name\n"
+      "Abfrage Namen\n  SELECT T.Name AS [T.Name] FROM T\n"
+      "Zeilen T\n  ID | Name\n  7 | Öd\n  9 |\n",
+      "probe.txt");
+  qk::createDatabase(folder.filePath("t"), [&](qk::dao::Database& db) { qk::buildSchema(db, schema); });
+  const auto database = qk::dao::Database::open(folder.filePath("t"));
+  QCOMPARE(database->tableDef("T").indexes.size(), size_t{2});
+  const auto rows = database->openRecordset("Select * from T order by ID");
+  QCOMPARE(rows->value("ID").toInt(), 7);
+  rows->moveNext();
+  QCOMPARE(rows->value("ID").toInt(), 9);
+  QVERIFY(!rows->value("Name").isValid());
+  const auto names = database->openRecordset("Select * from Namen");
+  QCOMPARE(names->value("T.Name").toString(), QString("Öd"));
+}
+
+void TestSchemaText::failureLeavesNoFile() {
+  const QTemporaryDir folder;
+  const qk::Schema schema = qk::parseSchema("Tabelle T\n  A Long\nZeilen T\n  A\n  viel\n", "probe.txt");
+  try {
+    qk::createDatabase(folder.filePath("t"), [&](qk::dao::Database& db) { qk::buildSchema(db, schema); });
+    QFAIL("no error");
+  } catch (const qk::Error& error) {
+    QCOMPARE(error.number(), 5);
+  }
+  QVERIFY(QDir(folder.path()).isEmpty(QDir::Files));
 }
 
 QTEST_GUILESS_MAIN(TestSchemaText)

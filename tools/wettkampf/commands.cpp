@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <optional>
 
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
@@ -89,16 +88,23 @@ Request parseRequest(QStringList arguments) {
   return request;
 }
 
-std::optional<QString> obstacle(const QString& path) {
-  const QFileInfo file(path);
-  if (file.exists()) return QString("Die Datei gibt es schon, sie bleibt unverändert: %1").arg(path);
-  if (!file.absoluteDir().exists()) return QString("Den Ordner gibt es nicht: %1").arg(file.absolutePath());
-  return std::nullopt;
+QString missingFolder(const QFileInfo& file) {
+  return file.absoluteDir().exists() ? QString()
+                                     : QString("Den Ordner gibt es nicht: %1").arg(file.absolutePath());
+}
+
+/// What stands in the way, before anything is made; empty for nothing.
+QString obstacle(const Request& request) {
+  const QFileInfo file(request.path);
+  if (file.exists()) return QString("Die Datei gibt es schon, sie bleibt unverändert: %1").arg(request.path);
+  const QString missing = missingFolder(file);
+  if (!missing.isEmpty() || request.exchangeFolder.isEmpty()) return missing;
+  return missingFolder(QFileInfo(QDir::cleanPath(request.exchangeFolder)));
 }
 
 int carryOut(const Request& request, QTextStream& out, QTextStream& errors) {
-  if (const auto text = obstacle(request.path)) {
-    errors << *text << "\n";
+  if (const QString text = obstacle(request); !text.isEmpty()) {
+    errors << text << "\n";
     return 1;
   }
   if (request.kind == Request::Kind::Demo)

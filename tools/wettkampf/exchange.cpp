@@ -15,26 +15,28 @@ struct Offer {
   const char* key;
   int shots;
   const char* scoring;  ///< "10" ring + teiler, "11" tenths + teiler
-  const char* file;
 };
 
 const std::array<Offer, 14> Offers = {{
-    {"LG Meister", "LG", "1.10", 40, "10", "0_hd_LG_Meister.def"},
-    {"LG Meister Zehntel", "LG", "1.10", 40, "11", "0_hd_LG_Meister_Zehntel.def"},
-    {"LG Serie 20", "LG", "1.10", 20, "10", "0_hd_LG_Serie_20.def"},
-    {"LG Serie 10", "LG", "1.10", 10, "11", "0_hd_LG_Serie_10.def"},
-    {"LG Teiler", "LG", "1.10", 10, "10", "0_hd_LG_Teiler.def"},
-    {"LG Glück", "LG", "1.10", 10, "11", "0_hd_LG_Glück.def"},
-    {"LG Ring-Teiler", "LG", "1.10", 10, "10", "0_hd_LG_Ring-Teiler.def"},
-    {"LG 20 mit Zusatz", "LG", "1.10", 20, "10", "0_hd_LG_20_mit_Zusatz.def"},
-    {"LG Auflage", "LG", "1.11", 30, "11", "0_hd_LG_Auflage.def"},
-    {"LP Meister", "LP", "2.10", 40, "10", "0_hd_LP_Meister.def"},
-    {"LP Teiler", "LP", "2.10", 10, "10", "0_hd_LP_Teiler.def"},
-    {"KK liegend", "KK", "1.80", 30, "11", "0_hd_KK_liegend.def"},
-    {"ZS Meister", "ZS", "1.30", 30, "10", "0_hd_ZS_Meister.def"},
-    {"Großes Paket", "LG", "1.10", 40, "11", "0_hd_LG_Großes_Paket.def"},
+    {"LG Meister", "LG", "1.10", 40, "10"},
+    {"LG Meister Zehntel", "LG", "1.10", 40, "11"},
+    {"LG Serie 20", "LG", "1.10", 20, "10"},
+    {"LG Serie 10", "LG", "1.10", 10, "11"},
+    {"LG Teiler", "LG", "1.10", 10, "10"},
+    {"LG Glück", "LG", "1.10", 10, "11"},
+    {"LG Ring-Teiler", "LG", "1.10", 10, "10"},
+    {"LG 20 mit Zusatz", "LG", "1.10", 20, "10"},
+    {"LG Auflage", "LG", "1.11", 30, "11"},
+    {"LP Meister", "LP", "2.10", 40, "10"},
+    {"LP Teiler", "LP", "2.10", 10, "10"},
+    {"KK liegend", "KK", "1.80", 30, "11"},
+    {"ZS Meister", "ZS", "1.30", 30, "10"},
+    {"Großes Paket", "LG", "1.10", 40, "11"},
 }};
 
+QString definitionFile(const Offer& offer) {
+  return QString("0_hd_%1_%2.def").arg(offer.weapon, QString(offer.title).replace(' ', '_'));
+}
 QString weaponFile(const QString& weapon) {
   return "0_hw_" + weapon + ".def";
 }
@@ -67,7 +69,7 @@ Definition definitionOf(const Offer& offer) {
   definition.position = "1-Position";
   definition.serienAnzahl = "1";
   definition.serien = "10";
-  definition.dateiName = offer.file;
+  definition.dateiName = definitionFile(offer);
   return definition;
 }
 
@@ -78,8 +80,8 @@ void writeExchangeFolder(Files& files, const QString& folder) {
   const QString base = withTrailingSeparator(folder);
   std::vector<StationDiscipline> disciplines;
   for (const Offer& offer : Offers) {
-    disciplines.push_back({offer.title, offer.file});
-    writeDefinition(files, base + offer.file, definitionOf(offer));
+    disciplines.push_back({offer.title, definitionFile(offer)});
+    writeDefinition(files, base + definitionFile(offer), definitionOf(offer));
     files.write(base + weaponFile(offer.weapon), QByteArray("\">Waffe\"\r\n\"") + offer.weapon + "\"\r\n");
     files.write(base + targetFile(offer.weapon), QByteArray("\">Scheibe\"\r\n\"") + offer.weapon + "\"\r\n");
   }
