@@ -1,0 +1,120 @@
+#include "app/ground/temp_module_ui.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QHeaderView>
+#include <QProcess>
+#include <QScreen>
+#include <QTableView>
+#include <QUrl>
+#include <QWidget>
+#include <cmath>
+
+#include "app/ground/settings_keys.h"
+#include "app/ground/temp_module.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/files.h"
+#include "platform/runtime/numbers.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kTwipsPerInch = 1440;
+constexpr int kMaximizedMargin = 20;  // a maximized window comes back a little smaller, and movable
+constexpr int kScreenEdge = 2;        // a window over the whole screen leaves its frame in sight
+constexpr int kTaskBar = 30;
+
+QString positionName(const QWidget& form, const QTableView* grid) {
+  return form.objectName() + "-" + (grid ? grid->objectName() : QString());
+}
+
+SettingKey positionKey(const QString& name) {
+  return {keys::kFamilie, keys::kPositionen, name};
+}
+
+/// The number at a place of a saved value, whichever decimal mark its workstation wrote; -1 when there is
+/// none.
+int fieldAt(const QStringList& fields, int place) {
+  const std::optional<double> read = readPrefix(QString(fields.value(place)).replace(u',', u'.'));
+  const bool usable = read && *read >= 0 && *read < QWIDGETSIZE_MAX;
+  return usable ? static_cast<int>(std::lround(*read)) : -1;
+}
+
+int pixels(int twips, int dotsPerInch) {
+  return static_cast<int>(std::lround(double(twips) * dotsPerInch / kTwipsPerInch));
+}
+
+}  // namespace
+
+void MitProgrammOeffnen(const Workplace& workplace, const QString& path) {
+  if (!DateiVorhanden(workplace.files, path)) return;
+  const QString real = workplace.files.resolve(path);
+  if (QDesktopServices::openUrl(QUrl::fromLocalFile(real))) return;
+#ifdef Q_OS_WIN
+  QProcess shell;
+  shell.setProgram("rundll32.exe");
+  shell.setNativeArguments("shell32.dll,OpenAs_RunDLL " + QDir::toNativeSeparators(real));
+  shell.startDetached();
+#else
+  workplace.dialogs.note("Für diese Datei ist kein Programm zugeordnet:\n" + real, BoxIcon::Exclamation);
+#endif
+}
+
+void FormZentrieren(QWidget& form) {
+  QRect frame = form.frameGeometry();
+  frame.moveCenter(form.screen()->availableGeometry().center());
+  form.move(frame.topLeft());
+}
+
+void PositionSpeichern(const Workplace& workplace, const QWidget& form, const QTableView* grid) {
+  if (form.isMinimized()) return;
+  const int margin = form.isMaximized() ? kMaximizedMargin : 0;
+  QStringList fields;
+  for (const int value : {form.x(), form.y(), form.width() - margin, form.height() - margin})
+    fields += QString::number(value);
+  if (grid && grid->model())
+    for (int column = 0; column < grid->model()->columnCount(); ++column)
+      fields += QString::number(grid->columnWidth(column));
+  try {
+    schreibe(workplace.settings, positionKey(positionName(form, grid)), fields.join(u';'));
+  } catch (const Error&) {
+    // A place that isn't kept must not disturb anybody who closes a window.
+  }
+}
+
+void PositionLaden(const Workplace& workplace, QWidget& form, QTableView* grid) {
+  const QString name = positionName(form, grid);
+  const QString value = liesText(workplace.settings, positionKey(name));
+  if (value.isEmpty()) return FormZentrieren(form);
+  const QStringList fields = value.split(u';');
+  const int left = fieldAt(fields, 0), top = fieldAt(fields, 1);
+  const int width = fieldAt(fields, 2), height = fieldAt(fields, 3);
+  form.move(left >= 0 ? left : form.x(), top >= 0 ? top : form.y());
+  form.resize(width > 0 ? width : form.width(), height > 0 ? height : form.height());
+  if (!grid || !grid->model()) return;
+  for (int column = 0; column < grid->model()->columnCount(); ++column)
+    if (const int columnWidth = fieldAt(fields, 4 + column); columnWidth >= 0)
+      grid->setColumnWidth(column, columnWidth);
+}
+
+void AnzeigeLage(const Workplace& workplace, QWidget& form, const QString& suffix) {
+  if (liesFlag(workplace.settings, keys::AnzeigeScreen)) {
+    const QSize screen = form.screen()->geometry().size();
+    form.move(kScreenEdge, kScreenEdge);
+    form.resize(screen.width() - 2 * kScreenEdge, screen.height() - kTaskBar);
+    return;
+  }
+  const auto place = [&](const QString& edge, int designed, int dotsPerInch) {
+    const QString key = "Main_" + edge + suffix;
+    const QString text = liesText(workplace.settings, {keys::kFamilie, keys::kAnzeige, key});
+    const std::optional<double> read = readPrefix(text);
+    return read && std::fabs(*read) < 1e6 ? pixels(static_cast<int>(*read), dotsPerInch) : designed;
+  };
+  const int acrossInch = form.logicalDpiX(), downInch = form.logicalDpiY();
+  form.move(place("Left", form.x(), acrossInch), place("Top", form.y(), downInch));
+  form.resize(place("Width", form.width(), acrossInch), place("Height", form.height(), downInch));
+}
+
+}  // namespace qk

@@ -1,0 +1,29 @@
+// The shared services that need a window.
+#pragma once
+
+#include <QString>
+
+#include "platform/workplace.h"
+
+class QTableView;
+class QWidget;
+
+namespace qk {
+
+/// Opens an existing file with its application. Without one the shell's open-with dialog is offered where
+/// there is such a thing; elsewhere a box says so.
+void MitProgrammOeffnen(const Workplace& workplace, const QString& path);
+
+/// Centres a window on its screen.
+void FormZentrieren(QWidget& form);
+
+/// Keeps a window's place under its object name: left, top, width, height in pixels, and with a grid the
+/// widths of its columns. A minimized window saves nothing. Never fails.
+void PositionSpeichern(const Workplace& workplace, const QWidget& form, const QTableView* grid = nullptr);
+/// Puts the window where it was; one without a saved place is centred. Never fails.
+void PositionLaden(const Workplace& workplace, QWidget& form, QTableView* grid = nullptr);
+
+/// Places a report window: over the whole screen, or by the four values "Main_…" + suffix, which are twips.
+void AnzeigeLage(const Workplace& workplace, QWidget& form, const QString& suffix);
+
+}  // namespace qk
