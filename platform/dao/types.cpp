@@ -4,7 +4,9 @@
 
 namespace qk::dao {
 
-bool sameName(const QString& a, const QString& b) { return QString::compare(a, b, Qt::CaseInsensitive) == 0; }
+bool sameName(const QString& a, const QString& b) {
+  return QString::compare(a, b, Qt::CaseInsensitive) == 0;
+}
 
 /// Letter by letter, as sameName() compares: QString::toCaseFolded() would make "ss" of "ß".
 QString foldedName(const QString& name) {

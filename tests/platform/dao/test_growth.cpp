@@ -38,12 +38,14 @@ class TestGrowth : public QObject {
     database_->createTable(articles());
     database_->appendIndex("Artikel", {"Offen", {"Fertig", "Menge"}, false, false, false});
     database_->execute("INSERT INTO Artikel (Name, Menge) VALUES ('n', 1)");
-    while (database_->execute("INSERT INTO Artikel (Name, Menge) SELECT Name, ID MOD 100 FROM Artikel") < kRows / 2) {
+    while (database_->execute("INSERT INTO Artikel (Name, Menge) SELECT Name, ID MOD 100 FROM Artikel") <
+           kRows / 2) {
     }
   }
 
   void addingScansNothing() {
-    const QStringList scans = scansOf([&] { addArticle(*database_->openRecordset("Select * from Artikel"), "neu"); });
+    const QStringList scans =
+        scansOf([&] { addArticle(*database_->openRecordset("Select * from Artikel"), "neu"); });
     QCOMPARE(scans, QStringList());
   }
 
@@ -60,7 +62,8 @@ class TestGrowth : public QObject {
 
   void anIndexedConditionScansNothing() {
     const QStringList scans = scansOf([&] {
-      const auto rows = database_->openRecordset("Select * from Artikel where fertig = 0 and Menge = 3 order by Name, Am");
+      const auto rows =
+          database_->openRecordset("Select * from Artikel where fertig = 0 and Menge = 3 order by Name, Am");
       rows->moveLast();
       database_->execute("Update Artikel Set Name = '7' WHERE ID = 17");
     });

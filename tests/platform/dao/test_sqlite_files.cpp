@@ -80,7 +80,8 @@ class TestSqliteFiles : public QObject {
 
   void readsFilesOfOtherTools() {
     plainly("fremd.db",
-            "CREATE TABLE Orte (id INTEGER PRIMARY KEY, name VARCHAR(30) NOT NULL, flag BOOLEAN, price DECIMAL(10,2), "
+            "CREATE TABLE Orte (id INTEGER PRIMARY KEY, name VARCHAR(30) NOT NULL, flag BOOLEAN, price "
+            "DECIMAL(10,2), "
             "day DATE, note, CONSTRAINT u UNIQUE (name));"
             "INSERT INTO Orte VALUES (1, 'Ulm', 1, 2.5, '2026-11-20', 'x'), (2, 'Köln', NULL, 3, NULL, NULL);"
             "CREATE VIEW Kurz AS SELECT id, name FROM Orte;"
@@ -117,9 +118,10 @@ class TestSqliteFiles : public QObject {
       addArticle(*database->openRecordset("Artikel"), "a");
       database->createQuery("Nur", "Select ID, Name from Artikel where Fertig = False and Menge >= 0");
     }
-    plainly("unser.qkk",
-            "INSERT INTO Artikel (Name, Menge) VALUES ('b', 1); UPDATE Artikel SET Name = 'B' WHERE Name = 'B';"
-            "CREATE TABLE probe AS SELECT count(*) AS n FROM Nur;");
+    plainly(
+        "unser.qkk",
+        "INSERT INTO Artikel (Name, Menge) VALUES ('b', 1); UPDATE Artikel SET Name = 'B' WHERE Name = 'B';"
+        "CREATE TABLE probe AS SELECT count(*) AS n FROM Nur;");
     const auto database = Database::open(path("unser.qkk"));
     QCOMPARE(single(*database, "SELECT n FROM probe"), "2");
     QCOMPARE(walk(*database->openRecordset("Artikel"), "Name"), QStringList({"a", "B"}));
