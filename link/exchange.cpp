@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/ground/settings_keys.h"
 #include "link/commands.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/clock.h"
@@ -9,7 +10,6 @@
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/textcodec.h"
-#include "platform/settings/settings.h"
 
 namespace qk {
 
@@ -20,10 +20,6 @@ constexpr int waitMilliseconds = 500;
 
 QByteArray quotedLine(const QString& text) {
   return '"' + toWindows1252(text) + "\"\r\n";
-}
-
-bool protocolIsOn(const Settings& settings, const QString& key) {
-  return settings.flag("Tarvex", "Häring", key, false);
 }
 
 }  // namespace
@@ -112,7 +108,7 @@ bool LineExchange::stationIsFree(const QString& flag, const Life& life) {
 }
 
 void LineExchange::logOutgoing(const QString& dataFile, const QString& sCommand) {
-  if (!protocolIsOn(workplace_.settings, "SendeProtokollAktiv")) return;
+  if (!liesFlag(workplace_.settings, keys::SendeProtokollAktiv)) return;
   const QString line = dateText(workplace_.clock.now()) + ";" + dataFile + ";" + sCommand + "\r\n";
   workplace_.files.append(dataFolder_ + "OutputIntarsoProtokoll.txt", toWindows1252(line));
 }
@@ -194,7 +190,7 @@ void LineExchange::answer78(const Life& life) {
 }
 
 void LineExchange::logIncoming(const QString& line) {
-  if (!protocolIsOn(workplace_.settings, "ProtokollAktiv")) return;
+  if (!liesFlag(workplace_.settings, keys::ProtokollAktiv)) return;
   workplace_.files.append(dataFolder_ + "InputIntarsoProtokoll.txt", toWindows1252(line + "\r\n"));
 }
 

@@ -42,8 +42,6 @@ class SqliteEngine final : public Engine {
 
   qint64 commitCount() const override { return commits_; }
 
-  sqlite3* handle() const { return handle_; }  ///< for tests of this engine
-
  private:
   SqliteEngine(const QString& path, const OpenOptions& options);
   void connect();

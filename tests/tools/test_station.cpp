@@ -184,6 +184,12 @@ class TestStation : public QObject {
     QCOMPARE(all[5], sumLine(tenths(3) + tenths(4)));
   }
 
+  void everySeriesIsSummed() {
+    offer("LG Lang", "0_hd_LG_Lang.def", "7", "11", "2");
+    registerFor("---1");
+    QCOMPARE(takeAll().filter("22;").size(), 4);
+  }
+
   void wholeRingSeriesSumsWholeRings() {
     registerFor("-1");
     const QStringList all = takeAll();

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QStringList>
-#include <functional>
 #include <memory>
 
 #include "platform/dao/database.h"
@@ -20,8 +19,6 @@ class Store {
   virtual std::unique_ptr<Database> connect() = 0;
   /// Path of a second, not yet existing store beside it.
   virtual QString otherPath(const QString& name) const = 0;
-  /// Hears of every statement that the connection runs from now on; an empty listener ends it.
-  virtual void listen(Database& database, std::function<void(const QString& nativeText)> listener) = 0;
   /// Steps of the engine's plan that read a whole table.
   virtual QStringList scans(Database& database, const QString& nativeText) = 0;
 };

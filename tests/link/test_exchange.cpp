@@ -1,0 +1,556 @@
+#include <QTest>
+
+#include "platform/runtime/textcodec.h"
+#include "tests/link/plain_line.h"
+#include "tests/link/records.h"
+#include "tests/support/test_workplace.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+int errorOf(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    return error.number();
+  }
+  return 0;
+}
+
+const QString question =
+    "Achtung: Der zuletzt gesendete Befehl an der Linie (3)\r\nwurde noch nicht von ESA-Intarso "
+    "übernommen!\r\n\r\n"
+    "Wollen Sie fortfahren (und die Abarbeitung des letzten Befehl abwarten)?";
+
+}  // namespace
+
+class TestExchange : public QObject {
+  Q_OBJECT
+
+  std::unique_ptr<TestWorkplace> place_;
+  std::unique_ptr<PlainLine> line_;
+  std::unique_ptr<LineExchange> exchange_;
+  QList<SendState> states_;
+  QList<QDateTime> ticks_;
+
+  QString file(const QString& name) const { return place_->path("austausch/" + name); }
+  QString protocol(const QString& name) const { return place_->path("daten/" + name); }
+  QByteArray content(const QString& name) { return place_->files.read(file(name)); }
+  bool exists(const QString& name) { return place_->files.exists(file(name)); }
+  void put(const QString& name, const QByteArray& bytes) { place_->files.write(file(name), bytes); }
+  void switchOn(const QString& protocolKey) {
+    place_->settings.setValue("Tarvex", "Häring", protocolKey, "1");
+  }
+
+  /// What the station does to report lines.
+  void report(const QStringList& lines) {
+    put("HSlav3.nrt", toWindows1252(lines.join("\r\n") + "\r\n"));
+    put("HSlav3.ctl", "\"\"\r\n");
+    place_->files.clearJournal();
+  }
+  void stationTakes() { place_->files.remove(file("HServ3.ctl")); }
+  /// The commands sent so far, the station taking each in the wait after it.
+  QStringList commands_;
+  void stationListens() {
+    place_->files.before([this](FileStep step, const QString& path) {
+      if (step == FileStep::Write && path.endsWith("HServ3.ctl"))
+        commands_ << fromWindows1252(Files().read(file("HServ3.nrt"))).remove('"').trimmed();
+    });
+    place_->waits.inEachSleep([this](int) {
+      if (exists("HServ3.ctl")) stationTakes();
+    });
+  }
+
+ private Q_SLOTS:
+  void init() {
+    place_ = std::make_unique<TestWorkplace>();
+    place_->files.makeFolder(place_->path("austausch"));
+    place_->files.makeFolder(place_->path("daten"));
+    line_ = std::make_unique<PlainLine>();
+    exchange_ = std::make_unique<LineExchange>(place_->workplace(), *line_);
+    exchange_->setNetzverzeichnis(place_->path("austausch"));
+    exchange_->setDatenverzeichnis(place_->path("daten"));
+    exchange_->setLinie(3);
+    states_.clear();
+    ticks_.clear();
+    commands_.clear();
+    exchange_->onSendState = [this](SendState state) { states_ << state; };
+    exchange_->onTick = [this](const QDateTime& time) { ticks_ << time; };
+    place_->files.clearJournal();
+  }
+  void cleanup() {
+    exchange_.reset();
+    line_.reset();
+    place_.reset();
+  }
+
+  // --- sending ---
+
+  void writesDataThenFlag() {
+    exchange_->Output_2_ESA("50 'Zurück zu Windows", true);
+    QCOMPARE(place_->files.journal(), (QStringList{"write HServ3.nrt", "write HServ3.ctl"}));
+    QCOMPARE(content("HServ3.nrt"), QByteArray("\"50 'Zur\xFC"
+                                               "ck zu Windows\"\r\n"));
+    QCOMPARE(content("HServ3.ctl"), QByteArray("\"\"\r\n"));
+    QCOMPARE(states_, (QList{SendState::Sent, SendState::Hidden}));
+    QVERIFY(place_->waits.sleeps().isEmpty());
+  }
+
+  void lineNumberIsPlain() {
+    exchange_->setLinie(12);
+    exchange_->Output_2_ESA("76", false);
+    QVERIFY(exists("HServ12.nrt") && exists("HServ12.ctl"));
+  }
+
+  void unknownCharactersGoOutAsQuestionMarks() {
+    exchange_->Output_2_ESA("75107 ; Łukasz \"L\"", false);
+    QCOMPARE(content("HServ3.nrt"), QByteArray("\"75107 ; ?ukasz \"L\"\"\r\n"));
+  }
+
+  void nothingToSend() {
+    switchOn("SendeProtokollAktiv");
+    exchange_->Output_2_ESA("   ", true);
+    exchange_->Output_2_ESA("", false);
+    exchange_->setLinie(0);
+    exchange_->Output_2_ESA("76", true);
+    QVERIFY(place_->files.journal().isEmpty());
+    QVERIFY(states_.isEmpty());
+  }
+
+  void overwritesWithoutWaiting() {
+    switchOn("SendeProtokollAktiv");
+    exchange_->Output_2_ESA("H014", false);
+    put("HServ3.ctl", "old");
+    exchange_->Output_2_ESA("76", false);
+    QCOMPARE(content("HServ3.nrt"), QByteArray("\"76\"\r\n"));
+    QCOMPARE(content("HServ3.ctl"), QByteArray("\"\"\r\n"));
+    QCOMPARE(place_->files.read(protocol("OutputIntarsoProtokoll.txt")).count("\r\n"), 2);
+    QVERIFY(place_->waits.sleeps().isEmpty());
+  }
+
+  void flagVanishesInTheFifthPass() {
+    put("HServ3.ctl", "\"\"\r\n");
+    place_->waits.inSleep(5, [this] { stationTakes(); });
+    exchange_->Output_2_ESA("12", true);
+    QCOMPARE(place_->waits.sleeps(), QList<int>(5, 500));
+    QCOMPARE(content("HServ3.nrt"), QByteArray("\"12\"\r\n"));
+    QCOMPARE(states_, (QList{SendState::Waiting, SendState::Sent, SendState::Hidden}));
+  }
+
+  void stationStaysSilentAnswerNo() {
+    put("HServ3.ctl", "\"\"\r\n");
+    place_->dialogs.expect(question, BoxAnswer::No)
+        .titled("Hinweis")
+        .with(BoxButtons::YesNo)
+        .showing(BoxIcon::Exclamation);
+    exchange_->Output_2_ESA("12", true);
+    QCOMPARE(place_->waits.sleeps(), QList<int>(20, 500));
+    QVERIFY(!exists("HServ3.nrt"));
+    QCOMPARE(states_, (QList{SendState::Waiting, SendState::Hidden}));
+    QCOMPARE(place_->waits.messageLoops(), 21);
+  }
+
+  void stationStaysSilentAnswerYes() {
+    put("HServ3.nrt", "\"13\"\r\n");
+    put("HServ3.ctl", "\"\"\r\n");
+    place_->dialogs.expect(question, BoxAnswer::Yes);
+    exchange_->Output_2_ESA("12", true);
+    QCOMPARE(content("HServ3.nrt"), QByteArray("\"12\"\r\n"));
+    QVERIFY(exists("HServ3.ctl"));
+  }
+
+  void sendInsideAWaitComesFirst() {
+    put("HServ3.ctl", "\"\"\r\n");
+    stationListens();
+    place_->waits.inEachSleep([this](int number) {
+      if (number == 1) exchange_->Output_2_ESA("inner", false);
+      if (number == 2) stationTakes();
+    });
+    exchange_->Output_2_ESA("outer", true);
+    QCOMPARE(commands_, (QStringList{"inner", "outer"}));
+  }
+
+  void protocolOfCommands() {
+    switchOn("SendeProtokollAktiv");
+    place_->clock.set("20.11.2026 10:41:07");
+    exchange_->Output_2_ESA("50 'Zurück", false);
+    QCOMPARE(place_->files.journal(),
+             (QStringList{"write HServ3.nrt", "append OutputIntarsoProtokoll.txt", "write HServ3.ctl"}));
+    QCOMPARE(place_->files.read(protocol("OutputIntarsoProtokoll.txt")),
+             toWindows1252("20.11.2026 10:41:07;" + file("HServ3.nrt") + ";50 'Zurück\r\n"));
+    place_->settings.setValue("Tarvex", "Häring", "SendeProtokollAktiv", "0");
+    exchange_->Output_2_ESA("51", false);
+    QVERIFY(!place_->files.read(protocol("OutputIntarsoProtokoll.txt")).contains("51"));
+  }
+
+  void failedSendIsError13_data() {
+    QTest::addColumn<QString>("pattern");
+    QTest::newRow("data") << "HServ3.nrt";
+    QTest::newRow("flag") << "HServ3.ctl";
+  }
+  void failedSendIsError13() {
+    QFETCH(QString, pattern);
+    place_->files.fail(FileStep::Write, pattern, 70);
+    QCOMPARE(errorOf([&] { exchange_->Output_2_ESA("76", false); }), 13);
+    QVERIFY(!exists("HServ3.ctl"));
+    QCOMPARE(states_.last(), SendState::Hidden);
+  }
+
+  void failedProtocolKeepsTheFlagAway() {
+    switchOn("SendeProtokollAktiv");
+    place_->files.fail(FileStep::Append, "OutputIntarsoProtokoll.txt", 61);
+    QCOMPARE(errorOf([&] { exchange_->Output_2_ESA("76", false); }), 13);
+    QVERIFY(!exists("HServ3.ctl"));
+  }
+
+  void missingFolderIsError13() {
+    exchange_->setNetzverzeichnis(place_->path("fehlt"));
+    QCOMPARE(errorOf([&] { exchange_->Output_2_ESA("76", true); }), 13);
+    exchange_->setNetzverzeichnis("C:\\Programme\\ESA2002\\");
+    QCOMPARE(errorOf([&] { exchange_->Output_2_ESA("76", true); }), 13);
+    exchange_->tick();
+  }
+
+  void dyingInAWaitIsSafe() {
+    put("HServ3.ctl", "\"\"\r\n");
+    place_->waits.inSleep(2, [this] {
+      exchange_.reset();
+      line_.reset();
+    });
+    exchange_->Output_2_ESA("12", true);
+    QCOMPARE(place_->waits.sleeps().size(), 2);
+    QVERIFY(!exists("HServ3.nrt"));
+  }
+
+  void dyingInTheQuestionIsSafe() {
+    put("HServ3.ctl", "\"\"\r\n");
+    place_->dialogs.expect(question, BoxAnswer::Yes).during([this] { exchange_.reset(); });
+    exchange_->Output_2_ESA("12", true);
+    QVERIFY(!exists("HServ3.nrt"));
+  }
+
+  // --- receiving ---
+
+  void idleTickIsOneLook() {
+    place_->files.clearLooks();
+    exchange_->tick();
+    QCOMPARE(place_->files.looks(), 1);
+    QVERIFY(place_->files.journal().isEmpty());
+    QCOMPARE(ticks_, QList{place_->clock.now()});
+  }
+
+  void dataWithoutFlagMeansNothing() {
+    put("HSlav3.nrt", toWindows1252(shotRecord()));
+    exchange_->tick();
+    QVERIFY(line_->rows.isEmpty());
+  }
+
+  void takesAShot() {
+    report({"\"" + shotRecord() + "\""});
+    exchange_->tick();
+    QCOMPARE(line_->rows, QStringList{"0030017-20.11.2026-10:41:07"});
+    QCOMPARE(line_->open.count(), 1);
+    QCOMPARE(place_->files.journal(), (QStringList{"read HSlav3.nrt", "remove HSlav3.ctl"}));
+    QVERIFY(exists("HSlav3.nrt"));
+  }
+
+  void flagGoesAfterTheRow() {
+    report({shotRecord()});
+    line_->meanwhile = [this] { QVERIFY(exists("HSlav3.ctl")); };
+    exchange_->tick();
+    QVERIFY(!exists("HSlav3.ctl"));
+  }
+
+  void flagStaysUntilTheRowIsSafe() {
+    report({shotRecord()});
+    line_->durable = false;
+    exchange_->tick();
+    QVERIFY(exists("HSlav3.ctl"));
+    line_->durable = true;
+    exchange_->tick();
+    QVERIFY(!exists("HSlav3.ctl"));
+    QCOMPARE(line_->rows.size(), 1);
+  }
+
+  void sameShotTwiceInOneFile() {
+    report({shotRecord(), shotRecord()});
+    exchange_->tick();
+    QCOMPARE(line_->rows.size(), 1);
+    QCOMPARE(line_->open.count(), 1);
+  }
+
+  void twoShotsInOneFileAreOne() {
+    report({shotRecordNumber(17), shotRecordNumber(18)});
+    exchange_->tick();
+    QCOMPARE(line_->rows, QStringList{"0030017-20.11.2026-10:41:07"});
+    QCOMPARE(line_->open.keyAt(0), "0030017-20.11.2026-10:41:07");
+    QCOMPARE(line_->open.at(0)->TrefferNummer, qint16(18));
+  }
+
+  void knownShotOfAnEarlierTick() {
+    report({shotRecord()});
+    exchange_->tick();
+    report({shotRecordNumber(17, "78")});
+    exchange_->tick();
+    QCOMPARE(line_->rows.size(), 1);
+    QVERIFY(!exists("HServ3.nrt"));
+    QVERIFY(!exists("HSlav3.ctl"));
+  }
+
+  void undeletableFlagIsReadAgain() {
+    report({shotRecord()});
+    place_->files.fail(FileStep::Remove, "HSlav3.ctl", 70, 1);
+    exchange_->tick();
+    QVERIFY(exists("HSlav3.ctl"));
+    exchange_->tick();
+    QVERIFY(!exists("HSlav3.ctl"));
+    QCOMPARE(line_->rows.size(), 1);
+  }
+
+  void answersCode78() {
+    stationListens();
+    report({"\"" + shotRecordNumber(17, "78") + "\""});
+    exchange_->tick();
+    QCOMPARE(commands_, (QStringList{"67", "13", "67"}));
+    QCOMPARE(place_->waits.sleeps().count(200), 2);
+    QCOMPARE(line_->rows.size(), 1);
+    QVERIFY(!exists("HSlav3.ctl"));
+  }
+
+  void code78DecidesByTheLine() {
+    report({"  " + shotRecordNumber(17, "780")});
+    stationListens();
+    exchange_->tick();
+    QCOMPARE(commands_.size(), 3);
+    commands_.clear();
+    report({shotRecordNumber(18, "178")});
+    exchange_->tick();
+    QVERIFY(commands_.isEmpty());
+  }
+
+  void sumLines_data() {
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("sum") << "22;Linie 3 Serie 98,4"
+                         << "Linie 3 Serie 98,4";
+    QTest::newRow("untrimmed, second part only") << "22 ; Serie 9 ; x"
+                                                 << " Serie 9 ";
+    QTest::newRow("code may go on") << "22abc;Summe"
+                                    << "Summe";
+    QTest::newRow("code alone") << "22"
+                                << "";
+    QTest::newRow("no text") << "22;"
+                             << "";
+    QTest::newRow("other code") << "21;Summe"
+                                << "";
+    QTest::newRow("blank first") << " 22;Summe"
+                                 << "";
+    QTest::newRow("empty") << ""
+                           << "";
+  }
+  void sumLines() {
+    QFETCH(QString, line);
+    QFETCH(QString, text);
+    QCOMPARE(SummenZeileHaering(line), text);
+    report({"\"" + line + "\""});
+    exchange_->tick();
+    QCOMPARE(line_->sums, text.isEmpty() ? QStringList() : QStringList{text});
+    QVERIFY(!exists("HSlav3.ctl"));
+  }
+
+  void emptyDataFile() {
+    put("HSlav3.nrt", "");
+    put("HSlav3.ctl", "\"\"\r\n");
+    exchange_->tick();
+    QVERIFY(!exists("HSlav3.ctl"));
+    QVERIFY(line_->rows.isEmpty() && line_->sums.isEmpty());
+  }
+
+  void protocolOfLines() {
+    switchOn("ProtokollAktiv");
+    report({"\"22;Fünf\"", "", "   ", "\"" + shotRecord() + "\""});
+    exchange_->tick();
+    QCOMPARE(place_->files.read(protocol("InputIntarsoProtokoll.txt")),
+             toWindows1252("22;Fünf\r\n" + shotRecord() + "\r\n"));
+  }
+
+  void protocolSwitchActsAtTheNextLine() {
+    report({shotRecord(), "22;Summe"});
+    line_->meanwhile = [this] { switchOn("ProtokollAktiv"); };
+    exchange_->tick();
+    QCOMPARE(place_->files.read(protocol("InputIntarsoProtokoll.txt")), QByteArray("22;Summe\r\n"));
+  }
+
+  void flagWithoutDataEndsTheProgram() {
+    put("HSlav3.ctl", "\"\"\r\n");
+    QCOMPARE(errorOf([&] { exchange_->tick(); }), 13);
+    QVERIFY(exists("HSlav3.ctl"));
+    ticks_.clear();
+    exchange_->tick();  // the line stays busy
+    QVERIFY(ticks_.isEmpty());
+  }
+
+  void unwritableProtocolEndsTheProgramAndLosesNothing() {
+    switchOn("ProtokollAktiv");
+    report({shotRecord()});
+    place_->files.fail(FileStep::Append, "InputIntarsoProtokoll.txt", 70);
+    QCOMPARE(errorOf([&] { exchange_->tick(); }), 13);
+    QVERIFY(exists("HSlav3.ctl"));
+    QVERIFY(line_->rows.isEmpty());
+  }
+
+  void failedAnswerEndsTheProgram() {
+    report({shotRecordNumber(17, "78")});
+    place_->files.fail(FileStep::Write, "HServ3.nrt", 70);
+    QCOMPARE(errorOf([&] { exchange_->tick(); }), 13);
+    QVERIFY(exists("HSlav3.ctl"));
+  }
+
+  void importFailureAsks() {
+    report({shotRecordWith(3, "eins")});
+    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\n", BoxAnswer::Ignore)
+        .titled("Fehler")
+        .with(BoxButtons::AbortRetryIgnore);
+    exchange_->tick();
+    QCOMPARE(line_->rows.size(), 1);
+  }
+
+  void abortedImportMayStillBeASumLine() {
+    QStringList fields = shotFields();
+    fields[0] = "22";
+    fields[3] = "eins";
+    report({shotRecord(fields)});
+    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\n", BoxAnswer::Abort);
+    exchange_->tick();
+    QVERIFY(line_->rows.isEmpty());
+    QCOMPARE(line_->sums, QStringList{" LG Meister "});
+    QVERIFY(!exists("HSlav3.ctl"));
+  }
+
+  void tickInsideASendReads() {
+    put("HServ3.ctl", "\"\"\r\n");
+    report({shotRecord()});
+    place_->waits.inSleep(1, [this] {
+      exchange_->tick();
+      stationTakes();
+    });
+    exchange_->Output_2_ESA("12", true);
+    QCOMPARE(line_->rows.size(), 1);
+    QVERIFY(!exists("HSlav3.ctl"));
+    QCOMPARE(content("HServ3.nrt"), QByteArray("\"12\"\r\n"));
+  }
+
+  void tickInsideATickIsSkipped() {
+    report({shotRecordNumber(17, "78")});
+    stationListens();
+    place_->waits.inSleep(1, [this] {
+      ticks_.clear();
+      exchange_->tick();
+      QVERIFY(ticks_.isEmpty());
+    });
+    exchange_->tick();
+    QCOMPARE(line_->rows.size(), 1);
+    QCOMPARE(commands_.size(), 3);
+  }
+
+  void dyingInTheAnswerIsSafe() {
+    report({shotRecordNumber(17, "78"), shotRecordNumber(18)});
+    place_->waits.inSleep(1, [this] {
+      exchange_.reset();
+      line_.reset();
+    });
+    exchange_->tick();
+    QVERIFY(exists("HSlav3.ctl"));  // the rebuilt line reads it again and knows the shot
+  }
+
+  void dyingWhileStoringIsSafe() {
+    report({shotRecord()});
+    line_->meanwhile = [this] { exchange_.reset(); };
+    exchange_->tick();
+    QVERIFY(exists("HSlav3.ctl"));
+  }
+
+  void dyingInTheErrorBoxIsSafe() {
+    QStringList fields = shotFields();
+    fields[0] = "22";  // would be a sum line once the import gave up
+    fields[3] = "eins";
+    report({shotRecord(fields)});
+    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\n", BoxAnswer::Retry).during([this] {
+      exchange_.reset();
+    });
+    exchange_->tick();
+    QVERIFY(line_->sums.isEmpty());
+    QVERIFY(exists("HSlav3.ctl"));
+  }
+
+  void rescueFlag() {
+    exchange_->schreibeEmpfangsFlagge();
+    QCOMPARE(content("HSlav3.ctl"), QByteArray("\r\n"));
+    place_->files.fail(FileStep::Write, "HSlav3.ctl", 70);
+    QCOMPARE(errorOf([&] { exchange_->schreibeEmpfangsFlagge(); }), 70);
+  }
+
+  void keyTestLooksAtTheObjects() {
+    KeyedCollection<HaeringSchuss> shots;
+    auto shot = std::make_shared<HaeringSchuss>();
+    shot->Key = "a";
+    shots.add(shot, "a");
+    bool neu = true;
+    WennHaeringKeyNichtVorhanden(shots, "a", neu);
+    QVERIFY(!neu);
+    WennHaeringKeyNichtVorhanden(shots, "A", neu);
+    QVERIFY(neu);
+    shot->Key = "b";
+    WennHaeringKeyNichtVorhanden(shots, "a", neu);
+    QVERIFY(neu);
+    WennHaeringKeyNichtVorhanden(shots, "b", neu);
+    QVERIFY(!neu);
+  }
+
+  // --- clearing ---
+
+  void clearsAllLines() {
+    for (const QString name :
+         {"HServ1.nrt", "HServ1.ctl", "HSlav12.nrt", "HSlav12.ctl", "esa_preis.ini", "HServ.txt"})
+      put(name, "x");
+    place_->files.clearJournal();
+    place_->waits.clear();
+    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), file(""),
+                                       [](const Error&) { return ErrorAnswer::Abort; }));
+    QCOMPARE(place_->files.journal(), (QStringList{"remove HServ1.nrt", "remove HServ1.ctl",
+                                                   "remove HSlav12.nrt", "remove HSlav12.ctl"}));
+    QCOMPARE(place_->waits.messageLoops(), 4);
+    QVERIFY(exists("esa_preis.ini") && exists("HServ.txt"));
+  }
+
+  void clearsNothing() {
+    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), file(""),
+                                       [](const Error&) { return ErrorAnswer::Abort; }));
+    QVERIFY(place_->files.journal().isEmpty());
+  }
+
+  void clearsInTheWrongPlaceWithoutASeparator() {
+    put("HServ1.nrt", "x");
+    QString folder = file("");
+    folder.chop(1);
+    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), folder,
+                                       [](const Error&) { return ErrorAnswer::Abort; }));
+    QVERIFY(exists("HServ1.nrt"));
+  }
+
+  void clearingAsksAboutAStuckFile() {
+    for (const QString name : {"HServ1.nrt", "HServ2.nrt", "HServ3.nrt"}) put(name, "x");
+    place_->files.fail(FileStep::Remove, "HServ1.nrt", 70);
+    QList<ErrorAnswer> answers = {ErrorAnswer::Retry, ErrorAnswer::Ignore};
+    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), file(""),
+                                       [&](const Error&) { return answers.takeFirst(); }));
+    QVERIFY(exists("HServ1.nrt") && !exists("HServ2.nrt") && !exists("HServ3.nrt"));
+    QVERIFY(!loescheOffeneLinienbefehle(place_->workplace(), file(""),
+                                        [](const Error&) { return ErrorAnswer::Abort; }));
+  }
+};
+
+QTEST_GUILESS_MAIN(TestExchange)
+#include "test_exchange.moc"
