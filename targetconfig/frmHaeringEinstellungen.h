@@ -1,0 +1,34 @@
+// The exchange folder and three switches of the program's behaviour.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "platform/workplace.h"
+
+namespace Ui {
+class frmHaeringEinstellungen;
+}
+
+namespace qk {
+
+class frmHaeringEinstellungen : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmHaeringEinstellungen(const Workplace& workplace, QWidget* parent = nullptr);
+  ~frmHaeringEinstellungen() override;
+
+  bool bOK() const { return bOK_; }
+  void setBOK(bool bOK) { bOK_ = bOK; }
+
+ private:
+  void cmdHaeringPfad_Click();
+  void cmdOK_Click();
+
+  Workplace workplace_;
+  std::unique_ptr<Ui::frmHaeringEinstellungen> ui_;
+  bool bOK_ = false;
+};
+
+}  // namespace qk
