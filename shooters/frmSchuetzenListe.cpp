@@ -1,0 +1,152 @@
+#include "shooters/frmSchuetzenListe.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTimer>
+#include <algorithm>
+
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/grid/recordset_table.h"
+#include "platform/runtime/retry.h"
+#include "ui_frmSchuetzenListe.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kStartnummer = 1;
+
+struct ShownColumn {
+  int position;
+  const char* title;
+  int characters;
+};
+
+// Positions in the stored query. Widths are in characters, so that they follow the font.
+constexpr ShownColumn kShown[] = {
+    {kStartnummer, "Startnr.", 8}, {4, "Name", 24},    {12, "Geburtsdatum", 12}, {25, "Verein", 24},
+    {26, "Mannschaft", 20},        {27, "Klasse", 16}, {29, "Ausweis-Nr.", 12}};
+
+const QString kOrder = " order by val(Startnummer)";
+
+}  // namespace
+
+frmSchuetzenListe::frmSchuetzenListe(const Workplace& workplace, QWidget* parent)
+    : QDialog(parent),
+      workplace_(workplace),
+      ui_(std::make_unique<Ui::frmSchuetzenListe>()),
+      list_(new RecordsetTable(this)) {
+  ui_->setupUi(this);
+  QHash<int, QString> titles;
+  for (const ShownColumn& column : kShown) titles.insert(column.position, column.title);
+  list_->setTitles(titles);
+  ui_->VSFlexGrid1->setModel(list_);
+  ui_->VSFlexGrid1->verticalHeader()->hide();
+  ui_->VSFlexGrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  ui_->VSFlexGrid1->horizontalHeader()->setHighlightSections(false);
+  ui_->txtSuchname->installEventFilter(this);
+  connect(ui_->txtSuchname, &QLineEdit::textChanged, this,
+          [this] { readList("Fehler bei txtSuchname_Change_err!"); });
+  connect(ui_->VSFlexGrid1, &QTableView::doubleClicked, this, &frmSchuetzenListe::cmdOK_Click);
+  connect(ui_->cmdOK, &QPushButton::clicked, this, &frmSchuetzenListe::cmdOK_Click);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(ui_->mnuDateiCancel, &QAction::triggered, this, &QDialog::reject);
+  connect(this, &QDialog::rejected, this, [this] { sStartnummer_.clear(); });
+}
+
+frmSchuetzenListe::~frmSchuetzenListe() {
+  delete list_;
+}
+
+bool frmSchuetzenListe::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate) {
+    selectFirstRow();
+    if (list_->rowCount() > 0) ui_->txtSuchname->setFocus();
+  }
+  return QDialog::event(event);
+}
+
+bool frmSchuetzenListe::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != ui_->txtSuchname || event->type() != QEvent::KeyPress)
+    return QDialog::eventFilter(watched, event);
+  switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      QCoreApplication::sendEvent(ui_->VSFlexGrid1, event);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void frmSchuetzenListe::showEvent(QShowEvent* event) {
+  if (!opened_) {
+    opened_ = true;
+    openCompetition();
+    layOutList();
+  }
+  QDialog::showEvent(event);
+}
+
+void frmSchuetzenListe::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::FontChange && opened_) layOutList();
+}
+
+void frmSchuetzenListe::openCompetition() {
+  const QString failure = "Fehler bei Form_Load_err!";
+  if (!reported(fehlerReport(workplace_.dialogs, failure),
+                [&](Steps&) { database_ = dao::Database::open(sWettkampf_); }))
+    return;
+  readList(failure);
+  if (!list_->hasRecordset() || list_->rowCount() > 0) return;
+  // The window comes first, so that the note stands on the empty list that it speaks of.
+  QTimer::singleShot(
+      0, this, [this] { workplace_.dialogs.note("Es sind noch keine Schützen im Wettkampf erfasst!"); });
+}
+
+void frmSchuetzenListe::readList(const QString& failureText) {
+  if (!database_) return;
+  // What is typed goes into the query as it is: a quote in it breaks the query, and the box says so.
+  const QString name = ui_->txtSuchname->text();
+  const QString filter = name.isEmpty() ? QString() : " WHERE Schützen.Name like '*" + name + "*'";
+  if (!reported(fehlerReport(workplace_.dialogs, failureText), [&](Steps&) {
+        list_->setRecordset(database_->openRecordset("Select * from Schützenliste" + filter + kOrder));
+      }))
+    return;
+  const int count = list_->rowCount();
+  ui_->lblAnzahl->setText(count == 1 ? "1 Schütze" : QString("%1 Schützen").arg(count));
+  layOutList();
+  selectFirstRow();
+}
+
+void frmSchuetzenListe::layOutList() {
+  QTableView* view = ui_->VSFlexGrid1;
+  const QFontMetrics metrics = view->fontMetrics();
+  view->verticalHeader()->setDefaultSectionSize(metrics.height() * 4 / 3);
+  for (int column = 0; column < list_->columnCount(); ++column) {
+    const auto shown = std::find_if(std::begin(kShown), std::end(kShown),
+                                    [&](const ShownColumn& each) { return each.position == column; });
+    view->setColumnHidden(column, shown == std::end(kShown));
+    if (shown != std::end(kShown))
+      view->setColumnWidth(column, (shown->characters + 1) * metrics.averageCharWidth());
+  }
+}
+
+void frmSchuetzenListe::selectFirstRow() {
+  if (list_->rowCount() > 0) ui_->VSFlexGrid1->setCurrentIndex(list_->index(0, kStartnummer));
+}
+
+void frmSchuetzenListe::cmdOK_Click() {
+  const QModelIndex chosen = ui_->VSFlexGrid1->currentIndex();
+  sStartnummer_ = chosen.isValid() ? chosen.siblingAtColumn(kStartnummer).data().toString() : QString();
+  accept();
+}
+
+}  // namespace qk

@@ -1,0 +1,59 @@
+// The list from which an operator picks a shooter by name.
+//
+// Typing filters; the arrow keys walk the list without leaving the search field; Enter or a double click
+// choose.
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "platform/workplace.h"
+
+namespace Ui {
+class frmSchuetzenListe;
+}
+
+namespace qk {
+
+class RecordsetTable;
+namespace dao {
+class Database;
+}
+
+class frmSchuetzenListe : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmSchuetzenListe(const Workplace& workplace, QWidget* parent = nullptr);
+  ~frmSchuetzenListe() override;
+
+  /// Path of the competition file, set before the dialog is shown.
+  void setWettkampf(const QString& sWettkampf) { sWettkampf_ = sWettkampf; }
+  const QString& sWettkampf() const { return sWettkampf_; }
+  /// The chosen start number, empty if nothing was chosen.
+  const QString& sStartnummer() const { return sStartnummer_; }
+
+ protected:
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void openCompetition();
+  /// Reads the list anew for what stands in the search field.
+  void readList(const QString& failureText);
+  void layOutList();
+  void selectFirstRow();
+  void cmdOK_Click();
+
+  Workplace workplace_;
+  std::unique_ptr<Ui::frmSchuetzenListe> ui_;
+  std::unique_ptr<dao::Database> database_;
+  RecordsetTable* list_;  // reads from database_; a child, gone before it
+  QString sWettkampf_;
+  QString sStartnummer_;
+  bool opened_ = false;
+};
+
+}  // namespace qk

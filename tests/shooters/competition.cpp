@@ -1,0 +1,98 @@
+#include "tests/shooters/competition.h"
+
+#include <QDateTime>
+
+#include "platform/dao/recordset.h"
+
+namespace qk::test {
+
+namespace {
+
+using dao::FieldDef;
+using dao::FieldType;
+using dao::IndexDef;
+
+FieldDef field(const QString& name, FieldType type) {
+  FieldDef result;
+  result.name = name;
+  result.type = type;
+  return result;
+}
+FieldDef number(const QString& name) {
+  return field(name, FieldType::Long);
+}
+FieldDef text(const QString& name) {
+  return field(name, FieldType::Text);
+}
+
+void createTable(dao::Database& database, const QString& name, std::vector<FieldDef> fields) {
+  IndexDef primary;
+  primary.name = "PrimaryKey";
+  primary.fields = QStringList{fields.front().name};
+  primary.primary = primary.unique = true;
+  dao::TableDef table;
+  table.name = name;
+  table.fields = std::move(fields);
+  table.indexes = {primary};
+  database.createTable(table);
+}
+
+}  // namespace
+
+std::unique_ptr<dao::Database> makeCompetition(const QString& path) {
+  auto database = dao::Database::create(path);
+  std::vector<FieldDef> shooter{number("ID"),        text("Startnummer"), text("Name"),
+                                number("VereinsID"), number("lMannID"),   field("GebDat", FieldType::Date),
+                                text("AusweisNr")};
+  // What else stands in the list, so that the shown columns come at their positions.
+  for (int i = 1; i <= 24; ++i) shooter.push_back(text("Feld" + QString::number(i)));
+  createTable(*database, "Schützen", shooter);
+  createTable(*database, "Verein", {number("ID"), text("Name"), text("Kurzname")});
+  createTable(*database, "Mannschaften",
+              {number("ID"), text("MannName"), number("VereinID"), number("GruppenID")});
+  createTable(*database, "MannschaftsGruppen", {number("MannGrpID"), text("Bezeichnung")});
+  createTable(*database, "MeldeDisziplin", {number("ID"), text("MeldeDisziplin"), text("MeldeKZ")});
+  createTable(*database, "Schuetzen_SPO_Anmeldungen",
+              {number("ID"), number("SchuetzeID"), number("SPOID"), text("SPOKey"), number("MannID")});
+
+  QStringList columns{"Schützen.ID", "Schützen.Startnummer"};
+  int filler = 1;
+  const auto fillUpTo = [&](int position) {
+    while (columns.size() < position) columns.append("Schützen.Feld" + QString::number(filler++));
+  };
+  fillUpTo(4);
+  columns.append("Schützen.Name AS [Schützen.Name]");
+  fillUpTo(12);
+  columns.append("Schützen.GebDat");
+  fillUpTo(25);
+  columns.append("Verein.Name AS [Verein.Name]");
+  columns.append("Mannschaften.MannName");
+  columns.append("Schützen.Feld24 AS Klasse");
+  columns.append("Verein.Kurzname");
+  columns.append("Schützen.AusweisNr");
+  database->createQuery("Schützenliste",
+                        "SELECT " + columns.join(", ") +
+                            " FROM (Schützen LEFT JOIN Verein ON Schützen.VereinsID = Verein.ID)"
+                            " LEFT JOIN Mannschaften ON Schützen.lMannID = Mannschaften.ID");
+  return database;
+}
+
+void addShooter(dao::Database& database, const Shooter& shooter) {
+  addRow(database, "Schützen",
+         {{"ID", shooter.id},
+          {"Startnummer", shooter.startnummer},
+          {"Name", shooter.name},
+          {"VereinsID", shooter.vereinsID},
+          {"lMannID", shooter.lMannID},
+          {"GebDat", QDateTime(QDate(1980, 3, 4), QTime(0, 0))},
+          {"AusweisNr", "A" + QString::number(shooter.id)}});
+}
+
+void addRow(dao::Database& database, const QString& table, const QVariantMap& values) {
+  const auto rows = database.openRecordset(table);
+  rows->addNew();
+  for (auto it = values.cbegin(); it != values.cend(); ++it) rows->setValue(it.key(), it.value());
+  rows->update();
+}
+
+}  // namespace qk::test

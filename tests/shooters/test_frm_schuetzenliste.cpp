@@ -1,0 +1,277 @@
+// The list of shooters on its real window.
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <memory>
+
+#include "platform/dao/recordset.h"
+#include "platform/look/look.h"
+#include "platform/runtime/error.h"
+#include "shooters/frmSchuetzenListe.h"
+#include "tests/shooters/competition.h"
+#include "tests/support/drive.h"
+#include "tests/support/manners.h"
+#include "tests/support/test_workplace.h"
+
+using namespace qk;
+using namespace qk::test;
+
+class TestFrmSchuetzenListe : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void initTestCase() { look::apply(*qApp, look::Scheme::Light); }
+  void init() {
+    place = std::make_unique<TestWorkplace>();
+    database = makeCompetition(place->path("Wettkampf.qkk"));
+  }
+  void cleanup() {
+    dialog.reset();
+    database.reset();
+    place.reset();
+  }
+
+  void startNumbersSortByTheirValue();
+  void onlySevenColumnsAreShown();
+  void noShootersAreToldOnTheEmptyList();
+  void theFirstRowAndTheSearchFieldAreReady();
+  void aPartOfTheNameMatchesAnywhere();
+  void theEmptyFieldShowsAllAgain();
+  void aQuoteBreaksTheQuery();
+  void arrowsWalkFromTheSearchField();
+  void okTakesTheSelectedRow();
+  void enterChooses();
+  void aDoubleClickChooses();
+  void cancellingChoosesNothing_data();
+  void cancellingChoosesNothing();
+  void okWithoutAMatchChoosesNothing();
+  void aMissingFileIsReported();
+  void theLastOfManyCanBeChosen();
+  void manners();
+
+ private:
+  void open(const QString& file = "Wettkampf.qkk") {
+    dialog = std::make_unique<frmSchuetzenListe>(place->workplace());
+    dialog->setWettkampf(place->path(file));
+    dialog->show();
+    QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+  }
+  void addSome() {
+    addRow(*database, "Verein", {{"ID", 1}, {"Name", "SV Ährenfeld"}, {"Kurzname", "Ähr"}});
+    addRow(*database, "Mannschaften", {{"ID", 7}, {"MannName", "Ährenfeld I"}});
+    addShooter(*database, {1, "10", "Müller, Jörg", 1, 7});
+    addShooter(*database, {2, "2a", "Ärmel, Ute"});
+    addShooter(*database, {3, "A1", "Schmüller, Änne"});
+    addShooter(*database, {4, "107", "Weiß, Inge", 1});
+  }
+  QTableView& list() { return the<QTableView>(*dialog, "VSFlexGrid1"); }
+  QLineEdit& search() { return the<QLineEdit>(*dialog, "txtSuchname"); }
+  QStringList numbers() {
+    QStringList result;
+    for (int row = 0; row < list().model()->rowCount(); ++row)
+      result.append(list().model()->index(row, 1).data().toString());
+    return result;
+  }
+  static QString failureOf(const std::function<void()>& call) {
+    try {
+      call();
+    } catch (const Error& error) {
+      return QString("Fehler: %1 - %2\n").arg(error.number()).arg(error.description());
+    }
+    return "kein Fehler";
+  }
+
+  std::unique_ptr<TestWorkplace> place;
+  std::unique_ptr<dao::Database> database;
+  std::unique_ptr<frmSchuetzenListe> dialog;
+};
+
+void TestFrmSchuetzenListe::startNumbersSortByTheirValue() {
+  addSome();
+  open();
+  QCOMPARE(dialog->windowTitle(), "Schützenliste");
+  QCOMPARE(numbers(), (QStringList{"A1", "2a", "10", "107"}));
+}
+
+void TestFrmSchuetzenListe::onlySevenColumnsAreShown() {
+  addSome();
+  open();
+  QList<int> shown;
+  for (int column = 0; column < list().model()->columnCount(); ++column)
+    if (!list().isColumnHidden(column)) shown.append(column);
+  QCOMPARE(shown, (QList<int>{1, 4, 12, 25, 26, 27, 29}));
+  QStringList cells;
+  for (const int column : shown) cells.append(list().model()->index(2, column).data().toString());
+  QCOMPARE(cells, (QStringList{"10", "Müller, Jörg", "04.03.1980", "SV Ährenfeld", "Ährenfeld I", "", "A1"}));
+}
+
+void TestFrmSchuetzenListe::noShootersAreToldOnTheEmptyList() {
+  bool visible = false;
+  place->dialogs.expect("Es sind noch keine Schützen im Wettkampf erfasst!").titled("Hinweis").during([&] {
+    visible = dialog->isVisible();
+  });
+  open();
+  QTRY_VERIFY(place->dialogs.done());
+  QVERIFY(visible);
+  QVERIFY(dialog->isVisible());
+  QCOMPARE(list().model()->rowCount(), 0);
+  // A search that finds nothing is no occasion for the note.
+  type(*dialog, "txtSuchname", "x");
+}
+
+void TestFrmSchuetzenListe::theFirstRowAndTheSearchFieldAreReady() {
+  addSome();
+  open();
+  QVERIFY(search().hasFocus());
+  QCOMPARE(list().currentIndex().row(), 0);
+  QVERIFY(list().selectionModel()->isRowSelected(0));
+}
+
+void TestFrmSchuetzenListe::aPartOfTheNameMatchesAnywhere() {
+  addSome();
+  open();
+  type(*dialog, "txtSuchname", "müller");
+  QCOMPARE(numbers(), (QStringList{"A1", "10"}));
+  QCOMPARE(the<QLabel>(*dialog, "lblAnzahl").text(), "2 Schützen");
+  type(*dialog, "txtSuchname", "Inge");
+  QCOMPARE(numbers(), QStringList{"107"});
+  QCOMPARE(the<QLabel>(*dialog, "lblAnzahl").text(), "1 Schütze");
+  // It is the shooter's name that counts, not the club's.
+  type(*dialog, "txtSuchname", "Ährenfeld");
+  QCOMPARE(numbers(), QStringList());
+}
+
+void TestFrmSchuetzenListe::theEmptyFieldShowsAllAgain() {
+  addSome();
+  open();
+  type(*dialog, "txtSuchname", "Inge");
+  search().clear();
+  QCOMPARE(numbers(), (QStringList{"A1", "2a", "10", "107"}));
+}
+
+void TestFrmSchuetzenListe::aQuoteBreaksTheQuery() {
+  addSome();
+  open();
+  type(*dialog, "txtSuchname", "Inge");
+  const QString failure = failureOf([this] {
+    database->openRecordset(
+        "Select * from Schützenliste WHERE Schützen.Name like '*O'*' order by val(Startnummer)");
+  });
+  place->dialogs.expect(failure + "Fehler bei txtSuchname_Change_err!", BoxAnswer::Abort)
+      .titled("Fehler")
+      .with(BoxButtons::AbortRetryIgnore)
+      .showing(BoxIcon::Exclamation);
+  search().setText("O'");
+  QVERIFY(place->dialogs.done());
+  // What stood there before still stands.
+  QCOMPARE(numbers(), QStringList{"107"});
+}
+
+void TestFrmSchuetzenListe::arrowsWalkFromTheSearchField() {
+  addSome();
+  open();
+  QTest::keyClick(&search(), Qt::Key_Down);
+  QTest::keyClick(&search(), Qt::Key_Down);
+  QCOMPARE(list().currentIndex().row(), 2);
+  QTest::keyClick(&search(), Qt::Key_Up);
+  QCOMPARE(list().currentIndex().row(), 1);
+  QVERIFY(search().hasFocus());
+}
+
+void TestFrmSchuetzenListe::okTakesTheSelectedRow() {
+  addSome();
+  open();
+  const QPoint third = list().visualRect(list().model()->index(2, 4)).center();
+  QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, third);
+  click(*dialog, "cmdOK");
+  QCOMPARE(dialog->sStartnummer(), "10");
+  QCOMPARE(dialog->result(), int(QDialog::Accepted));
+}
+
+void TestFrmSchuetzenListe::enterChooses() {
+  addSome();
+  open();
+  type(*dialog, "txtSuchname", "müller");
+  QTest::keyClick(&search(), Qt::Key_Down);
+  QTest::keyClick(&search(), Qt::Key_Return);
+  QCOMPARE(dialog->sStartnummer(), "10");
+  QVERIFY(!dialog->isVisible());
+}
+
+void TestFrmSchuetzenListe::aDoubleClickChooses() {
+  addSome();
+  open();
+  const QPoint fourth = list().visualRect(list().model()->index(3, 1)).center();
+  QTest::mouseDClick(dialog->windowHandle(), Qt::LeftButton, {},
+                     list().viewport()->mapTo(dialog.get(), fourth));
+  QCOMPARE(dialog->sStartnummer(), "107");
+  QVERIFY(!dialog->isVisible());
+}
+
+void TestFrmSchuetzenListe::cancellingChoosesNothing_data() {
+  QTest::addColumn<QString>("by");
+  for (const char* way : {"cmdCancel", "mnuDateiCancel", "Esc", "close"}) QTest::newRow(way) << way;
+}
+
+void TestFrmSchuetzenListe::cancellingChoosesNothing() {
+  QFETCH(QString, by);
+  addSome();
+  open();
+  QTest::keyClick(&search(), Qt::Key_Down);
+  if (by == "cmdCancel") click(*dialog, by);
+  if (by == "mnuDateiCancel") trigger(*dialog, by);
+  if (by == "Esc") QTest::keyClick(&search(), Qt::Key_Escape);
+  if (by == "close") dialog->close();
+  QVERIFY(!dialog->isVisible());
+  QCOMPARE(dialog->sStartnummer(), "");
+}
+
+void TestFrmSchuetzenListe::okWithoutAMatchChoosesNothing() {
+  addSome();
+  open();
+  type(*dialog, "txtSuchname", "gibt es nicht");
+  click(*dialog, "cmdOK");
+  QVERIFY(!dialog->isVisible());
+  QCOMPARE(dialog->sStartnummer(), "");
+}
+
+void TestFrmSchuetzenListe::aMissingFileIsReported() {
+  const QString failure = failureOf([this] { dao::Database::open(place->path("fehlt.qkk")); });
+  place->dialogs.expect(failure + "Fehler bei Form_Load_err!", BoxAnswer::Abort);
+  open("fehlt.qkk");
+  QVERIFY(place->dialogs.done());
+  search().setText("x");
+  click(*dialog, "cmdOK");
+  QCOMPARE(dialog->sStartnummer(), "");
+}
+
+void TestFrmSchuetzenListe::theLastOfManyCanBeChosen() {
+  {
+    const auto rows = database->openRecordset("Schützen");
+    for (int i = 1; i <= 300; ++i) {
+      rows->addNew();
+      rows->setValue("ID", i);
+      rows->setValue("Startnummer", QString::number(301 - i));
+      rows->setValue("Name", "Schütze " + QString::number(i));
+      rows->update();
+    }
+  }
+  open();
+  QCOMPARE(list().model()->rowCount(), 300);
+  list().setFocus();
+  QTest::keyClick(&list(), Qt::Key_End, Qt::ControlModifier);
+  click(*dialog, "cmdOK");
+  QCOMPARE(dialog->sStartnummer(), "300");
+}
+
+void TestFrmSchuetzenListe::manners() {
+  addSome();
+  open();
+  QCOMPARE(badManners(*dialog), QStringList());
+}
+
+QTEST_MAIN(TestFrmSchuetzenListe)
+#include "test_frm_schuetzenliste.moc"
