@@ -1,0 +1,190 @@
+// Places of windows, and opening a file with its program.
+#include <QDesktopServices>
+#include <QScreen>
+#include <QTableWidget>
+#include <QTest>
+#include <QUrl>
+
+#include "app/ground/settings_keys.h"
+#include "app/ground/temp_module_ui.h"
+#include "tests/support/test_workplace.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+struct Form : QWidget {
+  Form() : grid(2, 3, this) {
+    setObjectName("frmTest");
+    grid.setObjectName("grdListe");
+    setGeometry(40, 50, 300, 200);
+  }
+  QTableWidget grid;
+};
+
+}  // namespace
+
+class TestGroundUi : public QObject {
+  Q_OBJECT
+
+ public Q_SLOTS:
+  void opened(const QUrl& url) { opened_ += url; }
+
+ private Q_SLOTS:
+  void aPlaceGoesAndComes();
+  void aGridKeepsItsColumns();
+  void anEmptyPlaceCentres();
+  void onlyWhatMakesSenseIsTaken();
+  void decimalCommasReadTheSame();
+  void aMinimizedWindowSavesNothing();
+  void aMaximizedWindowIsShrunk();
+  void aPlaceThatCantBeKeptDisturbsNobody();
+  void reportWindowsFillTheScreen();
+  void reportWindowsHaveAPlaceOfTheirOwn();
+  void filesOpenWithTheirProgram();
+
+ private:
+  static QString stored(TestWorkplace& place, const QString& key) {
+    return place.settings.value("Tarvex-40", "Positionen", key);
+  }
+  QList<QUrl> opened_;
+};
+
+void TestGroundUi::aPlaceGoesAndComes() {
+  TestWorkplace place;
+  Form form;
+  PositionSpeichern(place.workplace(), form);
+  QCOMPARE(stored(place, "frmTest-"), "40;50;300;200");
+  Form again;
+  again.setGeometry(0, 0, 100, 100);
+  PositionLaden(place.workplace(), again);
+  QCOMPARE(again.pos(), QPoint(40, 50));
+  QCOMPARE(again.size(), QSize(300, 200));
+}
+
+void TestGroundUi::aGridKeepsItsColumns() {
+  TestWorkplace place;
+  Form form;
+  form.grid.setColumnWidth(0, 30);
+  form.grid.setColumnWidth(1, 80);
+  form.grid.setColumnWidth(2, 120);
+  PositionSpeichern(place.workplace(), form, &form.grid);
+  QCOMPARE(stored(place, "frmTest-grdListe"), "40;50;300;200;30;80;120");
+  QCOMPARE(stored(place, "frmTest-"), "");
+  Form again;
+  PositionLaden(place.workplace(), again, &again.grid);
+  QCOMPARE(again.grid.columnWidth(1), 80);
+  QCOMPARE(again.grid.columnWidth(2), 120);
+  Form fewer;
+  place.settings.setValue("Tarvex-40", "Positionen", "frmTest-grdListe", "1;2;300;200;44");
+  const int designed = fewer.grid.columnWidth(1);
+  PositionLaden(place.workplace(), fewer, &fewer.grid);
+  QCOMPARE(fewer.grid.columnWidth(0), 44);
+  QCOMPARE(fewer.grid.columnWidth(1), designed);
+}
+
+void TestGroundUi::anEmptyPlaceCentres() {
+  TestWorkplace place;
+  Form form;
+  PositionLaden(place.workplace(), form);
+  const QPoint off = form.frameGeometry().center() - form.screen()->availableGeometry().center();
+  QVERIFY(qAbs(off.x()) <= 1 && qAbs(off.y()) <= 1);
+  QCOMPARE(form.size(), QSize(300, 200));
+}
+
+void TestGroundUi::onlyWhatMakesSenseIsTaken() {
+  TestWorkplace place;
+  Form form;
+  place.settings.setValue("Tarvex-40", "Positionen", "frmTest-", "-5;60;0;220");
+  PositionLaden(place.workplace(), form);
+  QCOMPARE(form.pos(), QPoint(40, 60));
+  QCOMPARE(form.size(), QSize(300, 220));
+  place.settings.setValue("Tarvex-40", "Positionen", "frmTest-", "x;;99999999999;-3");
+  PositionLaden(place.workplace(), form);
+  QCOMPARE(form.pos(), QPoint(40, 60));
+  QCOMPARE(form.size(), QSize(300, 220));
+}
+
+void TestGroundUi::decimalCommasReadTheSame() {
+  TestWorkplace place;
+  Form form;
+  for (const char* value : {"10,4;20,6;300,2;199,8", "10.4;20.6;300.2;199.8"}) {
+    place.settings.setValue("Tarvex-40", "Positionen", "frmTest-", value);
+    form.setGeometry(0, 0, 50, 50);
+    PositionLaden(place.workplace(), form);
+    QCOMPARE(form.pos(), QPoint(10, 21));
+    QCOMPARE(form.size(), QSize(300, 200));
+  }
+}
+
+void TestGroundUi::aMinimizedWindowSavesNothing() {
+  TestWorkplace place;
+  Form form;
+  form.setWindowState(Qt::WindowMinimized);
+  PositionSpeichern(place.workplace(), form);
+  QCOMPARE(stored(place, "frmTest-"), "");
+}
+
+void TestGroundUi::aMaximizedWindowIsShrunk() {
+  TestWorkplace place;
+  Form form;
+  form.setWindowState(Qt::WindowMaximized);
+  const QStringList expected{QString::number(form.x()), QString::number(form.y()),
+                             QString::number(form.width() - 20), QString::number(form.height() - 20)};
+  PositionSpeichern(place.workplace(), form);
+  QCOMPARE(stored(place, "frmTest-"), expected.join(';'));
+}
+
+void TestGroundUi::aPlaceThatCantBeKeptDisturbsNobody() {
+  TestWorkplace place;
+  place.files.write(place.path("datei"), "");
+  Settings blocked(place.path("datei/einstellungen"));
+  const Workplace all = place.workplace();
+  Form form;
+  PositionSpeichern({all.clock, all.random, all.waits, all.files, blocked, all.dialogs}, form);
+}
+
+void TestGroundUi::reportWindowsFillTheScreen() {
+  TestWorkplace place;
+  Form form;
+  AnzeigeLage(place.workplace(), form, "Liste");
+  const QSize screen = form.screen()->geometry().size();
+  QCOMPARE(form.pos(), QPoint(2, 2));
+  QCOMPARE(form.size(), QSize(screen.width() - 4, screen.height() - 30));
+}
+
+void TestGroundUi::reportWindowsHaveAPlaceOfTheirOwn() {
+  TestWorkplace place;
+  schreibe(place.settings, keys::AnzeigeScreen, false);
+  Form form;
+  const int inch = form.logicalDpiX();
+  place.settings.setValue("Tarvex-40", "Anzeige", "Main_LeftListe", "1440");
+  place.settings.setValue("Tarvex-40", "Anzeige", "Main_TopListe", "0");
+  place.settings.setValue("Tarvex-40", "Anzeige", "Main_WidthListe", "2880");
+  place.settings.setValue("Tarvex-40", "Anzeige", "Main_Width", "720");
+  AnzeigeLage(place.workplace(), form, "Liste");
+  QCOMPARE(form.pos(), QPoint(inch, 0));
+  QCOMPARE(form.width(), 2 * inch);
+  QCOMPARE(form.height(), 200);
+}
+
+void TestGroundUi::filesOpenWithTheirProgram() {
+  TestWorkplace place;
+  const QString path = place.path("Liste.txt");
+  MitProgrammOeffnen(place.workplace(), path);  // missing: nothing at all
+  place.files.write(path, "x");
+  QDesktopServices::setUrlHandler("file", this, "opened");
+  MitProgrammOeffnen(place.workplace(), path);
+  QDesktopServices::unsetUrlHandler("file");
+  QCOMPARE(opened_, QList<QUrl>({QUrl::fromLocalFile(path)}));
+#ifndef Q_OS_WIN
+  // The platform without a screen opens nothing.
+  place.dialogs.expect("Für diese Datei ist kein Programm zugeordnet:\n" + path)
+      .showing(BoxIcon::Exclamation);
+  MitProgrammOeffnen(place.workplace(), path);
+#endif
+}
+
+QTEST_MAIN(TestGroundUi)
+#include "test_ground_ui.moc"
