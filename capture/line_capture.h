@@ -13,11 +13,13 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "capture/check_list.h"
 #include "capture/discipline_loader.h"
 #include "capture/open_shots.h"
 #include "capture/records.h"
+#include "capture/result_grid.h"
 #include "capture/storing.h"
 #include "capture/transfer.h"
 #include "capture/views.h"
@@ -59,7 +61,7 @@ class LineCapture : public QObject {
   std::int16_t AnzahlOffeneSchuesse(std::int16_t nLinie);
   QString StartnummerOffeneSchuesse(std::int16_t nLinie);
   void LadeOffeneSchuesse(std::int16_t nLinie);
-  /// Writes the new start number into every open shot and its row. Errors pass to the caller.
+  /// Writes the new start number into every open shot and its row.
   void assignOpenShots(const QString& sStartnummer);
   void HaeringSchussVerwerfenAlle();
   void HaeringSchussVerwerfenGewaehlte();
@@ -98,9 +100,13 @@ class LineCapture : public QObject {
   void bestResultsChanged();
 
  private:
-  bool Select_Disziplinen();
-  void disciplinesChanged();
+  void Select_Disziplinen();
+  std::vector<std::shared_ptr<HaeringSchuss>> tickedShots() const;
+  void tickAll(bool bWahl);
+  /// Chooses the competition's disciplines where the lists know it; how many shots its series holds.
+  int seriesLength(const QString& sWettbewerb);
   void UebertragenInDisziplinen();
+  void storeAfterTransfer(const QString& missing, bool bUndVerbuchen);
 
   Workplace workplace_;
   dao::Database* db_ = nullptr;

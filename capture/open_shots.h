@@ -24,23 +24,23 @@ using ShotCollection = KeyedCollection<HaeringSchuss>;
 bool LadeHaeringSchuss(const Workplace& workplace, const dao::Recordset& rs, HaeringSchuss& schuss);
 
 /// Appends a row, open, and puts its ID into the shot.
-bool SpeichereHaeringSchuss(const Workplace& workplace, dao::Database& db, HaeringSchuss& schuss);
+bool SpeichereHaeringSchuss(const Workplace& workplace, dao::Database* db, HaeringSchuss& schuss);
 
-/// Writes the shot's start number into its row. Errors pass to the caller.
-void UpdateHaeringStartnummer(dao::Database& db, const HaeringSchuss& schuss);
+/// Writes the shot's start number into its row.
+bool UpdateHaeringStartnummer(const Workplace& workplace, dao::Database* db, const HaeringSchuss& schuss);
 
 /// Marks the row discarded, now; nothing when there is no such row. Collection and grid stay.
-bool VerwerfeHaeringSchuss(const Workplace& workplace, dao::Database& db, const HaeringSchuss& schuss);
+bool VerwerfeHaeringSchuss(const Workplace& workplace, dao::Database* db, const HaeringSchuss& schuss);
 
 /// Marks every ticked open shot booked, now, and takes it out of grid and collection.
-bool VerbucheHaeringSchuss(const Workplace& workplace, dao::Database& db, ShotCollection& shots,
+bool VerbucheHaeringSchuss(const Workplace& workplace, dao::Database* db, ShotCollection& shots,
                            TextTable& flex);
 
 /// The three queries of a restart. Counts and texts are 0 and empty when the routine was aborted.
-std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database& db, std::int16_t nLinie);
-QString StartnummerOffeneSchuesse(const Workplace& workplace, dao::Database& db, std::int16_t nLinie);
+std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie);
+QString StartnummerOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie);
 /// Hands each open shot of the line to `take`, by the texts of date and time.
-bool LadeOffeneSchuesse(const Workplace& workplace, dao::Database& db, std::int16_t nLinie,
+bool LadeOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie,
                         const std::function<void(std::shared_ptr<HaeringSchuss>)>& take);
 
 /// True when no shot of the collection has that `Key` now. The objects are asked, not the keys they were

@@ -15,7 +15,7 @@
 namespace qk {
 
 /// Appends the pending results. False when there are none (a box says so) or the operator aborted.
-bool SpeichereErgebnisse(const Workplace& workplace, dao::Database& db, const PendingResults& pending);
+bool SpeichereErgebnisse(const Workplace& workplace, dao::Database* db, const PendingResults& pending);
 
 /// Who stands on the picture, as the line's labels show it.
 struct PictureCaption {
@@ -23,7 +23,7 @@ struct PictureCaption {
 };
 
 /// Writes one target picture of the shots ticked at this moment.
-bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database& db, const PictureCaption& caption,
+bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database* db, const PictureCaption& caption,
                                 const ShotCollection& shots);
 
 }  // namespace qk

@@ -1,0 +1,181 @@
+#include "capture/storing.h"
+
+#include <array>
+
+#include "capture/row_values.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/runtime/clock.h"
+
+namespace qk {
+
+namespace {
+
+template <class Record>
+struct ResultColumn {
+  QString name;
+  QVariant (*value)(const Record&);
+};
+
+template <auto Field, class Record>
+ResultColumn<Record> holding(const QString& name) {
+  return {name, [](const Record& record) { return QVariant::fromValue(record.*Field); }};
+}
+
+const auto& schussColumns() {
+  using R = QKTeilerDisziplin;
+  static const std::array columns{
+      holding<&R::Art, R>("Art"),
+      holding<&R::ergebnis, R>("Ergebnis"),
+      holding<&R::Ring, R>("Ring"),
+      holding<&R::X, R>("x"),
+      holding<&R::Y, R>("y"),
+      holding<&R::ScheibenNr, R>("ScheibenNr"),
+      holding<&R::Startnummer, R>("Startnummer"),
+      holding<&R::MannId, R>("MannID"),
+      holding<&R::KlassenID, R>("KlassenID"),
+      holding<&R::DisziID, R>("DisziID"),
+      holding<&R::VorMannId, R>("VorMannID"),
+      holding<&R::SchussXY, R>("SchussXY"),
+      holding<&R::SerieXY, R>("SerieXY"),
+      holding<&R::Datum, R>("Datum"),
+      holding<&R::DSBTeiler, R>("DSBTeiler"),
+      holding<&R::DSBRinge, R>("DSBRinge"),
+      holding<&R::SPO_ID, R>("SPO_ID"),
+      holding<&R::ScheibenNummern, R>("ScheibenNummern"),
+      holding<&R::bManuell, R>("bManuell"),
+      holding<&R::WTyp, R>("WTyp"),
+      holding<&R::Betrag, R>("Betrag"),
+  };
+  return columns;
+}
+
+const auto& schussSerienColumns() {
+  using R = QKRingDisziplin;
+  static const std::array columns{
+      holding<&R::ergebnis, R>("Ergebnis"),
+      holding<&R::Startnummer, R>("Startnummer"),
+      holding<&R::MannId, R>("MannID"),
+      holding<&R::KlassenID, R>("KlassenID"),
+      holding<&R::DisziID, R>("DisziID"),
+      holding<&R::Anz, R>("Anz"),
+      holding<&R::Folge, R>("Folge"),
+      holding<&R::Einzelfolge, R>("Einzelfolge"),
+      holding<&R::Einzelfolge2, R>("Einzelfolge2"),
+      holding<&R::VorMannId, R>("VorMannID"),
+      holding<&R::EinzelfolgeTeiler, R>("EinzelFolgeTeiler"),
+      holding<&R::SerieXY, R>("SerieXY"),
+      holding<&R::Datum, R>("Datum"),
+      holding<&R::SPO_ID, R>("SPO_ID"),
+      holding<&R::ScheibenNummern, R>("ScheibenNummern"),
+      holding<&R::bManuell, R>("bManuell"),
+      holding<&R::WTyp, R>("WTyp"),
+      holding<&R::Betrag, R>("Betrag"),
+  };
+  return columns;
+}
+
+/// Appends a row per record. A table without records isn't even opened.
+template <class Record, class Columns>
+void appendRows(Steps& step, dao::Database* db, const QString& source, const KeyedCollection<Record>& records,
+                const Columns& columns) {
+  if (records.isEmpty()) return;
+  std::unique_ptr<dao::Recordset> rs;
+  step([&] { rs = required(db).openRecordset(source); });
+  for (const auto& record : records.objects()) {
+    step([&] { required(rs).addNew(); });
+    for (const auto& column : columns)
+      step([&] { required(rs).setValue(column.name, column.value(*record)); });
+    step([&] { required(rs).update(); });
+  }
+}
+
+/// What the ticked shots say about the whole target.
+struct PictureSums {
+  QString Wettkampf, ScheibenTyp;
+  double Teilerfaktor = 0;
+  int AnzEinschuesse = 0;
+  int ringeo = 0;
+  double ringem = 0;
+};
+
+PictureSums sumsOf(const ShotCollection& shots) {
+  PictureSums sums;
+  for (const auto& shot : shots.objects()) {
+    if (!shot->bAngewaehlt) continue;
+    ++sums.AnzEinschuesse;
+    if (sums.Wettkampf.isEmpty()) sums.Wettkampf = shot->WettbewerbBezeichnung;
+    if (sums.ScheibenTyp.isEmpty()) sums.ScheibenTyp = shot->sWaffe;
+    if (sums.Teilerfaktor == 0) sums.Teilerfaktor = shot->dblTeilerFaktor;
+    sums.ringeo += shot->RingOhneZehntel;
+    sums.ringem += shot->RingMitZehntel;
+  }
+  return sums;
+}
+
+struct ColumnValue {
+  QString name;
+  QVariant value;
+};
+
+void setValues(Steps& step, const std::unique_ptr<dao::Recordset>& rs,
+               const std::vector<ColumnValue>& values) {
+  for (const ColumnValue& column : values) step([&] { required(rs).setValue(column.name, column.value); });
+}
+
+}  // namespace
+
+bool SpeichereErgebnisse(const Workplace& workplace, dao::Database* db, const PendingResults& pending) {
+  if (pending.m_colTeilerErg.isEmpty() && pending.m_colRingErg.isEmpty()) {
+    workplace.dialogs.note("Bitte wählen Sie eine Disziplin");
+    return false;
+  }
+  const ErrorReport report =
+      fehlerReport(workplace.dialogs, "Fehler beim Speichern der Ergebnisse in die Datenbank!", {}, false);
+  return reported(report, [&](Steps& step) {
+    appendRows(step, db, "Select * from Schuss", pending.m_colTeilerErg, schussColumns());
+    appendRows(step, db, "Select * from SchussSerien", pending.m_colRingErg, schussSerienColumns());
+  });
+}
+
+bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database* db, const PictureCaption& caption,
+                                const ShotCollection& shots) {
+  const ErrorReport report = fehlerReport(workplace.dialogs, "Fehler bei SpeichernInGrafikDatenbank_err!");
+  return reported(report, [&](Steps& step) {
+    std::unique_ptr<dao::Recordset> scheibe, schuss;
+    step([&] { scheibe = required(db).openRecordset("Grafik_Scheibe", dao::RecordsetType::Table); });
+    step([&] { schuss = required(db).openRecordset("Grafik_Schuss", dao::RecordsetType::Table); });
+
+    const PictureSums sums = sumsOf(shots);
+    std::int32_t id = 0;
+    step([&] { required(scheibe).addNew(); });
+    setValues(step, scheibe,
+              {{"StartNr", caption.sStartnummer},
+               {"Name", caption.sName},
+               {"Verein", caption.sVerein},
+               {"Wettkampf", sums.Wettkampf},
+               {"ScheibenTyp", sums.ScheibenTyp},
+               {"AnzScheiben", 1},
+               {"Teilerfaktor", sums.Teilerfaktor},
+               {"AnzEinschuesse", sums.AnzEinschuesse},
+               {"Datum", workplace.clock.now()},
+               {"ringeo", sums.ringeo},
+               {"ringem", sums.ringem}});
+    step([&] { id = longIn(required(scheibe), "ID"); });
+    step([&] { required(scheibe).update(); });
+
+    for (const auto& shot : shots.objects()) {
+      if (!shot->bAngewaehlt) continue;
+      step([&] { required(schuss).addNew(); });
+      setValues(step, schuss,
+                {{"SchussNr", shot->TrefferNummer - 1},
+                 {"Ringwert", shot->RingMitZehntel},
+                 {"Teiler", shot->dblTeiler},
+                 {"x", shot->X},
+                 {"Y", shot->Y},
+                 {"ScheibenID", id}});
+      step([&] { required(schuss).update(); });
+    }
+  });
+}
+
+}  // namespace qk

@@ -1,0 +1,97 @@
+// A strict workplace with a competition file of its own, filled from row texts (tools/schema/schema_text.h).
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/numbers.h"
+#include "tests/capture/shots.h"
+#include "tests/support/test_workplace.h"
+#include "tools/schema/schema_build.h"
+#include "tools/wettkampf/competition.h"
+
+namespace qk::test {
+
+class Workbench : public TestWorkplace {
+ public:
+  CountingRandom chance;
+
+  Workplace workplace() { return {clock, chance, waits, files, settings, dialogs}; }
+
+  /// The competition, made at first use: empty but for its own tables.
+  dao::Database& store() {
+    if (!store_) {
+      Files().write(path("Pokal.qkk"), emptyCompetition());
+      store_ = dao::Database::open(path("Pokal.qkk"));
+    }
+    return *store_;
+  }
+
+  /// Adds the rows of a text such as "Zeilen Verein\n  ID | Name\n  12 | SV Grünau\n".
+  void fill(const QString& text) { buildSchema(store(), parseSchema(text, "test")); }
+
+  /// A line per row of a query: the columns as texts, divided by "|".
+  QStringList read(const QString& query, const QStringList& columns) {
+    QStringList lines;
+    const auto rs = store().openRecordset(query);
+    for (; !rs->eof(); rs->moveNext()) {
+      QStringList cells;
+      for (const QString& column : columns) cells += cellText(rs->value(column));
+      lines += cells.join('|');
+    }
+    return lines;
+  }
+
+  /// The error that something fails with now.
+  template <class Action>
+  static Error failureOf(Action&& action) {
+    try {
+      action();
+    } catch (const Error& error) {
+      return error;
+    }
+    failTest("nothing failed");
+    return Error(0);
+  }
+
+  /// The error box of a named operation.
+  Expectation& expectError(const Error& error, const QString& text, BoxAnswer answer,
+                           const QString& word = {}) {
+    return dialogs
+        .expect(word + QString::number(error.number()) + " - " + error.description() + "\n" + text, answer)
+        .titled("Fehler")
+        .with(BoxButtons::AbortRetryIgnore)
+        .showing(BoxIcon::Exclamation);
+  }
+  Expectation& expectError(int number, const QString& text, BoxAnswer answer, const QString& word = {}) {
+    return expectError(Error(number), text, answer, word);
+  }
+
+ private:
+  /// Made once: the bytes of a closed competition file with the tables of both programs.
+  static const QByteArray& emptyCompetition() {
+    static const QByteArray bytes = [] {
+      const QTemporaryDir folder;
+      const QString file = folder.filePath("leer.qkk");
+      makeCompetition(file, {});
+      dao::Database::open(file)->createTable(*embeddedSchema("LeerSA.txt").table("Haering_Daten"));
+      return Files().read(file);
+    }();
+    return bytes;
+  }
+
+  static QString cellText(const QVariant& value) {
+    if (!value.isValid()) return "Null";
+    if (value.typeId() == QMetaType::QDateTime) return dateText(value.toDateTime());
+    if (value.typeId() == QMetaType::Double) return numberText(value.toDouble());
+    return value.toString();
+  }
+
+  std::unique_ptr<dao::Database> store_;
+};
+
+}  // namespace qk::test
