@@ -1,23 +1,21 @@
-// Reading the columns of a row: Null never reaches the logic. Numbers of a row that don't fit are Error 6.
+// Reading the columns of a row by the type of the field they go to. A number that doesn't fit is Error 6.
 #pragma once
 
 #include <QString>
 #include <cstdint>
 
+#include "app/ground/feld_wert.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/numbers.h"
 
 namespace qk {
 
-/// Null and a text of nothing but NUL characters read as the empty text.
 inline QString textIn(const dao::Recordset& rs, const QString& column) {
-  const QString text = rs.value(column).toString();
-  return text.count(QChar(u'\0')) == text.size() ? QString() : text;
+  return FeldWert(rs, column).toString();
 }
-/// Null reads as 0.
 inline double doubleIn(const dao::Recordset& rs, const QString& column) {
-  return rs.value(column).toDouble();
+  return FeldWert(rs, column).toDouble();
 }
 inline std::int32_t longIn(const dao::Recordset& rs, const QString& column) {
   return toInt32(doubleIn(rs, column));
