@@ -45,6 +45,7 @@ class TestDemoRows : public QObject {
   void referToRowsThatExist_data();
   void referToRowsThatExist();
   void agreeWithTheStacks();
+  void admitClasses();
 };
 
 void TestDemoRows::areTheSameTwice() {
@@ -195,6 +196,23 @@ void TestDemoRows::agreeWithTheStacks() {
   for (qsizetype i = 0; i < issued.size(); ++i)
     if (issuedFrom.at(i).isValid())
       QVERIFY(issued.at(i).toInt() < next.at(stacks.indexOf(issuedFrom.at(i))).toInt());
+}
+
+void TestDemoRows::admitClasses() {
+  const auto all = rows();
+  const QVariantList disciplines = column(all, "DisziplinKlasse", "DisziID");
+  const QVariantList classes = column(all, "DisziplinKlasse", "KlasseID");
+  const auto admitted = [&](const QString& name) {
+    const int id = column(all, "Disziplin", "ID").at(column(all, "Disziplin", "Name").indexOf(name)).toInt();
+    std::set<int> result;
+    for (qsizetype i = 0; i < disciplines.size(); ++i)
+      if (disciplines.at(i).toInt() == id) result.insert(classes.at(i).toInt());
+    return result;
+  };
+  QCOMPARE(admitted("LG Meister").size(), size_t{14});
+  QCOMPARE(admitted("LG Auflage"), (std::set<int>{13, 14}));
+  QVERIFY(!admitted("KK liegend").count(1) && admitted("KK liegend").count(3));
+  QVERIFY(admitted("Kranzl").empty());
 }
 
 QTEST_GUILESS_MAIN(TestDemoRows)

@@ -12,7 +12,7 @@ namespace qk {
 
 namespace {
 
-constexpr int Disciplines = 30;
+// Rows of Demo.txt.
 constexpr int AuflageDiscipline = 22;
 constexpr int KkDiscipline = 26;
 constexpr int DisciplineWithoutClasses = 28;
@@ -28,13 +28,15 @@ QVariant euro(int cents) {
   return QVariant::fromValue(Money::fromUnits(std::int64_t{cents} * 100));
 }
 
-/// Most disciplines take every class; one wants the rested classes, one none below 15, one takes nobody.
-TableData admittedClasses(const TableData& classes) {
+/// Most disciplines take every class; one wants those that shoot with a rest, one none below 15, one takes
+/// nobody.
+TableData admittedClasses(const TableData& disciplines, const TableData& classes) {
   TableData data{"DisziplinKlasse", {"DisziID", "KlasseID"}, {}};
   const auto id = classes.columns.indexOf("ID");
   const auto rested = classes.columns.indexOf("Auflage");
   const auto oldest = classes.columns.indexOf("Alter bis");
-  for (int discipline = 1; discipline <= Disciplines; ++discipline) {
+  for (const QVariantList& disciplineRow : disciplines.rows) {
+    const int discipline = disciplineRow.at(disciplines.columns.indexOf("ID")).toInt();
     if (discipline == DisciplineWithoutClasses) continue;
     for (const QVariantList& row : classes.rows) {
       if (discipline == AuflageDiscipline && row.at(rested).toInt() == 0) continue;
@@ -173,7 +175,7 @@ std::vector<TableData> demoRows(const Schema& tables, const Schema& fixed) {
   all.push_back(generatedShooters(DemoShooters - static_cast<int>(described.rows.size()),
                                   static_cast<int>(described.rows.size()) + 1, classes, random));
   const TableData shooters = shooterKeys(described, all.back());
-  all.push_back(admittedClasses(classes));
+  all.push_back(admittedClasses(dataOf(all, "Disziplin"), classes));
   all.push_back(registrations(shooters));
   all.push_back(groupMembers());
   all.push_back(payments(shooters, random));
