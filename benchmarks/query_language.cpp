@@ -1,0 +1,103 @@
+#include "benchmarks/query_language.h"
+
+#include <sqlite3.h>
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+#include "platform/dao/sql/parser.h"
+#include "platform/dao/sql/sqlite_functions.h"
+#include "platform/dao/sql/sqlite_writer.h"
+
+namespace qk::bench {
+namespace {
+
+using namespace qk::dao;
+
+constexpr int kColumns = 28;
+
+/// One wide table, in the catalogue and in a database in memory.
+class Store : public sql::Catalog {
+ public:
+  Store() {
+    table_.name = "Messwerte";
+    QStringList columns = {"\"ID\" INTEGER PRIMARY KEY"};
+    table_.fields.push_back({"ID", FieldType::Long});
+    for (int i = 1; i < kColumns; ++i) {
+      const QString name = QString("Messwert%1").arg(i);
+      table_.fields.push_back({name, FieldType::Text});
+      columns << "\"" + name + "\" TEXT COLLATE NOCASE";
+    }
+    names_.insert(table_.name.toCaseFolded(), &table_);
+    sqlite3_open(":memory:", &database_);
+    sql::registerSqliteFunctions(database_);
+    const QByteArray create = ("CREATE TABLE \"Messwerte\" (" + columns.join(", ") + ")").toUtf8();
+    if (sqlite3_exec(database_, create.constData(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+      throw std::runtime_error(sqlite3_errmsg(database_));
+    }
+  }
+  ~Store() override { sqlite3_close(database_); }
+  Store(const Store&) = delete;
+  Store& operator=(const Store&) = delete;
+
+  const TableDef* find(const QString& name) const override { return names_.value(name.toCaseFolded()); }
+
+  void prepare(const QByteArray& text) const {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(database_, text.constData(), int(text.size()), &statement, nullptr) != SQLITE_OK) {
+      throw std::runtime_error(sqlite3_errmsg(database_));
+    }
+    sqlite3_finalize(statement);
+  }
+
+  void translateAndPrepare(const QString& text) const {
+    sql::Statement statement = sql::parseStatement(text);
+    sql::resolve(statement, *this);
+    prepare(writer_.statement(statement).text.toUtf8());
+  }
+
+ private:
+  TableDef table_;
+  QHash<QString, const TableDef*> names_;
+  sql::SqliteWriter writer_;
+  sqlite3* database_ = nullptr;
+};
+
+template <typename Work>
+qint64 nanoseconds(int count, Work work) {
+  QElapsedTimer timer;
+  timer.start();
+  for (int i = 0; i < count; ++i) work(i);
+  return timer.nsecsElapsed();
+}
+
+qint64 median(std::vector<qint64> values) {
+  std::nth_element(values.begin(), values.begin() + qsizetype(values.size() / 2), values.end());
+  return values[values.size() / 2];
+}
+
+}  // namespace
+
+double queryLanguageRatio(int rounds, int statementsPerRound) {
+  const Store store;
+  std::vector<qint64> translated, native;
+  int literal = 100000;
+  for (int round = 0; round < rounds; ++round) {
+    QStringList texts;
+    std::vector<QByteArray> nativeTexts;
+    for (int i = 0; i < statementsPerRound; ++i, ++literal) {
+      texts << QString("Select * from Messwerte where ID = %1").arg(literal);
+      nativeTexts.push_back(QString("SELECT * FROM \"Messwerte\" WHERE \"ID\" = %1").arg(literal).toUtf8());
+    }
+    translated.push_back(
+        nanoseconds(statementsPerRound, [&](int i) { store.translateAndPrepare(texts[i]); }));
+    native.push_back(
+        nanoseconds(statementsPerRound, [&](int i) { store.prepare(nativeTexts[std::size_t(i)]); }));
+  }
+  return double(median(translated)) / double(median(native));
+}
+
+}  // namespace qk::bench
