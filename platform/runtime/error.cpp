@@ -57,6 +57,7 @@ const QHash<int, QString>& descriptions() {
        "geöffnet, oder Sie benötigen eine Berechtigung, um die Daten zu lesen."},
       {3058, "Index- oder Primärschlüssel darf keinen Nullwert enthalten."},
       {3061, "Zu wenig Parameter erwartet."},
+      {3073, "Die Operation muss eine aktualisierbare Abfrage verwenden."},
       {3075, "Syntaxfehler im Abfrageausdruck."},
       {3077, "Syntaxfehler im Ausdruck."},
       {3078,
@@ -65,6 +66,7 @@ const QHash<int, QString>& descriptions() {
       {3079,
        "Das angegebene Feld kann sich auf mehr als eine der in der FROM-Klausel Ihrer SQL-Anweisung "
        "aufgeführten Tabellen beziehen."},
+      {3086, "Aus den angegebenen Tabellen kann nicht gelöscht werden."},
       {3112, "Datensätze können nicht gelesen werden; keine Leseberechtigung."},
       {3126, "Ungültiges Setzen von Klammern um einen Namen."},
       {3146, "ODBC-Aufruf fehlgeschlagen."},
@@ -83,10 +85,14 @@ const QHash<int, QString>& descriptions() {
       {3260, "Aktualisieren nicht möglich; momentan von einem anderen Benutzer gesperrt."},
       {3265, "Element in dieser Auflistung nicht gefunden."},
       {3284, "Der Index ist bereits vorhanden."},
+      {3307, "Die Anzahl der Spalten in den Teilen der UNION-Abfrage stimmt nicht überein."},
       {3314,
        "Das Feld darf keinen Nullwert enthalten, da seine Eigenschaft \"Eingabe erforderlich\" gesetzt ist."},
       {3343, "Nicht erkennbares Datenbankformat."},
+      {3346, "Die Anzahl der Abfragewerte und der Zielfelder stimmt nicht überein."},
+      {3360, "Die Abfrage ist zu komplex."},
       {3421, "Fehler beim Konvertieren des Datentyps."},
+      {3464, "Datentypenkonflikt im Kriterienausdruck."},
   };
   return texts;
 }

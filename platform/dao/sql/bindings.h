@@ -24,6 +24,9 @@ using Bindings = std::vector<Binding>;
 Bindings bindSources(const std::vector<SourcePtr>& from, const Catalog& catalog);
 void bindSources(const Source& source, const Catalog& catalog, bool outer, Bindings& bindings);
 
+/// Error 3078 that tells the name.
+[[noreturn]] void throwUnknownSource(const QString& name);
+
 /// Position of a source by name or alias; -1 when missing.
 int findBinding(const Bindings& bindings, const QString& name);
 

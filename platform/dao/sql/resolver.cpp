@@ -67,7 +67,7 @@ void Resolver::select(Select& select) {
   for (Select* next = select.unionNext.get(); next; next = next->unionNext.get()) {
     Resolver(catalog_, outer_).core(*next);
     if (width(*next) != width(select)) {
-      throw Error(3307, "Die Anzahl der Spalten in den Teilen der UNION-Abfrage stimmt nicht überein.");
+      throw Error(3307);
     }
   }
   orderOfUnion(select);
@@ -84,7 +84,7 @@ void Resolver::core(Select& select) {
     }
     const int source = findBinding(bindings_, item.starTable);
     if (bindings_.empty() || (!item.starTable.isEmpty() && source < 0)) {
-      throw Error(3078, QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(item.starTable));
+      throwUnknownSource(item.starTable);
     }
     if (source >= 0) item.starTable = bindings_[std::size_t(source)].name;
   }
@@ -355,7 +355,7 @@ void Resolver::update(Update& update) {
     assignment.kind = node(assignment.column, Place::Row);
     const Binding& target = bindings_[std::size_t(assignment.column.source)];
     if (!target.table || assignment.column.source != update.set.front().column.source) {
-      throw Error(3073, "Die Operation muss eine aktualisierbare Abfrage verwenden.");
+      throw Error(3073);
     }
     expression(assignment.value, Place::Row);
   }
@@ -370,10 +370,10 @@ void Resolver::remove(Delete& remove) {
   int source = findBinding(bindings_, remove.starTable);
   if (remove.starTable.isEmpty()) source = manySide({remove.source.get()}, remove.where.get(), bindings_);
   if (source < 0) {
-    throw Error(3078, QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(remove.starTable));
+    throwUnknownSource(remove.starTable);
   }
   if (!bindings_[std::size_t(source)].table) {
-    throw Error(3086, "Aus den angegebenen Tabellen kann nicht gelöscht werden.");
+    throw Error(3086);
   }
   remove.starTable = bindings_[std::size_t(source)].name;
 }
@@ -381,7 +381,7 @@ void Resolver::remove(Delete& remove) {
 void Resolver::insert(Insert& insert) {
   const TableDef* table = catalog_.find(insert.table);
   if (!table) {
-    throw Error(3078, QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(insert.table));
+    throwUnknownSource(insert.table);
   }
   insert.table = table->name;
   if (insert.columns.isEmpty()) {
@@ -405,7 +405,7 @@ void Resolver::insert(Insert& insert) {
     for (const ExpressionPtr& value : insert.values) expression(value, Place::Row);
   }
   if (width != insert.kinds.size()) {
-    throw Error(3346, "Die Anzahl der Abfragewerte und der Zielfelder stimmt nicht überein.");
+    throw Error(3346);
   }
 }
 

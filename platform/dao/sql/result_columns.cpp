@@ -119,6 +119,10 @@ int Binding::find(const QString& column) const {
   return -1;
 }
 
+void throwUnknownSource(const QString& name) {
+  throw Error(3078, QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(name));
+}
+
 int findBinding(const Bindings& bindings, const QString& name) {
   for (std::size_t i = 0; i < bindings.size(); ++i) {
     if (sameName(bindings[i].name, name)) return int(i);
@@ -137,7 +141,7 @@ void bindSources(const Source& source, const Catalog& catalog, bool outer, Bindi
   if (const auto* table = std::get_if<TableSource>(&source.node)) {
     binding.table = table->file.isEmpty() ? catalog.find(table->name) : nullptr;
     if (!binding.table) {
-      throw Error(3078, QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(table->name));
+      throwUnknownSource(table->name);
     }
     binding.name = table->alias.isEmpty() ? binding.table->name : table->alias;
   } else {

@@ -14,7 +14,7 @@ namespace {
 constexpr double kSecondsPerDay = 86400.0;
 
 [[noreturn]] void throwMismatch() {
-  throw Error(3464, "Datentypenkonflikt im Kriterienausdruck.");
+  throw Error(3464);
 }
 
 bool isText(const QVariant& value) {

@@ -211,7 +211,7 @@ void SqlitePrinter::update(const Update& update) {
 void SqlitePrinter::updateOverJoin(const Update& update) {
   const QString& target = update.set.front().column.table;
   const TableSource* table = findTable(*update.source, target);
-  if (!table) throw Error(3073, "Die Operation muss eine aktualisierbare Abfrage verwenden.");
+  if (!table) throw Error(3073);
   const auto newValue = [](std::size_t i) { return QString("v%1").arg(i); };
   name(table->name);
   text_ += QString(" AS ") + kTarget + " SET ";
@@ -248,7 +248,7 @@ void SqlitePrinter::remove(const Delete& remove) {
     return where(remove.where);
   }
   const TableSource* table = findTable(*remove.source, remove.starTable);
-  if (!table) throw Error(3086, "Aus den angegebenen Tabellen kann nicht gelöscht werden.");
+  if (!table) throw Error(3086);
   name(table->name);
   text_ += " WHERE rowid IN (SELECT ";
   name(remove.starTable);
