@@ -3,7 +3,10 @@
 #include <QAction>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
 
@@ -31,6 +34,9 @@ constexpr ShownColumn kShown[] = {
     {kStartnummer, "Startnr.", 8}, {4, "Name", 24},    {12, "Geburtsdatum", 12}, {25, "Verein", 24},
     {26, "Mannschaft", 20},        {27, "Klasse", 16}, {29, "Ausweis-Nr.", 12}};
 
+// Rows of the list that the window is high enough for, its other parts included.
+constexpr int kRowsInSight = 24;
+
 const QString kOrder = " order by val(Startnummer)";
 
 }  // namespace
@@ -41,6 +47,7 @@ frmSchuetzenListe::frmSchuetzenListe(const Workplace& workplace, QWidget* parent
       ui_(std::make_unique<Ui::frmSchuetzenListe>()),
       list_(new RecordsetTable(this)) {
   ui_->setupUi(this);
+  layout()->setMenuBar(ui_->menubar);
   QHash<int, QString> titles;
   for (const ShownColumn& column : kShown) titles.insert(column.position, column.title);
   list_->setTitles(titles);
@@ -90,6 +97,7 @@ void frmSchuetzenListe::showEvent(QShowEvent* event) {
     opened_ = true;
     openCompetition();
     layOutList();
+    fitToColumns();
   }
   QDialog::showEvent(event);
 }
@@ -137,6 +145,16 @@ void frmSchuetzenListe::layOutList() {
     if (shown != std::end(kShown))
       view->setColumnWidth(column, (shown->characters + 1) * metrics.averageCharWidth());
   }
+}
+
+void frmSchuetzenListe::fitToColumns() {
+  int width = ui_->VSFlexGrid1->verticalScrollBar()->sizeHint().width();
+  for (const ShownColumn& column : kShown)
+    width += (column.characters + 1) * ui_->VSFlexGrid1->fontMetrics().averageCharWidth();
+  const QMargins margins = layout()->contentsMargins();
+  width += margins.left() + margins.right() + 4 * ui_->VSFlexGrid1->frameWidth();
+  const int height = kRowsInSight * ui_->VSFlexGrid1->verticalHeader()->defaultSectionSize();
+  resize(QSize(width, height).boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void frmSchuetzenListe::selectFirstRow() {

@@ -44,6 +44,8 @@ class frmSchuetzenListe : public QDialog {
   /// Reads the list anew for what stands in the search field.
   void readList(const QString& failureText);
   void layOutList();
+  /// All columns in sight where the screen allows it.
+  void fitToColumns();
   void selectFirstRow();
   void cmdOK_Click();
 

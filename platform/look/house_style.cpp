@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QPainter>
+#include <QStyleOption>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -13,10 +15,35 @@ namespace {
 // Distances as parts of the font's height.
 constexpr double kMargin = 0.70;
 constexpr double kSpacing = 0.45;
+constexpr double kButtonMargin = 0.70;
+constexpr double kHeaderMargin = 0.30;
+constexpr double kCellMargin = 0.18;
 constexpr double kSmallIcon = 1.15;
 constexpr double kToolBarIcon = 1.70;
 
+constexpr int kRimOpacity = 140;
+
 }  // namespace
+
+void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
+  if (!box && element != PE_IndicatorRadioButton) return;
+  const bool selected = element == PE_IndicatorItemViewItemCheck && option->state.testFlag(State_Selected);
+  QColor rim = option->palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+  rim.setAlpha(kRimOpacity);
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(rim);
+  painter->setBrush(Qt::NoBrush);
+  const QRectF frame = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  if (box)
+    painter->drawRoundedRect(frame, 2, 2);
+  else
+    painter->drawEllipse(frame);
+  painter->restore();
+}
 
 int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   const int height = widget ? widget->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
@@ -30,6 +57,12 @@ int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
       return part(kSpacing);
+    case PM_ButtonMargin:
+      return std::max(part(kButtonMargin), QProxyStyle::pixelMetric(metric, option, widget));
+    case PM_HeaderMargin:
+      return part(kHeaderMargin);
+    case PM_FocusFrameHMargin:
+      return part(kCellMargin);
     case PM_ButtonIconSize:
     case PM_SmallIconSize:
     case PM_ListViewIconSize:

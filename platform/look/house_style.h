@@ -11,6 +11,9 @@ class HouseStyle : public QProxyStyle {
  public:
   HouseStyle() : QProxyStyle("fusion") {}
 
+  /// Boxes for ticks and choices get a rim that stands out on either ground.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
 };
 

@@ -33,8 +33,8 @@ QSize PathLabel::minimumSizeHint() const {
 bool PathLabel::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QLabel::event(event);
   const bool cut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
-  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), cut ? "<qt>" + text().toHtmlEscaped() + "</qt>" : QString(),
-                     this);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                     cut ? "<qt>" + text().toHtmlEscaped() + "</qt>" : QString(), this);
   return true;
 }
 
