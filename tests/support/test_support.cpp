@@ -12,25 +12,12 @@
 #include "platform/dialog/message_boxes.h"
 #include "platform/runtime/error.h"
 #include "tests/support/drive.h"
+#include "tests/support/error_of.h"
 #include "tests/support/real_boxes.h"
 #include "tests/support/test_workplace.h"
 
 using namespace qk;
 using namespace qk::test;
-
-namespace {
-
-template <class Call>
-int errorOf(Call&& call) {
-  try {
-    call();
-    return 0;
-  } catch (const Error& error) {
-    return error.number();
-  }
-}
-
-}  // namespace
 
 class TestSupport : public QObject {
   Q_OBJECT

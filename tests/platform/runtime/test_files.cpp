@@ -7,20 +7,12 @@
 
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
+#include "tests/support/error_of.h"
 
 using namespace qk;
+using namespace qk::test;
 
 namespace {
-
-template <class Call>
-int errorOf(Call&& call) {
-  try {
-    call();
-    return 0;
-  } catch (const Error& error) {
-    return error.number();
-  }
-}
 
 /// Moves a folder's time stamp into the past, as if nothing had happened there for a while.
 void settle(const QString& folder) {
@@ -177,8 +169,7 @@ void TestFiles::fullDisk() {
 }
 
 void TestFiles::lists() {
-  for (const char* name :
-       {"Datei2.nrt", "Datei1.NRT", "Datei10.nrt", "Datei.ctl", "ohnepunkt", "a[1].txt"})
+  for (const char* name : {"Datei2.nrt", "Datei1.NRT", "Datei10.nrt", "Datei.ctl", "ohnepunkt", "a[1].txt"})
     files_.write(path(name), "");
   files_.makeFolder(path("Datei9.nrt"));
   QCOMPARE(files_.list(folder_->path(), "datei*.nrt"),

@@ -6,23 +6,10 @@
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
 #include "platform/runtime/numbers.h"
+#include "tests/support/error_of.h"
 
 using namespace qk;
-
-namespace {
-
-/// The number of the Error that the call throws, 0 when it goes through.
-template <class Call>
-int errorOf(Call&& call) {
-  try {
-    call();
-    return 0;
-  } catch (const Error& error) {
-    return error.number();
-  }
-}
-
-}  // namespace
+using namespace qk::test;
 
 class TestNumbers : public QObject {
   Q_OBJECT

@@ -8,8 +8,10 @@
 #include "platform/runtime/fonttext.h"
 #include "platform/runtime/retry.h"
 #include "platform/runtime/textcodec.h"
+#include "tests/support/error_of.h"
 
 using namespace qk;
+using namespace qk::test;
 
 class TestRuntime : public QObject {
   Q_OBJECT
@@ -88,14 +90,6 @@ void TestRuntime::collection() {
   numbers.add(std::make_shared<int>(2), "A");
   QCOMPARE(*numbers.get("A"), 2);
   QCOMPARE(numbers.keyAt(0), "a");
-  const auto errorOf = [](auto&& call) {
-    try {
-      call();
-      return 0;
-    } catch (const Error& error) {
-      return error.number();
-    }
-  };
   QCOMPARE(errorOf([&] { numbers.add(std::make_shared<int>(3), "a"); }), 457);
   QCOMPARE(errorOf([&] { numbers.get("b"); }), 5);
   QCOMPARE(errorOf([&] { numbers.remove("b"); }), 5);
