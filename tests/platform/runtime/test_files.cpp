@@ -1,5 +1,6 @@
 // The door to files and folders, on the real file system.
 #include <QDir>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <chrono>
@@ -35,6 +36,7 @@ class TestFiles : public QObject {
   void namesAreFoundWhateverTheirCase();
   void anOwnSpellingComesFirst();
   void aChangedFolderIsLookedAtAnew();
+  void aYoungTimeStampIsNotTrusted();
   void aQuietFolderIsNotReadAgain();
   void fullDisk();
   void lists();
@@ -142,12 +144,26 @@ void TestFiles::aChangedFolderIsLookedAtAnew() {
   QVERIFY(flag.open(QIODevice::WriteOnly));
   flag.close();
   QVERIFY(files_.exists(path("flag.ctl")));
-  // Two changes that share a time stamp: a young stamp is not trusted.
-  QVERIFY(flag.remove());
-  QVERIFY(!files_.exists(path("flag.ctl")));
-  QVERIFY(flag.open(QIODevice::WriteOnly));
-  flag.close();
-  QVERIFY(files_.exists(path("flag.ctl")));
+}
+
+void TestFiles::aYoungTimeStampIsNotTrusted() {
+  // Two changes within one tick share a time stamp. The machine may stall: only a quick round says something.
+  for (bool quick = false; !quick;) {
+    QElapsedTimer timer;
+    timer.start();
+    files_ = Files();
+    const auto young = std::filesystem::file_time_type::clock::now() - std::chrono::milliseconds(100);
+    std::filesystem::last_write_time(folder_->path().toStdU16String(), young);
+    QVERIFY(!files_.exists(path("flag.ctl")));
+    QFile flag(path("FLAG.CTL"));
+    QVERIFY(flag.open(QIODevice::WriteOnly));
+    flag.close();
+    std::filesystem::last_write_time(folder_->path().toStdU16String(), young);
+    const bool found = files_.exists(path("flag.ctl"));
+    quick = timer.elapsed() < 500;
+    QVERIFY(found || !quick);
+    QVERIFY(flag.remove());
+  }
 }
 
 void TestFiles::aQuietFolderIsNotReadAgain() {
@@ -165,6 +181,8 @@ void TestFiles::aQuietFolderIsNotReadAgain() {
 void TestFiles::fullDisk() {
   if (!QFile::exists("/dev/full")) return;  // only there can a full disk be had for nothing
   QCOMPARE(errorOf([&] { files_.write("/dev/full", "x"); }), 61);
+  // The device has no end to go to, and the toolkit says so.
+  QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^QIODevice::seek .*sequential device"));
   QCOMPARE(errorOf([&] { files_.append("/dev/full", "x"); }), 61);
 }
 
