@@ -388,6 +388,7 @@ void Resolver::insert(Insert& insert) {
     for (const FieldDef& field : table->fields) insert.columns << field.name;
   }
   const Binding target{table->name, table, {}, false};
+  insert.kinds.clear();
   for (QString& column : insert.columns) {
     const int field = target.find(column);
     if (field < 0) {

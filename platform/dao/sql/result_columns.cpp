@@ -1,4 +1,5 @@
 #include <QSet>
+#include <algorithm>
 
 #include "platform/dao/sql/bindings.h"
 #include "platform/dao/sql/functions.h"
@@ -263,11 +264,15 @@ int manySide(const std::vector<const Source*>& from, const Expression* where, co
   for (const Source* source : from) gatherConditions(*source, pairs);
   gatherEqualities(where, pairs);
   const auto joined = [&](int source, const QString& field) {
-    for (const auto& [left, right] : pairs) {
-      if (left->source == source && sameName(left->name, field)) return true;
-      if (right->source == source && sameName(right->name, field)) return true;
-    }
-    return false;
+    const auto isTable = [&](const Column* column) {
+      return column->source >= 0 && bindings[std::size_t(column->source)].table != nullptr;
+    };
+    const auto isKey = [&](const Column* column) {
+      return column->source == source && sameName(column->name, field);
+    };
+    return std::any_of(pairs.begin(), pairs.end(), [&](const auto& pair) {
+      return (isKey(pair.first) && isTable(pair.second)) || (isKey(pair.second) && isTable(pair.first));
+    });
   };
   for (int source = 0; source < int(bindings.size()); ++source) {
     const IndexDef* key = primaryKey(bindings[std::size_t(source)].table);
