@@ -2,17 +2,14 @@
 
 #include <algorithm>
 
+#include "app/ground/settings_keys.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/fonttext.h"
 #include "platform/runtime/numbers.h"
-#include "platform/settings/settings.h"
 
 namespace qk {
 
 namespace {
-
-const QString Application = "Tarvex-40";
-const QString Section = "OptikAufnahme";
 
 constexpr int Columns = 14;
 constexpr int ShotsPerRow = 10;
@@ -20,7 +17,6 @@ constexpr int IntegerSumColumn = 11;
 constexpr int TenthsSumColumn = 12;
 constexpr int RingTeilerColumn = 13;
 constexpr int LabelWidth = 500;
-constexpr int DefaultWidth = 743;
 constexpr int OwnSize = -1;
 constexpr int Hidden = 0;
 
@@ -29,16 +25,14 @@ bool isRingRow(int row) {
 }
 
 /// The settings keep colours as numbers in blue-green-red order.
-QColor colourSetting(const Settings& settings, const QString& key, int missing) {
-  const auto bgr = static_cast<unsigned>(settings.number(Application, Section, key, missing));
+QColor colourSetting(const Settings& settings, const SettingKey& key) {
+  const auto bgr = static_cast<unsigned>(liesZahl(settings, key));
   return QColor(static_cast<int>(bgr & 0xff), static_cast<int>(bgr >> 8 & 0xff),
                 static_cast<int>(bgr >> 16 & 0xff));
 }
 
-QFont fontSetting(const Settings& settings, const QString& key) {
-  const QString standard = "Tahoma;10;0;0;0;0";
-  const FontSpec spec =
-      parseFontText(settings.value(Application, Section, key, standard), parseFontText(standard));
+QFont fontSetting(const Settings& settings, const SettingKey& key) {
+  const FontSpec spec = parseFontText(liesText(settings, key), parseFontText(key.preset.toString()));
   QFont font(spec.name);
   font.setPointSizeF(spec.size);
   font.setBold(spec.bold);
@@ -95,15 +89,14 @@ void writeLooks(TextTable& ffErg, const ResultLook& look) {
 }  // namespace
 
 ResultLook LadeSchriftenErgebnisse(const Workplace& workplace) {
-  constexpr int White = 16777215, Black = 0, Magenta = 16711935, Blue = 16711680;
   const Settings& settings = workplace.settings;
   ResultLook look;
   reported(fehlerReport(workplace.dialogs, "Fehler beim Laden der Schriften Ergebnisse!"), [&](Steps&) {
-    look.teiler = {fontSetting(settings, "FontTeiler"), colourSetting(settings, "ForeColorTeiler", Magenta),
-                   colourSetting(settings, "BackColorTeiler", White)};
-    look.ring = {fontSetting(settings, "FontRinge"), colourSetting(settings, "ForeColorRinge", Black),
-                 colourSetting(settings, "BackColorRinge", White)};
-    look.serie = {fontSetting(settings, "FontSerie"), colourSetting(settings, "ForeColorSerie", Blue), {}};
+    look.teiler = {fontSetting(settings, keys::FontTeiler), colourSetting(settings, keys::ForeColorTeiler),
+                   colourSetting(settings, keys::BackColorTeiler)};
+    look.ring = {fontSetting(settings, keys::FontRinge), colourSetting(settings, keys::ForeColorRinge),
+                 colourSetting(settings, keys::BackColorRinge)};
+    look.serie = {fontSetting(settings, keys::FontSerie), colourSetting(settings, keys::ForeColorSerie), {}};
   });
   return look;
 }
@@ -127,8 +120,8 @@ void FFerg_AufnahmeVorbereiten(const Workplace& workplace, TextTable& ffErg,
 void ErgebnislisteEinrichten(const Workplace& workplace, TextTable& ffErg, const QString& sCode,
                              const ResultLook& look) {
   reported(fehlerReport(workplace.dialogs, "Fehler beim Einrichten des Ergebnisliste!"), [&](Steps&) {
-    const int width = workplace.settings.number(Application, Section, "Spaltenbreite", DefaultWidth);
-    const int sumWidth = workplace.settings.number(Application, Section, "SpaltenbreiteGesamt", DefaultWidth);
+    const int width = liesZahl(workplace.settings, keys::Spaltenbreite);
+    const int sumWidth = liesZahl(workplace.settings, keys::SpaltenbreiteGesamt);
     const auto widthIf = [&](bool wanted) { return wanted ? sumWidth : Hidden; };
     ffErg.setColumns(Columns);
     ffErg.setColumnWidth(0, LabelWidth);

@@ -3,12 +3,10 @@
 #include <QCollator>
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <vector>
 
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/numbers.h"
-#include "platform/settings/settings.h"
 
 namespace qk {
 
