@@ -26,7 +26,8 @@ struct CountedShot {
         mixed(s.RingXXZehntel),
         wholeText(QString::number(s.RingOhneZehntel)),
         withTenthsText(numberText(s.RingMitZehntel)),
-        teilerText(numberText(s.dblTeiler)) {}
+        teilerText(numberText(s.dblTeiler)),
+        hitKey(QString::number(s.TrefferNummer) + "-" + s.Key) {}
 
   void clearRings() {
     whole = withTenths = tenthDigit = mixed = 0;
@@ -37,6 +38,7 @@ struct CountedShot {
   const HaeringSchuss& shot;
   double whole, withTenths, tenthDigit, mixed;
   QString wholeText, withTenthsText, teilerText;
+  QString hitKey;  ///< the shot in the keys of its teiler records
   bool isExtra = false;
 };
 
@@ -76,7 +78,7 @@ class TransferRun {
     if (!shots_.empty() && !shooter_) throw Error(91);
     switch (kindOf(d)) {
       case DisciplineKind::Teiler:
-        for (const CountedShot& shot : shots_) SaveTeilerInKlasse(d, shot.shot);
+        runTeiler(d);
         break;
       case DisciplineKind::RingTeiler:
         runRingTeiler(d);
@@ -90,6 +92,11 @@ class TransferRun {
   }
 
  private:
+  void runTeiler(const Disziplin& d) {
+    const QString keyStart = "Zt-" + QString::number(d.ID) + "-" + d.Name + "-";
+    for (const CountedShot& shot : shots_) SaveTeilerInKlasse(d, shot, keyStart);
+  }
+
   void runRingTeiler(const Disziplin& d) {
     const size_t nMax = static_cast<size_t>(std::max<int>(d.RingSerie, 0));
     if (nMax == 0) return;
@@ -159,11 +166,11 @@ class TransferRun {
     reported(report, [&](Steps& step) { step([&] { collection.add(record, record->Key); }); });
   }
 
-  void SaveTeilerInKlasse(const Disziplin& d, const HaeringSchuss& s) {
-    const QString hit = QString::number(s.TrefferNummer);
-    if (results_.m_colTeilerErg.contains("Zt" + hit + "-" + s.Key)) return;
+  void SaveTeilerInKlasse(const Disziplin& d, const CountedShot& counted, const QString& keyStart) {
+    if (results_.m_colTeilerErg.contains("Zt" + counted.hitKey)) return;
+    const HaeringSchuss& s = counted.shot;
     const auto record = newRecord<QKTeilerDisziplin>(d);
-    record->Key = "Zt-" + QString::number(d.ID) + "-" + d.Name + "-" + hit + "-" + s.Key;
+    record->Key = keyStart + counted.hitKey;
     record->Art = "T";
     record->ergebnis = s.dblTeiler;
     record->ScheibenNr = s.TrefferNummer;
