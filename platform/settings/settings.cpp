@@ -1,8 +1,10 @@
 #include "platform/settings/settings.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QLockFile>
 #include <QSaveFile>
 #include <QStandardPaths>
@@ -53,8 +55,16 @@ QByteArray sectionHead(const QString& application, const QString& section) {
   return "[" + escaped(application.toUtf8() + "/" + section.toUtf8()) + "]";
 }
 
-QByteArray id(const QByteArray& head, const QByteArray& key) {
-  return head + '\n' + key;
+/// A key as the lines of the file spell it, back to what it is.
+QString readKey(QByteArray stored) {
+  return QString::fromUtf8(unescaped(stored.replace("%3D", "=").replace("%5B", "[")));
+}
+
+/// One text for the place of a value: made at every read, so it costs one allocation.
+QString placeOf(const QString& application, const QString& section, const QString& key) {
+  QString place;
+  place.reserve(application.size() + section.size() + key.size() + 2);
+  return place.append(application).append(u'/').append(section).append(QChar(0)).append(key);
 }
 
 /// What a line of the file says.
@@ -109,16 +119,12 @@ QByteArray merged(const QByteArray& content, const QByteArray& head, const QByte
   return lines.join('\n') + '\n';
 }
 
-std::filesystem::path nativePath(const QString& path) {
-  return std::filesystem::path(path.toStdU16String());
-}
-
 /// Stands for a file that isn't there.
 const std::filesystem::file_time_type kNoFile = std::filesystem::file_time_type::min();
 
-std::filesystem::file_time_type stampOf(const QString& path) {
+std::filesystem::file_time_type stampOf(const std::filesystem::path& path) {
   std::error_code error;
-  const auto stamp = std::filesystem::last_write_time(nativePath(path), error);
+  const auto stamp = std::filesystem::last_write_time(path, error);
   return error ? kNoFile : stamp;
 }
 
@@ -126,13 +132,14 @@ std::filesystem::file_time_type stampOf(const QString& path) {
 
 struct Settings::Content {
   std::filesystem::file_time_type stamp;
-  QHash<QByteArray, QByteArray> values;  ///< by id(), as they are stored
+  QHash<QString, QString> values;  ///< by placeOf()
 };
 
-Settings::Settings(QString filePath) : filePath_(std::move(filePath)) {}
+Settings::Settings(QString filePath)
+    : filePath_(std::move(filePath)), nativePath_(filePath_.toStdU16String()) {}
 
 void Settings::refresh() const {
-  const auto stamp = stampOf(filePath_);
+  const auto stamp = stampOf(nativePath_);
   if (content_ && content_->stamp == stamp) return;
   const std::optional<QByteArray> bytes = readFile(filePath_);
   if (!bytes) {  // there, but out of reach for the moment: what was known still holds
@@ -141,13 +148,13 @@ void Settings::refresh() const {
   }
   auto content = std::make_shared<Content>();
   content->stamp = stamp;
-  QByteArray head;
+  QString section;
   for (const QByteArray& text : bytes->split('\n')) {
     const Line line = parseLine(text);
-    if (!line.head.isEmpty()) head = line.head;
+    if (!line.head.isEmpty()) section = QString::fromUtf8(unescaped(line.head.sliced(1).chopped(1)));
     if (line.key.isEmpty()) continue;
-    const QByteArray at = id(head, line.key);
-    if (!content->values.contains(at)) content->values.insert(at, line.value);
+    const QString place = section + QChar(0) + readKey(line.key);
+    if (!content->values.contains(place)) content->values.insert(place, readValue(line.value));
   }
   content_ = std::move(content);
 }
@@ -155,8 +162,8 @@ void Settings::refresh() const {
 QString Settings::value(const QString& application, const QString& section, const QString& key,
                         const QString& missing) const {
   refresh();
-  const auto found = content_->values.constFind(id(sectionHead(application, section), storedKey(key)));
-  return found == content_->values.constEnd() ? missing : readValue(*found);
+  const auto found = content_->values.constFind(placeOf(application, section, key));
+  return found == content_->values.constEnd() ? missing : *found;
 }
 
 int Settings::number(const QString& application, const QString& section, const QString& key,

@@ -10,9 +10,8 @@
 // Reading never fails: a missing value gives the default. A write that fails is Error 75.
 #pragma once
 
-#include <QDateTime>
-#include <QHash>
 #include <QString>
+#include <filesystem>
 #include <memory>
 
 namespace qk {
@@ -44,6 +43,7 @@ class Settings {
   void refresh() const;
 
   QString filePath_;
+  std::filesystem::path nativePath_;  // the same, ready for the look at every read
   mutable std::shared_ptr<const Content> content_;
 };
 
