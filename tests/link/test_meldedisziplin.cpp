@@ -42,6 +42,7 @@ class TestMeldeDisziplin : public QObject {
     addKey("1.40", "KK", 0);
     addKey("O'Neill", "XX", 3);
     addKey("abc", "YY", 5);
+    addKey("DSB 1.10", QVariant(), 1);
   }
   void cleanup() {
     db_.reset();
@@ -63,6 +64,7 @@ class TestMeldeDisziplin : public QObject {
                                        << "YY";
     QTest::newRow("row without a weapon") << "1.80"
                                           << "";
+    QTest::newRow("row without a weapon isn't looked up again") << "DSB 1.10" << "";
     QTest::newRow("unknown is empty, not LG") << "9.99"
                                               << "";
     QTest::newRow("quote") << "O'Neill"
