@@ -1,13 +1,18 @@
 #include "platform/runtime/files.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <system_error>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 #include "platform/runtime/error.h"
 
@@ -22,7 +27,7 @@ constexpr bool kNamesIgnoreCase = false;
 #endif
 
 /// A folder's time stamp counts ticks; a younger one may still hide a change within the same tick.
-constexpr std::chrono::seconds kSettled{1};
+constexpr qint64 kSettledNanoseconds = 1000000000;
 
 QString parentOf(const QString& path) {
   const qsizetype cut = path.lastIndexOf(u'/');
@@ -47,12 +52,43 @@ std::filesystem::path nativePath(const QString& path) {
 
 enum class Kind { Nothing, File, Folder };
 
-/// One look at the file system, no more.
+/// What one look at the file system tells. The stamp is the last change, nanoseconds since 1970.
+struct Look {
+  Kind kind = Kind::Nothing;
+  qint64 stamp = 0;
+};
+
+#ifdef Q_OS_UNIX
+using NativePath = QByteArray;
+
+NativePath native(const QString& path) {
+  return QFile::encodeName(path);
+}
+
+/// One look, no more: a poll of many names lives from this being cheap.
+Look lookAt(const NativePath& path) {
+  struct stat status;
+  if (::stat(path.constData(), &status) != 0) return {};
+  const qint64 stamp = status.st_mtim.tv_sec * qint64(1000000000) + status.st_mtim.tv_nsec;
+  return {S_ISDIR(status.st_mode) ? Kind::Folder : Kind::File, stamp};
+}
+#else
+using NativePath = QString;
+
+NativePath native(const QString& path) {
+  return path;
+}
+
+Look lookAt(const NativePath& path) {
+  const QFileInfo info(path);
+  if (!info.exists()) return {};
+  const qint64 stamp = info.lastModified().toMSecsSinceEpoch() * 1000000;
+  return {info.isDir() ? Kind::Folder : Kind::File, stamp};
+}
+#endif
+
 Kind kindOf(const QString& path) {
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(nativePath(path), error);
-  if (!std::filesystem::exists(status)) return Kind::Nothing;
-  return std::filesystem::is_directory(status) ? Kind::Folder : Kind::File;
+  return lookAt(native(path)).kind;
 }
 
 bool isFolder(const QString& path) {
@@ -94,23 +130,46 @@ QRegularExpression wildcard(const QString& pattern) {
 
 /// The names of one folder, by their case-folded form.
 struct Files::Listing {
-  std::filesystem::file_time_type stamp;  ///< the folder's
-  bool settled = false;                   ///< the stamp was old enough when the names were read
+  qint64 stamp = 0;      ///< the folder's
+  bool settled = false;  ///< the stamp was old enough when the names were read
   QHash<QString, QString> names;
 };
+
+/// A name that wasn't there, ready to be looked for again.
+struct Files::Miss {
+  NativePath path;
+  NativePath folder;
+  qint64 stamp = 0;  ///< the folder's; while it stands, no other spelling has come either
+};
+
+bool Files::isStillMissing(const QString& path) {
+  const auto miss = misses_.constFind(path);
+  if (miss == misses_.constEnd()) return false;
+  if (lookAt((*miss)->path).kind == Kind::Nothing && lookAt((*miss)->folder).stamp == (*miss)->stamp)
+    return true;
+  misses_.erase(miss);
+  return false;
+}
+
+void Files::rememberMiss(const QString& path, const QString& plain) {
+  constexpr qsizetype enough = 10000;
+  const QString folder = parentOf(plain);
+  const auto listing = listings_.constFind(folder);
+  if (listing == listings_.constEnd() || !(*listing)->settled || misses_.size() >= enough) return;
+  misses_.insert(path, std::make_shared<Miss>(Miss{native(plain), native(folder), (*listing)->stamp}));
+}
 
 QString Files::otherSpelling(const QString& path) {
   if (kNamesIgnoreCase) return {};
   const QString folder = parentOf(path);
-  std::error_code error;
-  const auto stamp = std::filesystem::last_write_time(nativePath(folder), error);
-  if (error) return {};
+  const Look look = lookAt(native(folder));
+  if (look.kind != Kind::Folder) return {};
 
   std::shared_ptr<Listing>& listing = listings_[folder];
   if (!listing) listing = std::make_shared<Listing>();
-  if (!listing->settled || listing->stamp != stamp) {
-    listing->stamp = stamp;
-    listing->settled = stamp + kSettled < std::filesystem::file_time_type::clock::now();
+  if (!listing->settled || listing->stamp != look.stamp) {
+    listing->stamp = look.stamp;
+    listing->settled = look.stamp + kSettledNanoseconds < QDateTime::currentMSecsSinceEpoch() * 1000000;
     listing->names.clear();
     const QStringList names = QDir(folder).entryList(
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
@@ -191,11 +250,13 @@ void Files::makeFolder(const QString& path) {
 }
 
 bool Files::exists(const QString& path) {
+  if (isStillMissing(path)) return false;
   if (path.isEmpty() || isForeignPath(path)) return false;
   const QString plain = plainPath(path);
   const Kind kind = kindOf(plain);
   if (kind != Kind::Nothing) return kind == Kind::File;
   const QString other = otherSpelling(plain);
+  if (other.isEmpty()) rememberMiss(path, plain);
   return !other.isEmpty() && kindOf(other) == Kind::File;
 }
 

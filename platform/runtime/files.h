@@ -45,7 +45,11 @@ class Files {
   struct Listing;
   /// The same path with its last component as the folder spells it; empty when nothing of that name is there.
   QString otherSpelling(const QString& path);
+  struct Miss;
+  bool isStillMissing(const QString& path);
+  void rememberMiss(const QString& path, const QString& plain);
   QHash<QString, std::shared_ptr<Listing>> listings_;  // by folder, trusted while its time stamp stands
+  QHash<QString, std::shared_ptr<Miss>> misses_;       // by path as asked, so that a poll costs two looks
 };
 
 /// True for "C:\…" or "\\server\…" where the platform's own paths begin otherwise.

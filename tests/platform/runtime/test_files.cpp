@@ -38,6 +38,7 @@ class TestFiles : public QObject {
   void aChangedFolderIsLookedAtAnew();
   void aYoungTimeStampIsNotTrusted();
   void aQuietFolderIsNotReadAgain();
+  void aMissingNameIsSeenWhenItComes();
   void fullDisk();
   void lists();
   void copies();
@@ -176,6 +177,26 @@ void TestFiles::aQuietFolderIsNotReadAgain() {
   std::filesystem::last_write_time(folder_->path().toStdU16String(), stamp);
   QVERIFY2(!files_.exists(path("flag.ctl")), "an unchanged time stamp answers from memory");
   QVERIFY(files_.exists(path("FLAG.CTL")));
+}
+
+void TestFiles::aMissingNameIsSeenWhenItComes() {
+  settle(folder_->path());
+  for (int i = 0; i < 3; ++i) QVERIFY(!files_.exists(path("flag.ctl")));
+  files_.write(path("flag.ctl"), "");
+  QVERIFY(files_.exists(path("flag.ctl")));
+  files_.remove(path("flag.ctl"));
+  settle(folder_->path());
+  for (int i = 0; i < 3; ++i) QVERIFY(!files_.exists(path("flag.ctl")));
+  Files().write(path("FLAG.CTL"), "");
+  QVERIFY(files_.exists(path("flag.ctl")));
+  Files().remove(path("FLAG.CTL"));
+  settle(folder_->path());
+  for (int i = 0; i < 3; ++i) QVERIFY(!files_.exists(path("flag.ctl")));
+  folder_->remove();
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  QVERIFY(QDir().mkpath(folder_->path()));
+  Files().write(path("flag.ctl"), "");
+  QVERIFY(files_.exists(path("flag.ctl")));
 }
 
 void TestFiles::fullDisk() {
