@@ -36,7 +36,7 @@ Key RowWriter::insert(const EditBuffer& buffer) {
 
   QStringList names;
   QVariantList values;
-  const bool known = insertShape_ == buffer.changed;
+  const bool known = plan_->insertion.columns == buffer.changed;
   QVariantList byField(static_cast<qsizetype>(fields.size()));
   for (size_t i = 0; i < plan_->columns.size(); ++i) {
     if (!buffer.changed[i]) continue;
@@ -48,12 +48,13 @@ Key RowWriter::insert(const EditBuffer& buffer) {
   }
   if (!known) {
     const QString table = writer.identifier(target.table->def.name);
-    insertText_ = names.isEmpty() ? "INSERT INTO " + table + " DEFAULT VALUES"
-                                  : "INSERT INTO " + table + " (" + names.join(", ") + ") VALUES (" +
-                                        QStringList(names.size(), "?").join(", ") + ")";
-    insertShape_ = buffer.changed;
+    plan_->insertion.text = names.isEmpty()
+                                ? "INSERT INTO " + table + " DEFAULT VALUES"
+                                : "INSERT INTO " + table + " (" + names.join(", ") + ") VALUES (" +
+                                      QStringList(names.size(), "?").join(", ") + ")";
+    plan_->insertion.columns = buffer.changed;
   }
-  const qint64 assigned = engine_->insert(*target.table, insertText_, values);
+  const qint64 assigned = engine_->insert(*target.table, plan_->insertion.text, values);
 
   Key key(plan_->keyWidth);
   for (qsizetype i = 0; i < target.table->key.names.size(); ++i) {

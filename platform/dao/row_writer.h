@@ -36,8 +36,6 @@ class RowWriter {
 
   std::shared_ptr<Engine> engine_;
   std::shared_ptr<const SelectPlan> plan_;
-  std::vector<bool> insertShape_;  // the columns of insertText_: rows added one after another share the text
-  QString insertText_;
 };
 
 }  // namespace qk::dao

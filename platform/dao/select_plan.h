@@ -53,6 +53,13 @@ struct SelectPlan {
   QString keyColumns;    ///< qualified, comma separated
   sql::NativeQuery row;  ///< "SELECT … FROM …" without a condition
 
+  /// The last added row's statement and the columns it names: rows that are added alike share the text.
+  struct Insertion {
+    std::vector<bool> columns;
+    QString text;
+  };
+  mutable Insertion insertion;
+
   static std::shared_ptr<const SelectPlan> make(Engine& engine, const QString& source);
 
   int position(const QString& name) const;  ///< -1 when missing

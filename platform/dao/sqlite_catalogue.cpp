@@ -4,12 +4,13 @@
 
 #include "platform/dao/sql/parser.h"
 #include "platform/dao/sqlite_schema.h"
+#include "platform/runtime/error.h"
 
 namespace qk::dao {
 
 using sqlite::quotedName;
 
-SqliteCatalogue::SqliteCatalogue(std::shared_ptr<QtConnection> connection, qint64 version)
+SqliteCatalogue::SqliteCatalogue(std::shared_ptr<SqliteConnection> connection, qint64 version)
     : connection_(std::move(connection)), version_(version) {
   const QString text =
       "SELECT name, type, sql FROM sqlite_master WHERE type IN ('table', 'view') AND name NOT LIKE "
@@ -151,12 +152,10 @@ void SqliteCatalogue::readFacts(TableInfo& table) const {
 /// A stored query of our own carries its text: it says more of the columns than the view.
 bool SqliteCatalogue::readQuery(TableInfo& query) const {
   if (!hasFacts_) return false;
-  QString text;
-  connection_->read("SELECT definition FROM " + kFacts + " WHERE kind = 'query' AND owner = ?",
-                    {query.def.name}, [&](const QVariantList& row) {
-                      text = row[0].toString();
-                      return false;
-                    });
+  const QString text = connection_
+                           ->value("SELECT definition FROM " + kFacts + " WHERE kind = 'query' AND owner = ?",
+                                   {query.def.name})
+                           .toString();
   if (text.isEmpty()) return false;
   try {
     sql::Statement statement = sql::parseStatement(text);

@@ -14,7 +14,7 @@
 #include <memory>
 
 #include "platform/dao/catalogue.h"
-#include "platform/dao/qt_connection.h"
+#include "platform/dao/sqlite_connection.h"
 
 namespace qk::dao {
 
@@ -22,7 +22,7 @@ class SqliteCatalogue final : public Catalogue {
  public:
   inline static const QString kFacts = "dao_catalogue";
 
-  SqliteCatalogue(std::shared_ptr<QtConnection> connection, qint64 version);
+  SqliteCatalogue(std::shared_ptr<SqliteConnection> connection, qint64 version);
 
   qint64 version() const { return version_; }
   const TableInfo* info(const QString& name) const override;
@@ -44,7 +44,7 @@ class SqliteCatalogue final : public Catalogue {
   bool readQuery(TableInfo& query) const;
   QStringList names(bool views) const;
 
-  std::shared_ptr<QtConnection> connection_;
+  std::shared_ptr<SqliteConnection> connection_;
   qint64 version_;
   bool hasFacts_ = false;
   QHash<QString, std::shared_ptr<Entry>> entries_;  // by folded name

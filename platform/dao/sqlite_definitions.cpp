@@ -3,6 +3,7 @@
 
 #include "platform/dao/sqlite_engine.h"
 #include "platform/dao/sqlite_schema.h"
+#include "platform/runtime/error.h"
 
 namespace qk::dao {
 

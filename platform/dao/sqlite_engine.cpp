@@ -4,18 +4,13 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSqlDriver>
-#include <QSqlError>
-#include <QUrl>
 
 #include "platform/dao/sql/sqlite_functions.h"
-#include "platform/dao/sqlite_errors.h"
+#include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 
 namespace qk::dao {
 namespace {
-
-constexpr int kBusyMilliseconds = 5000;
 
 int countCommit(void* counter) {
   ++*static_cast<qint64*>(counter);
@@ -37,12 +32,20 @@ void requireDatabaseFile(const QString& path) {
   if (file.read(16) != QByteArray("SQLite format 3", 16)) throw Error(3343);
 }
 
+/// A file in write-ahead mode needs a neighbour even to be read; where none can be made, nobody writes
+/// either.
+bool isUntouchable(const QString& path) {
+  return !QFileInfo(QFileInfo(path).absolutePath()).isWritable() && !QFileInfo::exists(path + "-wal");
+}
+
 }  // namespace
 
 std::unique_ptr<Engine> SqliteEngine::open(const QString& path, const OpenOptions& options) {
   const QString found = Files().resolve(path);
   requireDatabaseFile(found);
-  std::unique_ptr<SqliteEngine> engine(new SqliteEngine(found, options));
+  const auto access =
+      options.readOnly ? SqliteConnection::Access::ReadOnly : SqliteConnection::Access::ReadWrite;
+  std::unique_ptr<SqliteEngine> engine(new SqliteEngine(found, options, access));
   engine->catalogue();
   return engine;
 }
@@ -51,63 +54,29 @@ std::unique_ptr<Engine> SqliteEngine::create(const QString& path, const OpenOpti
   const QFileInfo info(path);
   requireFolder(info);
   if (info.exists()) throw Error(3204);
-  std::unique_ptr<SqliteEngine> engine(new SqliteEngine(path, options));
+  std::unique_ptr<SqliteEngine> engine(new SqliteEngine(path, options, SqliteConnection::Access::Create));
   engine->write("PRAGMA user_version = 1", {});  // so that the file has its header at once
   engine->catalogue();
   return engine;
 }
 
-SqliteEngine::SqliteEngine(const QString& path, const OpenOptions& options) : path_(path), options_(options) {
-  connection_ = std::make_shared<QtConnection>("QSQLITE", [this](const QSqlError& error) {
-    return sqlite::errorOf(handle_ ? sqlite3_extended_errcode(handle_) : error.nativeErrorCode().toInt(),
-                           error.databaseText());
-  });
-  connect();
-  prepareFile();
-  numbers_ = std::make_unique<SqliteNumbers>(*connection_);
+SqliteEngine::SqliteEngine(const QString& path, const OpenOptions& options, SqliteConnection::Access access)
+    : path_(path),
+      options_(options),
+      connection_(std::make_shared<SqliteConnection>(path, access, options.readOnly && isUntouchable(path))),
+      numbers_(std::make_unique<SqliteNumbers>(*connection_)) {
+  sql::registerSqliteFunctions(handle());
+  sqlite3_commit_hook(handle(), countCommit, &commits_);
+  if (!options.readOnly) connection_->value("PRAGMA journal_mode = WAL");
+  connection_->write(options.durable ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
 }
 
 SqliteEngine::~SqliteEngine() {
-  if (handle_) sqlite3_commit_hook(handle_, nullptr, nullptr);
-}
-
-/// A file in write-ahead mode needs a neighbour to be read; where none can be made nobody writes either.
-void SqliteEngine::connect() {
-  const QFileInfo info(path_);
-  const bool still =
-      options_.readOnly && !QFileInfo(info.absolutePath()).isWritable() && !QFileInfo::exists(path_ + "-wal");
-  QString name = path_;
-  QString options = "QSQLITE_BUSY_TIMEOUT=" + QString::number(kBusyMilliseconds);
-  if (options_.readOnly) options += ";QSQLITE_OPEN_READONLY";
-  if (still) {
-    name = QUrl::fromLocalFile(info.absoluteFilePath()).toString(QUrl::FullyEncoded) + "?immutable=1";
-    options += ";QSQLITE_OPEN_URI";
-  }
-  QSqlDatabase& database = connection_->database();
-  database.setDatabaseName(name);
-  database.setConnectOptions(options);
-  if (!database.open())
-    throw sqlite::errorOf(database.lastError().nativeErrorCode().toInt(),
-                          database.lastError().databaseText());
-  handle_ = *static_cast<sqlite3* const*>(database.driver()->handle().constData());
-  sqlite3_extended_result_codes(handle_, 1);
-  sql::registerSqliteFunctions(handle_);
-  sqlite3_commit_hook(handle_, countCommit, &commits_);
-}
-
-void SqliteEngine::prepareFile() {
-  if (!options_.readOnly)
-    connection_->read("PRAGMA journal_mode = WAL", {}, [](const QVariantList&) { return false; });
-  connection_->write(options_.durable ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
-  connection_->forget();
+  sqlite3_commit_hook(handle(), nullptr, nullptr);
 }
 
 std::shared_ptr<const Catalogue> SqliteEngine::catalogue() {
-  qint64 version = 0;
-  connection_->read("PRAGMA schema_version", {}, [&](const QVariantList& row) {
-    version = row[0].toLongLong();
-    return false;
-  });
+  const qint64 version = connection_->value("PRAGMA schema_version").toLongLong();
   if (!catalogue_ || catalogue_->version() != version)
     catalogue_ = std::make_shared<SqliteCatalogue>(connection_, version);
   return catalogue_;
@@ -142,7 +111,7 @@ void SqliteEngine::transaction(const std::function<void()>& body) {
     if (depth_ == 1) connection_->write("COMMIT");
   } catch (...) {
     --depth_;
-    if (depth_ == 0 && sqlite3_get_autocommit(handle_) == 0) connection_->write("ROLLBACK");
+    if (depth_ == 0 && connection_->inTransaction()) connection_->write("ROLLBACK");
     throw;
   }
   --depth_;

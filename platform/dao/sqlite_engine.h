@@ -3,9 +3,9 @@
 #pragma once
 
 #include "platform/dao/engine.h"
-#include "platform/dao/qt_connection.h"
 #include "platform/dao/sql/sqlite_writer.h"
 #include "platform/dao/sqlite_catalogue.h"
+#include "platform/dao/sqlite_connection.h"
 #include "platform/dao/sqlite_numbers.h"
 
 struct sqlite3;
@@ -42,18 +42,17 @@ class SqliteEngine final : public Engine {
 
   qint64 commitCount() const override { return commits_; }
 
+  sqlite3* handle() const { return connection_->handle(); }  ///< for tests of this engine
+
  private:
-  SqliteEngine(const QString& path, const OpenOptions& options);
-  void connect();
-  void prepareFile();
+  SqliteEngine(const QString& path, const OpenOptions& options, SqliteConnection::Access access);
   void noteFact(const QString& kind, const QString& owner, const QString& name, const QString& definition);
   void createIndex(const QString& table, const IndexDef& index);
   void reserveBlock(const TableInfo& table);
 
   QString path_;
   OpenOptions options_;
-  std::shared_ptr<QtConnection> connection_;
-  sqlite3* handle_ = nullptr;
+  std::shared_ptr<SqliteConnection> connection_;
   sql::SqliteWriter writer_;
   std::shared_ptr<SqliteCatalogue> catalogue_;
   std::unique_ptr<SqliteNumbers> numbers_;

@@ -33,22 +33,14 @@ bool SqliteNumbers::has(const TableInfo& table) const {
 }
 
 SqliteNumbers::Block SqliteNumbers::reserve(const TableInfo& table) {
-  qint64 last = 0;
-  bool known = false;
-  connection_.read("SELECT seq FROM sqlite_sequence WHERE name = ?", {table.def.name},
-                   [&](const QVariantList& row) {
-                     last = row[0].toLongLong();
-                     known = true;
-                     return false;
-                   });
+  const QVariant sequence =
+      connection_.value("SELECT seq FROM sqlite_sequence WHERE name = ?", {table.def.name});
   const QString key = sqlite::quotedName(table.key.names.first());
-  connection_.read("SELECT max(" + key + ") FROM " + sqlite::quotedName(table.def.name), {},
-                   [&](const QVariantList& row) {
-                     last = std::max(last, row[0].toLongLong());
-                     return false;
-                   });
+  const QVariant greatest =
+      connection_.value("SELECT max(" + key + ") FROM " + sqlite::quotedName(table.def.name));
+  const qlonglong last = std::max(sequence.toLongLong(), greatest.toLongLong());
   const qlonglong end = last + kBlockSize;
-  if (known)
+  if (sequence.isValid())
     connection_.write("UPDATE sqlite_sequence SET seq = ? WHERE name = ?", {end, table.def.name});
   else
     connection_.write("INSERT INTO sqlite_sequence (seq, name) VALUES (?, ?)", {end, table.def.name});

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "platform/dao/catalogue.h"
-#include "platform/dao/qt_connection.h"
+#include "platform/dao/sqlite_connection.h"
 
 namespace qk::dao {
 
@@ -20,7 +20,7 @@ class SqliteNumbers {
     bool empty() const { return next == end; }
   };
 
-  explicit SqliteNumbers(QtConnection& connection) : connection_(connection) {}
+  explicit SqliteNumbers(SqliteConnection& connection) : connection_(connection) {}
 
   std::optional<qint64> take(const TableInfo& table);
   void giveBack(const TableInfo& table, qint64 number);
@@ -33,7 +33,7 @@ class SqliteNumbers {
   void forget(const TableInfo& table) { blocks_.remove(table.def.name); }
 
  private:
-  QtConnection& connection_;
+  SqliteConnection& connection_;
   QHash<QString, Block> blocks_;
 };
 
