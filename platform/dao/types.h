@@ -12,12 +12,9 @@
 namespace qk::dao {
 
 /// Names of tables, columns and indexes are told apart whatever their case, umlauts included.
-inline bool sameName(const QString& a, const QString& b) {
-  return QString::compare(a, b, Qt::CaseInsensitive) == 0;
-}
-inline QString foldedName(const QString& name) {
-  return name.toCaseFolded();
-}
+bool sameName(const QString& a, const QString& b);
+/// Equal for the same names.
+QString foldedName(const QString& name);
 
 /// The numbers are those of the classic engine: below 9 is numeric (Date isn't asked for as a number).
 enum class FieldType {

@@ -3,11 +3,12 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
-#include "platform/runtime/error.h"
+#include "tests/support/error_of.h"
 
 namespace qk::dao {
 
@@ -19,22 +20,15 @@ class Store {
   virtual std::unique_ptr<Database> connect() = 0;
   /// Path of a second, not yet existing store beside it.
   virtual QString otherPath(const QString& name) const = 0;
+  /// Hears of every statement that the connection runs from now on; an empty listener ends it.
+  virtual void listen(Database& database, std::function<void(const QString& nativeText)> listener) = 0;
   /// Steps of the engine's plan that read a whole table.
   virtual QStringList scans(Database& database, const QString& nativeText) = 0;
 };
 
 std::unique_ptr<Store> newStore();
 
-/// Number of the qk::Error that the call throws; 0 when it goes through.
-template <class Call>
-int errorOf(Call&& call) {
-  try {
-    call();
-    return 0;
-  } catch (const Error& error) {
-    return error.number();
-  }
-}
+using qk::test::errorOf;
 
 inline FieldDef number(const QString& name) {
   return {name, FieldType::Long};

@@ -1,0 +1,258 @@
+// Joins, unions, groups, action queries, SELECT … INTO.
+#include <QtTest>
+
+#include "tests/platform/dao/store_factory.h"
+
+using namespace qk::dao;
+
+class TestQueries : public QObject {
+  Q_OBJECT
+
+  std::unique_ptr<Store> store_;
+  std::unique_ptr<Database> database_;
+
+  void add(const QString& table, const QVariantList& values) {
+    const auto rows = database_->openRecordset(table);
+    rows->addNew();
+    for (int i = 0; i < values.size(); ++i) rows->setValue(i, values[i]);
+    rows->update();
+  }
+
+ private Q_SLOTS:
+  /// Kunden 1 Anna, 2 Björn; Belege 10 and 11 of Anna, 12 of nobody.
+  void init() {
+    store_ = newStore();
+    database_ = store_->connect();
+    database_->createTable(
+        {"Kunden", {number("ID"), text("Name")}, {{"PrimaryKey", {"ID"}, true, true, true}}});
+    database_->createTable({"Belege",
+                            {number("ID"), number("KundeID"), number("Summe")},
+                            {{"PrimaryKey", {"ID"}, true, true, true}}});
+    add("Kunden", {1, "Anna"});
+    add("Kunden", {2, "Björn"});
+    add("Belege", {10, 1, 100});
+    add("Belege", {11, 1, 50});
+    add("Belege", {12, 9, 7});
+  }
+  void cleanup() {
+    database_.reset();
+    store_.reset();
+  }
+
+  void eachColumnOfAJoinGoesToItsTable() {
+    const auto rows = database_->openRecordset(
+        "SELECT Belege.*, Kunden.Name FROM Kunden INNER JOIN Belege ON Kunden.ID = Belege.KundeID order by "
+        "Belege.ID");
+    QCOMPARE(walk(*rows, "Summe"), QStringList({"100", "50"}));
+    rows->moveFirst();
+    rows->edit();
+    rows->setValue("Name", "Anne");
+    rows->setValue("Summe", 101);
+    rows->update();
+    QCOMPARE(rows->value("Name").toString(), "Anne");
+    rows->moveNext();
+    QCOMPARE(rows->value("Name").toString(), "Anne");
+    QCOMPARE(walk(*database_->openRecordset("Kunden"), "Name"), QStringList({"Anne", "Björn"}));
+    QCOMPARE(walk(*database_->openRecordset("Belege"), "Summe"), QStringList({"101", "50", "7"}));
+  }
+
+  void deletingOverAJoinRemovesTheManySide() {
+    for (const char* text : {"SELECT * FROM Kunden INNER JOIN Belege ON Kunden.ID = Belege.KundeID",
+                             "SELECT * FROM Belege INNER JOIN Kunden ON Kunden.ID = Belege.KundeID"}) {
+      const auto rows = database_->openRecordset(text);
+      rows->remove();
+      rows->requery();
+    }
+    QCOMPARE(walk(*database_->openRecordset("Belege"), "ID"), QStringList({"12"}));
+    QCOMPARE(walk(*database_->openRecordset("Kunden"), "ID"), QStringList({"1", "2"}));
+  }
+
+  void anOuterJoinShowsWhatIsMissing() {
+    const auto rows = database_->openRecordset(
+        "SELECT Belege.ID, Kunden.Name FROM Belege LEFT JOIN Kunden ON Belege.KundeID = Kunden.ID order by "
+        "Belege.ID");
+    QCOMPARE(walk(*rows, "Name"), QStringList({"Anna", "Anna", ""}));
+    rows->moveLast();
+    QVERIFY(!rows->value("Name").isValid());
+    rows->edit();
+    rows->setValue("Name", "x");
+    QCOMPARE(errorOf([&] { rows->update(); }), 3164);
+    rows->cancelUpdate();
+    rows->edit();
+    rows->setValue("ID", 13);
+    rows->update();
+    QCOMPARE(rows->value("ID").toInt(), 13);
+    QCOMPARE(walk(*rows, "ID"), QStringList({"10", "11", "13"}));
+    rows->findFirst("Kunden.Name Is Null");
+    QCOMPARE(rows->value("ID").toInt(), 13);
+  }
+
+  void columnsOfOneNameCarryTheirTable() {
+    const auto rows =
+        database_->openRecordset("SELECT * FROM Kunden INNER JOIN Belege ON Kunden.ID = Belege.KundeID");
+    QCOMPARE(rows->value("Kunden.ID").toInt(), 1);
+    QCOMPARE(rows->value("Belege.ID").toInt(), 10);
+    QCOMPARE(errorOf([&] { rows->value("ID"); }), 3265);
+  }
+
+  void unionsGroupsAndDistinctRowsAreReadOnly() {
+    for (const char* text :
+         {"SELECT Name FROM Kunden UNION SELECT 'x' AS Name FROM Belege",
+          "SELECT KundeID, Sum(Summe) AS S FROM Belege GROUP BY KundeID",
+          "SELECT DISTINCT KundeID FROM Belege", "SELECT Count(*) AS Anzahl FROM Belege"}) {
+      const auto rows = database_->openRecordset(text);
+      QVERIFY(!rows->eof());
+      QCOMPARE(errorOf([&] { rows->edit(); }), 3027);
+      QCOMPARE(errorOf([&] { rows->addNew(); }), 3027);
+      QCOMPARE(errorOf([&] { rows->remove(); }), 3027);
+      rows->moveLast();
+      rows->moveNext();
+      QVERIFY(rows->eof());
+    }
+  }
+
+  void findsInRowsWithoutKeys() {
+    const auto rows = database_->openRecordset(
+        "SELECT KundeID, Sum(Summe) AS S FROM Belege GROUP BY KundeID ORDER BY KundeID");
+    rows->findFirst("KundeID = 9");
+    QCOMPARE(rows->value("S").toInt(), 7);
+    rows->movePrevious();
+    QCOMPARE(rows->value("S").toInt(), 150);
+    const QByteArray place = rows->bookmark();
+    rows->moveNext();
+    rows->setBookmark(place);
+    QCOMPARE(rows->value("KundeID").toInt(), 1);
+    rows->findFirst("S = 1");
+    QVERIFY(rows->noMatch());
+  }
+
+  void aJoinedUnionIsRead() {
+    const auto rows = database_->openRecordset(
+        "SELECT Belege.*, Quelle.Name as Vorgabe FROM Belege LEFT JOIN (SELECT Name, ID, 0 as Art from "
+        "Kunden Union "
+        "SELECT Name, ID + 8 as ID, 1 as Art from Kunden) as Quelle ON Belege.KundeID = Quelle.ID order by "
+        "Belege.ID");
+    QCOMPARE(walk(*rows, "Vorgabe"), QStringList({"Anna", "Anna", "Anna"}));
+    rows->findFirst("ID = 12");
+    QCOMPARE(rows->value("Summe").toInt(), 7);
+  }
+
+  void topLimitsTheRows() {
+    const auto rows = database_->openRecordset("Select top 1 * from Belege");
+    rows->moveLast();
+    QCOMPARE(rows->recordCount(), 1);
+    QCOMPARE(walk(*database_->openRecordset("Select top 2 ID from Belege order by Summe"), "ID"),
+             QStringList({"12", "11"}));
+  }
+
+  void computedColumnsCanBeReadAndNotWritten() {
+    const auto rows = database_->openRecordset(
+        "SELECT Belege.*, Abs(60-[Summe]) AS Diff FROM Belege ORDER BY Abs(60-[Summe])");
+    QCOMPARE(walk(*rows, "ID"), QStringList({"11", "10", "12"}));
+    rows->moveFirst();
+    QCOMPARE(rows->value("Diff").toInt(), 10);
+    rows->edit();
+    QCOMPARE(errorOf([&] { rows->setValue("Diff", 1); }), 3164);
+    rows->setValue("Summe", 60);
+    rows->update();
+    QCOMPARE(rows->value("Diff").toInt(), 0);
+  }
+
+  void germanOrder() {
+    for (const auto& [id, name] : {std::pair(3, "Zoe"), std::pair(4, "änne"), std::pair(5, "Bert")})
+      add("Kunden", {id, name});
+    QCOMPARE(walk(*database_->openRecordset("Select * from Kunden order by Name"), "Name"),
+             QStringList({"Anna", "änne", "Bert", "Björn", "Zoe"}));
+  }
+
+  void actionQueriesTellHowManyRows() {
+    QCOMPARE(database_->execute("UPDATE Belege SET Summe = Summe + 1 WHERE KundeID = 1"), 2);
+    QCOMPARE(
+        database_->execute(
+            "UPDATE Belege INNER JOIN Kunden ON Belege.KundeID = Kunden.ID SET Belege.Summe = [Kunden].[ID]"),
+        2);
+    QCOMPARE(walk(*database_->openRecordset("Belege"), "Summe"), QStringList({"1", "1", "7"}));
+    QCOMPARE(database_->execute("INSERT INTO Belege (ID, Summe) SELECT ID + 100, Summe FROM Belege"), 3);
+    QCOMPARE(database_->execute("Delete * from Belege where ID > 100"), 3);
+    QCOMPARE(database_->execute("Delete * from Belege"), 3);
+    QCOMPARE(errorOf([&] { database_->execute("Select * from Belege"); }), 3065);
+    QCOMPARE(errorOf([&] { database_->execute("Delete * from Fehlt"); }), 3078);
+    QCOMPARE(errorOf([&] { database_->openRecordset("Select Fehlt from Belege where Auch = 1"); }), 3061);
+    QVERIFY(errorOf([&] { database_->openRecordset("Select * from"); }) != 0);
+    QVERIFY(errorOf([&] { database_->openRecordset("Delete * from Belege"); }) != 0);
+    QVERIFY(errorOf([&] { database_->execute("Delete * from Kunden; Delete * from Belege"); }) != 0);
+    QCOMPARE(walk(*database_->openRecordset("Kunden"), "ID").size(), 2);
+  }
+
+  void selectIntoAnotherStoreTakesTypesAndNumbers() {
+    TableDef table{"Vorlage",
+                   {counter("ID"),
+                    text("Name", 12),
+                    {"Preis", FieldType::Currency},
+                    {"Ja", FieldType::Boolean},
+                    {"Am", FieldType::Date}},
+                   {{"PrimaryKey", {"ID"}, true, true, true}, {"Name", {"Name"}, false, true, false}}};
+    database_->createTable(table);
+    const auto rows = database_->openRecordset("Vorlage");
+    rows->addNew();
+    rows->setValue("Name", "eins");
+    rows->setValue("Preis", "1,25");
+    rows->setValue("Ja", true);
+    rows->setValue("Am", "20.11.2026");
+    rows->update();
+
+    const QString path = store_->otherPath("ziel.qkk");
+    const QString text = "SELECT Vorlage.* INTO Vorlage IN '" + path + "' FROM Vorlage";
+    QCOMPARE(errorOf([&] { database_->execute(text); }), 3024);
+    Database::create(path);
+    QCOMPARE(database_->execute(text), 1);
+    QCOMPARE(errorOf([&] { database_->execute(text); }), 3010);
+
+    const auto target = Database::open(path);
+    const TableDef copy = target->tableDef("Vorlage");
+    QVERIFY(copy.field("ID")->autoNumber);
+    QCOMPARE(copy.field("Name")->size, 12);
+    QCOMPARE(copy.field("Preis")->type, FieldType::Currency);
+    QCOMPARE(copy.indexes.size(), size_t(1));
+    QVERIFY(copy.primary());
+    const auto copied = target->openRecordset("Vorlage");
+    QCOMPARE(copied->value("Preis"), rows->value("Preis"));
+    QCOMPARE(copied->value("Ja").toInt(), -1);
+    QCOMPARE(copied->value("Am"), rows->value("Am"));
+    copied->addNew();
+    QVERIFY(copied->value("ID").toInt() > 1);
+    copied->update();
+  }
+
+  void selectIntoTheSameStore() {
+    QCOMPARE(database_->execute("SELECT ID, Summe * 2 AS Doppelt INTO Neu FROM Belege WHERE Summe > 10"), 2);
+    QCOMPARE(walk(*database_->openRecordset("Select * from Neu order by ID"), "Doppelt"),
+             QStringList({"200", "100"}));
+    QCOMPARE(errorOf([&] { database_->execute("SELECT * INTO Neu FROM Kunden"); }), 3010);
+  }
+
+  void aDotInThePathIsABadName_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("plain") << "ziel.qkk" << 0;
+    QTest::newRow("file") << "zi.el.qkk" << 3126;
+    QTest::newRow("folder") << "a.b/ziel.qkk" << 3126;
+    QTest::newRow("cleaned away") << "a.b/../ziel.qkk" << 0;
+  }
+  void aDotInThePathIsABadName() {
+    QFETCH(QString, name);
+    QFETCH(int, expected);
+    QVERIFY(QDir(QFileInfo(store_->path()).path()).mkpath("a.b"));
+    const QString path = store_->otherPath(name);
+    Database::create(path);
+    const QString text = "SELECT Kunden.* INTO Kunden IN '" + path + "' FROM Kunden";
+    QCOMPARE(errorOf([&] { database_->execute(text); }), expected);
+    // a table that exists wins
+    const auto target = Database::open(path);
+    if (!target->hasTable("Kunden")) target->createTable({"Kunden", {number("ID")}, {}});
+    QCOMPARE(errorOf([&] { database_->execute(text); }), 3010);
+  }
+};
+
+QTEST_GUILESS_MAIN(TestQueries)
+#include "test_queries.moc"

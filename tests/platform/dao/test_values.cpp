@@ -1,0 +1,149 @@
+// Values on their way into a field and back.
+#include <QtTest>
+
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/money.h"
+#include "tests/platform/dao/store_factory.h"
+
+using namespace qk;
+using namespace qk::dao;
+
+class TestValues : public QObject {
+  Q_OBJECT
+
+  std::unique_ptr<Store> store_;
+  std::unique_ptr<Database> database_;
+  std::unique_ptr<Recordset> rows_;
+
+  /// Through the store and back.
+  QVariant kept(const QString& field, const QVariant& value) {
+    rows_->addNew();
+    rows_->setValue(field, value);
+    const QVariant buffered = rows_->value(field);
+    rows_->update();
+    rows_->moveLast();
+    const QVariant stored = rows_->value(field);
+    if (stored != buffered) qWarning() << field << "buffered" << buffered << "stored" << stored;
+    return stored;
+  }
+  int refused(const QString& field, const QVariant& value) {
+    rows_->addNew();
+    const int error = errorOf([&] { rows_->setValue(field, value); });
+    rows_->cancelUpdate();
+    return error;
+  }
+
+ private Q_SLOTS:
+  void init() {
+    store_ = newStore();
+    database_ = store_->connect();
+    database_->createTable({"T",
+                            {counter("ID"),
+                             {"ja", FieldType::Boolean},
+                             {"byte", FieldType::Byte},
+                             {"kurz", FieldType::Integer},
+                             {"lang", FieldType::Long},
+                             {"geld", FieldType::Currency},
+                             {"einfach", FieldType::Single},
+                             {"doppelt", FieldType::Double},
+                             {"tag", FieldType::Date},
+                             text("text", 5),
+                             {"memo", FieldType::Memo},
+                             {"bild", FieldType::LongBinary}},
+                            {{"PrimaryKey", {"ID"}, true, true, true}}});
+    rows_ = database_->openRecordset("T");
+  }
+  void cleanup() {
+    rows_.reset();
+    database_.reset();
+    store_.reset();
+  }
+
+  void yesNoIsMinusOneOrZero() {
+    for (const QVariant& yes : {QVariant(true), QVariant(-1), QVariant(1), QVariant("-1"), QVariant("1"),
+                                QVariant("True"), QVariant("Wahr")})
+      QCOMPARE(kept("ja", yes), QVariant(-1));
+    for (const QVariant& no :
+         {QVariant(false), QVariant(0), QVariant("0"), QVariant("False"), QVariant("falsch")})
+      QCOMPARE(kept("ja", no), QVariant(0));
+    QCOMPARE(refused("ja", "vielleicht"), 3421);
+    QCOMPARE(walk(*database_->openRecordset("Select * from T where ja = True"), "ID").size(), 7);
+    QCOMPARE(walk(*database_->openRecordset("Select * from T where ja = 0"), "ID").size(), 5);
+  }
+
+  void numbersInTextsAreGerman() {
+    QCOMPARE(kept("doppelt", "9,7"), QVariant(9.7));
+    QCOMPARE(kept("doppelt", -3), QVariant(-3.0));
+    QCOMPARE(refused("doppelt", "9.7"), 3421);
+    QCOMPARE(refused("doppelt", "1e3"), 3421);
+    QCOMPARE(refused("doppelt", ""), 3421);
+    QCOMPARE(kept("lang", " 42 "), QVariant(42));
+    QCOMPARE(kept("lang", 2.5), QVariant(2));
+    QCOMPARE(kept("lang", true), QVariant(-1));
+    QCOMPARE(kept("einfach", 1.5), QVariant(1.5));
+  }
+
+  void wholeNumbersKnowTheirRange() {
+    QCOMPARE(kept("byte", 255), QVariant(255));
+    QCOMPARE(refused("byte", 256), 3421);
+    QCOMPARE(refused("byte", -1), 3421);
+    QCOMPARE(kept("kurz", -32768), QVariant(-32768));
+    QCOMPARE(refused("kurz", 32768), 3421);
+    QCOMPARE(kept("lang", 2147483647), QVariant(2147483647));
+    QCOMPARE(refused("lang", 2147483648.0), 3421);
+    QCOMPARE(refused("lang", std::nan("")), 3421);
+  }
+
+  void moneyStaysExact() {
+    QCOMPARE(kept("geld", QVariant::fromValue(Money::fromUnits(15734512))).value<Money>().units(), 15734512);
+    QCOMPARE(kept("geld", "1573,45").value<Money>().units(), 15734500);
+    QCOMPARE(kept("geld", 0.1).value<Money>().units(), 1000);
+    QCOMPARE(kept("geld", -3).value<Money>().units(), -30000);
+  }
+
+  void datesAndTheirZero() {
+    const QDateTime moment(QDate(2026, 11, 20), QTime(10, 41, 7));
+    QCOMPARE(kept("tag", moment), QVariant(moment));
+    QCOMPARE(kept("tag", "20.11.2026").toDateTime(), QDateTime(QDate(2026, 11, 20), QTime(0, 0)));
+    QCOMPARE(kept("tag", QDate(2026, 11, 20)).toDateTime(), QDateTime(QDate(2026, 11, 20), QTime(0, 0)));
+    QCOMPARE(kept("tag", false).toDateTime(), dateZero());
+    QCOMPARE(kept("tag", 0).toDateTime(), dateZero());
+    QCOMPARE(kept("tag", 1.5).toDateTime(), QDateTime(QDate(1899, 12, 31), QTime(12, 0)));
+    QCOMPARE(refused("tag", "morgen"), 3421);
+  }
+
+  void textsAreKeptAsTheyAre() {
+    QCOMPARE(kept("text", "007"), QVariant("007"));
+    QCOMPARE(kept("memo", "007"), QVariant("007"));
+    QCOMPARE(kept("text", ""), QVariant(""));
+    QCOMPARE(kept("text", QString()), QVariant(""));
+    QCOMPARE(kept("text", 9.7), QVariant("9,7"));
+    QCOMPARE(kept("text", true), QVariant("-1"));
+    QCOMPARE(kept("memo", QDateTime(QDate(2026, 11, 20), QTime(0, 0))), QVariant("20.11.2026"));
+    QCOMPARE(kept("memo", "a'b\"c?d\nÄ€"), QVariant("a'b\"c?d\nÄ€"));
+    QCOMPARE(kept("memo", QString(100000, 'x')), QVariant(QString(100000, 'x')));
+    QCOMPARE(kept("text", "ÄÖÜßé"), QVariant("ÄÖÜßé"));
+    QCOMPARE(refused("text", "123456"), 3163);
+  }
+
+  void bytesStayBytes() {
+    const QByteArray bytes("\0\1\xff'", 4);
+    QCOMPARE(kept("bild", bytes), QVariant(bytes));
+    QCOMPARE(refused("bild", "Text"), 3421);
+  }
+
+  void nullGoesEverywhere() {
+    for (const char* field : {"byte", "lang", "geld", "doppelt", "tag", "text", "memo", "bild"})
+      QVERIFY(!kept(field, {}).isValid());
+  }
+
+  void aTextComparesWithoutRegardToCase() {
+    kept("text", "Übel");
+    rows_->findFirst("text = 'ÜBEL'");
+    QVERIFY(!rows_->noMatch());
+    QCOMPARE(rows_->value("text").toString(), "Übel");
+  }
+};
+
+QTEST_GUILESS_MAIN(TestValues)
+#include "test_values.moc"
