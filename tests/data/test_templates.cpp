@@ -1,8 +1,11 @@
 // The side databases that the build makes: what the program opens them for is there.
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
+#include "platform/runtime/error.h"
+#include "tools/wettkampf/competition.h"
 
 using qk::dao::Database;
 using qk::dao::FieldType;
@@ -35,6 +38,8 @@ class TestTemplates : public QObject {
   void receiptHasOneCompetitionRow();
   void listsAreOfOneForm();
   void resultsTakeAHundredValues();
+  void travelIntoACompetition_data();
+  void travelIntoACompetition();
 };
 
 void TestTemplates::holdTheirTables_data() {
@@ -170,6 +175,36 @@ void TestTemplates::resultsTakeAHundredValues() {
   for (int i = 1; i <= 100; ++i)
     QVERIFY2(results.field(QString("E%1").arg(i)), qPrintable(QString::number(i)));
   QVERIFY(!results.field("E101"));
+}
+
+void TestTemplates::travelIntoACompetition_data() {
+  QTest::addColumn<QString>("table");
+  for (const char* table : {"Haering_Daten", "Haering_Gruppen", "Haering_Gruppen_Disziplinen"})
+    QTest::newRow(table) << table;
+}
+
+void TestTemplates::travelIntoACompetition() {
+  QFETCH(QString, table);
+  const QTemporaryDir folder(QDir::tempPath() + "/vorlageXXXXXX");
+  const QString path = folder.filePath("w.qkk");
+  qk::makeCompetition(path, {});
+  const auto leer = open("LeerSA.mdb");
+  const QString statement = QString("SELECT %1.* INTO %1 IN '%2' FROM %1").arg(table, path);
+  leer->execute(statement);
+  const qk::dao::TableDef original = leer->tableDef(table);
+  const qk::dao::TableDef copy = Database::open(path)->tableDef(table);
+  QCOMPARE(copy.fields.size(), original.fields.size());
+  for (size_t i = 0; i < original.fields.size(); ++i) {
+    QCOMPARE(copy.fields.at(i).name, original.fields.at(i).name);
+    QVERIFY2(copy.fields.at(i).type == original.fields.at(i).type, qPrintable(original.fields.at(i).name));
+  }
+  QVERIFY(copy.field("ID")->autoNumber);
+  try {
+    leer->execute(statement);
+    QFAIL("no error");
+  } catch (const qk::Error& error) {
+    QCOMPARE(error.number(), 3010);
+  }
 }
 
 QTEST_GUILESS_MAIN(TestTemplates)

@@ -1,6 +1,7 @@
 // qk-vorlage TEXT DATEI: builds a side database from its schema text. A tool of the build.
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
@@ -16,13 +17,20 @@ QString readText(const QString& path) {
   return QString::fromUtf8(file.readAll());
 }
 
+/// With whatever an engine left beside it: what belonged to the old file must not meet the new one.
+void removeDatabase(const QString& path) {
+  const QFileInfo file(path);
+  for (const QString& name : file.dir().entryList({file.fileName(), file.fileName() + "-*"}, QDir::Files))
+    QFile::remove(file.dir().filePath(name));
+}
+
 /// The build sees either the old file or the whole new one.
 void build(const QString& textPath, const QString& target) {
   const QString draft = target + ".neu";
-  QFile::remove(draft);
+  removeDatabase(draft);
   const qk::Schema schema = qk::parseSchema(readText(textPath), QFileInfo(textPath).fileName());
   qk::createDatabase(draft, [&schema](qk::dao::Database& database) { qk::buildSchema(database, schema); });
-  QFile::remove(target);
+  removeDatabase(target);
   if (!QFile::rename(draft, target)) throw qk::Error(75, target);
 }
 
