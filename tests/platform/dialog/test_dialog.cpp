@@ -27,7 +27,7 @@ class TestDialog : public QObject {
   void escAndEnter_data();
   void escAndEnter();
   void aPresetTakesEnter();
-  void textStandsAsTold();
+  void textStandsAsGiven();
   void everyButtonAnswers();
   void parentIsTheActiveWindow();
   void aParentThatGoesTakesItsBoxAlong();
@@ -83,7 +83,7 @@ void TestDialog::aPresetTakesEnter() {
       BoxAnswer::Retry);
 }
 
-void TestDialog::textStandsAsTold() {
+void TestDialog::textStandsAsGiven() {
   MessageBoxes dialogs;
   QString text;
   QString title;
