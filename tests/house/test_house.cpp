@@ -13,8 +13,8 @@ constexpr int kLongestFile = 600;
 
 // From the ground up. A file may include its own room and those before it.
 const QStringList kRooms = {
-    "platform/runtime", "platform/",         "app/ground/", "targetconfig/", "link/", "capture/",
-    "shooters/",        "link/linecontrol/", "app/",        "tools/",        "tests/"};
+    "platform/runtime", "platform/", "data/icons/",       "app/ground/", "targetconfig/", "link/",
+    "capture/",         "shooters/", "link/linecontrol/", "app/",        "tools/",        "tests/"};
 // Rooms above app/ that only end in programs.
 const QStringList kRoofs = {"data/", "benchmarks/"};
 
@@ -24,7 +24,7 @@ int rankOf(const QString& file) {
     if (file.startsWith(kRooms[i]) && kRooms[i].size() > length)
       best = i, length = static_cast<int>(kRooms[i].size());
   for (const QString& roof : kRoofs)
-    if (file.startsWith(roof)) best = static_cast<int>(kRooms.size()) - 2;
+    if (best < 0 && file.startsWith(roof)) best = static_cast<int>(kRooms.size()) - 2;
   return best;
 }
 
