@@ -1,0 +1,70 @@
+// The command routines of a firing line: what goes out in which order, what is asked before, which event
+// follows. They need no window; the line control lends them its send routine, its timer and its labels.
+//
+// Every send and every box runs the event loop, and the line may be taken down in there: a routine then
+// returns at once (LineSide::lives()). The LineSide outlives every routine that runs on it.
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "link/linecontrol/line_disciplines.h"
+#include "platform/workplace.h"
+
+namespace qk {
+
+enum class LineEvent { PreisModusGestartet, PreisModusBeendet, WettkampfBeendet, SchuetzeGesendet };
+
+/// The line control as the commands see it.
+class LineSide {
+ public:
+  virtual ~LineSide() = default;
+
+  /// Queues one command; a failure is Error 13.
+  virtual void Output_2_ESA(const QString& sCommand, bool bWarten) = 0;
+  virtual bool lives() const = 0;
+  virtual QString startnummer() const = 0;
+  virtual QString schuetzenName() const = 0;  ///< as the label shows it
+  virtual void setTimerEnabled(bool enabled) = 0;
+  /// Empties the box of the start number and the five labels of the shooter.
+  virtual void clearShooterLabels() = 0;
+  virtual void raise(LineEvent event) = 0;
+};
+
+class LineCommands {
+ public:
+  LineCommands(const Workplace& workplace, LineSide& line, LineDisciplines& disciplines);
+
+  // These three ignore errors throughout.
+  void Set_Linie_PreisModus_ON();
+  void Set_Linie_PreisModus_OFF();
+  void Set_Abmelden_Schuetze();
+
+  /// Registers the shooter with the selected disciplines. `bFrage` false sends only where none is selected.
+  /// Reports its own failures.
+  void Set_Anmelden_SchuetzeDisziplinen(bool bFrage);
+  /// Sends the additional shots of every row that has a number. Reports its own failures.
+  void Nachkauf_Senden(bool bFrage);
+  /// Reports its own failures; the empty text then.
+  QString Get_HaeringDisziplinAuswahlNamen(bool bNachkauf);
+
+  // The rest does nothing but send; a failure passes to the caller.
+  void Wettkampf_Vorbereiten();
+  void Wettkampf_Starten();
+  void Wettkampf_Stoppen();
+  void Set_Linie_Werbefenster_EIN(const QString& text);
+  void Set_Linie_Werbefenster_AUS();
+  void Set_Linie_ZurueckWindows();
+  void Set_Linie_ShutDown();
+
+ private:
+  bool wantsToSend(bool bFrage);
+  /// Runs a statement whose failure disturbs nobody; false once the line is gone.
+  bool quietly(const std::function<void()>& statement);
+
+  Workplace workplace_;
+  LineSide& line_;
+  LineDisciplines& disciplines_;
+};
+
+}  // namespace qk

@@ -1,0 +1,401 @@
+#include "link/linecontrol/usercontrol1.h"
+
+#include "app/ground/settings_keys.h"
+#include "link/linecontrol/shooter_choice.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/files.h"
+#include "platform/runtime/textcodec.h"
+#include "platform/widgets/empty_text.h"
+#include "shooters/frmSchuetzenListe.h"
+#include "ui_usercontrol1.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kPollMilliseconds = 1000;
+
+const char* const kNoShooter =
+    "Kein Schütze auf der Linie: Startnummer eingeben (F2) oder Liste öffnen (F3).";
+
+}  // namespace
+
+UserControl1::InUse::InUse(UserControl1& control) : control_(control) {
+  ++control_.inUse_;
+}
+
+UserControl1::InUse::~InUse() {
+  if (--control_.inUse_ == 0 && control_.retired_) control_.deleteLater();
+}
+
+UserControl1::UserControl1(const Workplace& workplace, GlobalVariablen& global, int index, QWidget* parent)
+    : QWidget(parent),
+      workplace_(workplace),
+      global_(global),
+      index_(index),
+      ui_(std::make_unique<Ui::UserControl1>()),
+      capture_(workplace),
+      disciplines_(workplace),
+      commands_(workplace, *this, disciplines_),
+      exchange_(new LineExchange(workplace, *this)),
+      Timer1_(new QTimer(this)) {
+  ui_->setupUi(this);
+  setObjectName("cLine_" + QString::number(index));
+  Timer1_->setObjectName("Timer1");
+  Timer1_->setInterval(kPollMilliseconds);
+  reported(report("Fehler bei UserControl_Initialize_err!"), [&](Steps&) { UserControl_Initialize(); });
+}
+
+UserControl1::~UserControl1() {
+  // The views go before the tables they show.
+  qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+}
+
+void UserControl1::retire() {
+  if (retired_) return;
+  retired_ = true;
+  Timer1_->stop();
+  exchange_.reset();
+  disconnect();
+  hide();
+  setObjectName({});
+  if (inUse_ == 0) deleteLater();
+}
+
+ErrorReport UserControl1::report(const QString& sText) const {
+  return fehlerReport(workplace_.dialogs, sText);
+}
+
+void UserControl1::SetStandnummer(int nNummer) {
+  ui_->lblLinie->setText(QString::number(nNummer));
+}
+
+void UserControl1::setLinie(qint16 nLinie) {
+  nLinie_ = nLinie;
+  if (exchange_) exchange_->setLinie(nLinie);
+  SetStandnummer(nLinie);
+}
+
+QLabel* UserControl1::lblSchuetzenName() const {
+  return ui_->m_lblSchuetzenName;
+}
+QLineEdit* UserControl1::txtStartnummer() const {
+  return ui_->m_txtStartNummer;
+}
+QString UserControl1::schuetzenName() const {
+  return ui_->m_lblSchuetzenName->text();
+}
+
+void UserControl1::Init(const QString& sWettkampf) {
+  const InUse use(*this);
+  reported(report("Fehler bei Init_err!"), [&](Steps& step) {
+    sWettkampf_ = sWettkampf;
+    capture_.setDatabase(nullptr);
+    db_.reset();
+    step([&] {
+      db_ = dao::Database::open(sWettkampf);
+      capture_.setDatabase(db_.get());
+    });
+    // A shot must cost one commit, not a second one for its number.
+    if (db_) step([&] { db_->reserveNumbers("Haering_Daten"); });
+    exchange_->setNetzverzeichnis(liesText(workplace_.settings, keys::Netzverzeichnis));
+    exchange_->setDatenverzeichnis(global_.Verzeichnis);
+    disciplines_.read(exchange_->netzverzeichnis());
+    if (db_ && !retired_) step([&] { capture_.fillLists(); });
+  });
+}
+
+void UserControl1::Fill_HaeringGruppen() {
+  const InUse use(*this);
+  reported(report("Fehler beim Ermitteln der Intarso-Gruppen in Linie!"), [&](Steps&) {
+    ui_->cmbHaeringGruppen->clear();
+    ui_->cmbHaeringGruppen->addItem(QString(), 0);
+    if (!db_) return;
+    const auto rs = db_->openRecordset("Select * from Haering_Gruppen order by GruppenName");
+    for (; !rs->eof(); rs->moveNext())
+      ui_->cmbHaeringGruppen->addItem(rs->value("GruppenName").toString(), rs->value("ID").toInt());
+  });
+}
+
+void UserControl1::cmbHaeringGruppen_Click(int position) {
+  if (position < 0) return;
+  reported(report("Fehler bei cmbHaeringGruppen_Click_err!"), [&](Steps&) {
+    if (db_) disciplines_.selectGroup(*db_, ui_->cmbHaeringGruppen->itemData(position).toInt());
+  });
+}
+
+// ---- the shooter ----
+
+bool UserControl1::SucheUndLadeSchuetzen(const QString& sNummer) {
+  bool chosen = false;
+  reported(report("Fehler bei SucheUndLadeSchuetzen_err!"), [&](Steps&) {
+    if (!db_) return;
+    const ShooterChoice choice = chooseShooter(workplace_, *db_, capture_, sNummer);
+    if (choice.outcome == ShooterChoice::Outcome::Unknown) Setze_Schuetzen_Controls();
+    if (choice.outcome != ShooterChoice::Outcome::Chosen || retired_) return;
+    sStartnummer_ = sNummer;
+    capture_.setShooter(choice.shooter);
+    showShooter();
+    Setze_Schuetzen_Controls();
+    disciplines_.clearShots();
+    chosen = true;
+  });
+  return chosen;
+}
+
+void UserControl1::showShooter() {
+  const Schuetze* shooter = capture_.shooter();
+  if (!shooter) return clearShooterLabels();
+  ui_->m_txtStartNummer->setText(sStartnummer_);
+  ui_->m_lblStartnummer->setText(sStartnummer_);
+  ui_->m_lblSchuetzenName->setText(shooter->Name);
+  ui_->m_lblVereinsName->setText(shooter->VereinsName);
+  ui_->m_lblMannName->setText(shooter->Mannschaftsname);
+  ui_->m_lblKlasse->setText(shooter->KlassenName);
+}
+
+void UserControl1::clearShooterLabels() {
+  ui_->m_txtStartNummer->clear();
+  for (QLabel* label :
+       std::initializer_list<QLabel*>{ui_->m_lblSchuetzenName, ui_->m_lblKlasse, ui_->m_lblMannName,
+                                      ui_->m_lblStartnummer, ui_->m_lblVereinsName})
+    label->clear();
+}
+
+void UserControl1::setStartnummer(const QString& sStartnummer) {
+  sStartnummer_ = sStartnummer;
+  std::shared_ptr<Schuetze> shooter;
+  if (db_ && !sStartnummer.isEmpty()) shooter = LadeSchuetze(*db_, sStartnummer);
+  capture_.setShooter(shooter);
+  ui_->m_lblStartnummer->setText(sStartnummer);
+  Setze_Schuetzen_Controls();
+}
+
+void UserControl1::Setze_Schuetzen_Controls() {
+  const bool has = capture_.shooter() != nullptr;
+  QPalette look = ui_->flexHaeringDiszi->palette();
+  const QColor text = has ? disziplinText_ : palette().color(QPalette::Disabled, QPalette::Text);
+  look.setColor(QPalette::Active, QPalette::Text, text);
+  look.setColor(QPalette::Inactive, QPalette::Text, text);
+  ui_->flexHaeringDiszi->setPalette(look);
+  for (QPushButton* button : {ui_->cmdAbmeldenSchuetze, ui_->cmdNachkauf, ui_->cmdSendenSchuetzenDisziplinen,
+                              ui_->cmdClearHaeringSchuss, ui_->cmdWahlAlle, ui_->cmdWahlKeine}) {
+    button->setEnabled(has);
+    button->setStatusTip(has ? button->property("hinweis").toString() : QString(kNoShooter));
+  }
+}
+
+void UserControl1::cmdSucheStartnummer_Click() {
+  const QString number = ui_->m_txtStartNummer->text();
+  if (SucheUndLadeSchuetzen(number)) {
+    Q_EMIT cmdXSucheStartnummerClick(index_);
+  } else if (!retired_) {
+    ui_->m_txtStartNummer->selectAll();
+  }
+}
+
+void UserControl1::cmdSchuetzenListe_Click() {
+  frmSchuetzenListe dialog(workplace_, window());
+  dialog.setWettkampf(sWettkampf_);
+  dialog.exec();
+  if (retired_ || dialog.sStartnummer().isEmpty()) return;
+  if (SucheUndLadeSchuetzen(dialog.sStartnummer())) Q_EMIT cmdXSchutzenlisteClick(index_);
+}
+
+void UserControl1::cmdLinieClear_Click() {
+  const InUse use(*this);
+  reported(report("Fehler bei cmdLinieClear_Click_err!"), [&](Steps&) {
+    if (capture_.nOffeneSchuss() > 0)
+      return workplace_.dialogs.note(
+          "Diese Linie enthält noch nicht verbuchte Schuss!\r\nBitte Verwerfen oder Speichern Sie diese.",
+          BoxIcon::Exclamation);
+    sStartnummer_.clear();
+    capture_.setShooter(nullptr);
+    clearShooterLabels();
+    Setze_Schuetzen_Controls();
+    Q_EMIT XFreiClick(index_);
+  });
+}
+
+// ---- restart and test data ----
+
+void UserControl1::Check_Old_Schuss(int nLinie) {
+  const InUse use(*this);
+  reported(report("Fehler bei Check_Old_Schuss_err!"), [&](Steps&) {
+    const auto line = static_cast<std::int16_t>(nLinie);
+    if (!db_ || capture_.AnzahlOffeneSchuesse(line) <= 0) return;
+    SucheUndLadeSchuetzen(capture_.StartnummerOffeneSchuesse(line));
+    if (!retired_) capture_.LadeOffeneSchuesse(line);
+  });
+}
+
+void UserControl1::Fill_Testdaten(const QString& sDatei) {
+  const InUse use(*this);
+  if (!workplace_.files.readable(sDatei)) return;
+  if (!capture_.shooter()) return workplace_.dialogs.note("Kein Schütze gewählt!");
+  for (const QString& line : splitLines(fromWindows1252(workplace_.files.read(sDatei)))) {
+    importTestLine(line);
+    if (retired_) return;
+  }
+}
+
+void UserControl1::importTestLine(const QString& line) {
+  const auto schuss = std::make_shared<HaeringSchuss>();
+  QString record = line;
+  if (schuss->Haering_Import_Zeile(record, db_.get(), report(QString()))) {
+    uebernehmeSchuss(schuss);
+  } else if (const QString text = SummenZeileHaering(line); !text.isEmpty()) {
+    summenZeile(text);
+  }
+}
+
+// ---- what the station reports ----
+
+bool UserControl1::istNeu(const QString& sKey) {
+  return qk::WennHaeringKeyNichtVorhanden(capture_.m_colHaeringSchuss(), sKey);
+}
+
+bool UserControl1::uebernehmeSchuss(const std::shared_ptr<HaeringSchuss>& schuss) {
+  capture_.TransferInGrid(schuss);
+  if (!retired_) capture_.SpeichereHaeringSchuss(*schuss);
+  return true;  // stored, or the operator was asked and gave it up
+}
+
+void UserControl1::summenZeile(const QString& text) {
+  Q_EMIT SummenZeile(index_, text);
+}
+
+// ---- commands ----
+
+void UserControl1::Output_2_ESA(const QString& sCommand, bool bWarten) {
+  const InUse use(*this);
+  if (exchange_) exchange_->Output_2_ESA(sCommand, bWarten);
+}
+
+void UserControl1::setTimerEnabled(bool enabled) {
+  if (enabled && !retired_) {
+    Timer1_->start();
+  } else {
+    Timer1_->stop();
+  }
+}
+
+void UserControl1::raise(LineEvent event) {
+  switch (event) {
+    case LineEvent::PreisModusGestartet:
+      Q_EMIT cmdXPreisModusGestartet(index_);
+      break;
+    case LineEvent::PreisModusBeendet:
+      Q_EMIT XPreisModusBeendetClick(index_);
+      break;
+    case LineEvent::WettkampfBeendet:
+      Q_EMIT cmdXWettkampfBeendet(index_);
+      break;
+    case LineEvent::SchuetzeGesendet:
+      Q_EMIT cmdXSchuetzeGesendet(index_);
+      break;
+  }
+}
+
+void UserControl1::Set_Linie_PreisModus_ON() {
+  const InUse use(*this);
+  commands_.Set_Linie_PreisModus_ON();
+}
+void UserControl1::Set_Linie_PreisModus_OFF() {
+  const InUse use(*this);
+  commands_.Set_Linie_PreisModus_OFF();
+}
+void UserControl1::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
+  const InUse use(*this);
+  commands_.Set_Anmelden_SchuetzeDisziplinen(bFrage);
+}
+void UserControl1::Set_Abmelden_Schuetze() {
+  const InUse use(*this);
+  commands_.Set_Abmelden_Schuetze();
+}
+void UserControl1::Wettkampf_Vorbereiten() {
+  const InUse use(*this);
+  commands_.Wettkampf_Vorbereiten();
+}
+void UserControl1::Wettkampf_Starten() {
+  const InUse use(*this);
+  commands_.Wettkampf_Starten();
+}
+void UserControl1::Wettkampf_Stoppen() {
+  const InUse use(*this);
+  commands_.Wettkampf_Stoppen();
+}
+void UserControl1::Set_Linie_Werbefenster_EIN(const QString& text) {
+  const InUse use(*this);
+  commands_.Set_Linie_Werbefenster_EIN(text);
+}
+void UserControl1::Set_Linie_Werbefenster_AUS() {
+  const InUse use(*this);
+  commands_.Set_Linie_Werbefenster_AUS();
+}
+void UserControl1::Set_Linie_ZurueckWindows() {
+  const InUse use(*this);
+  commands_.Set_Linie_ZurueckWindows();
+}
+void UserControl1::Set_Linie_ShutDown() {
+  const InUse use(*this);
+  commands_.Set_Linie_ShutDown();
+}
+void UserControl1::Nachkauf_Senden(bool bFrage) {
+  const InUse use(*this);
+  commands_.Nachkauf_Senden(bFrage);
+}
+
+// ---- result capture ----
+
+void UserControl1::SpeichernInDatenbank(bool bUndVerbuchen) {
+  const InUse use(*this);
+  capture_.SpeichernInDatenbank(bUndVerbuchen);
+}
+void UserControl1::HaeringSchussAnAbwaehlen(bool bWahl) {
+  const InUse use(*this);
+  capture_.HaeringSchussAnAbwaehlen(bWahl);
+}
+void UserControl1::HaeringSchussVerwerfenAlle() {
+  const InUse use(*this);
+  capture_.HaeringSchussVerwerfenAlle();
+}
+void UserControl1::HaeringSchussWettbewerbAnwaehlen() {
+  const InUse use(*this);
+  capture_.HaeringSchussWettbewerbAnwaehlen(ui_->flex->currentRow(), [this](int row) {
+    ui_->flex->setCurrentRow(row);
+    ui_->flex->showRow(row);
+  });
+}
+
+// ---- station disciplines ----
+
+void UserControl1::flexHaeringDiszi_AfterEdit(int row, int column) {
+  reported(report("Fehler bei flexHaeringDiszi_AfterEdit_err!"),
+           [&](Steps&) { disciplines_.afterEdit(row, column); });
+}
+void UserControl1::cmdClearHaeringSchuss_Click() {
+  disciplines_.clearShots();
+}
+void UserControl1::cmdWahlAlle_Click() {
+  disciplines_.selectAll(true);
+}
+void UserControl1::cmdWahlKeine_Click() {
+  cmdClearHaeringSchuss_Click();
+  disciplines_.selectAll(false);
+}
+
+void UserControl1::cmdCreateCTL_Click() {
+  const bool polling = Timer1_->isActive();
+  const bool done = reported(report("Fehler bei cmdCreateCTL_Click_err!"), [&](Steps& step) {
+    Timer1_->stop();
+    step([&] { exchange_->schreibeEmpfangsFlagge(); });
+    workplace_.dialogs.note("Timer wird wieder gestartet", BoxIcon::Information);
+    setTimerEnabled(true);
+  });
+  // A line in price mode goes on reading, whatever became of the rescue.
+  if (!done && polling) setTimerEnabled(true);
+}
+
+}  // namespace qk

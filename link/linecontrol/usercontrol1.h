@@ -1,0 +1,176 @@
+// One firing line on the screen: its shooter, the disciplines of its station, the open shots and what they
+// make. It owns its controls, its connection to the competition and its timer, and forwards: commands,
+// station disciplines, shooter choice, exchange and result capture stand in files of their own.
+//
+//   buttons ─► LineCommands ─► LineExchange ─► station          station ─► LineExchange::tick
+//   grids   ─► LineCapture ◄────────────────────────────────────────────── uebernehmeSchuss
+//
+// Lifetime: routines wait and show boxes, and in there the main window may rebuild all lines. retire() takes
+// the control down at once (timer, exchange, events) but destroys it only when none of its own routines is on
+// the stack any more.
+#pragma once
+
+#include <QColor>
+#include <QTimer>
+#include <QWidget>
+#include <memory>
+
+#include "app/ground/global_variablen.h"
+#include "app/ground/temp_module.h"
+#include "capture/line_capture.h"
+#include "link/exchange.h"
+#include "link/linecontrol/line_commands.h"
+#include "link/linecontrol/line_disciplines.h"
+#include "platform/dao/database.h"
+#include "platform/workplace.h"
+
+class QLabel;
+class QLineEdit;
+class QMenu;
+namespace Ui {
+class UserControl1;
+}
+
+namespace qk {
+
+class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
+  Q_OBJECT
+
+ public:
+  /// `index` is the control's place in cLine, passed with every event.
+  UserControl1(const Workplace& workplace, GlobalVariablen& global, int index, QWidget* parent = nullptr);
+  ~UserControl1() override;
+
+  /// The only way to end a control that may be waiting. The pointer is not to be used afterwards.
+  void retire();
+
+  void SetStandnummer(int nNummer);
+  /// Restores the line's open shots, with the shooter of the first, after a restart.
+  void Check_Old_Schuss(int nLinie);
+  void SpeichernInDatenbank(bool bUndVerbuchen);
+  void HaeringSchussAnAbwaehlen(bool bWahl);
+  void HaeringSchussWettbewerbAnwaehlen();
+  QLabel* lblSchuetzenName() const;
+  QLineEdit* txtStartnummer() const;
+  const QString& sStartnummer() const { return sStartnummer_; }
+  void setStartnummer(const QString& sStartnummer);
+  qint16 nLinie() const { return nLinie_; }
+  void setLinie(qint16 nLinie);
+  /// Commits on the line's own connection since Init.
+  qint64 commitCount() const { return db_ ? db_->commitCount() : 0; }
+  int nOffeneSchuss() const { return capture_.nOffeneSchuss(); }
+  const QString& sWettkampf() const { return sWettkampf_; }
+  void setWettkampf(const QString& sWettkampf) { sWettkampf_ = sWettkampf; }
+  /// Opens the competition and reads exchange folder, station disciplines and check lists.
+  void Init(const QString& sWettkampf);
+  void Fill_HaeringGruppen();
+  /// Imports a recorded file of shot lines for the line's shooter.
+  void Fill_Testdaten(const QString& sDatei);
+  void Output_2_ESA(const QString& sCommand, bool bWarten) override;
+
+  void Set_Linie_PreisModus_ON();
+  void Set_Linie_PreisModus_OFF();
+  void Set_Anmelden_SchuetzeDisziplinen(bool bFrage = true);
+  void Set_Abmelden_Schuetze();
+  void Wettkampf_Vorbereiten();
+  void Wettkampf_Starten();
+  void Wettkampf_Stoppen();
+  void Set_Linie_Werbefenster_EIN(const QString& text);
+  void Set_Linie_Werbefenster_AUS();
+  void Set_Linie_ZurueckWindows();
+  void Set_Linie_ShutDown();
+  void Nachkauf_Senden(bool bFrage);
+  void HaeringSchussVerwerfenAlle();
+
+  void Set_Font_HaeringDisziplin(const Schrift& schrift);
+  void Set_Font_Flex(const Schrift& schrift);
+
+  // What buttons and keys of the window press.
+  void cmdWahlKeine_Click();
+  void cmdLinieClear_Click();
+
+ Q_SIGNALS:
+  // Events, each with the control's index in cLine.
+  void cmdXStopClick(int nIndex);
+  void XGruenClick(int nIndex);
+  void XFreiClick(int nIndex);
+  void txtXStartNummerValidate(int nIndex);
+  void cmdXSucheStartnummerClick(int nIndex);
+  void cmdXSchutzenlisteClick(int nIndex);
+  void cmdXPreisModusGestartet(int nIndex);
+  void XPreisModusBeendetClick(int nIndex);
+  void cmdXWettkampfBeendet(int nIndex);
+  void cmdXSchuetzeGesendet(int nIndex);
+  void SummenZeile(int nIndex, const QString& text);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  /// Keeps a retired control alive while one of its routines is on the stack.
+  class InUse {
+   public:
+    explicit InUse(UserControl1& control);
+    ~InUse();
+
+   private:
+    UserControl1& control_;
+  };
+
+  // ShotReceiver
+  dao::Database* wettkampf() override { return db_.get(); }
+  bool istNeu(const QString& sKey) override;
+  bool uebernehmeSchuss(const std::shared_ptr<HaeringSchuss>& schuss) override;
+  void summenZeile(const QString& text) override;
+
+  // LineSide
+  bool lives() const override { return !retired_; }
+  QString startnummer() const override { return sStartnummer_; }
+  QString schuetzenName() const override;
+  void setTimerEnabled(bool enabled) override;
+  void clearShooterLabels() override;
+  void raise(LineEvent event) override;
+
+  void UserControl_Initialize();
+  void layOut();
+  void followFont();
+  void connectControls();
+  void connectGrids();
+  void makePopups();
+  bool SucheUndLadeSchuetzen(const QString& sNummer);
+  void showShooter();
+  void Setze_Schuetzen_Controls();
+  void cmdSucheStartnummer_Click();
+  void cmdSchuetzenListe_Click();
+  void cmdClearHaeringSchuss_Click();
+  void cmdWahlAlle_Click();
+  void cmdCreateCTL_Click();
+  void cmbHaeringGruppen_Click(int position);
+  void flexHaeringDiszi_AfterEdit(int row, int column);
+  void importTestLine(const QString& line);
+  void showTransferState(bool enabled, const QString& lblSchusszahl);
+  void showBestResults();
+  void showSendState(SendState state);
+  ErrorReport report(const QString& sText) const;
+
+  Workplace workplace_;
+  GlobalVariablen& global_;
+  const int index_;
+  std::unique_ptr<Ui::UserControl1> ui_;
+  QString sWettkampf_;
+  std::unique_ptr<dao::Database> db_;
+  LineCapture capture_;
+  LineDisciplines disciplines_;
+  LineCommands commands_;
+  std::unique_ptr<LineExchange> exchange_;
+  QTimer* Timer1_;
+  QMenu* mnuPopSchuss_ = nullptr;
+  QMenu* mnuPopManuellerSchuss_ = nullptr;
+  QColor disziplinText_;  // of the discipline grid while there is a shooter
+  QString sStartnummer_;
+  qint16 nLinie_ = 0;
+  bool retired_ = false;
+  int inUse_ = 0;
+};
+
+}  // namespace qk

@@ -1,0 +1,304 @@
+// How a line control is put together: its parts, what they are connected to, its popups and its look.
+#include <QMenu>
+
+#include "app/ground/settings_keys.h"
+#include "link/linecontrol/usercontrol1.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/dialog/font_convert.h"
+#include "platform/runtime/datetext.h"
+#include "platform/widgets/empty_text.h"
+#include "ui_usercontrol1.h"
+
+namespace qk {
+
+namespace {
+
+/// Where a panel's size is kept.
+struct PanelSetting {
+  PanelSplitter* splitter;
+  int panel;
+  const SettingKey& key;
+  int designSize;  ///< pixels
+};
+
+constexpr quint32 kWhite = 16777215;
+constexpr quint32 kBlack = 0;
+
+/// Black on white is what nobody has chosen: there the house's own light or dark look stays.
+void applyLook(TextGrid* grid, const Schrift& schrift) {
+  if (!schrift.font.name.isEmpty()) grid->setFont(toFont(schrift.font));
+  QPalette look = grid->parentWidget()->palette();
+  if (schrift.backColor != kWhite || schrift.foreColor != kBlack) {
+    look.setColor(QPalette::Base, toColour(schrift.backColor));
+    look.setColor(QPalette::AlternateBase, toColour(schrift.backColor));
+    look.setColor(QPalette::Text, toColour(schrift.foreColor));
+  }
+  grid->setPalette(look);
+}
+
+/// Names that are read from across the room.
+void makeProminent(QLabel* label, QFont font, double factor) {
+  font.setPointSizeF(font.pointSizeF() * factor);
+  font.setBold(true);
+  label->setFont(font);
+}
+
+void fill(QListWidget* list, const QStringList& entries) {
+  list->clear();
+  list->addItems(entries);
+}
+
+}  // namespace
+
+void UserControl1::followFont() {
+  makeProminent(ui_->lblLinieTitel, font(), 2);
+  makeProminent(ui_->lblLinie, font(), 2);
+  makeProminent(ui_->m_lblSchuetzenName, font(), 1.3);
+  ui_->m_txtStartNummer->setMaximumWidth(fontMetrics().horizontalAdvance(QString(14, '0')));
+  // All three headings of the upper panels are as high as the one with a box in it.
+  ui_->lblSchuesse->setMinimumHeight(ui_->cmbHaeringGruppen->sizeHint().height());
+}
+
+void UserControl1::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange && !retired_) followFont();
+}
+
+void UserControl1::layOut() {
+  followFont();
+  QSizePolicy keepsItsPlace = ui_->lblSenden->sizePolicy();
+  keepsItsPlace.setRetainSizeWhenHidden(true);
+  ui_->lblSenden->setSizePolicy(keepsItsPlace);
+  ui_->splitterOben->setStretchFactor(1, 1);
+  ui_->splitterUnten->setStretchFactor(0, 1);
+  ui_->splitterHoehe->setStretchFactor(0, 3);
+  ui_->splitterHoehe->setStretchFactor(1, 2);
+  const int character = fontMetrics().averageCharWidth();
+  for (const PanelSetting& setting :
+       {PanelSetting{ui_->splitterOben, 2, keys::BreiteDisziKombi, 31 * character},
+        PanelSetting{ui_->splitterUnten, 1, keys::BreiteDisziKombi2, 52 * character},
+        PanelSetting{ui_->splitterOben, 0, keys::BreiteSchuetzen, 40 * character}}) {
+    const int kept = liesZahl(workplace_.settings, setting.key);
+    setting.splitter->setPanelSize(setting.panel, kept > 0 ? kept : setting.designSize);
+    connect(setting.splitter, &PanelSplitter::released, this, [this, setting] {
+      schreibe(workplace_.settings, setting.key, setting.splitter->panelSize(setting.panel));
+    });
+  }
+}
+
+void UserControl1::UserControl_Initialize() {
+  layOut();
+  ui_->m_cmdUebertragenTarvex->setEnabled(false);
+  connectGrids();
+  connectControls();
+  makePopups();
+  ui_->lblSenden->hide();
+  exchange_->onSendState = [this](SendState state) { showSendState(state); };
+  exchange_->onTick = [this](const QDateTime& now) { ui_->lblTime->setText(dateText(now)); };
+  capture_.setPictureCaption([this] {
+    return PictureCaption{sStartnummer_, ui_->m_lblSchuetzenName->text(), ui_->m_lblVereinsName->text()};
+  });
+  connect(Timer1_, &QTimer::timeout, this, [this] {
+    const InUse use(*this);
+    if (exchange_) exchange_->tick();
+  });
+  disziplinText_ = palette().color(QPalette::Text);
+  Setze_Schuetzen_Controls();
+  showTransferState(capture_.PruefeUebertragenSchaltflaecheEnabled(), QString());
+}
+
+void UserControl1::connectGrids() {
+  ui_->flexHaeringDiszi->setTable(&disciplines_.table());
+  ui_->flexHaeringDiszi->setStretchColumn(LineDisciplines::Name);
+  ui_->flexHaeringDiszi->setEmptyText("Die Station bietet keine Disziplinen an.");
+  ui_->flex->setTable(&capture_.flex());
+  ui_->flex->setEmptyText("Keine offenen Schüsse");
+  ui_->ffErg->setTable(&capture_.ffErg());
+  ui_->ffErg->setEmptyText("Schüsse und Disziplinen ankreuzen, dann übertragen");
+  ui_->m_lstDisziTarvex->setModel(&capture_.lstDisziTarvex());
+  ui_->m_lstKombiTarvex->setModel(&capture_.lstKombiTarvex());
+  setEmptyText(ui_->m_lstDisziTarvex, "Der Wettkampf hat keine Disziplinen.");
+  setEmptyText(ui_->m_lstKombiTarvex, "Der Wettkampf hat keine Kombinationen.");
+  for (QListWidget* list : {ui_->lstBesteErg, ui_->LstBesteErgSerien, ui_->LstBesteErgTeiler})
+    setEmptyText(list, "Noch nichts übertragen");
+
+  connect(ui_->flexHaeringDiszi, &TextGrid::afterEdit, this, [this](int row, int column) {
+    const InUse use(*this);
+    flexHaeringDiszi_AfterEdit(row, column);
+  });
+  connect(ui_->flexHaeringDiszi, &TextGrid::contextMenuAt, this,
+          [this](const QPoint& at) { mnuPopSchuss_->popup(at); });
+  const auto tickShot = [this](int row, int column) {
+    const InUse use(*this);
+    capture_.flex_click(row, column);
+  };
+  connect(ui_->flex, &TextGrid::afterEdit, this, tickShot);
+  connect(ui_->flex, &TextGrid::clickedAt, this, tickShot);
+  connect(ui_->flex, &TextGrid::doubleClickedAt, this, [this] { HaeringSchussWettbewerbAnwaehlen(); });
+  connect(ui_->flex, &TextGrid::contextMenuAt, this,
+          [this](const QPoint& at) { mnuPopManuellerSchuss_->popup(at); });
+  connect(&capture_.lstDisziTarvex(), &CheckList::ticked, this, [this] {
+    const InUse use(*this);
+    capture_.m_lstDisziTarvex_Click();
+  });
+  connect(&capture_.lstKombiTarvex(), &CheckList::ticked, this, [this] {
+    const InUse use(*this);
+    capture_.m_lstKombiTarvex_Click();
+  });
+  connect(&capture_.lstDisziTarvex(), &CheckList::currentChanged, this, [this](int position) {
+    ui_->m_lstDisziTarvex->setCurrentIndex(capture_.lstDisziTarvex().index(position));
+  });
+  connect(&capture_, &LineCapture::transferStateChanged, this, &UserControl1::showTransferState);
+  connect(&capture_, &LineCapture::bestResultsChanged, this, &UserControl1::showBestResults);
+}
+
+void UserControl1::connectControls() {
+  const auto press = [this](QAbstractButton* button, auto routine, const char* hint) {
+    button->setProperty("hinweis", hint);
+    button->setStatusTip(hint);
+    connect(button, &QAbstractButton::clicked, this, [this, routine] {
+      const InUse use(*this);
+      routine();
+    });
+  };
+  press(
+      ui_->cmdSucheStartnummer, [this] { cmdSucheStartnummer_Click(); },
+      "Lädt den Schützen mit der eingegebenen Startnummer (Eingabetaste).");
+  press(
+      ui_->cmdSchuetzenListe, [this] { cmdSchuetzenListe_Click(); }, "Schützen aus der Liste wählen (F3).");
+  press(
+      ui_->cmdLinieClear, [this] { cmdLinieClear_Click(); },
+      "Nimmt den Schützen von der Linie; an die Station wird nichts gesendet.");
+  press(
+      ui_->cmdPreisModus, [this] { commands_.Set_Linie_PreisModus_ON(); },
+      "Station in den Preismodus, Schüsse werden empfangen (F5).");
+  press(
+      ui_->Command2,
+      [this] {
+        commands_.Set_Abmelden_Schuetze();
+        if (!retired_) commands_.Set_Linie_PreisModus_OFF();
+      },
+      "Meldet den Schützen ab und beendet den Preismodus.");
+  press(
+      ui_->cmdSendenSchuetzenDisziplinen, [this] { commands_.Set_Anmelden_SchuetzeDisziplinen(true); },
+      "Meldet Schütze und angekreuzte Disziplinen an der Station an (F6).");
+  press(
+      ui_->cmdNachkauf, [this] { commands_.Nachkauf_Senden(true); },
+      "Sendet die eingegebenen zusätzlichen Schüsse (F7).");
+  press(
+      ui_->cmdAbmeldenSchuetze, [this] { commands_.Set_Abmelden_Schuetze(); },
+      "Meldet den Schützen an der Station ab (F12).");
+  press(
+      ui_->cmdCreateCTL, [this] { cmdCreateCTL_Click(); },
+      "Liest Schussdaten ein, deren Bereitmeldung (CTL-Datei) ausgeblieben ist.");
+  press(
+      ui_->cmdClearHaeringSchuss, [this] { cmdClearHaeringSchuss_Click(); },
+      "Nimmt eingetragene Nachkäufe zurück; gesendet wird nichts.");
+  press(
+      ui_->cmdWahlAlle, [this] { cmdWahlAlle_Click(); }, "Kreuzt alle Disziplinen der Station an.");
+  press(
+      ui_->cmdWahlKeine, [this] { cmdWahlKeine_Click(); }, "Nimmt alle Kreuze und Nachkäufe zurück.");
+  press(
+      ui_->m_cmdAlleWaehlenHaering, [this] { capture_.HaeringSchussAnAbwaehlen(true); },
+      "Kreuzt alle offenen Schüsse an.");
+  press(
+      ui_->m_cmdAlleAbwaehlenHaering, [this] { capture_.HaeringSchussAnAbwaehlen(false); },
+      "Nimmt alle Kreuze zurück.");
+  press(
+      ui_->m_cmdSerieWaehlenHaering, [this] { HaeringSchussWettbewerbAnwaehlen(); },
+      "Kreuzt die Serie um den markierten Schuss an (Doppelklick auf den Schuss).");
+  press(
+      ui_->m_cmdVerwerfen, [this] { capture_.HaeringSchussVerwerfenAlle(); },
+      "Verwirft nach Rückfrage alle offenen Schüsse dieser Linie.");
+  press(
+      ui_->m_cmdVerwerfenGewaehlte, [this] { capture_.HaeringSchussVerwerfenGewaehlte(); },
+      "Verwirft nach Rückfrage die angekreuzten Schüsse.");
+  press(
+      ui_->m_cmdUebertragenTarvex, [this] { capture_.m_cmdUebertragenTarvex_Click(); },
+      "Rechnet die angekreuzten Schüsse für die angekreuzten Disziplinen aus (F8).");
+  press(
+      ui_->m_cmdSaveTarvex, [this] { capture_.m_cmdSaveTarvex_Click(); },
+      "Speichert die übertragenen Ergebnisse und verbucht die Schüsse (F9).");
+  press(
+      ui_->cmd_SaveOnlyTarvex, [this] { capture_.cmd_SaveOnlyTarvex_Click(); },
+      "Speichert die übertragenen Ergebnisse; die Schüsse bleiben offen.");
+  connect(ui_->m_txtStartNummer, &QLineEdit::returnPressed, ui_->cmdSucheStartnummer,
+          &QAbstractButton::click);
+  connect(ui_->cmbHaeringGruppen, &QComboBox::activated, this, [this](int position) {
+    const InUse use(*this);
+    cmbHaeringGruppen_Click(position);
+  });
+}
+
+void UserControl1::makePopups() {
+  mnuPopSchuss_ = new QMenu("Schuss", this);
+  mnuPopSchuss_->setObjectName("mnuPopSchuss");
+  const auto entry = [this](QMenu* menu, const QString& name, const QString& text, auto routine) {
+    QAction* action = menu->addAction(text);
+    action->setObjectName(name);
+    connect(action, &QAction::triggered, this, [this, routine] {
+      const InUse use(*this);
+      routine();
+    });
+    return action;
+  };
+  const auto enter = [this](int count) {
+    if (const int row = ui_->flexHaeringDiszi->currentRow(); row > 0) disciplines_.enterExtra(row, count);
+  };
+  entry(mnuPopSchuss_, "mnuSchussLeeren", "Alle Leeren", [this] { cmdClearHaeringSchuss_Click(); });
+  entry(mnuPopSchuss_, "mnuSchussClearAkt", "Akt. Leeren", [enter] { enter(0); });
+  mnuPopSchuss_->addSeparator();
+  entry(mnuPopSchuss_, "mnuSchuss0", "0 (Freischalten)", [enter] { enter(0); });
+  for (int count : {1, 2, 3, 4, 5, 9, 10, 20, 30, 40})
+    entry(mnuPopSchuss_, "mnuSchuss" + QString::number(count), QString::number(count),
+          [enter, count] { enter(count); });
+
+  mnuPopManuellerSchuss_ = new QMenu(this);
+  mnuPopManuellerSchuss_->setObjectName("mnuPopManuellerSchuss");
+  entry(mnuPopManuellerSchuss_, "mnuPopHaeringManSchussSerie", "Serie wählen (DEF)",
+        [this] { capture_.HaeringSchussSerieAnwaehlen(disciplines_.table()); });
+}
+
+void UserControl1::showTransferState(bool enabled, const QString& lblSchusszahl) {
+  ui_->m_cmdUebertragenTarvex->setEnabled(enabled);
+  if (!lblSchusszahl.isEmpty()) ui_->lblSchusszahl->setText(lblSchusszahl);
+  QString hint = ui_->m_cmdUebertragenTarvex->property("hinweis").toString();
+  if (!enabled) {
+    QStringList missing;
+    if (!capture_.shooter()) missing << "ein Schütze auf der Linie";
+    if (capture_.lstDisziTarvex().tickedCount() == 0) missing << "eine angekreuzte Disziplin";
+    bool anyShot = false;
+    for (const auto& shot : capture_.m_colHaeringSchuss().objects()) anyShot = anyShot || shot->bAngewaehlt;
+    if (!anyShot) missing << "ein angekreuzter Schuss";
+    hint = "Zum Übertragen fehlt: " + missing.join(", ") + ".";
+  }
+  ui_->m_cmdUebertragenTarvex->setStatusTip(hint);
+}
+
+void UserControl1::showBestResults() {
+  const BestResults& best = capture_.bestResults();
+  fill(ui_->lstBesteErg, best.beste);
+  fill(ui_->LstBesteErgSerien, best.serien);
+  fill(ui_->LstBesteErgTeiler, best.teiler);
+}
+
+// The told red and green are the ground behind black letters: as letters they couldn't be read.
+void UserControl1::showSendState(SendState state) {
+  QPalette look = ui_->lblSenden->palette();
+  look.setColor(QPalette::Window, state == SendState::Waiting ? QColor(255, 0, 0) : QColor(0, 255, 0));
+  look.setColor(QPalette::WindowText, Qt::black);
+  ui_->lblSenden->setPalette(look);
+  ui_->lblSenden->setVisible(state != SendState::Hidden);
+}
+
+void UserControl1::Set_Font_HaeringDisziplin(const Schrift& schrift) {
+  applyLook(ui_->flexHaeringDiszi, schrift);
+  disziplinText_ = ui_->flexHaeringDiszi->palette().color(QPalette::Text);
+  Setze_Schuetzen_Controls();
+}
+
+void UserControl1::Set_Font_Flex(const Schrift& schrift) {
+  applyLook(ui_->flex, schrift);
+}
+
+}  // namespace qk
