@@ -17,7 +17,6 @@ constexpr int CompetitionWidth = 2000;
 constexpr int FirstHiddenColumn = 9;
 constexpr int LastHiddenColumn = 28;
 constexpr int ValueWidth = 8;
-const QString ValueSeparator = " - ";
 
 /// A column of the grid of open shots. Columns 9 to 31 repeat the record for inspection; the title over the
 /// radius in column 21 is the operators' own word for it.
@@ -85,23 +84,28 @@ const auto& flexColumns() {
 
 /// Sorted as the operator's language sorts, whatever the case.
 void sortByText(QStringList& lines) {
-  static const QCollator german = [] {
-    QCollator collator(QLocale(QLocale::German, QLocale::Germany));
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    return collator;
-  }();
-  std::vector<std::pair<QCollatorSortKey, QString>> keyed;
-  keyed.reserve(static_cast<size_t>(lines.size()));
-  for (const QString& line : lines) keyed.emplace_back(german.sortKey(line), line);
-  std::stable_sort(keyed.begin(), keyed.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
-  for (qsizetype i = 0; i < lines.size(); ++i) lines[i] = keyed[static_cast<size_t>(i)].second;
+  QCollator german(QLocale(QLocale::German, QLocale::Germany));
+  german.setCaseSensitivity(Qt::CaseInsensitive);
+  std::stable_sort(lines.begin(), lines.end(),
+                   [&](const QString& a, const QString& b) { return german.compare(a, b) < 0; });
 }
 
 QString resultLine(double result, const QString& discipline, const QString& addition = {}) {
-  return (QString(ValueWidth, u' ') + formatNumber(result, 1, true)).right(ValueWidth) + ValueSeparator +
-         discipline + addition;
+  return (QString(ValueWidth, u' ') + formatNumber(result, 1, true)).right(ValueWidth) + " - " + discipline +
+         addition;
 }
+
+/// A line of a result list, taken apart again: everything before the first " - " and everything behind it.
+struct ListedResult {
+  explicit ListedResult(const QString& text) : line(text) {
+    const QString separator = " - ";
+    const auto at = text.indexOf(separator);
+    value = parseTolerant(text.left(at));
+    discipline = text.mid(at + separator.size());
+  }
+  QString line, discipline;
+  double value;
+};
 
 /// For each different discipline, in the order of the list, the line that beats all before it.
 template <class Beats>
@@ -111,17 +115,14 @@ QStringList bestLines(const QStringList& lines, double start, Beats beats) {
     double value;
   };
   std::vector<Best> found;
-  for (const QString& line : lines) {
-    // Everything before the first separator is the value, everything behind it the discipline.
-    const auto at = line.indexOf(ValueSeparator);
-    const double value = parseTolerant(line.left(at));
-    const QString discipline = line.mid(at + ValueSeparator.size());
-    auto best =
-        std::find_if(found.begin(), found.end(), [&](const Best& b) { return b.discipline == discipline; });
-    if (best == found.end()) best = found.insert(found.end(), {discipline, {}, start});
-    if (!beats(value, best->value)) continue;
-    best->line = line;
-    best->value = value;
+  for (const QString& text : lines) {
+    const ListedResult result(text);
+    auto best = std::find_if(found.begin(), found.end(),
+                             [&](const Best& b) { return b.discipline == result.discipline; });
+    if (best == found.end()) best = found.insert(found.end(), {result.discipline, {}, start});
+    if (!beats(result.value, best->value)) continue;
+    best->line = result.line;
+    best->value = result.value;
   }
   QStringList kept;
   for (const Best& best : found)

@@ -1,6 +1,6 @@
 // A keyed collection: an ordered set of shared objects with unique text keys.
 // Adding a key twice is Error 457, asking for a missing one Error 5, a position outside is Error 9.
-// Keys that differ by case are different. Positions count from 0. Copies share the objects.
+// Keys are told apart by case. Positions count from 0. Copies share the objects.
 #pragma once
 
 #include <QHash>

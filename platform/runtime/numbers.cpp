@@ -53,7 +53,7 @@ std::optional<double> valueOf(const Scan& scan) {
   double value = 0;
   const auto [end, error] = std::from_chars(scan.ascii.data(), scan.ascii.data() + scan.ascii.size(), value);
   if (error == std::errc()) return value;
-  // Too small for a double is as good as nothing; only what is too large has no answer.
+  // Too small for a double is as good as nothing; only what is too large can't be told.
   const bool tiny = scan.ascii.find_first_of("123456789") > scan.ascii.find('.');
   return tiny ? std::optional<double>(0.0) : std::nullopt;
 }

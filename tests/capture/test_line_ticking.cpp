@@ -24,7 +24,6 @@ class TestLineTicking : public QObject {
   void tickingASeriesWithoutARow();
   void tickingTheStationsSeries_data();
   void tickingTheStationsSeries();
-  void stationsSeriesBeyondAllNumbers();
   void overwrittenShotKeepsItsRow();
 };
 
@@ -190,16 +189,6 @@ void TestLineTicking::tickingTheStationsSeries() {
   QCOMPARE(line.ticks(), ticks);
   QVERIFY(line.enabled);
   QCOMPARE(line.pending(), QStringList());
-}
-
-void TestLineTicking::stationsSeriesBeyondAllNumbers() {
-  Line line;
-  line.receive(shots("2x9"));
-  TextTable flexHaeringDiszi(6);
-  flexHaeringDiszi.addRow({"1", "Luftgewehr", "99999"});
-  line.bench.expectError(6, "Fehler beim Anwählen der Serie!", BoxAnswer::Abort);
-  line.capture->HaeringSchussSerieAnwaehlen(flexHaeringDiszi);
-  QCOMPARE(line.ticks(), QString(".."));
 }
 
 void TestLineTicking::overwrittenShotKeepsItsRow() {

@@ -73,7 +73,6 @@ class TestTransfer : public QObject {
   void extraShotIsZeroedForLaterDisciplinesAndTransfers();
   void weaponOfTheLastShot();
   void sameRandomNumberIsRefused();
-  void everyRoutineReportsItsOwnRefusal();
   void retryAddsOnceTheKeyIsFree();
   void withoutShooter();
   void noShots();
@@ -287,16 +286,6 @@ void TestTransfer::sameRandomNumberIsRefused() {
   // The two kinds of results don't share their keys.
   QCOMPARE(results.m_colTeilerErg.count(), 1);
   QCOMPARE(range.reports, (std::vector<QString>{"457 SaveSerieInKlasse"}));
-}
-
-void TestTransfer::everyRoutineReportsItsOwnRefusal() {
-  Range range;
-  range.random.constant = 17.5;
-  Shots twice = shots("9/30");
-  twice.push_back(twice[0]);
-  const PendingResults results = range.transfer(twice, "Teiler + RT 1");
-  QCOMPARE(results.m_colTeilerErg.count(), 2);
-  QCOMPARE(range.reports, (std::vector<QString>{"457 SaveTeilerInKlasse", "457 SaveDSBInKlasse"}));
 }
 
 void TestTransfer::retryAddsOnceTheKeyIsFree() {

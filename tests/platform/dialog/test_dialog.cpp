@@ -27,7 +27,7 @@ class TestDialog : public QObject {
   void escAndEnter_data();
   void escAndEnter();
   void aPresetTakesEnter();
-  void textStandsAsGiven();
+  void textStandsAsTold();
   void everyButtonAnswers();
   void parentIsTheActiveWindow();
   void aParentThatGoesTakesItsBoxAlong();
@@ -83,7 +83,7 @@ void TestDialog::aPresetTakesEnter() {
       BoxAnswer::Retry);
 }
 
-void TestDialog::textStandsAsGiven() {
+void TestDialog::textStandsAsTold() {
   MessageBoxes dialogs;
   QString text;
   QString title;

@@ -1,0 +1,167 @@
+#include "app/competition_opening.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "app/ground/feld_wert.h"
+#include "app/ground/settings_keys.h"
+#include "platform/dao/sql/quote.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/files.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kTableExists = 3010;
+constexpr int kNoReadPermission = 3112;
+constexpr int kBadName = 3126;
+
+QString numberAndDescription(const Error& error) {
+  return "Fehler: " + QString::number(error.number()) + " - " + error.description();
+}
+
+void createFromTemplate(const QString& sVorlage, const QString& sTabelle, const QString& sWettkampf) {
+  const auto vorlage = dao::Database::open(sVorlage, true);
+  if (hasDotBeforeExtension(sWettkampf) && !dao::Database::open(sWettkampf)->hasTable(sTabelle))
+    throw Error(kBadName);
+  vorlage->execute("SELECT " + sTabelle + ".* INTO " + sTabelle + " IN " + dao::sql::quoted(sWettkampf) +
+                   " FROM " + sTabelle);
+}
+
+/// What is to be done after a failed creation: true to run the statement again.
+bool askAgain(const Workplace& workplace, const Error& error, const QString& sWettkampf) {
+  if (error.number() == kTableExists || error.number() == kNoReadPermission) return false;
+  if (error.number() == kBadName) {
+    workplace.dialogs.note(
+        "Fehler beim Anlegen der Tabelle!\r\nHINWEIS: Der Pfad- und Dateiname des Wettkampfs darf keine "
+        "Sonderzeichen (z.B. Punkt) enthalten.\r\n\r\n" +
+            sWettkampf,
+        BoxIcon::Critical, "Fehler");
+    return false;
+  }
+  return workplace.dialogs.show({numberAndDescription(error), "Fehler", BoxIcon::None,
+                                 BoxButtons::RetryCancel}) == BoxAnswer::Retry;
+}
+
+template <class Step>
+bool passes(Step&& step) {
+  try {
+    step();
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+bool hasDotBeforeExtension(const QString& path) {
+  const QFileInfo file(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+  return file.path().contains('.') || file.completeBaseName().contains('.');
+}
+
+bool TabelleAnlegen(const Workplace& workplace, const QString& sVorlage, const QString& sTabelle,
+                    const QString& sWettkampf) {
+  for (;;) {
+    try {
+      createFromTemplate(sVorlage, sTabelle, sWettkampf);
+      break;
+    } catch (const Error& error) {
+      if (!askAgain(workplace, error, sWettkampf)) return false;
+    }
+  }
+  IndizesUebertragen(sVorlage, sTabelle, sWettkampf);
+  return true;
+}
+
+void IndizesUebertragen(const QString& sVorlage, const QString& sTabelle, const QString& sWettkampf) {
+  passes([&] {
+    const auto vorlage = dao::Database::open(sVorlage, true);
+    const auto wettkampf = dao::Database::open(sWettkampf);
+    for (const dao::IndexDef& index : vorlage->tableDef(sTabelle).indexes)
+      passes([&] { wettkampf->appendIndex(sTabelle, index); });
+  });
+}
+
+void FeldAnlegen(const Workplace& workplace, const QString& sWettkampf, const QString& sTabelle,
+                 const QString& sFeld, dao::FieldType typ, int nGroesse, int& nErgebnis) {
+  reported(fehlerReport(workplace.dialogs, "Fehler bei FeldAnlegen_err!"), [&](Steps&) {
+    const auto db = dao::Database::open(sWettkampf);
+    if (db->tableDef(sTabelle).field(sFeld)) {
+      nErgebnis = 2;
+      return;
+    }
+    dao::FieldDef field{sFeld, typ};
+    field.allowZeroLength = typ == dao::FieldType::Text || typ == dao::FieldType::Memo;
+    if (nGroesse > 0) field.size = nGroesse;
+    db->appendField(sTabelle, field);
+    nErgebnis = 0;
+  });
+}
+
+CompetitionOpening::CompetitionOpening(const Workplace& workplace, GlobalVariablen& global)
+    : workplace_(workplace), global_(global) {}
+
+bool CompetitionOpening::setWettkampf(const QString& path) {
+  sWettkampf_ = path;
+  if (sWettkampf_.isEmpty()) sWettkampf_ = liesText(workplace_.settings, keys::LetzterWettkampf);
+  if (!workplace_.files.exists(sWettkampf_) || sWettkampf_.right(3).toLower() != "qkk") {
+    if (onOpenDialog) onOpenDialog();
+    if (!workplace_.files.exists(sWettkampf_)) return false;
+  }
+  showCaption();
+  makeOwnTables();
+  if (openMain()) return true;
+  // The lines still work on what was open before: title and path say so.
+  if (!opened_.isEmpty() && opened_ != sWettkampf_) {
+    sWettkampf_ = opened_;
+    showCaption();
+  }
+  return false;
+}
+
+void CompetitionOpening::showCaption() {
+  const QString caption = "QK-Intarso " + sWettkampf_;
+  if (onCaption) onCaption(caption);
+  schreibe(workplace_.settings, keys::Caption, caption);
+}
+
+void CompetitionOpening::makeOwnTables() {
+  const QString vorlage = global_.SystemVerzeichnis + "LeerSA.mdb";
+  for (const char* table : {"Haering_Daten", "Haering_Gruppen", "Haering_Gruppen_Disziplinen"})
+    TabelleAnlegen(workplace_, vorlage, table, sWettkampf_);
+  int nErgebnis = 0;
+  FeldAnlegen(workplace_, sWettkampf_, "MeldeDisziplin", "TeilerfaktorESA", dao::FieldType::Double, 0,
+              nErgebnis);
+}
+
+bool CompetitionOpening::openMain() {
+  try {
+    auto db = dao::Database::open(sWettkampf_);
+    auto shots = db->openRecordset("Select * from Haering_Daten order by Datum, ZeitAbsolut");
+    const auto head = db->openRecordset("Wettkampf");
+    const QDate refDatum = parseDate(head->value("RefDatum").toDateTime().toString("dd.MM.yyyy")).date();
+    bezeichnung_ = FeldWert(*head, "Bezeichnung").toString();
+    bezeichnung2_ = FeldWert(*head, "Bezeichnung2").toString();
+    ort_ = FeldWert(*head, "Ort").toString();
+    // A recordset lives no longer than its database.
+    openShots_ = std::move(shots);
+    global_.Datenbank = std::move(db);
+    global_.RefDatum = refDatum;
+    opened_ = sWettkampf_;
+    return true;
+  } catch (const Error& error) {
+    workplace_.dialogs.note(numberAndDescription(error) + "\r\nBitte anderen Wettkampf wählen!!!",
+                            BoxIcon::Exclamation, "Fehler");
+    return false;
+  }
+}
+
+void CompetitionOpening::close() {
+  openShots_.reset();
+  global_.Datenbank.reset();
+}
+
+}  // namespace qk

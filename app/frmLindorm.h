@@ -1,0 +1,123 @@
+// The main window: tree of firing lines with the station messages below it on the left, the line controls on
+// the right, menus and toolbar above. One line control is visible at a time; it is the current line.
+//
+// It routes: opening stands in competition_opening, the marks in line_marks, what a line does in its
+// UserControl1.
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "app/competition_opening.h"
+#include "app/ground/global_variablen.h"
+#include "app/line_marks.h"
+#include "app/line_tree.h"
+#include "platform/workplace.h"
+
+class QLabel;
+namespace Ui {
+class frmLindorm;
+}
+
+namespace qk {
+
+class frmLindorm : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWidget* parent = nullptr);
+  ~frmLindorm() override;
+
+  /// Everything between construction and the ready window. False when no competition could be opened: the
+  /// program is to end then. A path on the command line takes away the choice of another competition.
+  bool form_load(const QString& sCommandLine);
+
+  /// Builds tree and line controls from the settings and the open competition.
+  void Load_Settings();
+  /// Shows the line and hides every other; numbers from 1. Error 9 for a line that doesn't exist.
+  void ShowControl(qint16 nLinie);
+  /// Tree position (from 1) of a line control's line, or -1.
+  int GetTreeIndex(int nIndex) const;
+  /// Writes the name of the line's shooter to the selected node.
+  void Zeige_Schuetzen(int nIndex);
+  QString Get_AktStartnummer() const;
+  /// Index in cLine of the first visible line control; their number when none is visible.
+  qint16 Get_AktLinienNummer() const;
+
+  bool setWettkampf(const QString& path) { return opening_.setWettkampf(path); }
+  const QString& sWettkampf() const { return opening_.sWettkampf(); }
+
+  UserControl1& cLine(int nIndex) const;  ///< Error 9 outside
+  int lineCount() const { return static_cast<int>(lines_.size()); }
+
+  /// The keys of the window, a line each.
+  QString keyHelp() const;
+  /// Stops the poll of every line: the program is about to end with a fatal error.
+  void stopPolling();
+
+ Q_SIGNALS:
+  void unloaded();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  using Routine = std::function<void()>;
+
+  // How the window is put together.
+  void makeToolbar();
+  void makeKeys();
+  void loadSplitters();
+  void connectMenus();
+  void connectFileMenus();
+  void connectOptions();
+  void connectAllLines();
+  void connectCurrentLine();
+  void connectToolbar();
+  void connectInfoList();
+  void disableWithoutTarget();
+  /// Runs `routine` on the action; failures are reported under the action's name.
+  void on(QAction* action, Routine routine);
+  void onKey(int key, const QString& control);
+  void explain(QAction* action, bool enabled, const QString& why);
+  void showLineActions();
+  ErrorReport clickReport(const QString& routine) const;
+
+  // Lines.
+  void clearLines();
+  UserControl1* addLine(int nIndex);
+  void loadLine(int position, bool active);
+  UserControl1& currentLine() const { return cLine(Get_AktLinienNummer()); }
+  enum class AfterEach { Nothing, MessageLoop };
+  /// Calls `call` for every line, inactive ones too; ends early when the lines are rebuilt or the window
+  /// goes.
+  void forAllLines(const std::function<void(UserControl1&)>& call, AfterEach after = AfterEach::Nothing);
+  void askThen(const QString& question, const Routine& routine);
+
+  // Menu routines of more than a line.
+  void mnuDateiWettkampfOpen_Click();
+  void mnuEditSchussbilder_Click();
+  void mnuOptEinstellungen_Click();
+  void mnuOptHaeringNetzPfad_Click();
+  void mnuStandeinstellungen_Click();
+  void mnuOptLoadTestDaten_Click();
+  void mnuHaeringTransferClear_Click();
+  void chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&));
+
+  bool Form_QueryUnload();
+  void Form_Unload();
+
+  Workplace workplace_;
+  GlobalVariablen& global_;
+  std::unique_ptr<Ui::frmLindorm> ui_;
+  CompetitionOpening opening_;
+  LineTree tree_;
+  LineMarks marks_;
+  std::vector<UserControl1*> lines_;
+  int generation_ = 0;  // counts the rebuildings of lines_
+  QLabel* noLine_ = nullptr;
+};
+
+}  // namespace qk

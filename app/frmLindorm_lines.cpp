@@ -1,0 +1,121 @@
+// The lines of the main window: building them, choosing one, what is shown of them.
+#include <QLabel>
+
+#include "app/frmLindorm.h"
+#include "app/ground/settings_keys.h"
+#include "app/ground/temp_module.h"
+#include "platform/dialog/dialogs.h"
+#include "ui_frmLindorm.h"
+
+namespace qk {
+
+UserControl1& frmLindorm::cLine(int nIndex) const {
+  if (nIndex < 0 || nIndex >= lineCount()) throw Error(9);
+  return *lines_[static_cast<size_t>(nIndex)];
+}
+
+void frmLindorm::Load_Settings() {
+  reported(fehlerReport(workplace_.dialogs, "Fehler beiLoad_Settings_err"), [&](Steps&) {
+    const QString LinienAktiv = liesText(workplace_.settings, keys::LinienAktiv);
+    if (LinienAktiv.isEmpty())
+      return workplace_.dialogs.note(
+          "Bitte setzen Sie im Menü Optionen - Standeinstellungen den Intarso-Pfad und die Standbelegung",
+          BoxIcon::Information);
+    tree_.clear();
+    clearLines();
+    const int generation = generation_;
+    for (int position = 1; position <= LinienAktiv.size() && generation == generation_; ++position) {
+      statusBar()->showMessage(
+          QString("Linie %1 von %2 wird geladen ...").arg(position).arg(LinienAktiv.size()));
+      statusBar()->repaint();
+      loadLine(position, LinienAktiv.at(position - 1) == '1');
+    }
+    statusBar()->clearMessage();
+    if (tree_.count() > 0) {
+      tree_.select(1);
+      ShowControl(tree_.key(1).remove("Linie").toShort());
+    }
+    showLineActions();
+  });
+}
+
+void frmLindorm::clearLines() {
+  ++generation_;
+  for (UserControl1* line : lines_) {
+    ui_->layoutLinien->removeWidget(line);
+    line->retire();
+  }
+  lines_.clear();
+}
+
+UserControl1* frmLindorm::addLine(int nIndex) {
+  auto* line = new UserControl1(workplace_, global_, nIndex, ui_->panelLinien);
+  line->hide();
+  ui_->layoutLinien->addWidget(line, 0, 0);
+  lines_.push_back(line);
+  marks_.watch(line);
+  return line;
+}
+
+void frmLindorm::loadLine(int position, bool active) {
+  UserControl1* line = addLine(position - 1);
+  if (active) tree_.add(position);
+  line->Init(sWettkampf());
+  line->Set_Font_Flex(SchriftLaden(workplace_, keys::FlexFont.toString()));
+  line->Set_Font_HaeringDisziplin(SchriftLaden(workplace_, keys::FontHDisziplin.toString()));
+  line->setLinie(static_cast<qint16>(position));
+  line->Check_Old_Schuss(position);
+  line->Fill_HaeringGruppen();
+  if (active && !line->lblSchuetzenName()->text().isEmpty()) {
+    tree_.select(GetTreeIndex(position - 1));
+    Zeige_Schuetzen(position - 1);
+  }
+}
+
+void frmLindorm::ShowControl(qint16 nLinie) {
+  UserControl1& shown = cLine(nLinie - 1);
+  for (UserControl1* line : lines_)
+    if (line != &shown) line->hide();
+  noLine_->hide();
+  shown.show();
+  shown.SetStandnummer(nLinie);
+  showLineActions();
+}
+
+int frmLindorm::GetTreeIndex(int nIndex) const {
+  return marks_.GetTreeIndex(nIndex);
+}
+
+void frmLindorm::Zeige_Schuetzen(int nIndex) {
+  if (tree_.count() == 0) return;
+  if (tree_.selected() == 0) tree_.select(1);
+  const int selected = tree_.selected();
+  tree_.setText(selected,
+                tree_.key(selected).replace("Linie", " ") + " - " + cLine(nIndex).lblSchuetzenName()->text());
+  if (liesFlag(workplace_.settings, keys::OpenKassenfenster)) ui_->mnuEditKasse->trigger();
+}
+
+QString frmLindorm::Get_AktStartnummer() const {
+  const int index = Get_AktLinienNummer();
+  return index < lineCount() ? cLine(index).sStartnummer() : QString();
+}
+
+qint16 frmLindorm::Get_AktLinienNummer() const {
+  qint16 index = 0;
+  while (index < lineCount() && cLine(index).isHidden()) ++index;
+  return index;
+}
+
+void frmLindorm::forAllLines(const std::function<void(UserControl1&)>& call, AfterEach after) {
+  const int generation = generation_;
+  for (int index = 0; generation == generation_ && index < lineCount(); ++index) {
+    call(cLine(index));
+    if (after == AfterEach::MessageLoop) workplace_.waits.runMessageLoop();
+  }
+}
+
+void frmLindorm::stopPolling() {
+  for (UserControl1* line : lines_) line->retire();
+}
+
+}  // namespace qk

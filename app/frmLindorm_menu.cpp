@@ -1,0 +1,243 @@
+// What the menus and the toolbar of the main window do. Each routine reports its own failures under its name.
+#include <QAction>
+#include <QApplication>
+#include <QFileInfo>
+#include <QListWidget>
+#include <QMenu>
+#include <QProcess>
+
+#include "app/frmLindorm.h"
+#include "app/ground/settings_keys.h"
+#include "app/ground/temp_module.h"
+#include "app/ground/temp_module_ui.h"
+#include "link/exchange.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/dialog/font_convert.h"
+#include "platform/runtime/files.h"
+#include "platform/settings/settings.h"
+#include "targetconfig/frmHaeringEinstellungen.h"
+#include "targetconfig/frmLinienSetup.h"
+#include "ui_frmLindorm.h"
+
+namespace qk {
+
+namespace {
+
+/// The hourglass, for as long as it lives.
+class Hourglass {
+ public:
+  Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~Hourglass() { QApplication::restoreOverrideCursor(); }
+};
+
+}  // namespace
+
+ErrorReport frmLindorm::clickReport(const QString& routine) const {
+  return fehlerReport(workplace_.dialogs, "Fehler beim Klick " + routine + "_err!");
+}
+
+void frmLindorm::on(QAction* action, Routine routine) {
+  connect(action, &QAction::triggered, this, [this, action, routine] {
+    reported(clickReport(action->objectName() + "_Click"), [&](Steps&) { routine(); });
+  });
+}
+
+void frmLindorm::askThen(const QString& question, const Routine& routine) {
+  if (workplace_.dialogs.confirm(question)) routine();
+}
+
+void frmLindorm::connectMenus() {
+  connectFileMenus();
+  connectOptions();
+  connectAllLines();
+  connectCurrentLine();
+  connectToolbar();
+  on(ui_->mnuHilfe, [this] { workplace_.dialogs.note(keyHelp(), BoxIcon::Information, "Tasten"); });
+}
+
+void frmLindorm::connectFileMenus() {
+  on(ui_->mnuDateiWettkampfOpen, [this] { mnuDateiWettkampfOpen_Click(); });
+  on(ui_->mnuDateiPrinterSetup, [this] { workplace_.dialogs.printerSetup(); });
+  on(ui_->mnuExit, [this] { close(); });
+  on(ui_->mnuEditSchussbilder, [this] { mnuEditSchussbilder_Click(); });
+}
+
+void frmLindorm::connectOptions() {
+  on(ui_->mnuOptEinstellungen, [this] { mnuOptEinstellungen_Click(); });
+  on(ui_->mnuOptHaeringNetzPfad, [this] { mnuOptHaeringNetzPfad_Click(); });
+  on(ui_->mnuStandeinstellungen, [this] { mnuStandeinstellungen_Click(); });
+  on(ui_->mnuOptFontHaeringDisziplin,
+     [this] { chooseFont(keys::FontHDisziplin.toString(), &UserControl1::Set_Font_HaeringDisziplin); });
+  on(ui_->mnuOptFontHaeringSchuss,
+     [this] { chooseFont(keys::FlexFont.toString(), &UserControl1::Set_Font_Flex); });
+  on(ui_->mnuOptHaeringProtokoll, [this] {
+    schreibe(workplace_.settings, keys::ProtokollAktiv, ui_->mnuOptHaeringProtokoll->isChecked());
+  });
+  on(ui_->mnuHaeringSendeProtokoll, [this] {
+    schreibe(workplace_.settings, keys::SendeProtokollAktiv, ui_->mnuHaeringSendeProtokoll->isChecked());
+  });
+  on(ui_->mnuOptOpenProtokolldatei,
+     [this] { MitProgrammOeffnen(workplace_, global_.Verzeichnis + "InputIntarsoProtokoll.txt"); });
+  on(ui_->mnuHaeringSendeProtokollOpen,
+     [this] { MitProgrammOeffnen(workplace_, global_.Verzeichnis + "OutputIntarsoProtokoll.txt"); });
+  on(ui_->mnuOptLoadTestDaten, [this] { mnuOptLoadTestDaten_Click(); });
+  on(ui_->mnuHaeringTransferClear, [this] { mnuHaeringTransferClear_Click(); });
+}
+
+void frmLindorm::connectAllLines() {
+  const auto all = [this](QAction* action, void (UserControl1::*call)(),
+                          AfterEach after = AfterEach::Nothing) {
+    on(action, [this, call, after] { forAllLines([call](UserControl1& line) { (line.*call)(); }, after); });
+  };
+  const auto askAll = [this](QAction* action, const QString& question, void (UserControl1::*call)()) {
+    on(action, [this, question, call] {
+      askThen(question, [this, call] { forAllLines([call](UserControl1& line) { (line.*call)(); }); });
+    });
+  };
+  all(ui_->mnuHaeringAllePreismodusON, &UserControl1::Set_Linie_PreisModus_ON, AfterEach::MessageLoop);
+  all(ui_->mnuHaeringAllePreismodusOFF, &UserControl1::Set_Linie_PreisModus_OFF, AfterEach::MessageLoop);
+  all(ui_->mnuHaeringAlleSchuetzenOFF, &UserControl1::Set_Abmelden_Schuetze);
+  all(ui_->mnuHaerinAlleWerbeAUS, &UserControl1::Set_Linie_Werbefenster_AUS);
+  askAll(ui_->mnuHaeringAlleWindows, "Sollen wirklich alle Linienrechner zurück zu Windows gesetzt werden?",
+         &UserControl1::Set_Linie_ZurueckWindows);
+  askAll(ui_->mnuHaeringAlleShutDown, "Sollen wirklich alle Linienrechner heruntergefahren werden?",
+         &UserControl1::Set_Linie_ShutDown);
+  on(ui_->mnuHaeringAlleSchuetzeON, [this] {
+    askThen("Sollen alle Disziplinen aller Schützen gesendet werden?", [this] {
+      forAllLines([](UserControl1& line) { line.Set_Anmelden_SchuetzeDisziplinen(false); });
+    });
+  });
+}
+
+void frmLindorm::connectCurrentLine() {
+  on(ui_->mnuHaeringAktLinieWerbeAUS, [this] { currentLine().Set_Linie_Werbefenster_AUS(); });
+  on(ui_->mnuHaeringAktWindows, [this] {
+    askThen("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?",
+            [this] { currentLine().Set_Linie_ZurueckWindows(); });
+  });
+  on(ui_->mnuHaeringAktShutDown, [this] {
+    askThen("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?",
+            [this] { currentLine().Set_Linie_ShutDown(); });
+  });
+  on(ui_->mnuSchussAktWettbewerb, [this] { currentLine().HaeringSchussWettbewerbAnwaehlen(); });
+  on(ui_->mnuSchussAlle, [this] { currentLine().HaeringSchussAnAbwaehlen(true); });
+  on(ui_->mnuSchussKeinen, [this] { currentLine().HaeringSchussAnAbwaehlen(false); });
+}
+
+void frmLindorm::connectToolbar() {
+  const auto as = [this](QAction* button, QAction* entry) {
+    connect(button, &QAction::triggered, entry, &QAction::trigger);
+  };
+  as(ui_->exit, ui_->mnuExit);
+  as(ui_->prsetup, ui_->mnuDateiPrinterSetup);
+  as(ui_->Print1, ui_->mnuDateiKurzauswertungPrint);
+  as(ui_->vorschau, ui_->mnuDateiKurzauswertungPreview);
+  as(ui_->ErgEdit, ui_->mnuEditErgebnisse);
+  as(ui_->schussbild, ui_->mnuEditSchussbilder);
+  as(ui_->euro, ui_->mnuEditKasse);
+  as(ui_->einstellungen, ui_->mnuOptEinstellungen);
+  as(ui_->linienstopAll, ui_->mnuHaeringAllePreismodusON);
+  as(ui_->anmeldenAll, ui_->mnuHaeringAlleSchuetzeON);
+  as(ui_->abmeldenAll, ui_->mnuHaeringAlleSchuetzenOFF);
+  as(ui_->linienfreiAll, ui_->mnuHaeringAllePreismodusOFF);
+  on(ui_->Speichern, [this] { currentLine().SpeichernInDatenbank(true); });
+  on(ui_->Löschen, [this] { currentLine().HaeringSchussVerwerfenAlle(); });
+  on(ui_->linienstop, [this] { currentLine().Set_Linie_PreisModus_ON(); });
+  on(ui_->anmelden, [this] { currentLine().Set_Anmelden_SchuetzeDisziplinen(); });
+  on(ui_->abmelden, [this] { currentLine().Set_Abmelden_Schuetze(); });
+  on(ui_->linienfrei, [this] { currentLine().Set_Linie_PreisModus_OFF(); });
+}
+
+void frmLindorm::connectInfoList() {
+  connect(&marks_, &LineMarks::sumLine, this, [this](int nIndex, const QString& text) {
+    const int nLinie = cLine(nIndex).nLinie();
+    auto* entry = new QListWidgetItem("L" + QString::number(nLinie) + " - " + text, ui_->lstInfo);
+    entry->setData(Qt::UserRole, nLinie);
+    ui_->lstInfo->setCurrentItem(entry);
+  });
+  connect(ui_->lstInfo, &QListWidget::itemClicked, this, [this](QListWidgetItem* entry) {
+    const int position = tree_.positionOf(entry->data(Qt::UserRole).toInt());
+    if (position > 0) tree_.select(position);
+  });
+  connect(ui_->lstInfo, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+    auto* popup = new QMenu(this);
+    popup->setAttribute(Qt::WA_DeleteOnClose);
+    popup->addActions({ui_->mnuLstInfoLeeren, ui_->mnuLstInfoAktEintragLoeschen});
+    popup->popup(ui_->lstInfo->viewport()->mapToGlobal(at));
+  });
+  on(ui_->mnuLstInfoLeeren, [this] { ui_->lstInfo->clear(); });
+  on(ui_->mnuLstInfoAktEintragLoeschen,
+     [this] { delete ui_->lstInfo->takeItem(ui_->lstInfo->currentRow()); });
+}
+
+void frmLindorm::mnuDateiWettkampfOpen_Click() {
+  const QString path =
+      workplace_.dialogs.openFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*",
+                                  sWettkampf().isEmpty() ? QString() : QFileInfo(sWettkampf()).path());
+  if (path.isEmpty()) return;
+  schreibe(workplace_.settings, keys::LetzterWettkampf, path);
+  if (!setWettkampf(path)) return;
+  Load_Settings();
+  global_.sWettkampf = sWettkampf();
+}
+
+void frmLindorm::mnuEditSchussbilder_Click() {
+  const QString program = Programmverzeichnis() + "QK-Grafik.exe";
+  if (!workplace_.files.exists(program))
+    return workplace_.dialogs.note("QK-Grafik.exe nicht im aktuellen Verzeichnis: " + sWettkampf(),
+                                   BoxIcon::None, "Fehler");
+  QProcess::startDetached(workplace_.files.resolve(program),
+                          {sWettkampf() + ";" + currentLine().sStartnummer()});
+}
+
+void frmLindorm::mnuOptEinstellungen_Click() {
+  const QString before = liesText(workplace_.settings, keys::Netzverzeichnis);
+  frmHaeringEinstellungen dialog(workplace_, this);
+  dialog.exec();
+  if (dialog.bOK() && liesText(workplace_.settings, keys::Netzverzeichnis) != before) Load_Settings();
+}
+
+void frmLindorm::mnuOptHaeringNetzPfad_Click() {
+  const QString current = liesText(workplace_.settings, keys::Netzverzeichnis);
+  const QString folder =
+      workplace_.dialogs.chooseFolder("Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + current, current);
+  if (folder.isEmpty()) return;
+  schreibe(workplace_.settings, keys::Netzverzeichnis, withTrailingSeparator(folder));
+  Load_Settings();
+}
+
+void frmLindorm::mnuStandeinstellungen_Click() {
+  frmLinienSetup dialog(workplace_, this);
+  dialog.exec();
+  if (dialog.bOK()) Load_Settings();
+}
+
+void frmLindorm::mnuOptLoadTestDaten_Click() {
+  const QString file = workplace_.dialogs.openFile("Intarso-Logdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*");
+  if (!file.isEmpty()) currentLine().Fill_Testdaten(file);
+}
+
+void frmLindorm::mnuHaeringTransferClear_Click() {
+  const Hourglass hourglass;
+  loescheOffeneLinienbefehle(workplace_, workplace_.settings.value("Tarvex", "Häring", "Netzverzeichnis"),
+                             clickReport("mnuHaeringTransferClear_Click"));
+}
+
+QString frmLindorm::keyHelp() const {
+  return "F2  Startnummer eingeben\nF3  Schützenliste\nF5  auf Preismodus umschalten\nF6  Schütze / "
+         "Disziplinen "
+         "senden\nF7  Nachkauf senden\nF8  Übertragen\nF9  Speichern + Verbuchen\nF12  Schützen abmelden\n\n"
+         "Strg+Bild auf, Strg+Bild ab  Linie wechseln\nLeertaste  Schuss oder Disziplin ankreuzen";
+}
+
+void frmLindorm::chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&)) {
+  Schrift schrift = SchriftLaden(workplace_, setting, {fromFont(font())});
+  const auto choice = workplace_.dialogs.chooseFont({fontText(schrift.font), schrift.foreColor});
+  if (!choice) return;
+  schrift.font = parseFontText(choice->font);
+  schrift.foreColor = choice->colour;
+  SchriftSpeichern(workplace_, setting, schrift);
+  forAllLines([&](UserControl1& line) { (line.*apply)(schrift); });
+}
+
+}  // namespace qk

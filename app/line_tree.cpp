@@ -1,0 +1,104 @@
+#include "app/line_tree.h"
+
+#include <QTreeWidget>
+
+#include "data/icons/icons.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/numbers.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kKeyRole = Qt::UserRole;
+constexpr int kImageRole = Qt::UserRole + 1;
+constexpr int kTagRole = Qt::UserRole + 2;
+
+/// What a screen reader, and the pointer, say of a mark.
+QString markText(const QString& image) {
+  if (image == mark::Go) return "im Preismodus";
+  if (image == mark::Gruen) return "Schütze angemeldet";
+  if (image == mark::Stop) return "gestoppt";
+  return "frei";
+}
+
+}  // namespace
+
+LineTree::LineTree(QTreeWidget* widget) : widget_(widget) {
+  const auto tell = [this](QTreeWidgetItem* item) {
+    if (item && !selecting_) Q_EMIT nodeClicked(item->data(0, kKeyRole).toString());
+  };
+  connect(widget_, &QTreeWidget::currentItemChanged, this, tell);  // by keyboard
+  connect(widget_, &QTreeWidget::itemClicked, this, tell);
+}
+
+void LineTree::clear() {
+  selecting_ = true;
+  widget_->clear();
+  selecting_ = false;
+}
+
+void LineTree::add(int nLinie) {
+  auto* item = new QTreeWidgetItem;
+  item->setText(0, " " + QString::number(nLinie));
+  item->setData(0, kKeyRole, "Linie" + QString::number(nLinie));
+  selecting_ = true;
+  widget_->addTopLevelItem(item);
+  selecting_ = false;
+  setImage(count(), mark::Pfeil);
+}
+
+int LineTree::count() const {
+  return widget_->topLevelItemCount();
+}
+
+int LineTree::positionOf(int nLinie) const {
+  for (int position = 1; position <= count(); ++position)
+    if (parsePrefix(text(position)) == nLinie) return position;
+  return -1;
+}
+
+QTreeWidgetItem* LineTree::node(int position) const {
+  QTreeWidgetItem* item = widget_->topLevelItem(position - 1);
+  if (!item) throw Error(9);
+  return item;
+}
+
+QString LineTree::key(int position) const {
+  return node(position)->data(0, kKeyRole).toString();
+}
+QString LineTree::text(int position) const {
+  return node(position)->text(0);
+}
+void LineTree::setText(int position, const QString& text) {
+  node(position)->setText(0, text);
+}
+QString LineTree::image(int position) const {
+  return node(position)->data(0, kImageRole).toString();
+}
+QString LineTree::tag(int position) const {
+  return node(position)->data(0, kTagRole).toString();
+}
+void LineTree::setTag(int position, const QString& tag) {
+  node(position)->setData(0, kTagRole, tag);
+}
+
+void LineTree::setImage(int position, const QString& image) {
+  QTreeWidgetItem* item = node(position);
+  item->setData(0, kImageRole, image);
+  item->setIcon(0, icon(image));
+  item->setData(0, Qt::AccessibleDescriptionRole, markText(image));
+  item->setStatusTip(0, key(position).replace("Linie", "Linie ") + ": " + markText(image));
+}
+
+int LineTree::selected() const {
+  return widget_->indexOfTopLevelItem(widget_->currentItem()) + 1;
+}
+
+void LineTree::select(int position) {
+  selecting_ = true;
+  widget_->setCurrentItem(position > 0 ? node(position) : nullptr);
+  selecting_ = false;
+}
+
+}  // namespace qk

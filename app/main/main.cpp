@@ -1,0 +1,5 @@
+#include "app/start.h"
+
+int main(int argc, char** argv) {
+  return qk::start(argc, argv);
+}

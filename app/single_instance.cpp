@@ -1,0 +1,54 @@
+#include "app/single_instance.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocalSocket>
+
+namespace qk {
+
+namespace {
+
+constexpr int kAnswerMilliseconds = 2000;
+
+QString lockFile(const QString& settingsFile) {
+  QDir().mkpath(QFileInfo(settingsFile).absolutePath());
+  return settingsFile + ".instanz";
+}
+
+QString serverName(const QString& settingsFile) {
+  const QByteArray path = QFileInfo(settingsFile).absoluteFilePath().toUtf8();
+  return "qk-intarso-" + QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex().left(16);
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const QString& settingsFile)
+    : name_(serverName(settingsFile)), lock_(lockFile(settingsFile)) {
+  lock_.setStaleLockTime(0);
+}
+
+bool SingleInstance::begin() {
+  if (!lock_.tryLock() && lock_.error() == QLockFile::LockFailedError) {
+    askRunning();
+    return false;
+  }
+  QLocalServer::removeServer(name_);  // what a crash left
+  server_.listen(name_);
+  connect(&server_, &QLocalServer::newConnection, this, [this] {
+    if (QLocalSocket* socket = server_.nextPendingConnection()) {
+      connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+      socket->disconnectFromServer();
+    }
+    Q_EMIT comeToFront();
+  });
+  return true;
+}
+
+void SingleInstance::askRunning() {
+  QLocalSocket socket;
+  socket.connectToServer(name_);
+  if (socket.waitForConnected(kAnswerMilliseconds)) socket.waitForDisconnected(kAnswerMilliseconds);
+}
+
+}  // namespace qk

@@ -1,0 +1,33 @@
+// One running program per workstation. The settings store is the workstation: another store, another one.
+//
+// A lock file beside the store decides, also after a crash; the local socket only carries the wish that the
+// running window come to the front.
+#pragma once
+
+#include <QLocalServer>
+#include <QLockFile>
+#include <QObject>
+
+namespace qk {
+
+class SingleInstance : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit SingleInstance(const QString& settingsFile);
+
+  /// True when this process is the one. Otherwise the running one was asked to come to the front.
+  bool begin();
+
+ Q_SIGNALS:
+  void comeToFront();
+
+ private:
+  void askRunning();
+
+  QString name_;
+  QLockFile lock_;
+  QLocalServer server_;
+};
+
+}  // namespace qk

@@ -1,0 +1,272 @@
+// Opening a competition: own tables and column, told failures, what is open after a failure. No window.
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include "app/competition_opening.h"
+#include "platform/settings/settings.h"
+#include "tests/support/test_workplace.h"
+#include "tools/schema/schema_build.h"
+#include "tools/wettkampf/competition.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+const QStringList kOwnTables = {"Haering_Daten", "Haering_Gruppen", "Haering_Gruppen_Disziplinen"};
+
+}  // namespace
+
+class TestCompetitionOpening : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void initTestCase() {
+    createDatabase(originals_.filePath("vorlage"),
+                   [](dao::Database& db) { buildSchema(db, embeddedSchema("LeerSA.txt")); });
+    makeCompetition(originals_.filePath("wettkampf"), {"Abendschießen", "Grünau", QDate(2026, 7, 1)});
+  }
+  void init() {
+    place_ = std::make_unique<TestWorkplace>();
+    global_ = std::make_unique<GlobalVariablen>();
+    global_->SystemVerzeichnis = place_->path("System") + "/";
+    QDir(place_->path()).mkdir("System");
+    QVERIFY(QFile::copy(originals_.filePath("vorlage"), vorlage()));
+    opening_ = std::make_unique<CompetitionOpening>(place_->workplace(), *global_);
+    opening_->onCaption = [this](const QString& caption) { caption_ = caption; };
+    path_ = place_->path("Abend.qkk");
+    QVERIFY(QFile::copy(originals_.filePath("wettkampf"), path_));
+  }
+  void cleanup() {
+    opening_.reset();
+    global_.reset();
+    place_.reset();
+  }
+
+  void firstOpeningMakesWhatIsMissing() {
+    QVERIFY(opening_->setWettkampf(path_));
+    const auto db = dao::Database::open(path_);
+    for (const QString& table : kOwnTables) QVERIFY2(db->hasTable(table), qPrintable(table));
+    QVERIFY(db->tableDef("MeldeDisziplin").field("TeilerfaktorESA"));
+    const auto vorlage = dao::Database::open(this->vorlage());
+    for (const QString& table : kOwnTables) {
+      QStringList made, told;
+      for (const auto& index : db->tableDef(table).indexes) made << index.name + "=" + index.fields.join("+");
+      for (const auto& index : vorlage->tableDef(table).indexes)
+        told << index.name + "=" + index.fields.join("+");
+      made.sort();
+      told.sort();
+      QCOMPARE(made, told);
+    }
+    QVERIFY(db->tableDef("Haering_Daten").field("ID")->autoNumber);
+  }
+
+  void headDataAndTitle() {
+    QVERIFY(opening_->setWettkampf(path_));
+    QCOMPARE(opening_->bezeichnung(), QString("Abendschießen"));
+    QCOMPARE(opening_->ort(), QString("Grünau"));
+    QCOMPARE(global_->RefDatum, QDate(2026, 7, 1));
+    QVERIFY(global_->Datenbank != nullptr);
+    QCOMPARE(caption_, "QK-Intarso " + path_);
+    QCOMPARE(place_->settings.value("Tarvex-40", "Häring", "Caption"), caption_);
+  }
+
+  void secondOpeningCreatesNothingAndSaysNothing() {
+    QVERIFY(opening_->setWettkampf(path_));
+    {
+      const auto rs = global_->Datenbank->openRecordset("Haering_Gruppen");
+      rs->addNew();
+      rs->setValue("GruppenName", "Abend");
+      rs->update();
+    }
+    QVERIFY(opening_->setWettkampf(path_));
+    QCOMPARE(global_->Datenbank->openRecordset("Haering_Gruppen")->value("GruppenName").toString(),
+             QString("Abend"));
+    QVERIFY(place_->dialogs.asked().isEmpty());
+  }
+
+  void rowsOfTheTemplateTravelWithTheirTable() {
+    {
+      const auto db = dao::Database::open(vorlage());
+      const auto rs = db->openRecordset("Haering_Gruppen");
+      rs->addNew();
+      rs->setValue("GruppenName", "aus der Vorlage");
+      rs->update();
+    }
+    QVERIFY(opening_->setWettkampf(path_));
+    QCOMPARE(global_->Datenbank->openRecordset("Haering_Gruppen")->value("GruppenName").toString(),
+             QString("aus der Vorlage"));
+  }
+
+  void aDotInThePathIsToldPerTable() {
+    QDir(place_->path()).mkdir("alt.neu");
+    const QString dotted = place_->path("alt.neu/Abend.qkk");
+    QVERIFY(QFile::copy(path_, dotted));
+    for (int i = 0; i < kOwnTables.size(); ++i)
+      place_->dialogs
+          .expect(
+              "Fehler beim Anlegen der Tabelle!\r\nHINWEIS: Der Pfad- und Dateiname des Wettkampfs darf "
+              "keine "
+              "Sonderzeichen (z.B. Punkt) enthalten.\r\n\r\n" +
+              dotted)
+          .titled("Fehler")
+          .showing(BoxIcon::Critical);
+    place_->dialogs.expect("Fehler: 3078 - " + messageOf(dotted) + "\r\nBitte anderen Wettkampf wählen!!!")
+        .titled("Fehler");
+    QVERIFY(!opening_->setWettkampf(dotted));
+  }
+
+  void dotsAreLookedForBeforeTheExtension() {
+    QVERIFY(!hasDotBeforeExtension("/a/b/c.qkk"));
+    QVERIFY(!hasDotBeforeExtension("/a/./b/../c.qkk"));
+    QVERIFY(hasDotBeforeExtension("/a.b/c.qkk"));
+    QVERIFY(hasDotBeforeExtension("/a/b.c.qkk"));
+  }
+
+  void aTableThatExistsWinsOverTheDot() {
+    QVERIFY(opening_->setWettkampf(path_));
+    opening_->close();
+    QDir(place_->path()).mkdir("alt.neu");
+    const QString dotted = place_->path("alt.neu/Abend.qkk");
+    QVERIFY(QFile::copy(path_, dotted));
+    QVERIFY(opening_->setWettkampf(dotted));
+  }
+
+  void aMissingTemplateAsksToRetry() {
+    QFile::rename(vorlage(), vorlage() + "x");
+    place_->dialogs.expect("Fehler: 3024 - " + messageOfOpening(vorlage()), BoxAnswer::Retry)
+        .titled("Fehler")
+        .with(BoxButtons::RetryCancel)
+        .during([this] { QFile::rename(vorlage() + "x", vorlage()); });
+    QVERIFY(opening_->setWettkampf(path_));
+    QVERIFY(global_->Datenbank->hasTable("Haering_Daten"));
+  }
+
+  void cancelledTemplateGoesOn() {
+    QFile::remove(vorlage());
+    for (int i = 0; i < kOwnTables.size(); ++i)
+      place_->dialogs.expect("Fehler: 3024 - " + messageOfOpening(vorlage()), BoxAnswer::Cancel);
+    QVERIFY(!TabelleAnlegen(place_->workplace(), vorlage(), kOwnTables.at(0), path_));
+    QVERIFY(!TabelleAnlegen(place_->workplace(), vorlage(), kOwnTables.at(1), path_));
+    QVERIFY(!TabelleAnlegen(place_->workplace(), vorlage(), kOwnTables.at(2), path_));
+  }
+
+  void tabelleAnlegenTellsWhetherItCreated() {
+    QVERIFY(TabelleAnlegen(place_->workplace(), vorlage(), "Haering_Gruppen", path_));
+    QVERIFY(!TabelleAnlegen(place_->workplace(), vorlage(), "Haering_Gruppen", path_));
+  }
+
+  void feldAnlegenTellsWhetherItWasThere() {
+    int result = -1;
+    FeldAnlegen(place_->workplace(), path_, "MeldeDisziplin", "TeilerfaktorESA", dao::FieldType::Double, 0,
+                result);
+    QCOMPARE(result, 0);
+    FeldAnlegen(place_->workplace(), path_, "MeldeDisziplin", "TEILERFAKTORESA", dao::FieldType::Double, 0,
+                result);
+    QCOMPARE(result, 2);
+    FeldAnlegen(place_->workplace(), path_, "MeldeDisziplin", "Zusatz", dao::FieldType::Text, 12, result);
+    QCOMPARE(result, 0);
+    const auto def = dao::Database::open(path_)->tableDef("MeldeDisziplin");
+    QCOMPARE(def.field("Zusatz")->size, 12);
+    QVERIFY(def.field("Zusatz")->allowZeroLength);
+  }
+
+  void anEmptyPathTakesTheLastCompetition() {
+    place_->settings.setValue("Tarvex", "Häring", "Letzter Wettkampf", path_);
+    QVERIFY(opening_->setWettkampf(""));
+    QCOMPARE(opening_->sWettkampf(), path_);
+  }
+
+  void aMissingPathRunsTheDialog() {
+    int asked = 0;
+    opening_->onOpenDialog = [&] {
+      ++asked;
+      QVERIFY(opening_->setWettkampf(path_));
+    };
+    QVERIFY(opening_->setWettkampf(place_->path("fort.qkk")));
+    QCOMPARE(asked, 1);
+    QCOMPARE(opening_->sWettkampf(), path_);
+  }
+
+  void aCancelledDialogFails() {
+    opening_->onOpenDialog = [] {};
+    QVERIFY(!opening_->setWettkampf(place_->path("fort.qkk")));
+    QVERIFY(!global_->Datenbank);
+  }
+
+  void anotherExtensionGoesToTheDialogAndOpensAllTheSame() {
+    const QString other = place_->path("Abend.mdb");
+    QVERIFY(QFile::copy(path_, other));
+    int asked = 0;
+    opening_->onOpenDialog = [&] { ++asked; };
+    QVERIFY(opening_->setWettkampf(other));
+    QCOMPARE(asked, 1);
+    QCOMPARE(opening_->sWettkampf(), other);
+  }
+
+  void upperCaseExtensionNeedsNoDialog() {
+    const QString upper = place_->path("Abend.QKK");
+    QVERIFY(QFile::rename(path_, upper));
+    opening_->onOpenDialog = [] { QFAIL("the dialog came"); };
+    QVERIFY(opening_->setWettkampf(upper));
+  }
+
+  void aFailureLeavesOpenWhatWasOpen() {
+    QVERIFY(opening_->setWettkampf(path_));
+    const QString other = place_->path("leer.qkk");
+    dao::Database::create(other);
+    for (int i = 0; i < kOwnTables.size(); ++i)
+      TabelleAnlegen(place_->workplace(), vorlage(), kOwnTables.at(i), other);
+    place_->dialogs.expect(
+        "Fehler: 3078 - " + messageOf(other, "MeldeDisziplin") + "\nFehler bei FeldAnlegen_err!",
+        BoxAnswer::Abort);
+    place_->dialogs.expect("Fehler: 3078 - " + messageOf(other, "Wettkampf") +
+                           "\r\nBitte anderen Wettkampf wählen!!!");
+    QVERIFY(!opening_->setWettkampf(other));
+    QCOMPARE(opening_->sWettkampf(), path_);
+    QCOMPARE(caption_, "QK-Intarso " + path_);
+    QCOMPARE(global_->Datenbank->path(), path_);
+  }
+
+  void anotherKindOfFileIsToldAndLeftAlone() {
+    const QString text = place_->path("Text.qkk");
+    const QByteArray content = "Das ist kein Wettkampf.\r\n" + QByteArray(4096, 'x');
+    place_->files.write(text, content);
+    const QString why = "Fehler: 3343 - " + messageOfOpening(text);
+    for (int i = 0; i < kOwnTables.size(); ++i) place_->dialogs.expect(why, BoxAnswer::Cancel);
+    place_->dialogs.expect(why + "\nFehler bei FeldAnlegen_err!", BoxAnswer::Abort);
+    place_->dialogs.expect(why + "\r\nBitte anderen Wettkampf wählen!!!").titled("Fehler");
+    QVERIFY(!opening_->setWettkampf(text));
+    QCOMPARE(place_->files.read(text), content);
+  }
+
+ private:
+  QString vorlage() const { return place_->path("System/LeerSA.mdb"); }
+  static QString messageOfOpening(const QString& path) {
+    try {
+      dao::Database::open(path);
+    } catch (const Error& error) {
+      return error.description();
+    }
+    return "opens";
+  }
+  static QString messageOf(const QString& path, const QString& table = "Haering_Daten") {
+    try {
+      const QString source = table == "Haering_Daten" ? "Select * from " + table : table;
+      dao::Database::open(path)->openRecordset(source);
+    } catch (const Error& error) {
+      return error.description();
+    }
+    return "opens";
+  }
+
+  QTemporaryDir originals_{QDir::tempPath() + "/qkXXXXXX"};
+  std::unique_ptr<TestWorkplace> place_;
+  std::unique_ptr<GlobalVariablen> global_;
+  std::unique_ptr<CompetitionOpening> opening_;
+  QString path_, caption_;
+};
+
+QTEST_GUILESS_MAIN(TestCompetitionOpening)
+#include "test_competition_opening.moc"

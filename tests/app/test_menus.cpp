@@ -1,0 +1,493 @@
+// Every entry of menus and toolbar: what it is called, whether it can be used, what it does.
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "platform/grid/text_grid.h"
+#include "tests/app/range_office.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+/// Name, text, usable with a line, usable without one.
+struct Entry {
+  const char* name;
+  const char* text;
+  bool withLine;
+  bool withoutLine;
+};
+
+const Entry kEntries[] = {
+    {"mnuDateiWettkampfOpen", "Wettkampf öffnen...", true, true},
+    {"mnuDateiPrinterSetup", "Druckereinrichtung...", true, true},
+    {"mnuDateiKurzauswertungPreview", "Kurzauswertung Vorschau...", false, false},
+    {"mnuDateiKurzauswertungPrint", "Kurzauswertung Drucken", false, false},
+    {"mnuExit", "&Beenden", true, true},
+    {"mnuEditSchussAlle", "Alle Intarso-Schuss einsehen...", false, false},
+    {"mnuEditErgebnisse", "Ergebnisse anzeigen...", false, false},
+    {"mnuEditSchussbilder", "Schussbilder anzeigen...", true, false},
+    {"mnuEditKasse", "Kasse...", false, false},
+    {"mnuOptEinstellungen", "Einstellungen", true, true},
+    {"mnuOptHaeringNetzPfad", "Intarso &Netzwerkpfad", true, true},
+    {"mnuStandeinstellungen", "&Schießstände", true, true},
+    {"mnuDisziplinenSPOWettkampf", "Wettkampf...", false, false},
+    {"mnuDisziplinenSPOStandard", "Standard...", false, false},
+    {"mnuOptFontHaeringDisziplin", "Intarso Disziplin", true, true},
+    {"mnuOptFontHaeringSchuss", "Intarso-Schuss", true, true},
+    {"mnuOptHaeringProtokoll", "Intarsodaten protokollieren", true, true},
+    {"mnuOptOpenProtokolldatei", "Protokolldatei öffnen", true, true},
+    {"mnuHaeringSendeProtokoll", "Sendedaten an Intarso protokollieren", true, true},
+    {"mnuHaeringSendeProtokollOpen", "Sende-Protokolldatei öffnen", true, true},
+    {"mnuOptLoadTestDaten", "Testdaten laden...", true, false},
+    {"mnuEditHaeringOutput", "Intarso - Output...", false, false},
+    {"mnuHaeringAllePreismodusON", "Auf Preismodus umschalten", true, true},
+    {"mnuHaeringAllePreismodusOFF", "Preismodus beenden", true, true},
+    {"mnuHaeringAlleSchuetzeON", "Schütze/Disziplinen senden", true, true},
+    {"mnuHaeringAlleSchuetzenOFF", "Schützen abmelden", true, true},
+    {"mnuHaeringAlleWindows", "Linien zurück zu Windows", true, true},
+    {"mnuHaeringAlleShutDown", "Rechner herunterfahren", true, true},
+    {"mnuHaerinAlleWerbeEIN", "Werbefenster einblenden", false, false},
+    {"mnuHaerinAlleWerbeAUS", "Werbefenster ausblenden", true, true},
+    {"mnuHaeringAktLinieWerbeEIN", "Werbefenster einblenden", false, false},
+    {"mnuHaeringAktLinieWerbeAUS", "Werbefenster ausblenden", true, false},
+    {"mnuHaeringAktWindows", "Linie zurück zu Windows", true, false},
+    {"mnuHaeringAktShutDown", "Rechner herunterfahren", true, false},
+    {"mnuSchussAktWettbewerb", "Akt. Wettbewerb wählen", true, false},
+    {"mnuSchussAlle", "Alle wählen", true, false},
+    {"mnuSchussKeinen", "Keinen wählen", true, false},
+    {"mnuHaeringTransferClear", "Offene Linienbefehle löschen", true, true},
+    {"mnuHaeringEsaPreisIniCheck", "Prüfen:    esa_preis.ini + def-Dateien", false, false},
+    {"mnuHaeringEsaPreisIni", "Erstellen: esa_preis.ini + def-Dateien", false, false},
+    {"mnuHaeringGruppenDisziplinen", "Gruppen - Disziplinen", false, false},
+    {"mnuHilfe", "Hilfe...", true, true},
+    {"exit", "Beenden", true, true},
+    {"Speichern", "Verbuchen", true, false},
+    {"Löschen", "Verwerfen", true, false},
+    {"prsetup", "Druckereinrichtung", true, true},
+    {"Print1", "Drucken", false, false},
+    {"vorschau", "Vorschau", false, false},
+    {"ErgEdit", "Ergebnisse", false, false},
+    {"schussbild", "Schussbilder", true, false},
+    {"euro", "Kasse", false, false},
+    {"einstellungen", "Einstellungen", true, true},
+    {"linienstop", "Preismodus", true, false},
+    {"anmelden", "Senden", true, false},
+    {"abmelden", "Abmelden", true, false},
+    {"linienfrei", "Preismodus beenden", true, false},
+    {"linienstopAll", "Alle Linien", true, true},
+    {"anmeldenAll", "Alle Linien", true, true},
+    {"abmeldenAll", "Alle Linien", true, true},
+    {"linienfreiAll", "Alle Linien", true, true},
+};
+
+void collect(QMenu* menu, QStringList& names) {
+  for (QAction* action : menu->actions()) {
+    if (action->menu())
+      collect(action->menu(), names);
+    else if (!action->isSeparator())
+      names << action->objectName();
+  }
+}
+
+}  // namespace
+
+class TestMenus : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void entries_data() {
+    QTest::addColumn<QString>("lines");
+    QTest::newRow("with a line") << "1";
+    QTest::newRow("without a line") << "0";
+  }
+  void entries();
+  void nothingBesideTheTable();
+  void mnemonicsAreUnique();
+  void toolTips();
+
+  void allLinesTakeInactiveOnes();
+  void shutDownOfAllLines();
+  void questionsOfAllLines();
+  void questionsOfTheCurrentLine();
+  void registrationOfAllLines();
+  void failureEndsTheLoop();
+  void dropDownRunsAllLines();
+  void currentLineCommands();
+  void shotMenu();
+  void transferClear();
+  void protocols();
+  void protocolSwitchesSurviveARestart();
+  void fontDialogs();
+  void settingsDialog();
+  void lineSetup();
+  void testDataEntry();
+  void picturesWithoutViewer();
+  void help();
+  void keys();
+};
+
+void TestMenus::entries() {
+  QFETCH(QString, lines);
+  RangeOffice office(lines);
+  office.markForTestImport();
+  office.set("Letzter Wettkampf", office.competition);
+  QVERIFY(office.open(""));
+  for (const Entry& entry : kEntries) {
+    QAction& action = office.action(entry.name);
+    QCOMPARE(action.text(), QString(entry.text));
+    QVERIFY2(action.isEnabled() == (lines == "1" ? entry.withLine : entry.withoutLine), entry.name);
+    QVERIFY2(action.isEnabled() || !action.statusTip().isEmpty(), entry.name);
+  }
+}
+
+void TestMenus::nothingBesideTheTable() {
+  RangeOffice office;
+  QVERIFY(office.open());
+  QStringList shown, told;
+  for (QAction* top : office.window().menuBar()->actions()) {
+    if (top->menu())
+      collect(top->menu(), shown);
+    else
+      shown << top->objectName();
+  }
+  for (QAction* action : the<QToolBar>(office.window(), "Toolbar1").actions())
+    if (!action->isSeparator()) shown << action->objectName();
+  for (const Entry& entry : kEntries)
+    if (!QString(entry.name).endsWith("All")) told << entry.name;
+  shown.sort();
+  told.sort();
+  QCOMPARE(shown, told);
+}
+
+void TestMenus::mnemonicsAreUnique() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  QStringList letters;
+  const auto note = [&letters](const QString& text) {
+    const qsizetype at = text.indexOf('&');
+    if (at >= 0 && at + 1 < text.size()) letters << text.at(at + 1).toUpper();
+  };
+  for (QAction* top : office.window().menuBar()->actions()) note(top->text());
+  for (QAbstractButton* button : office.line(1).findChildren<QAbstractButton*>())
+    if (!qobject_cast<QToolButton*>(button)) note(button->text());
+  for (QLabel* label : office.line(1).findChildren<QLabel*>())
+    if (label->buddy()) note(label->text());
+  QVERIFY(letters.size() >= 6);
+  QCOMPARE(letters.removeDuplicates(), 0);
+}
+
+void TestMenus::toolTips() {
+  RangeOffice office;
+  QVERIFY(office.open());
+  const std::pair<const char*, const char*> told[] = {{"Speichern", "Speichern + Verbuchen"},
+                                                      {"Löschen", "Alle Häring-Schuss verwerfen"},
+                                                      {"prsetup", "Druckereinrichtung"},
+                                                      {"Print1", "Kurzauswertung drucken"},
+                                                      {"vorschau", "Kurzauswertung Vorschau"},
+                                                      {"ErgEdit", "Ergebnisse des Schützen"},
+                                                      {"schussbild", "Schussbilder"},
+                                                      {"einstellungen", "Einstellungen"},
+                                                      {"linienstop", "Linie auf Preismodus umschalten"},
+                                                      {"anmelden", "Schütze/Disziplin senden"},
+                                                      {"abmelden", "Schütze abmelden"},
+                                                      {"linienfrei", "Preismodus beenden"}};
+  for (const auto& [name, tip] : told) QCOMPARE(office.action(name).toolTip(), QString(tip));
+}
+
+void TestMenus::allLinesTakeInactiveOnes() {
+  RangeOffice office("101");
+  QVERIFY(office.open());
+  trigger(office.window(), "mnuHaeringAllePreismodusON");
+  for (int line = 1; line <= 3; ++line)
+    QCOMPARE(office.takeCommand(line), QString("76 'Umschalten auf Preismodus"));
+  QCOMPARE(office.mark(1), QString("go"));
+  QCOMPARE(office.mark(2), QString("go"));
+  trigger(office.window(), "mnuHaeringAllePreismodusOFF");
+  for (int line = 1; line <= 3; ++line)
+    QCOMPARE(office.takeCommand(line), QString("77 'UmschaltenAuf Fernbedienung"));
+  trigger(office.window(), "mnuHaerinAlleWerbeAUS");
+  for (int line = 1; line <= 3; ++line)
+    QCOMPARE(office.takeCommand(line), QString("46 'Werbefenster ausblenden"));
+}
+
+void TestMenus::shutDownOfAllLines() {
+  RangeOffice office("101");
+  QVERIFY(office.open());
+  const QString question = "Sollen wirklich alle Linienrechner heruntergefahren werden?";
+  office.boxes.expect(question, BoxAnswer::No)
+      .titled("Hinweis")
+      .showing(BoxIcon::Question)
+      .with(BoxButtons::YesNo);
+  trigger(office.window(), "mnuHaeringAlleShutDown");
+  QVERIFY(office.place.files.list(office.folder, "HServ*").isEmpty());
+  office.boxes.expect(question, BoxAnswer::Yes);
+  trigger(office.window(), "mnuHaeringAlleShutDown");
+  for (int line = 1; line <= 3; ++line)
+    QCOMPARE(office.takeCommand(line), QString("99 'Rechner herunterfahren"));
+}
+
+void TestMenus::questionsOfAllLines() {
+  RangeOffice office("01");
+  QVERIFY(office.open());
+  office.boxes.expect("Sollen wirklich alle Linienrechner zurück zu Windows gesetzt werden?", BoxAnswer::Yes);
+  trigger(office.window(), "mnuHaeringAlleWindows");
+  for (int line = 1; line <= 2; ++line) QCOMPARE(office.takeCommand(line), QString("50 'Zurück zu Windows"));
+}
+
+void TestMenus::questionsOfTheCurrentLine() {
+  RangeOffice office("11");
+  QVERIFY(office.open());
+  office.show(2);
+  office.boxes.expect("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?",
+                      BoxAnswer::Yes);
+  trigger(office.window(), "mnuHaeringAktWindows");
+  QCOMPARE(office.takeCommand(2), QString("50 'Zurück zu Windows"));
+  office.boxes.expect("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?",
+                      BoxAnswer::No);
+  trigger(office.window(), "mnuHaeringAktShutDown");
+  office.boxes.expect("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?",
+                      BoxAnswer::Yes);
+  trigger(office.window(), "mnuHaeringAktShutDown");
+  QCOMPARE(office.takeCommand(2), QString("99 'Rechner herunterfahren"));
+  trigger(office.window(), "mnuHaeringAktLinieWerbeAUS");
+  QCOMPARE(office.takeCommand(2), QString("46 'Werbefenster ausblenden"));
+  QCOMPARE(office.takeCommand(1), QString());
+}
+
+void TestMenus::registrationOfAllLines() {
+  RangeOffice office("111");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  office.show(2);
+  office.chooseShooter(2, "105");
+  office.press(2, "cmdWahlAlle");
+  office.boxes.expect("Sollen alle Disziplinen aller Schützen gesendet werden?", BoxAnswer::Yes);
+  office.boxes.expect("Keine Disziplin für den Schützen gewählt!\r\nTrotzdem senden?", BoxAnswer::Yes);
+  office.boxes.expect("Bitte Schützen wählen!");
+  trigger(office.window(), "mnuHaeringAlleSchuetzeON");
+  QVERIFY(office.takeCommand(1).startsWith("75107 ; "));
+  QCOMPARE(office.takeCommand(2), QString());
+}
+
+void TestMenus::failureEndsTheLoop() {
+  RangeOffice office("111");
+  QVERIFY(office.open());
+  office.place.files.fail(FileStep::Write, "HServ2.nrt", 70);
+  office.boxes
+      .expect("Fehler: 13 - " + errorDescription(13) + "\nFehler beim Klick mnuHaerinAlleWerbeAUS_Click_err!",
+              BoxAnswer::Abort)
+      .titled("Fehler");
+  trigger(office.window(), "mnuHaerinAlleWerbeAUS");
+  QCOMPARE(office.takeCommand(1), QString("46 'Werbefenster ausblenden"));
+  QCOMPARE(office.takeCommand(3), QString());
+}
+
+void TestMenus::dropDownRunsAllLines() {
+  RangeOffice office("11");
+  QVERIFY(office.open());
+  auto& bar = the<QToolBar>(office.window(), "Toolbar1");
+  for (const char* key : {"linienstop", "anmelden", "abmelden", "linienfrei"}) {
+    auto* button = qobject_cast<QToolButton*>(bar.widgetForAction(&office.action(key)));
+    QVERIFY(button && button->menu());
+    QCOMPARE(button->menu()->actions().value(0)->objectName(), QString(key) + "All");
+  }
+  office.action("linienstopAll").trigger();
+  QCOMPARE(office.takeCommand(2), QString("76 'Umschalten auf Preismodus"));
+  office.action("abmeldenAll").trigger();
+  QCOMPARE(office.takeCommand(2), QString("53"));
+  office.action("linienfreiAll").trigger();
+  QCOMPARE(office.takeCommand(1), QString("77 'UmschaltenAuf Fernbedienung"));
+  office.boxes.expect("Sollen alle Disziplinen aller Schützen gesendet werden?", BoxAnswer::No);
+  office.action("anmeldenAll").trigger();
+}
+
+void TestMenus::currentLineCommands() {
+  RangeOffice office("11");
+  QVERIFY(office.open());
+  office.show(2);
+  trigger(office.window(), "linienstop");
+  QCOMPARE(office.takeCommand(2), QString("76 'Umschalten auf Preismodus"));
+  office.boxes.expect("Bitte Schützen wählen!");
+  trigger(office.window(), "anmelden");
+  office.boxes.expect("Bitte wählen Sie eine Disziplin");
+  trigger(office.window(), "Speichern");
+  trigger(office.window(), "abmelden");
+  QCOMPARE(office.takeCommand(2), QString("53"));
+  QCOMPARE(office.takeCommand(1), QString());
+}
+
+void TestMenus::shotMenu() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  office.press(1, "cmdPreisModus");
+  for (int hit = 1; hit <= 3; ++hit) office.fire(1, shotRecord(1, hit, "9,7", "123,4"));
+  TextTable& shots = *office.on<TextGrid>(1, "flex").table();
+  office.tickEntry(1, "m_lstDisziTarvex", "LG Meister");
+  office.place.random.give({0.1, 0.2});
+  trigger(office.window(), "mnuSchussAlle");
+  QCOMPARE(shots.text(3, 0), QString("-1"));
+  trigger(office.window(), "mnuSchussKeinen");
+  QCOMPARE(shots.text(3, 0), QString("0"));
+  office.on<TextGrid>(1, "flex").setCurrentRow(2);
+  trigger(office.window(), "mnuSchussAktWettbewerb");
+  QCOMPARE(shots.text(1, 0), QString("-1"));
+}
+
+void TestMenus::transferClear() {
+  RangeOffice office("11");
+  QVERIFY(office.open());
+  trigger(office.window(), "mnuHaeringTransferClear");
+  office.press(1, "cmdPreisModus");
+  office.send(2, {"22;alt"});
+  trigger(office.window(), "mnuHaeringTransferClear");
+  QVERIFY(office.place.files.list(office.folder, "HS*").isEmpty());
+  QVERIFY(!QApplication::overrideCursor());
+  office.set("Netzverzeichnis", office.folder);
+  office.send(2, {"22;alt"});
+  trigger(office.window(), "mnuHaeringTransferClear");
+  QCOMPARE(office.place.files.list(office.folder, "HS*").size(), 2);
+}
+
+void TestMenus::protocols() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  const QString data = office.place.path("dokumente/Tarvex/Daten/");
+  trigger(office.window(), "mnuHaeringSendeProtokoll");
+  trigger(office.window(), "mnuOptHaeringProtokoll");
+  QVERIFY(office.action("mnuOptHaeringProtokoll").isChecked());
+  office.press(1, "cmdPreisModus");
+  office.fire(1, "22;Serie 98");
+  QVERIFY(QFile::exists(data + "OutputIntarsoProtokoll.txt"));
+  QCOMPARE(office.place.files.read(data + "InputIntarsoProtokoll.txt"), QByteArray("22;Serie 98\r\n"));
+  trigger(office.window(), "mnuOptHaeringProtokoll");
+  QCOMPARE(office.place.settings.value("Tarvex", "Häring", "ProtokollAktiv"), QString("0"));
+  office.fire(1, "22;Serie 99");
+  QCOMPARE(office.place.files.read(data + "InputIntarsoProtokoll.txt"), QByteArray("22;Serie 98\r\n"));
+}
+
+void TestMenus::protocolSwitchesSurviveARestart() {
+  RangeOffice office;
+  QVERIFY(office.open());
+  QVERIFY(!office.action("mnuHaeringSendeProtokoll").isChecked());
+  trigger(office.window(), "mnuHaeringSendeProtokoll");
+  office.drop();
+  QVERIFY(office.open());
+  QVERIFY(office.action("mnuHaeringSendeProtokoll").isChecked());
+  QVERIFY(!office.action("mnuOptHaeringProtokoll").isChecked());
+}
+
+void TestMenus::fontDialogs() {
+  RangeOffice office("11");
+  QVERIFY(office.open());
+  office.boxes.expectFont(FontChoice{"DejaVu Sans;13;-1;0;0;0", 0});
+  trigger(office.window(), "mnuOptFontHaeringSchuss");
+  QCOMPARE(office.on<TextGrid>(2, "flex").font().pointSize(), 13);
+  QVERIFY(office.place.settings.value("Tarvex", "Häring", "FlexFont_Font").startsWith("DejaVu Sans;13;-1"));
+  office.boxes.expectFont(FontChoice{"DejaVu Sans;12;0;0;0;0", 0});
+  trigger(office.window(), "mnuOptFontHaeringDisziplin");
+  QCOMPARE(office.on<TextGrid>(1, "flexHaeringDiszi").font().pointSize(), 12);
+  office.boxes.expectFont(std::nullopt);
+  trigger(office.window(), "mnuOptFontHaeringSchuss");
+  office.drop();
+  QVERIFY(office.open());
+  QCOMPARE(office.on<TextGrid>(1, "flex").font().pointSize(), 13);
+}
+
+void TestMenus::settingsDialog() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  office.boxes.expectWindow("frmHaeringEinstellungen", [](QWidget& dialog) { click(dialog, "cmdOK"); });
+  trigger(office.window(), "einstellungen");
+  QCOMPARE(office.line(1).sStartnummer(), QString("107"));  // the same folder: nothing is rebuilt
+  office.boxes.expectWindow("frmHaeringEinstellungen", [](QWidget& dialog) { click(dialog, "cmdCancel"); });
+  trigger(office.window(), "mnuOptEinstellungen");
+  QCOMPARE(office.line(1).sStartnummer(), QString("107"));
+  const QString other = office.place.path("netz");
+  office.place.files.makeFolder(other);
+  QVERIFY(QFile::copy(office.folderFile("esa_preis.ini"), other + "/esa_preis.ini"));
+  office.boxes.expectWindow("frmHaeringEinstellungen", [&](QWidget& dialog) {
+    office.boxes.expectFolder("Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + office.folder + "/", other);
+    click(dialog, "cmdHaeringPfad");
+    click(dialog, "cmdOK");
+  });
+  trigger(office.window(), "mnuOptEinstellungen");
+  QCOMPARE(office.line(1).sStartnummer(), QString());
+}
+
+void TestMenus::lineSetup() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.boxes.expectWindow("frmLinienSetup", [](QWidget& dialog) {
+    type(dialog, "txtLinieMax", "3");
+    click(dialog, "cmdUebertrag");
+    click(dialog, "cmdAlleWaehlen");
+    click(dialog, "cmdOK");
+  });
+  trigger(office.window(), "mnuStandeinstellungen");
+  QCOMPARE(office.window().lineCount(), 3);
+  QCOMPARE(office.node(3), QString(" 3"));
+  office.chooseShooter(1, "107");
+  office.boxes.expectWindow("frmLinienSetup", [](QWidget& dialog) { click(dialog, "cmdCancel"); });
+  trigger(office.window(), "mnuStandeinstellungen");
+  QCOMPARE(office.line(1).sStartnummer(), QString("107"));
+}
+
+void TestMenus::testDataEntry() {
+  RangeOffice office("1");
+  office.markForTestImport();
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  const QString file = office.place.path("Schuesse.txt");
+  office.place.files.write(file, shotRecord(1, 1, "9,7", "123,4").toLatin1() + "\r\n");
+  office.boxes.expectOpenFile("Intarso-Logdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*", file);
+  trigger(office.window(), "mnuOptLoadTestDaten");
+  QCOMPARE(office.line(1).nOffeneSchuss(), 1);
+}
+
+void TestMenus::picturesWithoutViewer() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.boxes.expect("QK-Grafik.exe nicht im aktuellen Verzeichnis: " + office.competition).titled("Fehler");
+  trigger(office.window(), "schussbild");
+}
+
+void TestMenus::help() {
+  RangeOffice office;
+  QVERIFY(office.open());
+  office.boxes.expect(office.window().keyHelp()).titled("Tasten");
+  trigger(office.window(), "mnuHilfe");
+}
+
+void TestMenus::keys() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  QTest::keyClick(&office.window(), Qt::Key_F2);
+  QCOMPARE(office.window().focusWidget()->objectName(), QString("m_txtStartNummer"));
+  QTest::keyClick(&office.window(), Qt::Key_F6);
+  QVERIFY(office.window().statusBar()->currentMessage().startsWith("Kein Schütze"));
+  QTest::keyClick(&office.window(), Qt::Key_F8);
+  QVERIFY(office.window().statusBar()->currentMessage().startsWith("Zum Übertragen fehlt"));
+  QTest::keyClick(&office.window(), Qt::Key_F5);
+  QCOMPARE(office.takeCommand(1), QString("76 'Umschalten auf Preismodus"));
+  office.boxes.expectWindow("frmSchuetzenListe", [](QWidget& list) { click(list, "cmdOK"); });
+  QTest::keyClick(&office.window(), Qt::Key_F3);
+  QCOMPARE(office.line(1).sStartnummer(), QString("7a"));
+  office.boxes.expect("Bitte wählen Sie zuerst die Schüsse.\r\nund übertragen diese in die Disziplin(en).");
+  office.activate();
+  QTest::keyClick(&office.window(), Qt::Key_F9);
+  office.activate();
+  QTest::keyClick(&office.window(), Qt::Key_F12);
+  QCOMPARE(office.takeCommand(1), QString("53"));
+}
+
+QTEST_MAIN(TestMenus)
+#include "test_menus.moc"
