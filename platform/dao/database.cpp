@@ -128,7 +128,7 @@ void Database::appendIndex(const QString& table, const IndexDef& index) {
 
 void Database::createQuery(const QString& name, const QString& selectText) {
   const auto catalogue = engine_->catalogue();
-  if (catalogue->info(name)) throw Error(3012, "Das Objekt '" + name + "' ist bereits vorhanden.");
+  if (catalogue->info(name)) throw Error(3012);
   sql::Statement statement = sql::parseStatement(selectText);
   auto* select = std::get_if<sql::Select>(&statement);
   if (!select || !select->into.isEmpty()) throw Error(3219);

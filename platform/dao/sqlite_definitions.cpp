@@ -92,7 +92,7 @@ void SqliteEngine::dropTable(const TableInfo& table) {
 
 /// SQLite takes no further NOT NULL column on a table with rows: the fact stands in the catalogue instead.
 void SqliteEngine::appendField(const TableInfo& table, const FieldDef& field) {
-  if (field.autoNumber) throw Error(3001, "Ungültiges Argument.");
+  if (field.autoNumber) throw Error(3001);
   transaction([&] {
     connection_->write("ALTER TABLE " + quotedName(table.def.name) + " ADD COLUMN " +
                        sqlite::columnText(field, false, false));
