@@ -1,9 +1,8 @@
 #include "platform/dao/cursor.h"
 
-#include <QDataStream>
-#include <QIODevice>
 #include <algorithm>
 
+#include "platform/dao/bookmark.h"
 #include "platform/dao/convert.h"
 #include "platform/dao/engine.h"
 #include "platform/runtime/error.h"
@@ -22,13 +21,18 @@ Cursor::Cursor(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan>
       type_(type),
       source_(rowsOf(engine_, plan_)),
       writer_(engine_, plan_),
-      keys_(plan_->keyed ? plan_->keyWidth : 1, !plan_->keyed || plan_->integerKey),
+      keys_(keyWidth(), !plan_->keyed || plan_->integerKey),
       added_(keys_) {
   if (type_ == RecordsetType::Table && (!plan_->keyed || plan_->sources.size() != 1)) throw Error(3219);
 }
 
 Cursor::~Cursor() {
   leaveEditing();
+}
+
+/// Rows without keys are told apart by their place.
+int Cursor::keyWidth() const {
+  return plan_->keyed ? plan_->keyWidth : 1;
 }
 
 // --- the list
@@ -266,7 +270,7 @@ void Cursor::requireUpdatable() const {
 
 /// The column whose number a new row gets before it is stored; -1 for none.
 int Cursor::autoNumberColumn() const {
-  const int autoNumber = plan_->sources[static_cast<size_t>(plan_->manySide)].table->autoNumber;
+  const int autoNumber = plan_->target().table->autoNumber;
   if (autoNumber < 0) return -1;
   for (size_t i = 0; i < plan_->columns.size(); ++i)
     if (plan_->columns[i].source == plan_->manySide && plan_->columns[i].baseField == autoNumber)
@@ -285,7 +289,7 @@ void Cursor::addNew() {
     buffer_.changed[i] = buffer_.values[i].isValid();
   }
   if (const int column = autoNumberColumn(); column >= 0) {
-    const TableInfo& table = *plan_->sources[static_cast<size_t>(plan_->manySide)].table;
+    const TableInfo& table = *plan_->target().table;
     buffer_.values[static_cast<size_t>(column)] = static_cast<int>(engine_->takeNumber(table));
     buffer_.changed[static_cast<size_t>(column)] = true;
   }
@@ -329,7 +333,7 @@ void Cursor::cancelUpdate() {
 void Cursor::leaveEditing() {
   if (mode_ == Mode::Adding) {
     if (const int column = autoNumberColumn(); column >= 0)
-      engine_->giveBackNumber(*plan_->sources[static_cast<size_t>(plan_->manySide)].table,
+      engine_->giveBackNumber(*plan_->target().table,
                               buffer_.values[static_cast<size_t>(column)].toLongLong());
   }
   mode_ = Mode::Reading;
@@ -401,20 +405,14 @@ void Cursor::seek(const QString& comparison, const QVariantList& keys) {
 
 QByteArray Cursor::bookmark() const {
   requireRow();
-  QByteArray bytes;
-  QDataStream stream(&bytes, QIODevice::WriteOnly);
-  stream << key_;
-  return bytes;
+  return bookmarkOf(key_);
 }
 
 void Cursor::setBookmark(const QByteArray& bookmark) {
   leaveEditing();
-  Key key;
-  QDataStream stream(bookmark);
-  stream >> key;
-  if (stream.status() != QDataStream::Ok || key.size() != (plan_->keyed ? plan_->keyWidth : 1) ||
-      !isMember(key))
-    throw Error(3159);
+  const auto decoded = keyOfBookmark(bookmark, keyWidth());
+  if (!decoded || !isMember(*decoded)) throw Error(3159);
+  const Key key = *decoded;
   placeAt(key);
   if (const qsizetype index = indexOf(key); index >= 0) placeAt(index);
   const qsizetype added = added_.indexOf(key);
@@ -430,7 +428,7 @@ int Cursor::recordCount() const {
 void Cursor::requery() {
   leaveEditing();
   source_->restart();
-  keys_ = KeyList(plan_->keyed ? plan_->keyWidth : 1, !plan_->keyed || plan_->integerKey);
+  keys_ = KeyList(keyWidth(), keys_.isInteger());
   added_ = keys_;
   complete_ = false;
   visited_ = 0;

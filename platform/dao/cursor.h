@@ -56,6 +56,7 @@ class Cursor final : public Recordset {
   enum class Mode { Reading, Adding, Editing };
 
   // the list, and the additions behind it
+  int keyWidth() const;
   bool listMore();
   void listAll();
   qsizetype nextLive(qsizetype index);

@@ -13,6 +13,7 @@ class KeyList {
   /// integer: every key is one whole number (8 bytes a key instead of a QVariant per column).
   KeyList(int width, bool integer) : width_(width), integer_(integer) {}
 
+  bool isInteger() const { return integer_; }
   qsizetype size() const;
   void append(const Key& key);
   void replace(qsizetype index, const Key& key);

@@ -29,7 +29,7 @@ void RowWriter::refuseIncomplete(const EditBuffer& buffer, const PlanSource& sou
 }
 
 Key RowWriter::insert(const EditBuffer& buffer) {
-  const PlanSource& target = plan_->sources[static_cast<size_t>(plan_->manySide)];
+  const PlanSource& target = plan_->target();
   refuseIncomplete(buffer, target, true);
   const sql::Writer& writer = engine_->writer();
   const auto& fields = target.table->def.fields;
@@ -114,7 +114,7 @@ Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
 }
 
 void RowWriter::remove(const Key& key) {
-  const PlanSource& source = plan_->sources[static_cast<size_t>(plan_->manySide)];
+  const PlanSource& source = plan_->target();
   const QString text =
       "DELETE FROM " + engine_->writer().identifier(source.table->def.name) + keyCondition(*source.table);
   if (engine_->write(text, keyOf(source, key)) == 0) throw Error(3167);

@@ -62,6 +62,7 @@ struct SelectPlan {
 
   static std::shared_ptr<const SelectPlan> make(Engine& engine, const QString& source);
 
+  const PlanSource& target() const { return sources[static_cast<size_t>(manySide)]; }
   int position(const QString& name) const;  ///< -1 when missing
   /// " WHERE a AND b" of the non-empty ones.
   static QString conditions(const QStringList& parts);

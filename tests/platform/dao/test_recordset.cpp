@@ -326,12 +326,31 @@ class TestRecordset : public QObject {
     QCOMPARE(rows->value("Name").toString(), "N2");
     rows->moveNext();
     QCOMPARE(rows->value("Name").toString(), "N3");
-    QCOMPARE(errorOf([&] { rows->setBookmark("Unsinn"); }), 3159);
+    for (const QByteArray& wrong : {QByteArray("Unsinn"), QByteArray(), second + "x", second.left(3)})
+      QCOMPARE(errorOf([&] { rows->setBookmark(wrong); }), 3159);
     rows->setBookmark(second);
     rows->remove();
     rows->moveFirst();
     rows->setBookmark(second);
     QCOMPARE(errorOf([&] { rows->value("Name"); }), 3167);
+  }
+
+  void bookmarksOfEveryKindOfKey() {
+    database_->createTable(
+        {"Paare", {text("a"), {"b", FieldType::Double}}, {{"PrimaryKey", {"a", "b"}, true, true, true}}});
+    const auto rows = database_->openRecordset("Paare");
+    for (const auto& [a, b] : {std::pair("ä", 1.5), std::pair("z", -2.25)}) {
+      rows->addNew();
+      rows->setValue("a", a);
+      rows->setValue("b", b);
+      rows->update();
+    }
+    const QByteArray first = rows->bookmark();
+    rows->moveLast();
+    QVERIFY(rows->bookmark() != first);
+    rows->setBookmark(first);
+    QCOMPARE(rows->value("b").toDouble(), 1.5);
+    QCOMPARE(errorOf([&] { all()->setBookmark(first); }), 3159);
   }
 
   void fieldsByNameWhateverTheirCase() {

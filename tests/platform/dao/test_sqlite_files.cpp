@@ -167,6 +167,18 @@ class TestSqliteFiles : public QObject {
     QCOMPARE(walk(*rows, "Name"), QStringList({"a"}));
   }
 
+  /// A lock that comes only with the first write could find that somebody else has written since the first
+  /// read.
+  void aTransactionTakesTheWriteLockAtOnce() {
+    const auto database = Database::create(path("zuerst.qkk"), {.durable = false});
+    database->createTable(articles());
+    const auto other = Database::open(path("zuerst.qkk"), OpenOptions{.durable = false});
+    other->engine().read("PRAGMA busy_timeout = 1", {}, [](const NativeRow&) { return false; });
+    database->engine().transaction(
+        [&] { QCOMPARE(errorOf([&] { other->execute("INSERT INTO Artikel (Name) VALUES ('x')"); }), 3260); });
+    QCOMPARE(errorOf([&] { other->execute("INSERT INTO Artikel (Name) VALUES ('x')"); }), 0);
+  }
+
   void aFullDiskIsReportedAndTheRowCanBeStoredLater() {
     const auto database = Database::create(path("voll.qkk"), {.durable = false});
     database->createTable(articles());
