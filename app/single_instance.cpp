@@ -48,7 +48,7 @@ bool SingleInstance::begin() {
 void SingleInstance::askRunning() {
   QLocalSocket socket;
   socket.connectToServer(name_);
-  if (socket.waitForConnected(kAnswerMilliseconds)) socket.waitForDisconnected(kAnswerMilliseconds);
+  if (socket.waitForConnected(kAnswerMilliseconds)) socket.disconnectFromServer();
 }
 
 }  // namespace qk

@@ -75,7 +75,7 @@ void UserControl1::layOut() {
   ui_->splitterHoehe->setStretchFactor(1, 2);
   const int character = fontMetrics().averageCharWidth();
   for (const PanelSetting& setting :
-       {PanelSetting{ui_->splitterOben, 2, keys::BreiteDisziKombi, 31 * character},
+       {PanelSetting{ui_->splitterOben, 2, keys::BreiteDisziKombi, 36 * character},
         PanelSetting{ui_->splitterUnten, 1, keys::BreiteDisziKombi2, 52 * character},
         PanelSetting{ui_->splitterOben, 0, keys::BreiteSchuetzen, 40 * character}}) {
     const int kept = liesZahl(workplace_.settings, setting.key);

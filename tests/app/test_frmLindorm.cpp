@@ -11,6 +11,7 @@
 #include "platform/grid/text_grid.h"
 #include "platform/widgets/panel_splitter.h"
 #include "tests/app/range_office.h"
+#include "tests/support/manners.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -19,6 +20,7 @@ class TestFrmLindorm : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
+  void manners();
   void linesOfTheSettings();
   void noLineActive();
   void emptySettingAsks();
@@ -61,6 +63,16 @@ class TestFrmLindorm : public QObject {
     return the<QListWidget>(office.window(), "lstInfo").item(row)->text();
   }
 };
+
+void TestFrmLindorm::manners() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  const QSize least = office.window().minimumSizeHint();
+  QVERIFY2(least.width() <= 1366 && least.height() <= 720,
+           qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
+  QCOMPARE(badManners(office.window()).join('\n'), QString());
+}
 
 void TestFrmLindorm::linesOfTheSettings() {
   RangeOffice office("101");

@@ -9,6 +9,7 @@
 #include <QMap>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTabBar>
 #include <QWidget>
 
 namespace qk::test {
@@ -23,7 +24,8 @@ QString nameOf(const QWidget& widget) {
 QList<QWidget*> controlsOf(QWidget& window) {
   QList<QWidget*> controls;
   for (QWidget* widget : window.findChildren<QWidget*>())
-    if (!widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_") && !widget->isWindow())
+    if (!widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_") && !widget->isWindow() &&
+        !qobject_cast<QTabBar*>(widget->parentWidget()))
       controls.append(widget);
   return controls;
 }
@@ -60,6 +62,15 @@ void checkNames(const QList<QWidget*>& controls, QStringList& complaints) {
   }
 }
 
+/// Nested layouts tell their new size one level at a time.
+void settle(QWidget& window) {
+  QSize before;
+  do {
+    before = window.minimumSizeHint();
+    for (int level = 0; level < 10; ++level) QCoreApplication::processEvents();
+  } while (window.minimumSizeHint() != before);
+}
+
 void checkSizes(QWidget& window, const QList<QWidget*>& controls, QStringList& complaints) {
   for (const QWidget* control : controls)
     if (control->minimumWidth() == control->maximumWidth() ||
@@ -73,7 +84,7 @@ void checkSizes(QWidget& window, const QList<QWidget*>& controls, QStringList& c
   window.setFont(large);
   if (window.layout()) window.layout()->activate();
   window.adjustSize();
-  QCoreApplication::processEvents();
+  settle(window);
   for (const QWidget* control : controls) {
     const bool shows = qobject_cast<const QAbstractButton*>(control) || qobject_cast<const QLabel*>(control);
     if (!shows || !control->isVisible()) continue;
