@@ -79,7 +79,9 @@ void frmLindorm::loadSplitters() {
     const int kept = liesZahl(workplace_.settings, panel.key);
     panel.splitter->setPanelSize(panel.panel, kept > 0 ? kept : panel.designSize);
     connect(panel.splitter, &PanelSplitter::released, this, [this, panel] {
-      schreibe(workplace_.settings, panel.key, panel.splitter->panelSize(panel.panel));
+      reported(fehlerReport(workplace_.dialogs, "Fehler beim Speichern der Fensteraufteilung!"), [&](Steps&) {
+        schreibe(workplace_.settings, panel.key, panel.splitter->panelSize(panel.panel));
+      });
     });
   }
 }

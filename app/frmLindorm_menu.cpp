@@ -146,6 +146,10 @@ void frmLindorm::connectToolbar() {
   on(ui_->anmelden, [this] { currentLine().Set_Anmelden_SchuetzeDisziplinen(); });
   on(ui_->abmelden, [this] { currentLine().Set_Abmelden_Schuetze(); });
   on(ui_->linienfrei, [this] { currentLine().Set_Linie_PreisModus_OFF(); });
+  // Served for a toolbar that has these buttons; this one has none.
+  on(ui_->wkvorbereiten, [this] { currentLine().Wettkampf_Vorbereiten(); });
+  on(ui_->wkstarten, [this] { currentLine().Wettkampf_Starten(); });
+  on(ui_->wkstop, [this] { currentLine().Wettkampf_Stoppen(); });
 }
 
 void frmLindorm::connectInfoList() {

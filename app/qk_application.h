@@ -20,11 +20,12 @@ class QkApplication : public QApplication {
   /// Ends the process at once; a test puts its own here.
   std::function<void(int status)> endProgram;
 
+  /// Shows the error and ends the program; only the first one counts.
+  void endWith(const Error& error);
+
   bool notify(QObject* receiver, QEvent* event) override;
 
  private:
-  void endWith(const Error& error);
-
   bool ending_ = false;
 };
 

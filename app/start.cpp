@@ -20,13 +20,7 @@ void bringToFront(QWidget& window) {
   window.activateWindow();
 }
 
-}  // namespace
-
-int start(int argc, char** argv) {
-  QkApplication application(argc, argv);
-  QCoreApplication::setApplicationName("QK-Intarso");
-  look::apply(application);
-
+int run(QkApplication& application) {
   SystemClock clock;
   SystemRandom random;
   EventLoopWaits waits;
@@ -45,6 +39,21 @@ int start(int argc, char** argv) {
   if (!window.form_load(QCoreApplication::arguments().mid(1).join(' '))) return 0;
   window.showMaximized();
   return QApplication::exec();
+}
+
+}  // namespace
+
+int start(int argc, char** argv) {
+  QkApplication application(argc, argv);
+  QCoreApplication::setApplicationName("QK-Intarso");
+  look::apply(application);
+  try {
+    return run(application);
+  } catch (const Error& error) {
+    application.onFatal = nullptr;  // the window is gone
+    application.endWith(error);
+    return 1;
+  }
 }
 
 }  // namespace qk

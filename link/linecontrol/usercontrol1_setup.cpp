@@ -81,7 +81,9 @@ void UserControl1::layOut() {
     const int kept = liesZahl(workplace_.settings, setting.key);
     setting.splitter->setPanelSize(setting.panel, kept > 0 ? kept : setting.designSize);
     connect(setting.splitter, &PanelSplitter::released, this, [this, setting] {
-      schreibe(workplace_.settings, setting.key, setting.splitter->panelSize(setting.panel));
+      reported(report("Fehler beim Speichern der Fensteraufteilung!"), [&](Steps&) {
+        schreibe(workplace_.settings, setting.key, setting.splitter->panelSize(setting.panel));
+      });
     });
   }
 }
@@ -255,6 +257,10 @@ void UserControl1::makePopups() {
 
   mnuPopManuellerSchuss_ = new QMenu(this);
   mnuPopManuellerSchuss_->setObjectName("mnuPopManuellerSchuss");
+  QAction* manual = mnuPopManuellerSchuss_->addAction("Schuss manuell hinzufügen...");
+  manual->setObjectName("mnuPopHaeringManuellNeu");
+  manual->setEnabled(false);
+  manual->setStatusTip("In dieser Version noch nicht enthalten.");
   entry(mnuPopManuellerSchuss_, "mnuPopHaeringManSchussSerie", "Serie wählen (DEF)",
         [this] { capture_.HaeringSchussSerieAnwaehlen(disciplines_.table()); });
 }

@@ -320,6 +320,11 @@ void TestMenus::currentLineCommands() {
   trigger(office.window(), "Speichern");
   trigger(office.window(), "abmelden");
   QCOMPARE(office.takeCommand(2), QString("53"));
+  for (const auto& [key, command] :
+       {std::pair{"wkvorbereiten", "12"}, std::pair{"wkstarten", "13"}, std::pair{"wkstop", "52"}}) {
+    office.action(key).trigger();
+    QCOMPARE(office.takeCommand(2), QString(command));
+  }
   QCOMPARE(office.takeCommand(1), QString());
 }
 

@@ -57,6 +57,8 @@ class TestUserControl1 : public QObject {
   void oneCommitAShot();
   void roadOfAShot();
   void seriesByDoubleClick();
+  void seriesByDefFile();
+  void priceModeEndsWithSignOff();
   void discardAll();
   void ctlButton();
   void ctlButtonReportsAndKeepsPolling();
@@ -248,6 +250,8 @@ void TestUserControl1::groups() {
   QCOMPARE(stationGrid().text(1, 0), QString("0"));
   QCOMPARE(stationGrid().text(10, 1), QString("LP Meister"));
   QCOMPARE(stationGrid().text(10, 0), QString("1"));
+  Q_EMIT combo.activated(-1);
+  QCOMPARE(stationGrid().text(10, 0), QString("1"));
   QTest::keyClick(&combo, Qt::Key_Up);
   QCOMPARE(stationGrid().text(10, 0), QString("0"));
 }
@@ -331,6 +335,29 @@ void TestUserControl1::seriesByDoubleClick() {
   QString ticks;
   for (int row = 1; row < shots().rows(); ++row) ticks += shots().text(row, 0) == "-1" ? 'x' : 'o';
   QCOMPARE(ticks, QString("ooxxxxxxxxxx"));
+}
+
+void TestUserControl1::seriesByDefFile() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  for (int hit = 1; hit <= 12; ++hit) office_->fire(1, shotRecord(1, hit, "9,7", "123,4"));
+  stationGrid().setText(4, LineDisciplines::Auswahl, "1");
+  QVERIFY(!the<QAction>(office_->line(1), "mnuPopHaeringManuellNeu").isEnabled());
+  the<QAction>(office_->line(1), "mnuPopHaeringManSchussSerie").trigger();
+  QCOMPARE(shots().text(10, 0), QString("-1"));
+  QVERIFY(shots().text(11, 0) != "-1");
+}
+
+void TestUserControl1::priceModeEndsWithSignOff() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  office_->place.files.clearJournal();
+  office_->press(1, "Command2");
+  QCOMPARE(office_->takeCommand(1), QString("77 'UmschaltenAuf Fernbedienung"));
+  QCOMPARE(office_->place.files.journal().count("write HServ1.nrt"), 4);
+  QCOMPARE(office_->tag(1), QString("preismodus_off"));
+  QCOMPARE(office_->line(1).sStartnummer(), QString());
+  QVERIFY(!office_->line(1).findChild<QTimer*>("Timer1")->isActive());
 }
 
 void TestUserControl1::discardAll() {
