@@ -112,11 +112,11 @@ void Cursor::placeAt(qsizetype index) {
   key_ = keyAt(index);
   gone_ = false;
   loaded_ = false;
-  const qsizetype seen = std::min(index + 1, keys_.size());
-  if (seen > visited_) {
-    visited_ = seen;
-    buried_ = keys_.deadAmong(visited_) + added_.deadAmong(added_.size());
-  }
+  visit(std::min(index + 1, keys_.size()));
+}
+
+void Cursor::visit(qsizetype count) {
+  for (; visited_ < count; ++visited_) buried_ += !keys_.isLive(visited_);
 }
 
 void Cursor::placeAt(const Key& key) {
@@ -176,7 +176,6 @@ void Cursor::moveLast() {
     throw Error(kNoCurrentRecord);
   }
   placeAt(last);
-  if (last >= keys_.size()) visited_ = keys_.size();
 }
 
 void Cursor::moveNext() {
@@ -339,6 +338,19 @@ void Cursor::leaveEditing() {
   mode_ = Mode::Reading;
 }
 
+/// Puts a tombstone where the current row stands, as far as that is known: looking for it would cost the
+/// whole list.
+void Cursor::bury() {
+  const qsizetype added = index_ < keys_.size() ? added_.indexOf(key_) : index_ - keys_.size();
+  if (added >= 0) {
+    added_.bury(added);
+    ++buried_;
+  } else if (index_ >= 0) {
+    keys_.bury(index_);
+    if (index_ < visited_) ++buried_;
+  }
+}
+
 void Cursor::remove() {
   leaveEditing();
   requireUpdatable();
@@ -353,13 +365,7 @@ void Cursor::remove() {
   writer_.remove(key_);
   gone_ = true;
   loaded_ = false;
-  if (const qsizetype listed = keys_.indexOf(key_); listed >= 0 && keys_.isLive(listed)) {
-    keys_.bury(listed);
-    if (listed < visited_) ++buried_;
-  } else if (const qsizetype added = added_.indexOf(key_); added >= 0) {
-    added_.bury(added);
-    ++buried_;
-  }
+  bury();
   if (nextLive(0) < 0) placeAside(Place::After);
 }
 

@@ -68,12 +68,14 @@ class Cursor final : public Recordset {
   // the place
   void settle() const;
   void placeAt(qsizetype index);
+  void visit(qsizetype count);
   void placeAt(const Key& key);
   void placeAside(Place place);
   qsizetype workOutIndex();
   void requireRow() const;
   void loadRow() const;
   void leaveEditing();
+  void bury();
 
   const FieldDef& field(int position) const;
   void requireUpdatable() const;

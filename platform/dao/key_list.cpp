@@ -78,9 +78,4 @@ qsizetype KeyList::previousLive(qsizetype index) const {
   return -1;
 }
 
-qsizetype KeyList::deadAmong(qsizetype count) const {
-  const auto end = dead_.begin() + std::min(count, static_cast<qsizetype>(dead_.size()));
-  return std::count(dead_.begin(), end, true);
-}
-
 }  // namespace qk::dao

@@ -30,8 +30,6 @@ class KeyList {
   qsizetype nextLive(qsizetype index) const;
   /// Last live index up to `index`, -1 when there is none.
   qsizetype previousLive(qsizetype index) const;
-  /// Deleted among the first `count`.
-  qsizetype deadAmong(qsizetype count) const;
 
  private:
   bool equals(qsizetype index, const Key& key) const;
