@@ -24,7 +24,7 @@ int rankOf(const QString& file) {
     if (file.startsWith(kRooms[i]) && kRooms[i].size() > length)
       best = i, length = static_cast<int>(kRooms[i].size());
   for (const QString& roof : kRoofs)
-    if (best < 0 && file.startsWith(roof)) best = static_cast<int>(kRooms.size()) - 2;
+    if (best < 0 && file.startsWith(roof)) best = static_cast<int>(kRooms.size()) - 1;
   return best;
 }
 

@@ -83,7 +83,7 @@ class TestShotGenerator : public QObject {
     QVERIFY(spreadOfShooter("107", 1) != spreadOfShooter("108", 1));
     for (int i = 0; i < 200; ++i) {
       const double spread = spreadOfShooter(QString::number(i), 1);
-      QVERIFY(spread >= 0.3 && spread <= 1.2);
+      QVERIFY(spread >= 0.45 && spread <= 2.0);
     }
   }
 

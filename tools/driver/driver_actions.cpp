@@ -173,6 +173,8 @@ QJsonObject grab(const QJsonObject& request) {
   QWidget* window = QApplication::activeModalWidget();
   if (!window) window = QApplication::activeWindow();
   if (const QString path = request["object"].toString(); !path.isEmpty()) window = find(path).widget;
+  for (QWidget* top : QApplication::topLevelWidgets())
+    if (!window && top->isVisible() && top->isWindow()) window = top;
   if (!window) return bad("no window to grab");
   return window->grab().save(request["file"].toString()) ? good() : bad("the picture can't be written");
 }

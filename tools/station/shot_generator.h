@@ -31,7 +31,7 @@ struct Hit {
 /// A hit of a shooter whose groups spread by `spread` rings (standard deviation in each direction).
 Hit makeHit(const TargetFace& face, double spread, Random& random);
 
-/// How good a shooter is, the same at each call: a spread between 0,3 and 1,2 rings.
+/// How good a shooter is, the same at each call: a spread between 0,45 and 2 rings.
 double spreadOfShooter(const QString& startnummer, quint64 seed);
 
 /// What a station knows of a shot beside the hit.

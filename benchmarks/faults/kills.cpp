@@ -1,0 +1,116 @@
+#include <QDir>
+#include <QSet>
+#include <QTextStream>
+#include <QThread>
+#include <random>
+
+#include "benchmarks/faults/faults.h"
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
+#include "tools/rundgang/range.h"
+#include "tools/rundgang/reckoning.h"
+#include "tools/rundgang/walk.h"
+
+namespace qk::faults {
+
+namespace {
+
+const QString kLines = "1111";
+
+struct Stored {
+  QSet<QString> keys;
+  int rows = 0;
+};
+
+/// Keys as the stations' log gives them: line, hit, date, time.
+Stored stored(const QString& competition) {
+  Stored found;
+  const auto store = dao::Database::open(competition);
+  const auto rows = store->openRecordset("Select * from Haering_Daten");
+  for (; !rows->eof(); rows->moveNext(), ++found.rows)
+    found.keys.insert(QStringList{rows->value("Liniennummer").toString(),
+                                  rows->value("Treffernummer").toString(), rows->value("Datum").toString(),
+                                  rows->value("ZeitAbsolut").toString()}
+                          .join('/'));
+  return found;
+}
+
+/// A station fires its next shot only when the flag of the last one is gone: all but the last of each line
+/// are acknowledged, and the last one is when its flag is gone, too.
+QStringList acknowledgedButMissing(const Range& range, const Stored& store) {
+  const auto fired = firedShots(range.stationLog());
+  QMap<int, QString> last;
+  for (const FiredShot& shot : fired) last[shot.line] = shot.key;
+  QStringList missing;
+  for (const FiredShot& shot : fired) {
+    const bool waiting = last[shot.line] == shot.key &&
+                         QFile::exists(range.exchangeFolder() + QString("HSlav%1.ctl").arg(shot.line));
+    if (!waiting && !store.keys.contains(shot.key)) missing << shot.key;
+  }
+  return missing;
+}
+
+void goOnShooting(Range& range, DrivenProgram& program) {
+  Walk walk(program);
+  program.waitUntil("main window", [&] { return !program.items("tree").isEmpty(); });
+  for (int line = 1; line <= kLines.size(); ++line) {
+    walk.selectLine(line);
+    walk.chooseShooter(line, QString::number(line));
+    walk.priceModeOn(line);
+    program.waitUntil("command 76 taken", [&] { return !range.commandPending(line); });
+    walk.tickAllStationDisciplines(line);
+    walk.sendShooter(line);
+    program.waitUntil("command 75 taken", [&] { return !range.commandPending(line); });
+  }
+}
+
+}  // namespace
+
+bool runKills(const QString& folder, int runs, unsigned seed) {
+  std::mt19937 random(seed);
+  RangeOptions options;
+  options.folder = folder;
+  options.activeLines = kLines;
+  options.pace = 0;
+  options.seed = static_cast<int>(seed);
+  Range range(options);
+  range.startStations();
+  QStringList missing;
+  for (int run = 0; run < runs; ++run) {
+    const auto program = range.startProgram();
+    goOnShooting(range, *program);
+    QThread::msleep(random() % 2500);
+    program->kill();
+    missing += acknowledgedButMissing(range, stored(range.competition()));
+  }
+  // Once more without a crash: what still waits in the folder is read, too.
+  range.stopStations();
+  {
+    const auto program = range.startProgram();
+    Walk walk(*program);
+    program->waitUntil("main window", [&] { return !program->items("tree").isEmpty(); });
+    for (int line = 1; line <= kLines.size(); ++line) {
+      walk.selectLine(line);
+      walk.priceModeOn(line);
+      program->waitUntil("waiting shot read", [&] {
+        return !QFile::exists(range.exchangeFolder() + QString("HSlav%1.ctl").arg(line));
+      });
+    }
+    program->kill();
+  }
+  const Stored store = stored(range.competition());
+  const auto fired = firedShots(range.stationLog());
+  for (const FiredShot& shot : fired)
+    if (!store.keys.contains(shot.key)) missing << shot.key;
+  const bool good = missing.isEmpty() && store.rows == store.keys.size() && !fired.empty();
+  QTextStream(stdout) << QString("%1 SIGKILL: %2 Schuss gefeuert, %3 gespeichert, %4 fehlen, %5 doppelt\n")
+                             .arg(runs)
+                             .arg(fired.size())
+                             .arg(store.rows)
+                             .arg(missing.size())
+                             .arg(store.rows - store.keys.size());
+  for (const QString& key : missing) QTextStream(stdout) << "  fehlt: " << key << Qt::endl;
+  return good;
+}
+
+}  // namespace qk::faults

@@ -1,0 +1,39 @@
+// qk-faults: the runs that try to lose a shot. Exit status 0 only when none got lost and none doubled.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QTextStream>
+
+#include "benchmarks/faults/faults.h"
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  QCommandLineParser parser;
+  parser.addOption({"ordner", "Empty folder for the runs.", "FOLDER"});
+  parser.addOption({"kills", "How often the program is ended by SIGKILL.", "N", "0"});
+  parser.addOption({"power", "How often the power fails.", "N", "0"});
+  parser.addOption({"zufall", "Seed of all chance.", "N", "1"});
+  parser.addOption({"power-child", "One power failure, in a process of its own.", "FOLDER"});
+  parser.addHelpOption();
+  parser.process(app);
+
+  const unsigned seed = parser.value("zufall").toUInt();
+  if (parser.isSet("power-child")) return qk::faults::powerLossChild(parser.value("power-child"), seed);
+
+  const QDir folder(parser.value("ordner"));
+  bool good = true;
+  try {
+    if (const int runs = parser.value("kills").toInt()) {
+      folder.mkpath("kills");
+      good = qk::faults::runKills(folder.absoluteFilePath("kills"), runs, seed) && good;
+    }
+    if (const int runs = parser.value("power").toInt()) {
+      folder.mkpath("power");
+      good = qk::faults::runPowerLosses(folder.absoluteFilePath("power"), runs, seed) && good;
+    }
+  } catch (const std::exception& problem) {
+    QTextStream(stderr) << problem.what() << Qt::endl;
+    return 1;
+  }
+  return good ? 0 : 1;
+}

@@ -1,0 +1,66 @@
+#include "tools/rundgang/range.h"
+
+#include <QDir>
+#include <QFile>
+
+#include "platform/settings/settings.h"
+
+namespace qk {
+
+namespace {
+QString binary(const QString& name) {
+  return QString(QK_BIN_FOLDER) + "/" + name;
+}
+}  // namespace
+
+Range::Range(RangeOptions options) : options_(std::move(options)) {
+  QDir folder(options_.folder);
+  for (const char* part : {"austausch", "dokumente", "temp"}) folder.mkpath(part);
+  QProcess maker;
+  maker.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  maker.start(binary("qk-wettkampf"), {"demo", competition(), "--austausch", exchangeFolder()});
+  if (!maker.waitForFinished() || maker.exitCode() != 0)
+    throw DriverError("the demo competition can't be made");
+  Settings settings(options_.folder + "/einstellungen");
+  settings.setValue("Tarvex", "Häring", "Netzverzeichnis", exchangeFolder());
+  settings.setValue("Tarvex", "Häring", "LinienAktiv", options_.activeLines);
+}
+
+Range::~Range() {
+  stopStations();
+}
+
+QProcessEnvironment Range::environment() const {
+  QProcessEnvironment environment;
+  environment.insert("QK_EINSTELLUNGEN", options_.folder + "/einstellungen");
+  environment.insert("QK_DOKUMENTE", options_.folder + "/dokumente");
+  environment.insert("temp", options_.folder + "/temp");
+  return environment;
+}
+
+std::unique_ptr<DrivenProgram> Range::startProgram() const {
+  return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{competition()}, environment());
+}
+
+void Range::startStations() {
+  stations_.setProcessChannelMode(QProcess::ForwardedChannels);
+  stations_.start(
+      binary("qk-station"),
+      QStringList{"--ordner", exchangeFolder(), "--linien", QString::number(options_.activeLines.size()),
+                  "--tempo", QString::number(options_.pace), "--zufall", QString::number(options_.seed),
+                  "--protokoll", stationLog()} +
+          options_.stationArguments);
+  if (!stations_.waitForStarted()) throw DriverError("the stations don't start");
+}
+
+void Range::stopStations() {
+  if (stations_.state() == QProcess::NotRunning) return;
+  stations_.terminate();
+  if (!stations_.waitForFinished(5000)) stations_.kill();
+}
+
+bool Range::commandPending(int line) const {
+  return QFile::exists(exchangeFolder() + QString("HServ%1.ctl").arg(line));
+}
+
+}  // namespace qk
