@@ -115,7 +115,7 @@ void frmLindorm::forAllLines(const std::function<void(UserControl1&)>& call, Aft
 }
 
 void frmLindorm::stopPolling() {
-  for (UserControl1* line : lines_) line->retire();
+  for (UserControl1* line : lines_) line->stopPolling();
 }
 
 }  // namespace qk

@@ -43,6 +43,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
 
   /// The only way to end a control that may be waiting. The pointer is not to be used afterwards.
   void retire();
+  /// Reads nothing more; the line stays as it stands on the screen.
+  void stopPolling() { Timer1_->stop(); }
 
   void SetStandnummer(int nNummer);
   /// Restores the line's open shots, with the shooter of the first, after a restart.

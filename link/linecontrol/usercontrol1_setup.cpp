@@ -116,6 +116,7 @@ void UserControl1::connectGrids() {
   ui_->flex->setTable(&capture_.flex());
   ui_->flex->setEmptyText("Keine offenen Schüsse");
   ui_->ffErg->setTable(&capture_.ffErg());
+  ui_->ffErg->setTextElideMode(Qt::ElideNone);  // the labels fill their column to the last pixel
   ui_->ffErg->setEmptyText("Schüsse und Disziplinen ankreuzen, dann übertragen");
   ui_->m_lstDisziTarvex->setModel(&capture_.lstDisziTarvex());
   ui_->m_lstKombiTarvex->setModel(&capture_.lstKombiTarvex());
