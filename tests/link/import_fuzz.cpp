@@ -7,6 +7,9 @@ namespace qk::test {
 
 namespace {
 
+constexpr int kOverflow = 6;
+constexpr int kTypeMismatch = 13;
+
 class Dice {
  public:
   explicit Dice(quint64 seed) : state_(seed) {}
@@ -19,24 +22,56 @@ class Dice {
   quint64 state_;
 };
 
+/// What records are made of, and what breaks readers of numbers and texts.
+const QStringList& pieces() {
+  static const QStringList all{" ; ",
+                               ";",
+                               "\"",
+                               ",",
+                               ".",
+                               "-",
+                               "+",
+                               " ",
+                               "0",
+                               "9",
+                               "1e9",
+                               "78",
+                               "22;",
+                               "10,9",
+                               "32767",
+                               "32768",
+                               "-32769",
+                               "NaN",
+                               "inf",
+                               "0x1F",
+                               "\t",
+                               "\r",
+                               "\x01",
+                               "Ä",
+                               "\u00a0",
+                               "\u2028",
+                               QString(QChar(0)),
+                               QString(QChar(0xd800)),
+                               "999999999999999999999",
+                               QString(300, '9')};
+  return all;
+}
+
 void wound(QString& line, Dice& dice) {
-  static const QString characters = "\"; ,.-+0123456789eE78xüÄ\t\u00a0\u2028";
-  const qsizetype at = dice.below(line.size());
-  switch (dice.below(5)) {
+  const qsizetype at = dice.below(line.size() + 1);
+  const QString& piece = pieces()[dice.below(pieces().size())];
+  switch (dice.below(4)) {
     case 0:
-      line[at] = characters[dice.below(characters.size())];
+      line.insert(at, piece);
       break;
     case 1:
       line.truncate(at);
       break;
     case 2:
-      line.insert(at, " ; ");
-      break;
-    case 3:
       line.remove(at, 1 + dice.below(20));
       break;
-    case 4:
-      line.insert(at, QString::number(dice.below(100000)));
+    case 3:
+      line.replace(at, dice.below(12), piece);
       break;
   }
 }
@@ -66,9 +101,16 @@ FuzzResult fuzzImport(quint64 seed, int lines) {
     const ErrorAnswer answer = dice.below(2) ? ErrorAnswer::Ignore : ErrorAnswer::Abort;
     const HaeringSchuss before = shot;
     QString input = line;
-    const bool isShot = shot.Haering_Import_Zeile(input, nullptr, [&](const Error&) { return answer; });
+    int oddNumber = 0;
+    const bool isShot = shot.Haering_Import_Zeile(input, nullptr, [&](const Error& error) {
+      ++result.reported;
+      if (error.number() != kTypeMismatch && error.number() != kOverflow) oddNumber = error.number();
+      return answer;
+    });
+    ++result.lines;
     result.taken += isShot;
     result.complaint = complaintOf(line, input, isShot, before, shot);
+    if (oddNumber != 0) result.complaint = QString("error %1: ").arg(oddNumber) + line;
     if (!result.complaint.isEmpty()) break;
   }
   return result;
