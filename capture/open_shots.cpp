@@ -220,10 +220,4 @@ bool LadeOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int1
   });
 }
 
-bool WennHaeringKeyNichtVorhanden(const ShotCollection& shots, const QString& sKey) {
-  for (int i = 0; i < shots.count(); ++i)
-    if (shots.at(i)->Key == sKey) return false;
-  return true;
-}
-
 }  // namespace qk

@@ -43,8 +43,4 @@ QString StartnummerOffeneSchuesse(const Workplace& workplace, dao::Database* db,
 bool LadeOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie,
                         const std::function<void(std::shared_ptr<HaeringSchuss>)>& take);
 
-/// True when no shot of the collection has that `Key` now. The objects are asked, not the keys they were
-/// added under: a shot that was overwritten since counts as what it is.
-bool WennHaeringKeyNichtVorhanden(const ShotCollection& shots, const QString& sKey);
-
 }  // namespace qk

@@ -205,14 +205,10 @@ QString SummenZeileHaering(const QString& line) {
   return line.mid(end + 1, next < 0 ? -1 : next - end - 1);
 }
 
-void WennHaeringKeyNichtVorhanden(const KeyedCollection<HaeringSchuss>& colShots, const QString& sKey,
-                                  bool& bNeu) {
-  bNeu = true;
-  for (int i = 0; i < colShots.count(); ++i) {
-    if (colShots.at(i)->Key != sKey) continue;
-    bNeu = false;
-    return;
-  }
+bool WennHaeringKeyNichtVorhanden(const KeyedCollection<HaeringSchuss>& colShots, const QString& sKey) {
+  for (int i = 0; i < colShots.count(); ++i)
+    if (colShots.at(i)->Key == sKey) return false;
+  return true;
 }
 
 // --- all lines ---

@@ -105,10 +105,9 @@ class LineExchange {
 /// The text of a station's sum line (code 22, a semicolon, the text), untrimmed; empty for any other line.
 QString SummenZeileHaering(const QString& line);
 
-/// bNeu is false when an element of the collection has exactly this Key (as it reads now, not as it was
-/// added).
-void WennHaeringKeyNichtVorhanden(const KeyedCollection<HaeringSchuss>& colShots, const QString& sKey,
-                                  bool& bNeu);
+/// True when no shot of the collection has exactly this `Key` now. The objects are asked, not the keys they
+/// were added under: a shot that was overwritten since counts as what it is.
+bool WennHaeringKeyNichtVorhanden(const KeyedCollection<HaeringSchuss>& colShots, const QString& sKey);
 
 /// Deletes all exchange files of all lines, the message loop running between two of them. `folder` is taken
 /// as it stands: without a final separator its last component is part of the file names that are looked for.

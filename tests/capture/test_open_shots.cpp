@@ -93,6 +93,7 @@ class TestOpenShots : public QObject {
   void storedColumns();
   void oneCommitAShot();
   void restoredShot();
+  void bookedRowsSayWhen();
   void restoredOrderIsThatOfTheTexts();
   void onlyOpenShotsOfTheLineReturn();
   void firstRowNamesTheShooter();
@@ -100,7 +101,6 @@ class TestOpenShots : public QObject {
   void discarding();
   void booking();
   void bookingARowThatIsGone();
-  void keyIsAskedOfTheObjects();
   void messages_data();
   void messages();
   void retryRepeatsTheStatementThatFailed();
@@ -144,6 +144,18 @@ void TestOpenShots::restoredShot() {
   // What was ticked before the restart isn't any more.
   QVERIFY(stored->bAngewaehlt);
   QVERIFY(!s->bAngewaehlt);
+}
+
+void TestOpenShots::bookedRowsSayWhen() {
+  Line line;
+  line.receive(shot(1, "9"));
+  line.bench.clock.set("21.11.2026 17:30:05");
+  QVERIFY(VerbucheHaeringSchuss(line.bench.workplace(), &line.bench.store(), line.shots, line.flex));
+  const auto rs = line.bench.store().openRecordset("Select * from Haering_Daten");
+  HaeringSchuss booked;
+  QVERIFY(LadeHaeringSchuss(line.bench.workplace(), *rs, booked));
+  QVERIFY(booked.Verbucht);
+  QCOMPARE(booked.VerbuchtDatum, QString("21.11.2026 17:30:05"));
 }
 
 void TestOpenShots::restoredOrderIsThatOfTheTexts() {
@@ -233,21 +245,6 @@ void TestOpenShots::bookingARowThatIsGone() {
   QVERIFY(VerbucheHaeringSchuss(line.bench.workplace(), &line.bench.store(), line.shots, line.flex));
   QCOMPARE(line.shots.count(), 0);
   QCOMPARE(line.flex.rows(), 1);
-}
-
-void TestOpenShots::keyIsAskedOfTheObjects() {
-  ShotCollection shots;
-  const auto s = shot(1, "9");
-  const QString former = s->Key;
-  shots.add(s, former);
-  QVERIFY(!WennHaeringKeyNichtVorhanden(shots, former));
-  QVERIFY(WennHaeringKeyNichtVorhanden(shots, shot(2, "9")->Key));
-  QVERIFY(WennHaeringKeyNichtVorhanden(shots, former.toUpper() + "x"));
-  s->Key = shot(2, "9")->Key;
-  QVERIFY(WennHaeringKeyNichtVorhanden(shots, former));
-  QVERIFY(!WennHaeringKeyNichtVorhanden(shots, shot(2, "9")->Key));
-  // The line is part of the key.
-  QVERIFY(schussKey(1, 17, "20.11.2026", "10:00:00") != schussKey(2, 17, "20.11.2026", "10:00:00"));
 }
 
 void TestOpenShots::messages_data() {

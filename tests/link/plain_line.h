@@ -17,11 +17,7 @@ class PlainLine : public ShotReceiver {
   std::function<void()> meanwhile;  ///< runs while a shot is taken
 
   dao::Database* wettkampf() override { return nullptr; }
-  bool istNeu(const QString& sKey) override {
-    bool neu = false;
-    WennHaeringKeyNichtVorhanden(open, sKey, neu);
-    return neu;
-  }
+  bool istNeu(const QString& sKey) override { return WennHaeringKeyNichtVorhanden(open, sKey); }
   bool uebernehmeSchuss(const std::shared_ptr<HaeringSchuss>& schuss) override {
     if (!durable) return false;
     open.add(schuss, schuss->Key);

@@ -299,6 +299,16 @@ class TestExchange : public QObject {
     QVERIFY(!exists("HSlav3.ctl"));
   }
 
+  void laterHitOfTheSameLastThreeDigitsIsDropped() {
+    report({shotRecordNumber(17)});
+    exchange_->tick();
+    report({shotRecordNumber(1017)});
+    exchange_->tick();
+    QCOMPARE(line_->rows, QStringList{"0030017-20.11.2026-10:41:07"});
+    QCOMPARE(line_->open.at(0)->TrefferNummer, qint16(17));
+    QVERIFY(!exists("HSlav3.ctl"));
+  }
+
   void undeletableFlagIsReadAgain() {
     report({shotRecord()});
     place_->files.fail(FileStep::Remove, "HSlav3.ctl", 70, 1);
@@ -497,16 +507,11 @@ class TestExchange : public QObject {
     auto shot = std::make_shared<HaeringSchuss>();
     shot->Key = "a";
     shots.add(shot, "a");
-    bool neu = true;
-    WennHaeringKeyNichtVorhanden(shots, "a", neu);
-    QVERIFY(!neu);
-    WennHaeringKeyNichtVorhanden(shots, "A", neu);
-    QVERIFY(neu);
+    QVERIFY(!WennHaeringKeyNichtVorhanden(shots, "a"));
+    QVERIFY(WennHaeringKeyNichtVorhanden(shots, "A"));
     shot->Key = "b";
-    WennHaeringKeyNichtVorhanden(shots, "a", neu);
-    QVERIFY(neu);
-    WennHaeringKeyNichtVorhanden(shots, "b", neu);
-    QVERIFY(!neu);
+    QVERIFY(WennHaeringKeyNichtVorhanden(shots, "a"));
+    QVERIFY(!WennHaeringKeyNichtVorhanden(shots, "b"));
   }
 
   // --- clearing ---
@@ -538,6 +543,20 @@ class TestExchange : public QObject {
     QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), folder,
                                        [](const Error&) { return ErrorAnswer::Abort; }));
     QVERIFY(exists("HServ1.nrt"));
+  }
+
+  void aNameTakenForTheFolderIsNeverDeletedElsewhere() {
+    put("HServ1.nrt", "x");
+    place_->files.write(place_->path("austauschHServ1.nrt"), "x");
+    QString folder = file("");
+    folder.chop(1);
+    QList<int> numbers;
+    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), folder, [&](const Error& error) {
+      numbers << error.number();
+      return ErrorAnswer::Ignore;
+    }));
+    QCOMPARE(numbers, QList<int>{53});
+    QVERIFY(exists("HServ1.nrt") && place_->files.exists(place_->path("austauschHServ1.nrt")));
   }
 
   void clearingAsksAboutAStuckFile() {
