@@ -5,6 +5,7 @@
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
+#include "app/ground/temp_module_ui.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/files.h"
 #include "ui_frmLindorm.h"
@@ -65,25 +66,11 @@ bool frmLindorm::form_load(const QString& sCommandLine) {
 }
 
 void frmLindorm::loadSplitters() {
-  struct Panel {
-    PanelSplitter* splitter;
-    int panel;
-    const SettingKey& key;
-    int designSize;  // pixels
-  };
   ui_->splitterBreite->setStretchFactor(1, 1);
   ui_->splitterHoehe->setStretchFactor(0, 1);
   const int character = fontMetrics().averageCharWidth();
-  for (const Panel& panel : {Panel{ui_->splitterBreite, 0, keys::ShowLinienBreite, 36 * character},
-                             Panel{ui_->splitterHoehe, 1, keys::ShowLinienHoehe, 26 * character}}) {
-    const int kept = liesZahl(workplace_.settings, panel.key);
-    panel.splitter->setPanelSize(panel.panel, kept > 0 ? kept : panel.designSize);
-    connect(panel.splitter, &PanelSplitter::released, this, [this, panel] {
-      reported(fehlerReport(workplace_.dialogs, "Fehler beim Speichern der Fensteraufteilung!"), [&](Steps&) {
-        schreibe(workplace_.settings, panel.key, panel.splitter->panelSize(panel.panel));
-      });
-    });
-  }
+  PanelGroesseMerken(workplace_, *ui_->splitterBreite, 0, keys::ShowLinienBreite, 36 * character);
+  PanelGroesseMerken(workplace_, *ui_->splitterHoehe, 1, keys::ShowLinienHoehe, 26 * character);
 }
 
 void frmLindorm::closeEvent(QCloseEvent* event) {

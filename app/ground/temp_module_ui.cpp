@@ -16,6 +16,7 @@
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/numbers.h"
+#include "platform/widgets/panel_splitter.h"
 
 namespace qk {
 
@@ -44,6 +45,16 @@ int fieldAt(const QStringList& fields, int place) {
 
 int pixels(int twips, int dotsPerInch) {
   return static_cast<int>(std::lround(double(twips) * dotsPerInch / kTwipsPerInch));
+}
+
+/// A place that can't be kept must not disturb anybody who moves or closes a window.
+template <class Value>
+void keep(Settings& settings, const SettingKey& key, const Value& value) {
+  try {
+    schreibe(settings, key, value);
+  } catch (const Error&) {
+    // The next start takes the place that was kept before.
+  }
 }
 
 }  // namespace
@@ -77,11 +88,8 @@ void PositionSpeichern(const Workplace& workplace, const QWidget& form, const QT
   if (grid && grid->model())
     for (int column = 0; column < grid->model()->columnCount(); ++column)
       fields += QString::number(grid->columnWidth(column));
-  try {
-    schreibe(workplace.settings, positionKey(positionName(form, grid)), fields.join(u';'));
-  } catch (const Error&) {
-    // A place that isn't kept must not disturb anybody who closes a window.
-  }
+  const QString name = positionName(form, grid);
+  keep(workplace.settings, positionKey(name), fields.join(u';'));
 }
 
 void PositionLaden(const Workplace& workplace, QWidget& form, QTableView* grid) {
@@ -97,6 +105,16 @@ void PositionLaden(const Workplace& workplace, QWidget& form, QTableView* grid) 
   for (int column = 0; column < grid->model()->columnCount(); ++column)
     if (const int columnWidth = fieldAt(fields, 4 + column); columnWidth >= 0)
       grid->setColumnWidth(column, columnWidth);
+}
+
+void PanelGroesseMerken(const Workplace& workplace, PanelSplitter& splitter, int panel, const SettingKey& key,
+                        int designSize) {
+  const int kept = liesZahl(workplace.settings, key);
+  splitter.setPanelSize(panel, kept > 0 ? kept : designSize);
+  QObject::connect(&splitter, &PanelSplitter::released, &splitter,
+                   [&settings = workplace.settings, &splitter, panel, key] {
+                     keep(settings, key, splitter.panelSize(panel));
+                   });
 }
 
 void AnzeigeLage(const Workplace& workplace, QWidget& form, const QString& suffix) {

@@ -3,12 +3,15 @@
 
 #include <QString>
 
+#include "app/ground/settings_keys.h"
 #include "platform/workplace.h"
 
 class QTableView;
 class QWidget;
 
 namespace qk {
+
+class PanelSplitter;
 
 /// Opens an existing file with its application. Without one the shell's open-with dialog is offered where
 /// there is such a thing; elsewhere a box says so.
@@ -22,6 +25,11 @@ void FormZentrieren(QWidget& form);
 void PositionSpeichern(const Workplace& workplace, const QWidget& form, const QTableView* grid = nullptr);
 /// Puts the window where it was; one without a saved place is centred. Never fails.
 void PositionLaden(const Workplace& workplace, QWidget& form, QTableView* grid = nullptr);
+
+/// Gives a splitter's panel the size kept under `key`, or `designSize` pixels where there is none, and keeps
+/// the size each time a handle is let go. Never fails. The settings outlive the splitter.
+void PanelGroesseMerken(const Workplace& workplace, PanelSplitter& splitter, int panel, const SettingKey& key,
+                        int designSize);
 
 /// Places a report window: over the whole screen, or by the four values "Main_…" + suffix, which are twips.
 void AnzeigeLage(const Workplace& workplace, QWidget& form, const QString& suffix);

@@ -2,6 +2,7 @@
 #include <QMenu>
 
 #include "app/ground/settings_keys.h"
+#include "app/ground/temp_module_ui.h"
 #include "link/linecontrol/usercontrol1.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
@@ -12,14 +13,6 @@
 namespace qk {
 
 namespace {
-
-/// Where a panel's size is kept.
-struct PanelSetting {
-  PanelSplitter* splitter;
-  int panel;
-  const SettingKey& key;
-  int designSize;  ///< pixels
-};
 
 constexpr quint32 kWhite = 16777215;
 constexpr quint32 kBlack = 0;
@@ -74,18 +67,9 @@ void UserControl1::layOut() {
   ui_->splitterHoehe->setStretchFactor(0, 3);
   ui_->splitterHoehe->setStretchFactor(1, 2);
   const int character = fontMetrics().averageCharWidth();
-  for (const PanelSetting& setting :
-       {PanelSetting{ui_->splitterOben, 2, keys::BreiteDisziKombi, 36 * character},
-        PanelSetting{ui_->splitterUnten, 1, keys::BreiteDisziKombi2, 52 * character},
-        PanelSetting{ui_->splitterOben, 0, keys::BreiteSchuetzen, 40 * character}}) {
-    const int kept = liesZahl(workplace_.settings, setting.key);
-    setting.splitter->setPanelSize(setting.panel, kept > 0 ? kept : setting.designSize);
-    connect(setting.splitter, &PanelSplitter::released, this, [this, setting] {
-      reported(report("Fehler beim Speichern der Fensteraufteilung!"), [&](Steps&) {
-        schreibe(workplace_.settings, setting.key, setting.splitter->panelSize(setting.panel));
-      });
-    });
-  }
+  PanelGroesseMerken(workplace_, *ui_->splitterOben, 2, keys::BreiteDisziKombi, 31 * character);
+  PanelGroesseMerken(workplace_, *ui_->splitterUnten, 1, keys::BreiteDisziKombi2, 52 * character);
+  PanelGroesseMerken(workplace_, *ui_->splitterOben, 0, keys::BreiteSchuetzen, 40 * character);
 }
 
 void UserControl1::UserControl_Initialize() {

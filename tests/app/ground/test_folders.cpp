@@ -14,6 +14,7 @@ class TestFolders : public QObject {
 
  private Q_SLOTS:
   void anEmptyStoreMakesAllFolders();
+  void theRootIsMadeWithAllAboveIt();
   void aMissingProofNamesBothPaths();
   void theNewSystemFolderIsNotTestedAgain();
   void aGoodSystemFolderStays();
@@ -54,6 +55,16 @@ void TestFolders::anEmptyStoreMakesAllFolders() {
   QCOMPARE(liesText(place.settings, keys::SystemVerzeichnisUser), base + "SystemUser/");
   QCOMPARE(liesText(place.settings, keys::SystemVerzeichnis), place.path("programm/System/"));
   QCOMPARE(place.files.list(global.SystemVerzeichnisUser, "*"), QStringList({"QKUtil.mdb", "Scheiben.mdb"}));
+}
+
+void TestFolders::theRootIsMadeWithAllAboveIt() {
+  TestWorkplace place;
+  install(place);
+  qputenv("QK_DOKUMENTE", place.path("netz/haus/dokumente").toUtf8());
+  GlobalVariablen global;
+  OrdnerErmitteln(place.workplace(), global);
+  QCOMPARE(global.Verzeichnis, place.path("netz/haus/dokumente/Tarvex/Daten/"));
+  QVERIFY(place.files.folderExists(global.Verzeichnis));
 }
 
 void TestFolders::aMissingProofNamesBothPaths() {

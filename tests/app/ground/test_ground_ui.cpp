@@ -7,6 +7,7 @@
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module_ui.h"
+#include "platform/widgets/panel_splitter.h"
 #include "tests/support/test_workplace.h"
 
 using namespace qk;
@@ -21,6 +22,15 @@ struct Form : QWidget {
     setGeometry(40, 50, 300, 200);
   }
   QTableWidget grid;
+};
+
+struct TwoPanels {
+  PanelSplitter splitter;
+  TwoPanels() {
+    splitter.addWidget(new QWidget);
+    splitter.addWidget(new QWidget);
+    splitter.resize(400, 100);
+  }
 };
 
 }  // namespace
@@ -40,6 +50,8 @@ class TestGroundUi : public QObject {
   void aMinimizedWindowSavesNothing();
   void aMaximizedWindowIsShrunk();
   void aPlaceThatCantBeKeptDisturbsNobody();
+  void panelsKeepTheirSize();
+  void aPanelSizeThatCantBeKeptDisturbsNobody();
   void reportWindowsFillTheScreen();
   void reportWindowsHaveAPlaceOfTheirOwn();
   void filesOpenWithTheirProgram();
@@ -100,6 +112,10 @@ void TestGroundUi::onlyWhatMakesSenseIsTaken() {
   PositionLaden(place.workplace(), form);
   QCOMPARE(form.pos(), QPoint(40, 60));
   QCOMPARE(form.size(), QSize(300, 220));
+  place.settings.setValue("Tarvex-40", "Positionen", "frmTest-", "0;0;300;220");
+  PositionLaden(place.workplace(), form);
+  QCOMPARE(form.pos(), QPoint(0, 0));
+  form.move(40, 60);
   place.settings.setValue("Tarvex-40", "Positionen", "frmTest-", "x;;99999999999;-3");
   PositionLaden(place.workplace(), form);
   QCOMPARE(form.pos(), QPoint(40, 60));
@@ -143,6 +159,36 @@ void TestGroundUi::aPlaceThatCantBeKeptDisturbsNobody() {
   const Workplace all = place.workplace();
   Form form;
   PositionSpeichern({all.clock, all.random, all.waits, all.files, blocked, all.dialogs}, form);
+}
+
+void TestGroundUi::panelsKeepTheirSize() {
+  TestWorkplace place;
+  schreibe(place.settings, keys::BreiteSchuetzen, 120);
+  TwoPanels two;
+  PanelGroesseMerken(place.workplace(), two.splitter, 0, keys::BreiteSchuetzen, 80);
+  two.splitter.show();
+  QCOMPARE(two.splitter.panelSize(0), 120);
+  two.splitter.setSizes({150, 250 - two.splitter.handleWidth()});
+  QCOMPARE(liesZahl(place.settings, keys::BreiteSchuetzen), 120);
+  Q_EMIT two.splitter.released();
+  QCOMPARE(liesZahl(place.settings, keys::BreiteSchuetzen), 150);
+  TwoPanels unknown;
+  PanelGroesseMerken(place.workplace(), unknown.splitter, 0, keys::BreiteDisziKombi, 80);
+  unknown.splitter.show();
+  QCOMPARE(unknown.splitter.panelSize(0), 80);
+}
+
+void TestGroundUi::aPanelSizeThatCantBeKeptDisturbsNobody() {
+  TestWorkplace place;
+  place.files.write(place.path("datei"), "");
+  Settings blocked(place.path("datei/einstellungen"));
+  const Workplace all = place.workplace();
+  TwoPanels two;
+  PanelGroesseMerken({all.clock, all.random, all.waits, all.files, blocked, all.dialogs}, two.splitter, 0,
+                     keys::BreiteSchuetzen, 80);
+  two.splitter.show();
+  Q_EMIT two.splitter.released();
+  QCOMPARE(two.splitter.panelSize(0), 80);
 }
 
 void TestGroundUi::reportWindowsFillTheScreen() {
