@@ -55,9 +55,10 @@ void LineCapture::assignOpenShots(const QString& sStartnummer) {
   }
 }
 
+// What is discarded never comes back: Enter must not do that.
 void LineCapture::HaeringSchussVerwerfenAlle() {
-  if (!workplace_.dialogs.confirm(
-          "Solle alle von Intarso übertragenen Schuss dieser Linie verworfen werden?"))
+  if (!workplace_.dialogs.confirm("Solle alle von Intarso übertragenen Schuss dieser Linie verworfen werden?",
+                                  BoxIcon::Question, BoxAnswer::No))
     return;
   while (!m_colHaeringSchuss_.isEmpty()) {
     VerwerfeHaeringSchuss(workplace_, db_, *m_colHaeringSchuss_.at(0));
@@ -69,7 +70,8 @@ void LineCapture::HaeringSchussVerwerfenAlle() {
 }
 
 void LineCapture::HaeringSchussVerwerfenGewaehlte() {
-  if (!workplace_.dialogs.confirm("Sollen die gewählten Intarso Schuss dieser Linie verworfen werden?"))
+  if (!workplace_.dialogs.confirm("Sollen die gewählten Intarso Schuss dieser Linie verworfen werden?",
+                                  BoxIcon::Question, BoxAnswer::No))
     return;
   for (int i = m_colHaeringSchuss_.count() - 1; i >= 0; --i) {
     const auto schuss = m_colHaeringSchuss_.at(i);

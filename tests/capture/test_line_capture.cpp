@@ -256,7 +256,10 @@ void TestLineCapture::discardingAll() {
   line.receive(shots("3x9"));
   line.choose({0});
   line.capture->HaeringSchussAnAbwaehlen(true);
-  line.bench.dialogs.expect(DiscardAll, BoxAnswer::No).titled("Hinweis").with(BoxButtons::YesNo);
+  line.bench.dialogs.expect(DiscardAll, BoxAnswer::No)
+      .titled("Hinweis")
+      .with(BoxButtons::YesNo)
+      .presetting(BoxAnswer::No);
   line.capture->HaeringSchussVerwerfenAlle();
   QCOMPARE(line.capture->nOffeneSchuss(), 3);
   line.bench.dialogs.expect(DiscardAll, BoxAnswer::Yes);
@@ -283,7 +286,10 @@ void TestLineCapture::discardingTheTicked() {
   line.choose({0});
   line.tick(1);
   line.tick(3);
-  line.bench.dialogs.expect(DiscardTicked, BoxAnswer::No).titled("Hinweis").with(BoxButtons::YesNo);
+  line.bench.dialogs.expect(DiscardTicked, BoxAnswer::No)
+      .titled("Hinweis")
+      .with(BoxButtons::YesNo)
+      .presetting(BoxAnswer::No);
   line.capture->HaeringSchussVerwerfenGewaehlte();
   QCOMPARE(line.capture->nOffeneSchuss(), 4);
   line.bench.dialogs.expect(DiscardTicked, BoxAnswer::Yes);
