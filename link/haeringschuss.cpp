@@ -7,6 +7,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/sql/quote.h"
+#include "platform/runtime/error.h"
 #include "platform/runtime/numbers.h"
 
 namespace qk {
@@ -15,6 +16,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(logImport, "qk.link.import", QtInfoMsg)
 
+constexpr int kDivisionByZero = 11;
 constexpr QStringView separator = u" ; ";
 constexpr size_t recordFields = 21;
 using Record = std::array<QStringView, recordFields>;
@@ -42,6 +44,13 @@ bool cutRecord(QString& line, Record& record) {
 
 qint16 wholeNumber(QStringView field) {
   return toInt16(parseStrict(field));
+}
+
+/// The factor is 0 only where its look-up failed and the failure was ignored.
+double teilerOf(double radius, double factor) {
+  const bool plain = radius == 0 || factor == 1;
+  if (!plain && factor == 0) throw Error(kDivisionByZero);
+  return Abschneiden(plain ? radius : radius / factor, 1);
 }
 
 /// A column of the first row of MeldeDisziplin with this key; invalid when there is no such row.
@@ -93,10 +102,7 @@ bool HaeringSchuss::Haering_Import_Zeile(QString& sInput, dao::Database* db, con
     step([&] { Key = schussKey(LinienNummer, TrefferNummer, Datum, AbsoluteZeit); });
     step([&] { sWaffe = ErmittleWaffe(db, RegelNummerWettbewerb); });
     step([&] { dblTeilerFaktor = ErmittleTeilerFaktor(db, RegelNummerWettbewerb); });
-    step([&] {
-      const bool plain = Radius == 0 || dblTeilerFaktor == 1;
-      dblTeiler = Abschneiden(plain ? Radius : Radius / dblTeilerFaktor, 1);
-    });
+    step([&] { dblTeiler = teilerOf(Radius, dblTeilerFaktor); });
   });
 }
 

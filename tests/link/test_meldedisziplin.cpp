@@ -64,7 +64,8 @@ class TestMeldeDisziplin : public QObject {
                                        << "YY";
     QTest::newRow("row without a weapon") << "1.80"
                                           << "";
-    QTest::newRow("row without a weapon isn't looked up again") << "DSB 1.10" << "";
+    QTest::newRow("row without a weapon isn't looked up again") << "DSB 1.10"
+                                                                << "";
     QTest::newRow("unknown is empty, not LG") << "9.99"
                                               << "";
     QTest::newRow("quote") << "O'Neill"
@@ -133,17 +134,26 @@ class TestMeldeDisziplin : public QObject {
     QTEST(shot.dblTeiler, "teiler");
   }
 
+  void failedLookUpIsReported_data() {
+    QTest::addColumn<QString>("radius");
+    QTest::addColumn<QList<int>>("numbers");
+    QTest::newRow("nothing to divide by") << "123,47" << QList<int>{3078, 3078, 11};
+    QTest::newRow("nothing to divide") << "0" << QList<int>{3078, 3078};
+  }
   void failedLookUpIsReported() {
+    QFETCH(QString, radius);
+    QFETCH(QList<int>, numbers);
     db_->dropTable("MeldeDisziplin");
-    QList<int> numbers;
+    QList<int> reportedNumbers;
     HaeringSchuss shot;
-    QString line = shotRecord();
+    QString line = shotRecordWith(13, radius);
     QVERIFY(shot.Haering_Import_Zeile(line, db_.get(), [&](const Error& error) {
-      numbers << error.number();
+      reportedNumbers << error.number();
       return ErrorAnswer::Ignore;
     }));
-    QCOMPARE(numbers, (QList<int>{3078, 3078}));
+    QCOMPARE(reportedNumbers, numbers);
     QCOMPARE(shot.sWaffe, QString());
+    QCOMPARE(shot.dblTeiler, 0.0);
   }
 };
 
