@@ -1,7 +1,6 @@
 #include <QDir>
 #include <QSet>
 #include <QTextStream>
-#include <QThread>
 #include <random>
 
 #include "benchmarks/faults/faults.h"
@@ -15,7 +14,8 @@ namespace qk::faults {
 
 namespace {
 
-const QString kLines = "1111";
+const QString kLines = "111111";
+constexpr unsigned kLongestLife = 6000;  ///< milliseconds: start, restoring, sending, shooting
 
 struct Stored {
   QSet<QString> keys;
@@ -55,7 +55,7 @@ void goOnShooting(Range& range, DrivenProgram& program) {
   program.waitUntil("main window", [&] { return !program.items("tree").isEmpty(); });
   for (int line = 1; line <= kLines.size(); ++line) {
     walk.selectLine(line);
-    walk.chooseShooter(line, QString::number(line));
+    if (!walk.hasShooter(line)) walk.chooseShooter(line, QString::number(104 + line));
     walk.priceModeOn(line);
     program.waitUntil("command 76 taken", [&] { return !range.commandPending(line); });
     walk.tickAllStationDisciplines(line);
@@ -78,9 +78,13 @@ bool runKills(const QString& folder, int runs, unsigned seed) {
   QStringList missing;
   for (int run = 0; run < runs; ++run) {
     const auto program = range.startProgram();
-    goOnShooting(range, *program);
-    QThread::msleep(random() % 2500);
-    program->kill();
+    program->killIn(static_cast<int>(random() % kLongestLife));
+    try {
+      goOnShooting(range, *program);
+    } catch (const DriverError&) {
+      // Killed while the lines were still on their way into price mode: that is a moment like any other.
+    }
+    program->waitForEnd();
     missing += acknowledgedButMissing(range, stored(range.competition()));
   }
   // Once more without a crash: what still waits in the folder is read, too.

@@ -42,6 +42,12 @@ void DrivenProgram::kill() {
   process_.waitForFinished();
 }
 
+void DrivenProgram::killIn(int milliseconds) {
+  QProcess::startDetached("sh", {"-c", QString("sleep %1; kill -9 %2")
+                                           .arg(milliseconds / 1000.0, 0, 'f', 3)
+                                           .arg(process_.processId())});
+}
+
 int DrivenProgram::waitForEnd() {
   if (running() && !process_.waitForFinished(kAnswerSeconds * 1000))
     throw DriverError("the program doesn't end");

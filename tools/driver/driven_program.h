@@ -29,6 +29,8 @@ class DrivenProgram {
 
   /// As a crash would: SIGKILL.
   void kill();
+  /// The same in so many milliseconds, whatever it does then; calls on it throw from that moment.
+  void killIn(int milliseconds);
   bool running() const { return process_.state() != QProcess::NotRunning; }
   /// Waits for the end; the exit status.
   int waitForEnd();

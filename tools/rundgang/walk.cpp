@@ -20,7 +20,7 @@ void Walk::selectLine(int line) {
 void Walk::chooseShooter(int line, const QString& startNumber) {
   program_.type(at(line, "m_txtStartNummer"), startNumber);
   program_.press(at(line, "m_txtStartNummer"), "Return");
-  program_.waitUntil("shooter", [&] { return !program_.text(at(line, "m_lblSchuetzenName")).isEmpty(); });
+  program_.waitUntil("shooter", [&] { return hasShooter(line); });
 }
 
 void Walk::tickStationDiscipline(int line, const QString& name) {
@@ -77,7 +77,7 @@ void Walk::saveAndBook(int line) {
 
 void Walk::signOffAndLeavePriceMode(int line) {
   program_.click(at(line, "Command2"));
-  program_.waitUntil("sign-off", [&] { return program_.text(at(line, "m_lblSchuetzenName")).isEmpty(); });
+  program_.waitUntil("sign-off", [&] { return !hasShooter(line); });
 }
 
 void Walk::close(bool openShotsLeft) {

@@ -10,6 +10,7 @@ class Walk {
   explicit Walk(DrivenProgram& program) : program_(program) {}
 
   void selectLine(int line);
+  bool hasShooter(int line) { return !program_.text(at(line, "m_lblSchuetzenName")).isEmpty(); }
   void chooseShooter(int line, const QString& startNumber);
   /// Ticks the station's discipline in the line's grid.
   void tickStationDiscipline(int line, const QString& name);
