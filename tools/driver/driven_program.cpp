@@ -43,9 +43,10 @@ void DrivenProgram::kill() {
 }
 
 void DrivenProgram::killIn(int milliseconds) {
-  QProcess::startDetached("sh", {"-c", QString("sleep %1; kill -9 %2")
-                                           .arg(milliseconds / 1000.0, 0, 'f', 3)
-                                           .arg(process_.processId())});
+  QProcess::startDetached(
+      "sh",
+      {"-c",
+       QString("sleep %1; kill -9 %2").arg(milliseconds / 1000.0, 0, 'f', 3).arg(process_.processId())});
 }
 
 int DrivenProgram::waitForEnd() {
@@ -119,11 +120,20 @@ QJsonObject DrivenProgram::modal() {
 
 void DrivenProgram::answer(const QString& expected, const QString& button) {
   waitUntil("box: " + expected, [&] { return !modal().isEmpty(); });
-  const QString text = modal()["text"].toString();
+  const QJsonObject box = modal();
+  const QString text = box["text"].toString();
   if (!text.contains(expected))
     throw DriverError("expected the box \"" + expected + "\", found \"" + text + "\"");
   call({{"do", "answer"}, {"button", button}});
-  waitUntil("end of the box: " + expected, [&] { return modal()["text"].toString() != text; });
+  waitUntil("end of the box: " + expected, [&] {
+    try {
+      return modal()["id"] != box["id"];
+    } catch (const DriverError&) {
+      if (!running() || process_.waitForFinished(kAnswerSeconds * 1000))
+        return true;  // the box was the program's last word
+      throw;
+    }
+  });
 }
 
 void DrivenProgram::grab(const QString& file, const QString& object) {

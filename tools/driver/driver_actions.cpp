@@ -70,7 +70,8 @@ QJsonObject modal(const QJsonObject&) {
   QJsonArray buttons;
   for (auto* button : window->findChildren<QAbstractButton*>())
     if (button->isVisible()) buttons << button->text().remove('&');
-  return good(QJsonObject{{"class", window->metaObject()->className()},
+  return good(QJsonObject{{"id", QString::number(reinterpret_cast<quintptr>(window)) + boxText(window)},
+                          {"class", window->metaObject()->className()},
                           {"name", window->objectName()},
                           {"title", window->windowTitle()},
                           {"text", boxText(window)},

@@ -1,0 +1,89 @@
+// The real binary as a process of its own: one instance, competitions that don't open, and the fatal end.
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "tools/rundgang/range.h"
+#include "tools/rundgang/walk.h"
+
+using namespace qk;
+
+class TestProgram : public QObject {
+  Q_OBJECT
+
+ private:
+  /// A range in a folder without a dot in its path.
+  struct Place {
+    Place() : folder(QDir::tempPath() + "/qk-programm-XXXXXX"), range({folder.path(), "11", 0, 1, {}}) {}
+    QTemporaryDir folder;
+    Range range;
+  };
+
+  static void write(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+    file.write(content);
+  }
+
+  static std::unique_ptr<DrivenProgram> started(const Range& range) {
+    auto program = range.startProgram();
+    program->waitUntil("tree", [&] { return program->items("tree").size() == 2; });
+    return program;
+  }
+
+ private Q_SLOTS:
+  void aSecondStartEndsAndShowsNothing() {
+    Place place;
+    const auto first = started(place.range);
+    QProcess second;
+    second.setProcessEnvironment([&] {
+      QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
+      all.insert(place.range.environment());
+      return all;
+    }());
+    second.start(QString(QK_BIN_FOLDER) + "/qk-intarso", {place.range.competition()});
+    QVERIFY(second.waitForFinished());
+    QCOMPARE(second.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(second.exitCode(), 0);
+    QVERIFY(first->running());
+    QVERIFY(first->modal().isEmpty());
+  }
+
+  void afterAKillTheNextStartIsTheFirst() {
+    Place place;
+    started(place.range)->kill();
+    const auto next = started(place.range);
+    QVERIFY(next->running());
+    Walk(*next).close(false);
+  }
+
+  void aDamagedCompetitionIsNamedAndEndsTheProgram() {
+    Place place;
+    write(place.range.competition(), "kein Wettkampf");
+    const auto program = place.range.startProgram();
+    // Each of the program's own three tables, then its column, then the opening itself.
+    for (int table = 0; table < 3; ++table) program->answer("Fehler: 3343 - ", "Abbrechen");
+    program->answer("Fehler bei FeldAnlegen_err!", "Abbrechen");
+    program->answer("Bitte anderen Wettkampf wählen!!!", "OK");
+    QVERIFY(program->waitForEnd() >= 0);
+    QFile file(place.range.competition());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("kein Wettkampf"));
+  }
+
+  void aFlagWithoutDataEndsTheProgramAndLosesNothing() {
+    Place place;
+    const auto program = started(place.range);
+    Walk walk(*program);
+    walk.selectLine(1);
+    walk.priceModeOn(1);
+    write(place.range.exchangeFolder() + "HSlav1.ctl", "\"\"\r\n");
+    program->answer("Laufzeitfehler 13: ", "OK");
+    QCOMPARE(program->waitForEnd(), 1);
+    QVERIFY(QFile::exists(place.range.exchangeFolder() + "HSlav1.ctl"));
+  }
+};
+
+QTEST_GUILESS_MAIN(TestProgram)
+#include "test_program.moc"
