@@ -273,7 +273,7 @@ void UserControl1::showBestResults() {
   fill(ui_->LstBesteErgTeiler, best.teiler);
 }
 
-// The told red and green are the ground behind black letters: as letters they couldn't be read.
+// Red and green are the ground behind black letters: as letters they couldn't be read.
 void UserControl1::showSendState(SendState state) {
   QPalette look = ui_->lblSenden->palette();
   look.setColor(QPalette::Window, state == SendState::Waiting ? QColor(255, 0, 0) : QColor(0, 255, 0));

@@ -26,7 +26,7 @@ namespace qk {
 
 class Files;
 
-/// Misbehaviour that a station can be told to show now and then.
+/// Misbehaviour that a station can be made to show now and then.
 enum class Fault {
   Slow,             ///< takes commands over late, up to 12 s
   Duplicate,        ///< reports the same record twice
