@@ -33,6 +33,13 @@ bool LineCapture::SpeichereHaeringSchuss(HaeringSchuss& schuss) {
   return qk::SpeichereHaeringSchuss(workplace_, db_, schuss);
 }
 
+bool LineCapture::uebernehmeManuellenSchuss(const std::shared_ptr<HaeringSchuss>& schuss) {
+  if (!qk::TransferInGrid(workplace_, flex_, m_colHaeringSchuss_, schuss)) return false;
+  if (schuss->bAngewaehlt) flex_.setText(flex_.rows() - 1, 0, "-1");
+  PruefeUebertragenSchaltflaecheEnabled();
+  return SpeichereHaeringSchuss(*schuss);
+}
+
 std::int16_t LineCapture::AnzahlOffeneSchuesse(std::int16_t nLinie) {
   return qk::AnzahlOffeneSchuesse(workplace_, db_, nLinie);
 }

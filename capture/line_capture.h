@@ -58,6 +58,9 @@ class LineCapture : public QObject {
   /// Reception: TransferInGrid, then SpeichereHaeringSchuss. The object stays shared with the collection.
   void TransferInGrid(const std::shared_ptr<HaeringSchuss>& schuss);
   bool SpeichereHaeringSchuss(HaeringSchuss& schuss);
+  /// The same two for a shot entered by hand; one that comes ticked shows its tick. False when the operator
+  /// gave it up, as for a key that the line has already.
+  bool uebernehmeManuellenSchuss(const std::shared_ptr<HaeringSchuss>& schuss);
   std::int16_t AnzahlOffeneSchuesse(std::int16_t nLinie);
   QString StartnummerOffeneSchuesse(std::int16_t nLinie);
   void LadeOffeneSchuesse(std::int16_t nLinie);

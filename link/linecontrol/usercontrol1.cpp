@@ -1,6 +1,7 @@
 #include "link/linecontrol/usercontrol1.h"
 
 #include "app/ground/settings_keys.h"
+#include "capture/frmHaeringEinzelschuss.h"
 #include "link/linecontrol/shooter_choice.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/datetext.h"
@@ -264,6 +265,21 @@ bool UserControl1::uebernehmeSchuss(const std::shared_ptr<HaeringSchuss>& schuss
 
 void UserControl1::summenZeile(const QString& text) {
   Q_EMIT SummenZeile(index_, text);
+}
+
+void UserControl1::mnuPopHaeringManuellNeu_Click() {
+  reported(report("Fehler bei mnuPopHaeringManuellNeu_Click_err!"), [&](Steps&) {
+    if (!capture_.shooter()) return workplace_.dialogs.note("Bitte wählen Sie einen Schützen!");
+    const ShotCollection& open = capture_.m_colHaeringSchuss();
+    const auto last = open.isEmpty() ? nullptr : open.at(open.count() - 1);
+    const auto schuss = std::make_shared<HaeringSchuss>(
+        manualShot(last.get(), {nLinie_, sStartnummer_, schuetzenName(), ui_->m_lblKlasse->text()},
+                   workplace_.clock.now()));
+    frmHaeringEinzelschuss dialog(workplace_, *schuss, wettbewerbeText(disciplines_.table()), window());
+    dialog.exec();
+    if (retired_ || !dialog.bOK()) return;
+    if (capture_.uebernehmeManuellenSchuss(schuss)) workplace_.dialogs.note("Schuss hinzugefügt");
+  });
 }
 
 // ---- commands ----

@@ -147,6 +147,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void cmdClearHaeringSchuss_Click();
   void cmdWahlAlle_Click();
   void cmdCreateCTL_Click();
+  void mnuPopHaeringManuellNeu_Click();
   void cmbHaeringGruppen_Click(int position);
   void flexHaeringDiszi_AfterEdit(int row, int column);
   void importTestLine(const QString& line);

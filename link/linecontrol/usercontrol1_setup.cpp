@@ -242,10 +242,8 @@ void UserControl1::makePopups() {
 
   mnuPopManuellerSchuss_ = new QMenu(this);
   mnuPopManuellerSchuss_->setObjectName("mnuPopManuellerSchuss");
-  QAction* manual = mnuPopManuellerSchuss_->addAction("Schuss manuell hinzufügen...");
-  manual->setObjectName("mnuPopHaeringManuellNeu");
-  manual->setEnabled(false);
-  manual->setStatusTip("In dieser Version noch nicht enthalten.");
+  entry(mnuPopManuellerSchuss_, "mnuPopHaeringManuellNeu", "Schuss manuell hinzufügen...",
+        [this] { mnuPopHaeringManuellNeu_Click(); });
   entry(mnuPopManuellerSchuss_, "mnuPopHaeringManSchussSerie", "Serie wählen (DEF)",
         [this] { capture_.HaeringSchussSerieAnwaehlen(disciplines_.table()); });
 }
