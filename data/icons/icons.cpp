@@ -3,7 +3,9 @@
 #include <QFile>
 
 // Q_INIT_RESOURCE stands outside every namespace; a static library would otherwise leave its resource behind.
-static void loadResource() { Q_INIT_RESOURCE(icons); }
+static void loadResource() {
+  Q_INIT_RESOURCE(icons);
+}
 
 namespace qk {
 
