@@ -66,7 +66,6 @@ void frmLinienSetup::fillList(int count) {
   for (int line = 1; line <= count; ++line) names.append("Linie " + QString::number(line));
   ui_->List1->clear();
   ui_->List1->addItems(names);
-  ui_->List1->clearSelection();
   showCount();
 }
 

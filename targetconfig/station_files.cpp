@@ -185,7 +185,7 @@ DisciplineGrid readDisciplineGrid(Files& files, const QString& folder) {
     if (line.contains("Bezeichnung")) grid.rows.push_back({textBeside("Bezeichnung", line), {}});
     if (line.contains("Definition")) {
       const QString name = textBeside("Definition", line);
-      if (grid.rows.empty() || name.isEmpty() || !files.readable(folder + name)) continue;
+      if (grid.rows.empty() || !files.readable(folder + name)) continue;
       grid.rows.back().shots = shotCount(readLines(files, folder + name));
     }
   }

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -136,6 +137,9 @@ class TestStationFiles : public QObject {
         "\">Schusszahl\"\n\">Wertung\"\n\"10\"\nstray\n\">Unbekannt\"\n\"x\"\n\">DateiName\"");
     QCOMPARE(d.schusszahl, QString());
     QCOMPARE(d.wertung, "10");
+    // A counted entry is known by its number.
+    QCOMPARE(definitionFromBytes("\">Zeit\"\n\"9 min\"\n\">Zeit1\"\n\"60 min\"").zeit, "60 min");
+    QCOMPARE(definitionFromBytes("\">Zeit\"\n\"9 min\"").zeit, QString());
     QCOMPARE(d.dateiName, QString());
   }
 
@@ -192,6 +196,20 @@ class TestStationFiles : public QObject {
     QVERIFY(grid.iniMissing);
     QCOMPARE(grid.iniPath, folder() + "esa_preis.ini");
     QVERIFY(grid.rows.empty());
+  }
+
+  void gridOfAnotherKindOfFile() {
+    QByteArray bytes;
+    for (int i = 0; i < 5000; ++i) bytes += char(i * 37 % 256);
+    files_.write(folder() + "esa_preis.ini", bytes);
+    QVERIFY(readDisciplineGrid(files_, folder()).rows.empty());
+    files_.write(folder() + "esa_preis.ini", "Bezeichnung=A\nDefinition=a.def\n");
+    files_.write(folder() + "a.def", bytes);
+    QCOMPARE(readDisciplineGrid(files_, folder()).rows, (std::vector<GridDiscipline>{{"A", ""}}));
+    files_.remove(folder() + "esa_preis.ini");
+    files_.makeFolder(folder() + "esa_preis.ini");
+    QVERIFY(readDisciplineGrid(files_, folder()).iniMissing);
+    QVERIFY(QDir(folder()).rmdir("esa_preis.ini"));
   }
 
   void gridSurvivesDefinitionFirstAndFolderAsName() {
