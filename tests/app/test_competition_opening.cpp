@@ -241,16 +241,44 @@ class TestCompetitionOpening : public QObject {
     QCOMPARE(place_->files.read(text), content);
   }
 
+  void aDamagedCompetitionIsReportedAndLeftAlone() {
+    QVERIFY(opening_->setWettkampf(path_));
+    const QString torn = place_->path("Riss.qkk");
+    const QByteArray half = QByteArray("SQLite format 3", 16) + QByteArray(8000, '\xff');
+    place_->files.write(torn, half);
+    const Error error = errorOfOpening(torn);
+    const QString why = "Fehler: " + QString::number(error.number()) + " - " + error.description();
+    for (int i = 0; i < kOwnTables.size(); ++i) place_->dialogs.expect(why, BoxAnswer::Cancel);
+    place_->dialogs.expect(why + "\nFehler bei FeldAnlegen_err!", BoxAnswer::Abort);
+    place_->dialogs.expect(why + "\r\nBitte anderen Wettkampf wählen!!!").titled("Fehler");
+    QVERIFY(!opening_->setWettkampf(torn));
+    QCOMPARE(place_->files.read(torn), half);
+    QCOMPARE(opening_->sWettkampf(), path_);
+  }
+
+  void anotherKindOfFileAsTemplateIsReportedAndLeftAlone() {
+    const QByteArray content(5000, 'x');
+    place_->files.write(vorlage(), content);
+    const QString why = "Fehler: 3343 - " + messageOfOpening(vorlage());
+    for (int i = 0; i < kOwnTables.size(); ++i)
+      place_->dialogs.expect(why, BoxAnswer::Cancel).titled("Fehler").with(BoxButtons::RetryCancel);
+    place_->dialogs.expect("Fehler: 3078 - " + messageOf(path_) + "\r\nBitte anderen Wettkampf wählen!!!");
+    QVERIFY(!opening_->setWettkampf(path_));
+    QCOMPARE(place_->files.read(vorlage()), content);
+    QVERIFY(dao::Database::open(path_)->hasTable("Schützen"));
+  }
+
  private:
   QString vorlage() const { return place_->path("System/LeerSA.mdb"); }
-  static QString messageOfOpening(const QString& path) {
+  static Error errorOfOpening(const QString& path) {
     try {
       dao::Database::open(path);
     } catch (const Error& error) {
-      return error.description();
+      return error;
     }
-    return "opens";
+    return Error(0);
   }
+  static QString messageOfOpening(const QString& path) { return errorOfOpening(path).description(); }
   static QString messageOf(const QString& path, const QString& table = "Haering_Daten") {
     try {
       const QString source = table == "Haering_Daten" ? "Select * from " + table : table;

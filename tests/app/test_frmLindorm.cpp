@@ -24,6 +24,7 @@ class TestFrmLindorm : public QObject {
   void linesOfTheSettings();
   void noLineActive();
   void emptySettingAsks();
+  void anEmptyStoreMakesFoldersAndAsks();
   void commandLineHidesTheChoice();
   void badCommandLineEndsTheProgram();
   void lastCompetitionWithoutCommandLine();
@@ -49,6 +50,7 @@ class TestFrmLindorm : public QObject {
   void stationMessagePopup();
 
   void restartBringsOpenShotsBack();
+  void restartGivesTheLineToTheShooterOfTheFirstRow();
   void closingAsksAboutOpenShots();
   void closingAsksWhenSet();
   void closingReleasesTheCompetition();
@@ -115,6 +117,16 @@ void TestFrmLindorm::emptySettingAsks() {
       .showing(BoxIcon::Information);
   QVERIFY(office.open());
   QCOMPARE(office.window().lineCount(), 0);
+}
+
+void TestFrmLindorm::anEmptyStoreMakesFoldersAndAsks() {
+  RangeOffice office;
+  QVERIFY(QFile::remove(office.place.settings.filePath()));
+  office.boxes.expect(
+      "Bitte setzen Sie im Menü Optionen - Standeinstellungen den Intarso-Pfad und die Standbelegung");
+  QVERIFY(office.open());
+  for (const char* name : {"Daten", "Sicherung", "Export", "SystemUser"})
+    QVERIFY2(QFileInfo(office.place.path("dokumente/Tarvex/") + name).isDir(), name);
 }
 
 void TestFrmLindorm::commandLineHidesTheChoice() {
@@ -380,6 +392,24 @@ void TestFrmLindorm::restartBringsOpenShotsBack() {
   QCOMPARE(office.mark(2), QString("pfeil"));
   QVERIFY(office.line(1).isVisible());
   QVERIFY(!office.line(2).findChild<QTimer*>("Timer1")->isActive());
+}
+
+void TestFrmLindorm::restartGivesTheLineToTheShooterOfTheFirstRow() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  office.press(1, "cmdPreisModus");
+  office.fire(1, shotRecord(1, 2, "9,7", "123,4", "LG Meister", "105"));
+  office.fire(1, shotRecord(1, 1, "9,7", "123,4", "LG Meister", "107"));
+  office.drop();
+  QVERIFY(office.open());
+  QCOMPARE(office.line(1).sStartnummer(), QString("105"));
+  QCOMPARE(office.line(1).nOffeneSchuss(), 2);
+  const auto db = office.database();
+  const auto rs = db->openRecordset("Select * from Haering_Daten order by ID");
+  QCOMPARE(rs->value("Startnummer").toString(), QString("105"));
+  rs->moveNext();
+  QCOMPARE(rs->value("Startnummer").toString(), QString("107"));
 }
 
 void TestFrmLindorm::closingAsksAboutOpenShots() {

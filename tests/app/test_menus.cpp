@@ -352,7 +352,14 @@ void TestMenus::transferClear() {
   trigger(office.window(), "mnuHaeringTransferClear");
   office.press(1, "cmdPreisModus");
   office.send(2, {"22;alt"});
+  bool hourglass = false;
+  office.place.files.before([&](FileStep step, const QString&) {
+    hourglass |= step == FileStep::Remove && QApplication::overrideCursor() &&
+                 QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+  });
   trigger(office.window(), "mnuHaeringTransferClear");
+  office.place.files.before({});
+  QVERIFY(hourglass);
   QVERIFY(office.place.files.list(office.folder, "HS*").isEmpty());
   QVERIFY(!QApplication::overrideCursor());
   office.set("Netzverzeichnis", office.folder);

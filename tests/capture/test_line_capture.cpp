@@ -286,6 +286,8 @@ void TestLineCapture::discardingTheTicked() {
   line.choose({0});
   line.tick(1);
   line.tick(3);
+  line.capture->m_cmdUebertragenTarvex_Click();
+  QCOMPARE(line.pending(), QStringList{"10m Luftgewehr 18"});
   line.bench.dialogs.expect(DiscardTicked, BoxAnswer::No)
       .titled("Hinweis")
       .with(BoxButtons::YesNo)
@@ -295,6 +297,8 @@ void TestLineCapture::discardingTheTicked() {
   line.bench.dialogs.expect(DiscardTicked, BoxAnswer::Yes);
   line.capture->HaeringSchussVerwerfenGewaehlte();
   QCOMPARE(line.rows("Haering_Daten", "Verworfen"), (QStringList{"-1", "0", "-1", "0"}));
+  QCOMPARE(line.pending(), QStringList());
+  QCOMPARE(line.capture->ffErg().text(1, 1), QString());
   QCOMPARE(line.ticks(), QString(".."));
   QCOMPARE(line.capture->flex().text(1, 2), QString("2"));
   QCOMPARE(line.capture->flex().text(2, 2), QString("4"));

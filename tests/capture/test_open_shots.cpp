@@ -197,6 +197,7 @@ void TestOpenShots::firstRowNamesTheShooter() {
     line.receive(s);
   }
   QCOMPARE(StartnummerOffeneSchuesse(line.bench.workplace(), &line.bench.store(), 3), QString("107"));
+  QCOMPARE(AnzahlOffeneSchuesse(line.bench.workplace(), &line.bench.store(), 3), std::int16_t(2));
 }
 
 void TestOpenShots::newStartNumber() {

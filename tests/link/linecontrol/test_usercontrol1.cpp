@@ -56,6 +56,10 @@ class TestUserControl1 : public QObject {
   void numbersAndPopupOfTheStationGrid();
   void oneCommitAShot();
   void roadOfAShot();
+  void oneShotAFile();
+  void aRepeatIsKnownUntilItsShotIsBooked();
+  void aShotCountsForTheShooterOnTheLine();
+  void failedStoringAsksAndKeepsTheFlagMeanwhile();
   void seriesByDoubleClick();
   void seriesByDefFile();
   void priceModeEndsWithSignOff();
@@ -318,6 +322,81 @@ void TestUserControl1::roadOfAShot() {
   }
   QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Verbucht = -1"), 10);
   QCOMPARE(rowsOf(*office_, "Select * from Grafik_Scheibe where StartNr = '107'"), 1);
+}
+
+void TestUserControl1::oneShotAFile() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  const QString first = shotRecord(1, 1, "9,7", "123,4");
+  office_->send(1, {first, first, shotRecord(1, 2, "8,1", "400")});
+  office_->tick(1);
+  QCOMPARE(shots().rows(), 2);
+  QCOMPARE(shots().text(1, 4), QString("9,7"));
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 1);
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Treffernummer = 1"), 1);
+  QVERIFY(!QFile::exists(office_->folderFile("HSlav1.ctl")));
+}
+
+void TestUserControl1::aRepeatIsKnownUntilItsShotIsBooked() {
+  const QString record = shotRecord(1, 1, "9,7", "123,4");
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  office_->fire(1, record);
+  office_->fire(1, record);
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 1);
+  office_->tickEntry(1, "m_lstDisziTarvex", "LG Serie 10");
+  office_->place.random.give({0.1, 0.2});
+  office_->press(1, "m_cmdAlleWaehlenHaering");
+  office_->press(1, "m_cmdSaveTarvex");
+  QCOMPARE(office_->line(1).nOffeneSchuss(), 0);
+  office_->fire(1, record);
+  QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
+  QCOMPARE(shots().rows(), 2);
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 2);
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Verbucht = 0"), 1);
+}
+
+void TestUserControl1::aShotCountsForTheShooterOnTheLine() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4", "LG Serie 10", "105"));
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '105'"), 1);
+  office_->tickEntry(1, "m_lstDisziTarvex", "LG Serie 10");
+  office_->place.random.give({0.1, 0.2});
+  office_->press(1, "m_cmdAlleWaehlenHaering");
+  office_->press(1, "m_cmdSaveTarvex");
+  QCOMPARE(rowsOf(*office_, "Select * from SchussSerien where Startnummer = '107'"), 1);
+  QCOMPARE(rowsOf(*office_, "Select * from SchussSerien where Startnummer = '105'"), 0);
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '105' and Verbucht = -1"), 1);
+}
+
+void TestUserControl1::failedStoringAsksAndKeepsTheFlagMeanwhile() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  const auto db = office_->database();
+  const dao::TableDef table = db->tableDef("Haering_Daten");
+  db->dropTable("Haering_Daten");
+  QString why;
+  try {
+    db->openRecordset("Select * from Haering_Daten");
+  } catch (const Error& error) {
+    why = QString::number(error.number()) + " - " + error.description();
+  }
+  const QString flag = office_->folderFile("HSlav1.ctl");
+  bool waiting = false;
+  office_->boxes
+      .expect(why + "\nFehler beim Speichern der Intarso-Ergebnisse in die Datenbank!", BoxAnswer::Retry)
+      .titled("Fehler")
+      .with(BoxButtons::AbortRetryIgnore)
+      .during([&] {
+        waiting = QFile::exists(flag);
+        db->createTable(table);
+      });
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  QVERIFY(waiting);
+  QVERIFY(!QFile::exists(flag));
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 1);
+  QCOMPARE(shots().rows(), 2);
 }
 
 void TestUserControl1::seriesByDoubleClick() {
