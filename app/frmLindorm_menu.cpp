@@ -202,11 +202,10 @@ void frmLindorm::mnuOptEinstellungen_Click() {
 }
 
 void frmLindorm::mnuOptHaeringNetzPfad_Click() {
-  const QString current = liesText(workplace_.settings, keys::Netzverzeichnis);
   const QString folder =
-      workplace_.dialogs.chooseFolder("Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + current, current);
+      NetzverzeichnisWaehlen(workplace_, liesText(workplace_.settings, keys::Netzverzeichnis));
   if (folder.isEmpty()) return;
-  schreibe(workplace_.settings, keys::Netzverzeichnis, withTrailingSeparator(folder));
+  schreibe(workplace_.settings, keys::Netzverzeichnis, folder);
   Load_Settings();
 }
 

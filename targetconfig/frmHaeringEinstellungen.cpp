@@ -23,6 +23,13 @@ std::vector<std::pair<QCheckBox*, SettingKey>> switchesOf(const Ui::frmHaeringEi
 
 }  // namespace
 
+QString NetzverzeichnisWaehlen(const Workplace& workplace, const QString& start) {
+  const QString present = liesText(workplace.settings, keys::Netzverzeichnis);
+  const QString chosen =
+      workplace.dialogs.chooseFolder("Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + present, start);
+  return chosen.isEmpty() ? chosen : withTrailingSeparator(chosen);
+}
+
 frmHaeringEinstellungen::frmHaeringEinstellungen(const Workplace& workplace, QWidget* parent)
     : QDialog(parent), workplace_(workplace), ui_(std::make_unique<Ui::frmHaeringEinstellungen>()) {
   ui_->setupUi(this);
@@ -38,10 +45,8 @@ frmHaeringEinstellungen::frmHaeringEinstellungen(const Workplace& workplace, QWi
 frmHaeringEinstellungen::~frmHaeringEinstellungen() = default;
 
 void frmHaeringEinstellungen::cmdHaeringPfad_Click() {
-  const QString present = liesText(workplace_.settings, keys::Netzverzeichnis);
-  const QString chosen = workplace_.dialogs.chooseFolder(
-      "Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + present, ui_->lblHaeringNetzwerkpfad->text());
-  if (!chosen.isEmpty()) ui_->lblHaeringNetzwerkpfad->setText(withTrailingSeparator(chosen));
+  const QString chosen = NetzverzeichnisWaehlen(workplace_, ui_->lblHaeringNetzwerkpfad->text());
+  if (!chosen.isEmpty()) ui_->lblHaeringNetzwerkpfad->setText(chosen);
 }
 
 void frmHaeringEinstellungen::cmdOK_Click() {

@@ -12,6 +12,10 @@ class frmHaeringEinstellungen;
 
 namespace qk {
 
+/// Asks for the exchange folder, naming the stored one, the chooser opening at `start`. With its final
+/// separator; empty when cancelled. Stores nothing.
+QString NetzverzeichnisWaehlen(const Workplace& workplace, const QString& start);
+
 class frmHaeringEinstellungen : public QDialog {
   Q_OBJECT
 
