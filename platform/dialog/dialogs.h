@@ -13,7 +13,7 @@ enum class BoxButtons { Ok, OkCancel, YesNo, RetryCancel, AbortRetryIgnore };
 enum class BoxAnswer { Ok, Cancel, Yes, No, Abort, Retry, Ignore };
 
 struct Box {
-  QString text;  ///< plain text, line breaks as told
+  QString text;  ///< plain text with its line breaks
   QString title = "Hinweis";
   BoxIcon icon = BoxIcon::None;
   BoxButtons buttons = BoxButtons::Ok;

@@ -18,7 +18,7 @@ namespace qk {
 namespace {
 
 constexpr double kTwipsPerInch = 1440.0;
-// Told widths were measured with a font of this size.
+// Given widths were measured with a font of this size.
 constexpr double kToldPointSize = 9.0;
 // A column of the grid's own choice is never narrower than this many characters.
 constexpr int kLeastCharacters = 4;
@@ -267,15 +267,15 @@ int TextGrid::pixels(int twips, int logicalDpi) const {
 void TextGrid::applyColumnWidths() {
   const int least = fontMetrics().averageCharWidth() * kLeastCharacters;
   for (int column = 0; column < table_->columns(); ++column) {
-    const int told = table_->columnWidth(column);
-    setColumnHidden(column, told == 0);
-    if (told == 0) continue;
+    const int given = table_->columnWidth(column);
+    setColumnHidden(column, given == 0);
+    if (given == 0) continue;
     const bool stretched = column == stretchColumn_;
     horizontalHeader()->setSectionResizeMode(column,
                                              stretched ? QHeaderView::Stretch : QHeaderView::Interactive);
     if (stretched) continue;
-    if (told > 0) {
-      setColumnWidth(column, pixels(told, logicalDpiX()));
+    if (given > 0) {
+      setColumnWidth(column, pixels(given, logicalDpiX()));
     } else {
       const int wanted = std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
       setColumnWidth(column, std::max(least, wanted));
@@ -304,8 +304,8 @@ void TextGrid::applyRowHeights() {
 }
 
 int TextGrid::rowHeightOf(int row) const {
-  const int told = table_->rowHeight(row);
-  if (told >= 0) return told == 0 ? 0 : pixels(told, logicalDpiY());
+  const int given = table_->rowHeight(row);
+  if (given >= 0) return given == 0 ? 0 : pixels(given, logicalDpiY());
   int height = fontMetrics().height();
   for (int column = 0; column < table_->columns(); ++column)
     if (const auto font = table_->cellLook(row, column).font)

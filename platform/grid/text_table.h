@@ -36,7 +36,7 @@ class TextTable : public QAbstractTableModel {
   /// Empties the texts of that cell and of all to its right and below.
   void clearCells(int firstRow, int firstColumn);
 
-  /// Widths and heights as told, in twips (1/1440 inch); 0 hides; -1 is the grid's own choice.
+  /// Widths and heights in twips (1/1440 inch); 0 hides; -1 is the grid's own choice.
   int columnWidth(int column) const;
   void setColumnWidth(int column, int twips);
   int rowHeight(int row) const;
@@ -60,7 +60,7 @@ class TextTable : public QAbstractTableModel {
   };
   CellLook cellLook(int row, int column) const;
   void setCellLook(int row, int column, const CellLook& look);
-  /// Rows that ask for a height of their own, by told height or by a cell's font: few, as a rule.
+  /// Rows that ask for a height of their own, by a given height or by a cell's font: few, as a rule.
   QVector<int> rowsWithOwnHeight() const;
 
   // QAbstractTableModel: data rows only; header row 0 is the horizontal header.

@@ -1,4 +1,4 @@
-// Opening a competition: own tables and column, told failures, what is open after a failure. No window.
+// Opening a competition: own tables and column, reported failures, what is open after a failure. No window.
 #include <QDir>
 #include <QFile>
 #include <QTest>

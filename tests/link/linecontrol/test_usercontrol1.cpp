@@ -42,7 +42,7 @@ class TestUserControl1 : public QObject {
   }
   void cleanup() { office_.reset(); }
 
-  void everyToldControlIsThere();
+  void everyControlIsThere();
   void stationDisciplines();
   void startOfALine();
   void chosenShooter();
@@ -82,7 +82,7 @@ class TestUserControl1 : public QObject {
   std::unique_ptr<RangeOffice> office_;
 };
 
-void TestUserControl1::everyToldControlIsThere() {
+void TestUserControl1::everyControlIsThere() {
   for (const char* name : {"lblLinie",
                            "lblTime",
                            "lblSenden",
