@@ -2,7 +2,8 @@
 //
 // The row is what the operator chooses. Arrows, Home and End walk the rows; blank ticks the current row; F2
 // or Enter edits, and so does typing a number: in the current cell, else in the row's first editable one. Tab
-// leaves the grid. Given widths and heights (twips) are meant for the house's font and grow with a larger one.
+// leaves the grid. Given widths and heights (twips) are meant for the house's font and grow with a larger
+// one.
 #pragma once
 
 #include <QTableView>
