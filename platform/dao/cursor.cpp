@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/dao/bookmark.h"
-#include "platform/dao/convert.h"
 #include "platform/dao/engine.h"
 #include "platform/runtime/error.h"
 
@@ -252,46 +251,23 @@ QVariant Cursor::value(int position) const {
 }
 
 void Cursor::setValue(int position, const QVariant& value) {
-  const FieldDef& def = field(position);
+  field(position);
   if (mode_ == Mode::Reading) throw Error(3020);
-  if (plan_->columns[static_cast<size_t>(position)].baseField < 0) throw Error(3164);
-  if (def.autoNumber && mode_ == Mode::Editing) throw Error(3164);
-  buffer_.values[static_cast<size_t>(position)] = convertedValue(value, def);
-  buffer_.changed[static_cast<size_t>(position)] = true;
+  writer_.set(buffer_, position, value, mode_ == Mode::Adding);
 }
 
 // --- changes
 // --------------------------------------------------------------------------------------------------------
 
 void Cursor::requireUpdatable() const {
-  if (!plan_->keyed || type_ == RecordsetType::Snapshot || engine_->readOnly()) throw Error(3027);
-}
-
-/// The column whose number a new row gets before it is stored; -1 for none.
-int Cursor::autoNumberColumn() const {
-  const int autoNumber = plan_->target().table->autoNumber;
-  if (autoNumber < 0) return -1;
-  for (size_t i = 0; i < plan_->columns.size(); ++i)
-    if (plan_->columns[i].source == plan_->manySide && plan_->columns[i].baseField == autoNumber)
-      return static_cast<int>(i);
-  return -1;
+  if (type_ == RecordsetType::Snapshot) throw Error(3027);
+  writer_.requireUpdatable();
 }
 
 void Cursor::addNew() {
   leaveEditing();
   requireUpdatable();
-  buffer_.values.assign(plan_->columns.size(), {});
-  buffer_.changed.assign(plan_->columns.size(), false);
-  for (size_t i = 0; i < plan_->columns.size(); ++i) {
-    if (plan_->columns[i].source != plan_->manySide) continue;
-    buffer_.values[i] = presetValue(plan_->columns[i].def);
-    buffer_.changed[i] = buffer_.values[i].isValid();
-  }
-  if (const int column = autoNumberColumn(); column >= 0) {
-    const TableInfo& table = *plan_->target().table;
-    buffer_.values[static_cast<size_t>(column)] = static_cast<int>(engine_->takeNumber(table));
-    buffer_.changed[static_cast<size_t>(column)] = true;
-  }
+  buffer_ = writer_.newRow();
   mode_ = Mode::Adding;
 }
 
@@ -299,8 +275,7 @@ void Cursor::edit() {
   leaveEditing();
   requireUpdatable();
   loadRow();
-  buffer_.values.assign(plan_->columns.size(), {});
-  buffer_.changed.assign(plan_->columns.size(), false);
+  buffer_ = writer_.unchanged();
   mode_ = Mode::Editing;
 }
 
@@ -330,11 +305,7 @@ void Cursor::cancelUpdate() {
 
 /// A number that was handed out for a row which is never stored goes back.
 void Cursor::leaveEditing() {
-  if (mode_ == Mode::Adding) {
-    if (const int column = autoNumberColumn(); column >= 0)
-      engine_->giveBackNumber(*plan_->target().table,
-                              buffer_.values[static_cast<size_t>(column)].toLongLong());
-  }
+  if (mode_ == Mode::Adding) writer_.discard(buffer_);
   mode_ = Mode::Reading;
 }
 

@@ -79,7 +79,6 @@ class Cursor final : public Recordset {
 
   const FieldDef& field(int position) const;
   void requireUpdatable() const;
-  int autoNumberColumn() const;
 
   std::shared_ptr<Engine> engine_;
   std::shared_ptr<const SelectPlan> plan_;

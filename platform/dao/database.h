@@ -20,6 +20,7 @@ namespace qk::dao {
 class Engine;
 class PlanCache;
 class Recordset;
+class RowList;
 
 enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
 
@@ -66,6 +67,7 @@ class Database {
   Engine& engine() { return *engine_; }  ///< for platform/dao only
 
  private:
+  friend class RowList;
   explicit Database(std::unique_ptr<Engine> engine);
   std::shared_ptr<Engine> engine_;
   std::unique_ptr<PlanCache> plans_;

@@ -37,6 +37,10 @@ class Engine {
   virtual void appendIndex(const TableInfo& table, const IndexDef& index) = 0;
   virtual void createQuery(const QString& name, const sql::Select& select, const QString& text) = 0;
 
+  /// Another connection to the same store, for reading in another thread. A read on it ends with 3059 as soon
+  /// as `cancelled`, asked now and then from that thread, says so.
+  virtual std::unique_ptr<Engine> reader(std::function<bool()> cancelled) const = 0;
+
   /// Hands over row after row until `take` says false. `take` runs no statement of this engine.
   virtual void read(const QString& text, const QVariantList& values,
                     const std::function<bool(const NativeRow&)>& take) = 0;

@@ -18,6 +18,23 @@ void KeyList::append(const Key& key) {
   numbers_.push_back(number);
 }
 
+void KeyList::append(const KeyList& more) {
+  const bool goesOn = ascending_ == size() &&
+                      (numbers_.empty() || more.numbers_.empty() || more.numbers_.front() > numbers_.back());
+  if (goesOn) ascending_ += more.ascending_;
+  numbers_.insert(numbers_.end(), more.numbers_.begin(), more.numbers_.end());
+  values_.insert(values_.end(), more.values_.begin(), more.values_.end());
+}
+
+void KeyList::remove(qsizetype first, qsizetype count) {
+  if (integer_) {
+    numbers_.erase(numbers_.begin() + first, numbers_.begin() + first + count);
+    ascending_ -= std::clamp<qsizetype>(ascending_ - first, 0, count);
+  } else {
+    values_.erase(values_.begin() + first * width_, values_.begin() + (first + count) * width_);
+  }
+}
+
 void KeyList::replace(qsizetype index, const Key& key) {
   if (integer_) {
     numbers_[static_cast<size_t>(index)] = key.first().toLongLong();

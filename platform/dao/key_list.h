@@ -14,9 +14,12 @@ class KeyList {
   KeyList(int width, bool integer) : width_(width), integer_(integer) {}
 
   bool isInteger() const { return integer_; }
+  int width() const { return width_; }
   qsizetype size() const;
   void append(const Key& key);
+  void append(const KeyList& more);  ///< of the same kind
   void replace(qsizetype index, const Key& key);
+  void remove(qsizetype first, qsizetype count);  ///< only of a list without tombstones
   Key at(qsizetype index) const;
   /// -1 when it isn't there. Fast where keys ascend, as pages of a table do.
   qsizetype indexOf(const Key& key) const;

@@ -114,14 +114,12 @@ QString KeyedRows::orderClause(bool backwards) const {
 }
 
 void KeyedRows::readWhole(KeyList& keys) {
-  QString text = "SELECT " + plan_->keyColumns + plan_->from.text +
-                 SelectPlan::conditions({plan_->where.text}) + orderClause();
-  QVariantList values = plan_->from.values + plan_->where.values + orderValues();
-  if (plan_->select->top) {
-    text += " LIMIT ?";
-    values.append(*plan_->select->top);
-  }
-  engine_->read(text, values, [&](const NativeRow& row) {
+  sql::NativeQuery query = plan_->keyListing();
+  if (!indexFields_.isEmpty())
+    query = {"SELECT " + plan_->keyColumns + plan_->from.text + SelectPlan::conditions({plan_->where.text}) +
+                 orderClause(),
+             plan_->from.values + plan_->where.values};
+  engine_->read(query.text, query.values, [&](const NativeRow& row) {
     keys.append(row);
     return true;
   });

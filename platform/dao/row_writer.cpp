@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/dao/convert.h"
 #include "platform/dao/engine.h"
 #include "platform/runtime/error.h"
 
@@ -9,6 +10,51 @@ namespace qk::dao {
 
 RowWriter::RowWriter(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan)
     : engine_(std::move(engine)), plan_(std::move(plan)) {}
+
+void RowWriter::requireUpdatable() const {
+  if (!plan_->keyed || engine_->readOnly()) throw Error(3027);
+}
+
+/// The column whose number a new row gets before it is stored; -1 for none.
+int RowWriter::autoNumberColumn() const {
+  const int autoNumber = plan_->target().table->autoNumber;
+  if (autoNumber < 0) return -1;
+  for (size_t i = 0; i < plan_->columns.size(); ++i)
+    if (plan_->columns[i].source == plan_->manySide && plan_->columns[i].baseField == autoNumber)
+      return static_cast<int>(i);
+  return -1;
+}
+
+EditBuffer RowWriter::unchanged() const {
+  return {std::vector<QVariant>(plan_->columns.size()), std::vector<bool>(plan_->columns.size(), false)};
+}
+
+EditBuffer RowWriter::newRow() const {
+  EditBuffer buffer = unchanged();
+  for (size_t i = 0; i < plan_->columns.size(); ++i) {
+    if (plan_->columns[i].source != plan_->manySide) continue;
+    buffer.values[i] = presetValue(plan_->columns[i].def);
+    buffer.changed[i] = buffer.values[i].isValid();
+  }
+  if (const int column = autoNumberColumn(); column >= 0) {
+    const TableInfo& table = *plan_->target().table;
+    buffer.values[static_cast<size_t>(column)] = static_cast<int>(engine_->takeNumber(table));
+    buffer.changed[static_cast<size_t>(column)] = true;
+  }
+  return buffer;
+}
+
+void RowWriter::discard(const EditBuffer& newRow) const {
+  if (const int column = autoNumberColumn(); column >= 0)
+    engine_->giveBackNumber(*plan_->target().table, newRow.values[static_cast<size_t>(column)].toLongLong());
+}
+
+void RowWriter::set(EditBuffer& buffer, int column, const QVariant& value, bool added) const {
+  const PlanColumn& target = plan_->columns[static_cast<size_t>(column)];
+  if (target.baseField < 0 || (target.def.autoNumber && !added)) throw Error(3164);
+  buffer.values[static_cast<size_t>(column)] = convertedValue(value, target.def);
+  buffer.changed[static_cast<size_t>(column)] = true;
+}
 
 QVariant RowWriter::native(int column, const EditBuffer& buffer) const {
   return engine_->writer().toNative(buffer.values[static_cast<size_t>(column)],

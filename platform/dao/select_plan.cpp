@@ -162,6 +162,17 @@ QString SelectPlan::conditions(const QStringList& parts) {
   return given.isEmpty() ? QString() : " WHERE " + given.join(" AND ");
 }
 
+NativeQuery SelectPlan::keyListing() const {
+  const QString order = orderBy.isEmpty() ? keyColumns : orderBy + ", " + keyColumns;
+  NativeQuery query{"SELECT " + keyColumns + from.text + conditions({where.text}) + " ORDER BY " + order,
+                    from.values + where.values + orderValues};
+  if (select->top) {
+    query.text += " LIMIT ?";
+    query.values.append(*select->top);
+  }
+  return query;
+}
+
 QString SelectPlan::keyColumn(const Writer& writer, const PlanSource& source, qsizetype column) const {
   return writer.identifier(source.qualifier) + "." + writer.identifier(source.table->key.names[column]);
 }

@@ -62,6 +62,9 @@ struct SelectPlan {
 
   static std::shared_ptr<const SelectPlan> make(Engine& engine, const QString& source);
 
+  /// The keys of all rows in the text's own order, where the rows are keyed.
+  sql::NativeQuery keyListing() const;
+
   const PlanSource& target() const { return sources[static_cast<size_t>(manySide)]; }
   int position(const QString& name) const;  ///< -1 when missing
   /// " WHERE a AND b" of the non-empty ones.

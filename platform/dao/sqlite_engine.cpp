@@ -21,6 +21,13 @@ void requireFolder(const QFileInfo& file) {
   if (isForeignPath(file.filePath()) || !file.absoluteDir().exists()) throw Error(3044);
 }
 
+/// Steps of SQLite's machine between two looks at whether a read was given up: well below a millisecond.
+constexpr int kStepsBetweenLooks = 2000;
+
+int isCancelled(void* cancelled) {
+  return (*static_cast<std::function<bool()>*>(cancelled))() ? 1 : 0;
+}
+
 /// Told before SQLite has a say: it would take an empty file for an empty database, and make a missing one.
 void requireDatabaseFile(const QString& path) {
   const QFileInfo info(path);
@@ -80,6 +87,14 @@ std::shared_ptr<const Catalogue> SqliteEngine::catalogue() {
   if (!catalogue_ || catalogue_->version() != version)
     catalogue_ = std::make_shared<SqliteCatalogue>(connection_, version);
   return catalogue_;
+}
+
+std::unique_ptr<Engine> SqliteEngine::reader(std::function<bool()> cancelled) const {
+  std::unique_ptr<SqliteEngine> engine(
+      new SqliteEngine(path_, OpenOptions{true, true}, SqliteConnection::Access::ReadOnly));
+  engine->cancelled_ = std::move(cancelled);
+  sqlite3_progress_handler(engine->handle(), kStepsBetweenLooks, isCancelled, &engine->cancelled_);
+  return engine;
 }
 
 void SqliteEngine::read(const QString& text, const QVariantList& values,

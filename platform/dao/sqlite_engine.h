@@ -30,6 +30,7 @@ class SqliteEngine final : public Engine {
   void appendIndex(const TableInfo& table, const IndexDef& index) override;
   void createQuery(const QString& name, const sql::Select& select, const QString& text) override;
 
+  std::unique_ptr<Engine> reader(std::function<bool()> cancelled) const override;
   void read(const QString& text, const QVariantList& values,
             const std::function<bool(const NativeRow&)>& take) override;
   int write(const QString& text, const QVariantList& values) override;
@@ -56,7 +57,8 @@ class SqliteEngine final : public Engine {
   sql::SqliteWriter writer_;
   std::shared_ptr<SqliteCatalogue> catalogue_;
   std::unique_ptr<SqliteNumbers> numbers_;
-  int depth_ = 0;  // of nested transactions
+  std::function<bool()> cancelled_;  // asked while a statement of a reader runs
+  int depth_ = 0;                    // of nested transactions
   qint64 commits_ = 0;
 };
 

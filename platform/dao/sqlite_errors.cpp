@@ -40,6 +40,8 @@ Error errorOf(int code, const QString& message) {
       return Error(3343);
     case SQLITE_CANTOPEN:
       return Error(3051);
+    case SQLITE_INTERRUPT:
+      return Error(3059);
     case SQLITE_PERM:
     case SQLITE_AUTH:
       return Error(3112);

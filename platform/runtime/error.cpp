@@ -60,6 +60,7 @@ const QHash<int, QString>& descriptions() {
        "Das Datenbankmodul kann die Datei nicht öffnen. Sie ist bereits von einem anderen Benutzer exklusiv "
        "geöffnet, oder Sie benötigen eine Berechtigung, um die Daten zu lesen."},
       {3058, "Index- oder Primärschlüssel darf keinen Nullwert enthalten."},
+      {3059, "Die Operation wurde vom Benutzer abgebrochen."},
       {3061, "Zu wenig Parameter erwartet."},
       {3065, "Eine Auswahlabfrage kann nicht ausgeführt werden."},
       {3073, "Die Operation muss eine aktualisierbare Abfrage verwenden."},

@@ -1,0 +1,172 @@
+#include "platform/grid/bound_grid.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "platform/grid/bound_rows.h"
+#include "platform/grid/filter_header.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kUsualCharacters = 12;
+constexpr int kNumberCharacters = 8;
+
+}  // namespace
+
+BoundGrid::BoundGrid(QWidget* parent) : QTableView(parent), header_(new FilterHeader(this)) {
+  setHorizontalHeader(header_);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  setWordWrap(false);
+  setCornerButtonEnabled(false);
+  setAlternatingRowColors(true);
+  setTabKeyNavigation(false);
+  setSelectionMode(ExtendedSelection);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setUnlocked(false);
+  connect(header_, &FilterHeader::filterChanged, this, &BoundGrid::filterChanged);
+  connect(header_, &FilterHeader::filterEntered, this, &BoundGrid::showColumn);
+  connect(header_, &FilterHeader::filterLeft, this, [this](int column) {
+    setFocus();
+    if (!currentIndex().isValid() && rows_->rowCount() > 0) setCurrentIndex(rows_->index(0, column));
+  });
+  connect(header_, &QHeaderView::sectionClicked, this, &BoundGrid::titleClicked);
+}
+
+void BoundGrid::setRows(BoundRows* rows) {
+  rows_ = rows;
+  setModel(rows);
+  layOutColumns();
+  connect(rows, &QAbstractItemModel::modelReset, this, [this, columns = rows->columnCount()]() mutable {
+    if (columns != rows_->columnCount()) layOutColumns();
+    columns = rows_->columnCount();
+  });
+}
+
+void BoundGrid::layOutColumns() {
+  const QFontMetrics metrics = fontMetrics();
+  verticalHeader()->setDefaultSectionSize(metrics.height() * 4 / 3);
+  if (!rows_) return;
+  for (int column = 0; column < rows_->columnCount(); ++column) {
+    const BoundColumn& shown = rows_->columns()[static_cast<size_t>(column)];
+    int characters = shown.characters;
+    if (characters == 0) {
+      const int alignment = rows_->data(rows_->index(0, column), Qt::TextAlignmentRole).toInt();
+      characters = alignment & Qt::AlignRight ? kNumberCharacters : kUsualCharacters;
+    }
+    const int title = header_->sectionSizeHint(column);
+    setColumnWidth(column, std::max((characters + 2) * metrics.averageCharWidth(), title));
+  }
+}
+
+void BoundGrid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange) layOutColumns();
+}
+
+// --- the titles
+
+void BoundGrid::setFilterRow(bool shown) {
+  header_->setFilterRow(shown);
+}
+
+QStringList BoundGrid::filterTexts() const {
+  return header_->filterTexts();
+}
+
+void BoundGrid::clearFilterTexts() {
+  header_->clearFilterTexts();
+}
+
+void BoundGrid::showOrder(int column, Qt::SortOrder order) {
+  header_->setSortIndicatorShown(column >= 0);
+  header_->setSortIndicator(column, order);
+}
+
+/// Also where there is no row to scroll to.
+void BoundGrid::showColumn(int column) {
+  const int left = header_->sectionViewportPosition(column);
+  const int right = left + header_->sectionSize(column);
+  QScrollBar* bar = horizontalScrollBar();
+  if (left < 0)
+    bar->setValue(bar->value() + left);
+  else if (right > viewport()->width())
+    bar->setValue(bar->value() + std::min(left, right - viewport()->width()));
+}
+
+// --- rows
+
+int BoundGrid::currentRow() const {
+  return currentIndex().isValid() ? currentIndex().row() : -1;
+}
+
+void BoundGrid::setCurrentRow(int row) {
+  const int last = rows_->count() - 1;
+  if (last < 0) return;
+  const int column = currentIndex().isValid() ? currentIndex().column() : 0;
+  const QModelIndex index = rows_->index(std::clamp(row, 0, last), column);
+  setCurrentIndex(index);
+  scrollTo(index);
+}
+
+QList<QByteArray> BoundGrid::markedRows() const {
+  QList<int> rows;
+  for (const QItemSelectionRange& range : selectionModel()->selection())
+    for (int row = range.top(); row <= range.bottom(); ++row)
+      if (row < rows_->count()) rows.append(row);
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  QList<QByteArray> bookmarks;
+  if (rows.size() < 2) return bookmarks;
+  for (const int row : rows) bookmarks.append(rows_->bookmark(row));
+  return bookmarks;
+}
+
+void BoundGrid::clearMarks() {
+  const QModelIndex current = currentIndex();
+  clearSelection();
+  if (current.isValid()) setCurrentIndex(current);
+}
+
+bool BoundGrid::removeMarked() {
+  const int row = currentRow();
+  QList<QByteArray> bookmarks = markedRows();
+  if (bookmarks.isEmpty() && row >= 0 && row < rows_->count()) bookmarks.append(rows_->bookmark(row));
+  const bool done = rows_->removeBookmarked(bookmarks);
+  clearSelection();
+  setCurrentRow(row);
+  return done;
+}
+
+// --- editing
+
+void BoundGrid::setUnlocked(bool unlocked) {
+  setSelectionBehavior(unlocked ? SelectItems : SelectRows);
+  setEditTriggers(unlocked ? AnyKeyPressed | EditKeyPressed | DoubleClicked | SelectedClicked
+                           : EditTriggers(NoEditTriggers));
+  if (rows_) {
+    const int row = currentRow();
+    rows_->setUnlocked(unlocked);
+    if (row >= 0) setCurrentRow(row);
+  }
+}
+
+void BoundGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  if (rows_ && rows_->isEdited() && current.row() != previous.row()) rows_->submitRow();
+}
+
+/// The keyboard goes elsewhere, unless into an editor of this grid or another window.
+void BoundGrid::focusOutEvent(QFocusEvent* event) {
+  QTableView::focusOutEvent(event);
+  const bool leaves =
+      event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
+  if (rows_ && leaves && !isAncestorOf(QApplication::focusWidget())) rows_->submitRow();
+}
+
+}  // namespace qk

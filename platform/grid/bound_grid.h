@@ -1,0 +1,66 @@
+// The view of BoundRows: filter row, clicks on titles, marked rows, in-place editing. Design: bound_rows.h.
+//
+//   rows_ = new BoundRows(report, this);
+//   rows_->setColumns({{.field = "Name", .title = "Bezeichnung"}, …});
+//   ui_->grid->setRows(rows_);                      // promoted to qk::BoundGrid in the form
+//   rows_->open(*database_, "Select * from Artikel order by Name");
+//
+// Locked (the rule), it highlights whole rows, and several can be marked. Unlocked, cells are edited in
+// place; a row is stored when the current row changes or the keyboard leaves the grid.
+#pragma once
+
+#include <QList>
+#include <QStringList>
+#include <QTableView>
+
+namespace qk {
+
+class BoundRows;
+class FilterHeader;
+
+class BoundGrid : public QTableView {
+  Q_OBJECT
+
+ public:
+  explicit BoundGrid(QWidget* parent = nullptr);
+
+  void setRows(BoundRows* rows);
+  BoundRows* rows() const { return rows_; }
+
+  /// A line below the titles with one filter text a column.
+  void setFilterRow(bool shown);
+  QStringList filterTexts() const;  ///< by column
+  void clearFilterTexts();          ///< makes no signal
+  /// Marks a title with the arrow of its order; column -1 takes it away.
+  void showOrder(int column, Qt::SortOrder order = Qt::AscendingOrder);
+
+  void setUnlocked(bool unlocked);
+
+  int currentRow() const;  ///< -1 for none
+  /// The nearest row that exists; nothing in an empty grid.
+  void setCurrentRow(int row);
+  /// Bookmarks of the marked rows from top to bottom. One row alone isn't marked, it is merely current.
+  QList<QByteArray> markedRows() const;
+  void clearMarks();
+  /// Deletes the marked rows, or the current one when none is marked, and stands where the current one stood:
+  /// on the same number, or on the last row. False when the operator gave up.
+  bool removeMarked();
+
+ Q_SIGNALS:
+  void filterChanged();
+  void titleClicked(int column);
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void changeEvent(QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  void layOutColumns();
+  void showColumn(int column);
+
+  BoundRows* rows_ = nullptr;
+  FilterHeader* header_;
+};
+
+}  // namespace qk

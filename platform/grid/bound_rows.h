@@ -1,0 +1,133 @@
+// The bound grid: rows of a query in a view, up to a million of them, and edited in place.
+//
+//   BoundGrid ──► BoundRows ──► dao::RowList          BoundGrid: window side (filter row, titles, marks,
+//   editor) (view)        (model)        (keys, in a thread)   BoundRows: what stands in a cell, the edit
+//   buffer
+//
+// - Opening reads nothing but the first page; the rest of the list comes from the event loop, the view grows
+//   with it. Only rows that are shown are read.
+// - An edited row is kept in a buffer and stored when it is left: submitRow(), called by the grid when the
+//   current row changes or the focus leaves, and by the owner before it closes. Before that the owner's
+//   beforeUpdate may look at the row, complete it, or refuse it. What can't be stored goes to the report:
+//   retry stores again, any other answer gives the edit up.
+// - One row is told from all others by its bookmark, which outlives sorting, filtering and refreshing.
+//
+// Failures reach the owner through its report only; but for open(), which throws what is wrong with the text.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QCache>
+#include <QList>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/dao/row_list.h"
+#include "platform/runtime/retry.h"
+
+namespace qk {
+
+struct BoundColumn {
+  QString field;          ///< a missing one stays empty
+  QString title = {};     ///< the field's name when empty
+  int characters = 0;     ///< width in the grid; 0 lets the type decide
+  bool locked = false;    ///< stays locked when the grid is unlocked
+  bool checkBox = false;  ///< a yes/no field as a box to be ticked instead of -1 and 0
+  std::function<QString(const QVariant&)> text = {};  ///< instead of the plain German text form
+};
+
+class BoundRows : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  explicit BoundRows(ErrorReport report, QObject* parent = nullptr);
+  ~BoundRows() override;
+
+  /// Without columns, all fields of the query are shown. Set them before open().
+  void setColumns(std::vector<BoundColumn> columns);
+  const std::vector<BoundColumn>& columns() const { return columns_; }
+  /// Shows another query. The store stays open while the rows are shown. Rows that are being edited are given
+  /// up: submit them before.
+  void open(dao::Database& database, const QString& query);
+  void refresh() { list_.refresh(); }
+
+  bool isOpen() const { return list_.isOpen(); }
+  /// Stored rows listed so far; all of them when isComplete().
+  int count() const { return list_.count(); }
+  bool isComplete() const { return list_.isComplete(); }
+  bool waitForAll(int milliseconds = -1) { return list_.waitForAll(milliseconds); }
+
+  /// The field's value in that row, with what was edited and isn't stored yet. Null for a row that is gone.
+  QVariant value(int row, const QString& field) const;
+  QByteArray bookmark(int row) const { return list_.bookmark(row); }
+  int rowOf(const QByteArray& bookmark) const { return list_.rowOf(bookmark); }
+  int findFirst(const QString& criterion) const { return list_.findFirst(criterion); }
+
+  // Editing
+  void setUnlocked(bool unlocked);
+  bool isUnlocked() const { return unlocked_; }
+  /// An empty row behind the last one, to add rows by typing.
+  void setAppending(bool appending);
+  bool isNewRow(int row) const { return row == list_.count(); }
+  /// A cell that was left empty holds Null (the rule), or else the empty text.
+  void setEmptyIsNull(bool null) { emptyIsNull_ = null; }
+  /// Runs before an edited row is stored; false gives the edit up. It may call value() and setValue().
+  void setBeforeUpdate(std::function<bool(int row)> beforeUpdate) { beforeUpdate_ = std::move(beforeUpdate); }
+  /// Into the edit buffer of that row; a row edited before is stored first. False when that failed.
+  bool setValue(int row, const QString& field, const QVariant& value);
+  bool isEdited() const { return edited_.has_value(); }
+  /// True when nothing is left to be stored.
+  bool submitRow();
+  void cancelRow();
+
+  /// Deletes these rows one by one. False when the operator gave up; the rows before are gone then.
+  bool removeBookmarked(const QList<QByteArray>& bookmarks);
+  /// Deletes rows from the first on, for that long at most (one at least). The list must be complete. Returns
+  /// false when the operator gave up.
+  bool removeFirst(int milliseconds);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ Q_SIGNALS:
+  /// count() or isComplete() has changed.
+  void counted();
+
+ private:
+  struct Cells {
+    QVariantList values;  // by field
+    QStringList texts;    // by column
+  };
+  struct Edited {
+    int row;
+    dao::RowList::Values values;
+  };
+
+  void bindColumns();
+  const Cells& cellsOf(int row) const;
+  QVariant fieldValue(int row, int field) const;
+  QString textOf(int column, const QVariant& value) const;
+  const dao::FieldDef* fieldOf(int column) const;
+  QVariant converted(const QVariant& value) const;
+  void rowChanged(int row);
+  bool wantsBlankRow() const;
+
+  ErrorReport report_;
+  dao::RowList list_;
+  std::vector<BoundColumn> columns_;
+  bool allFields_ = true;    // the columns are the query's, not the owner's
+  std::vector<int> fields_;  // by column; -1 for a field that the query lacks
+  bool unlocked_ = false;
+  bool appending_ = false;
+  bool blank_ = false;  // the empty row stands behind a complete list
+  bool emptyIsNull_ = true;
+  std::function<bool(int)> beforeUpdate_;
+  std::optional<Edited> edited_;
+  mutable QCache<int, Cells> read_;
+};
+
+}  // namespace qk

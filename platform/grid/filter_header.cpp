@@ -1,0 +1,101 @@
+#include "platform/grid/filter_header.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <algorithm>
+
+namespace qk {
+
+FilterHeader::FilterHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+  setSectionsClickable(true);
+  setHighlightSections(false);
+  connect(this, &QHeaderView::sectionResized, this, &FilterHeader::placeCells);
+  connect(this, &QHeaderView::sectionMoved, this, &FilterHeader::placeCells);
+  connect(this, &QHeaderView::sectionCountChanged, this, &FilterHeader::makeCells);
+}
+
+void FilterHeader::setFilterRow(bool shown) {
+  shown_ = shown;
+  makeCells();
+  updateGeometries();
+}
+
+QLineEdit* FilterHeader::filterCell(int column) const {
+  return cells_[static_cast<size_t>(column)];
+}
+
+QStringList FilterHeader::filterTexts() const {
+  QStringList texts;
+  for (const QLineEdit* cell : cells_) texts.append(cell->text());
+  return texts;
+}
+
+void FilterHeader::clearFilterTexts() {
+  for (QLineEdit* cell : cells_) {
+    const QSignalBlocker quiet(cell);
+    cell->clear();
+  }
+}
+
+/// Cells stay while the columns do: the one that is typed in keeps its text and the keyboard.
+void FilterHeader::makeCells() {
+  const auto wanted = static_cast<size_t>(shown_ ? count() : 0);
+  while (cells_.size() > wanted) {
+    delete cells_.back();
+    cells_.pop_back();
+  }
+  while (cells_.size() < wanted) {
+    const int column = static_cast<int>(cells_.size());
+    const QString title = model()->headerData(column, Qt::Horizontal).toString();
+    auto* cell = new QLineEdit(this);
+    cell->setObjectName("filter_" + title);
+    cell->setAccessibleName("Filter " + title);
+    cell->setToolTip("Zeigt die Zeilen, deren " + title + " so beginnt");
+    cell->installEventFilter(this);
+    connect(cell, &QLineEdit::textChanged, this, &FilterHeader::filterChanged);
+    cell->show();
+    cells_.push_back(cell);
+  }
+  placeCells();
+}
+
+int FilterHeader::cellHeight() const {
+  return cells_.empty() ? 0 : cells_.front()->sizeHint().height();
+}
+
+QSize FilterHeader::sizeHint() const {
+  const QSize titles = QHeaderView::sizeHint();
+  return {titles.width(), titles.height() + cellHeight()};
+}
+
+void FilterHeader::updateGeometries() {
+  setViewportMargins(0, 0, 0, cellHeight());
+  QHeaderView::updateGeometries();
+  placeCells();
+}
+
+void FilterHeader::placeCells() {
+  const int top = height() - cellHeight();
+  for (size_t i = 0; i < cells_.size(); ++i) {
+    const int column = static_cast<int>(i);
+    cells_[i]->setVisible(!isSectionHidden(column));
+    cells_[i]->setGeometry(sectionViewportPosition(column), top, sectionSize(column), cellHeight());
+  }
+}
+
+bool FilterHeader::eventFilter(QObject* watched, QEvent* event) {
+  const auto cell = std::find(cells_.begin(), cells_.end(), watched);
+  if (cell != cells_.end()) {
+    const int column = static_cast<int>(cell - cells_.begin());
+    if (event->type() == QEvent::FocusIn) Q_EMIT filterEntered(column);
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+      Q_EMIT filterLeft(column);
+      return true;
+    }
+  }
+  return QHeaderView::eventFilter(watched, event);
+}
+
+}  // namespace qk

@@ -1,0 +1,48 @@
+// The titles of a grid with a line of filter cells below them, one a column. A filter cell has the name
+// "filter_" + its column's title, and moves and hides with its column.
+#pragma once
+
+#include <QHeaderView>
+#include <QStringList>
+#include <vector>
+
+class QLineEdit;
+
+namespace qk {
+
+class FilterHeader : public QHeaderView {
+  Q_OBJECT
+
+ public:
+  explicit FilterHeader(QWidget* parent);
+
+  void setFilterRow(bool shown);
+  bool hasFilterRow() const { return shown_; }
+  /// The texts by column. Setting them makes no signal.
+  QStringList filterTexts() const;
+  void clearFilterTexts();
+  QLineEdit* filterCell(int column) const;
+
+  QSize sizeHint() const override;
+
+ Q_SIGNALS:
+  void filterChanged();
+  /// The keyboard is in that column's cell, which may stand outside the window.
+  void filterEntered(int column);
+  /// Down was pressed in a cell: the way into the rows.
+  void filterLeft(int column);
+
+ protected:
+  void updateGeometries() override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void makeCells();
+  void placeCells();
+  int cellHeight() const;
+
+  bool shown_ = false;
+  std::vector<QLineEdit*> cells_;
+};
+
+}  // namespace qk
