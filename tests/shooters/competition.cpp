@@ -1,7 +1,5 @@
 #include "tests/shooters/competition.h"
 
-#include <QDateTime>
-
 #include "platform/dao/recordset.h"
 
 namespace qk::test {
@@ -41,12 +39,18 @@ void createTable(dao::Database& database, const QString& name, std::vector<Field
 
 std::unique_ptr<dao::Database> makeCompetition(const QString& path) {
   auto database = dao::Database::create(path);
-  std::vector<FieldDef> shooter{number("ID"),        text("Startnummer"), text("Name"),
-                                number("VereinsID"), number("lMannID"),   field("GebDat", FieldType::Date),
-                                text("AusweisNr")};
+  std::vector<FieldDef> shooter{number("ID"),      text("Startnummer"), text("Name"),     number("VereinsID"),
+                                number("lMannID"), text("GebDat"),      text("AusweisNr")};
   // What else stands in the list, so that the shown columns come at their positions.
   for (int i = 1; i <= 24; ++i) shooter.push_back(text("Feld" + QString::number(i)));
+  shooter.push_back(text("Geschlecht"));
+  shooter.push_back(field("bGebKlasseManuell", FieldType::Boolean));
+  shooter.push_back(number("KlassenID"));
   createTable(*database, "Schützen", shooter);
+  createTable(*database, "Schützenklassen",
+              {number("ID"), text("Klasse"), text("KZ"), number("Alter von"), number("Alter bis"),
+               number("Geschlecht")});
+  createTable(*database, "Klassenwechsel", {number("ID"), text("wechseldatumneu")});
   createTable(*database, "Verein", {number("ID"), text("Name"), text("Kurzname")});
   createTable(*database, "Mannschaften",
               {number("ID"), text("MannName"), number("VereinID"), number("GruppenID")});
@@ -84,7 +88,10 @@ void addShooter(dao::Database& database, const Shooter& shooter) {
           {"Name", shooter.name},
           {"VereinsID", shooter.vereinsID},
           {"lMannID", shooter.lMannID},
-          {"GebDat", QDateTime(QDate(1980, 3, 4), QTime(0, 0))},
+          {"GebDat", shooter.gebDat},
+          {"Geschlecht", shooter.geschlecht},
+          {"bGebKlasseManuell", shooter.manuell},
+          {"KlassenID", shooter.klassenID},
           {"AusweisNr", "A" + QString::number(shooter.id)}});
 }
 

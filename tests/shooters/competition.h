@@ -15,6 +15,10 @@ struct Shooter {
   QString name;
   int vereinsID = 0;
   int lMannID = 0;
+  QString gebDat = "04.03.1980";
+  QString geschlecht = {};
+  bool manuell = false;
+  int klassenID = 0;
 };
 
 /// Makes the file with its tables and the query "Schützenliste" (what it shows stands at 1, 4, 12, 25, 26,
