@@ -70,13 +70,13 @@ QString dataFolder(const Workplace& workplace, const QString& base, const Settin
 }  // namespace
 
 QString Programmverzeichnis() {
-  const QString told = qEnvironmentVariable("QK_PROGRAMM");
-  return withTrailingSeparator(told.isEmpty() ? QCoreApplication::applicationDirPath() : told);
+  const QString redirected = qEnvironmentVariable("QK_PROGRAMM");
+  return withTrailingSeparator(redirected.isEmpty() ? QCoreApplication::applicationDirPath() : redirected);
 }
 
 QString Dokumentenverzeichnis() {
-  const QString told = qEnvironmentVariable("QK_DOKUMENTE");
-  if (!told.isEmpty()) return withTrailingSeparator(told);
+  const QString redirected = qEnvironmentVariable("QK_DOKUMENTE");
+  if (!redirected.isEmpty()) return withTrailingSeparator(redirected);
 #ifdef Q_OS_WIN
   return withTrailingSeparator(qEnvironmentVariable("PUBLIC") + "\\Documents");
 #else

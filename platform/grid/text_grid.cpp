@@ -22,6 +22,7 @@ constexpr double kTwipsPerInch = 1440.0;
 constexpr double kToldPointSize = 9.0;
 // A column of the grid's own choice is never narrower than this many characters.
 constexpr int kLeastCharacters = 4;
+constexpr int kNarrowTwips = 1000;  ///< room for a figure or a label, no more
 
 bool startsNumber(const QString& text) {
   return text.size() == 1 && (text.at(0).isDigit() || text.at(0) == QChar('-'));
@@ -46,6 +47,7 @@ TextGrid::TextGrid(QWidget* parent) : QTableView(parent), delegate_(new TickDele
   horizontalHeader()->setMinimumSectionSize(1);
   verticalHeader()->setMinimumSectionSize(1);
   horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setTextElideMode(Qt::ElideRight);
   connect(this, &QTableView::clicked, this,
           [this](const QModelIndex& index) { Q_EMIT clickedAt(index.row() + 1, index.column()); });
   connect(this, &QTableView::doubleClicked, this,
@@ -274,8 +276,11 @@ void TextGrid::applyColumnWidths() {
     horizontalHeader()->setSectionResizeMode(column,
                                              stretched ? QHeaderView::Stretch : QHeaderView::Interactive);
     if (stretched) continue;
-    if (given > 0) {
+    if (given > kNarrowTwips || (given > 0 && table_->isTickColumn(column))) {
       setColumnWidth(column, pixels(given, logicalDpiX()));
+    } else if (given > 0) {
+      // Measured for a few figures in a small font: it must hold them in any.
+      setColumnWidth(column, std::max(pixels(given, logicalDpiX()), sizeHintForColumn(column)));
     } else {
       const int wanted = std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
       setColumnWidth(column, std::max(least, wanted));

@@ -204,8 +204,8 @@ void Settings::setValue(const QString& application, const QString& section, cons
 }
 
 QString Settings::defaultFilePath() {
-  const QString told = qEnvironmentVariable("QK_EINSTELLUNGEN");
-  if (!told.isEmpty()) return told;
+  const QString redirected = qEnvironmentVariable("QK_EINSTELLUNGEN");
+  if (!redirected.isEmpty()) return redirected;
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/qk/einstellungen.ini";
 }
 

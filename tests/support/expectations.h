@@ -76,7 +76,7 @@ class Expectations {
   /// For the shapes: the expectation that a box of this kind and text meets; nothing (and a complaint)
   /// otherwise.
   std::optional<Expectation> take(Asked kind, const QString& text, const QString& title);
-  /// The same for a box, with all that is told about it.
+  /// The same for a box, with all that it says.
   std::optional<BoxAnswer> takeBox(const Box& box, BoxAnswer shownPreset, std::function<void()>* meanwhile);
   void complain(const QString& complaint) const { complain_(complaint); }
 

@@ -94,6 +94,7 @@ class TestTextGrid : public QObject {
   void theKeyboardAsksForThePopup();
   void theFocusShowsTheRowItStandsOn();
   void widthsComeFromTwips();
+  void aNarrowColumnHoldsItsLabels();
   void widthsGrowWithTheFont();
   void heightsHideAndComeBack();
   void aLargeCellFontGetsItsRoom();
@@ -335,9 +336,15 @@ void TestTextGrid::widthsComeFromTwips() {
   nine.setPointSizeF(9);
   window->grid->setFont(nine);
   QTRY_COMPARE(window->grid->columnWidth(3), window->grid->logicalDpiX());
-  window->table->setColumnWidth(2, 720);
+  window->table->setColumnWidth(2, 2880);
   QTRY_VERIFY(!window->grid->isColumnHidden(2));
-  QCOMPARE(window->grid->columnWidth(2), window->grid->logicalDpiX() / 2);
+  QCOMPARE(window->grid->columnWidth(2), 2 * window->grid->logicalDpiX());
+}
+
+void TestTextGrid::aNarrowColumnHoldsItsLabels() {
+  window->table->setColumnWidth(2, 300);
+  QTRY_VERIFY(!window->grid->isColumnHidden(2));
+  QVERIFY(window->grid->columnWidth(2) >= window->grid->fontMetrics().horizontalAdvance("verborgen"));
 }
 
 void TestTextGrid::widthsGrowWithTheFont() {
