@@ -7,7 +7,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "tools/rundgang/range.h"
-#include "tools/rundgang/reckoning.h"
+#include "tools/rundgang/reckoning_log.h"
 #include "tools/rundgang/walk.h"
 
 namespace qk::faults {
@@ -43,8 +43,7 @@ QStringList acknowledgedButMissing(const Range& range, const Stored& store) {
   for (const FiredShot& shot : fired) last[shot.line] = shot.key;
   QStringList missing;
   for (const FiredShot& shot : fired) {
-    const bool waiting = last[shot.line] == shot.key &&
-                         QFile::exists(range.exchangeFolder() + QString("HSlav%1.ctl").arg(shot.line));
+    const bool waiting = last[shot.line] == shot.key && range.reportPending(shot.line);
     if (!waiting && !store.keys.contains(shot.key)) missing << shot.key;
   }
   return missing;
@@ -52,7 +51,7 @@ QStringList acknowledgedButMissing(const Range& range, const Stored& store) {
 
 void goOnShooting(Range& range, DrivenProgram& program) {
   Walk walk(program);
-  program.waitUntil("main window", [&] { return !program.items("tree").isEmpty(); });
+  walk.waitForMainWindow();
   for (int line = 1; line <= kLines.size(); ++line) {
     walk.selectLine(line);
     if (!walk.hasShooter(line)) walk.chooseShooter(line, QString::number(104 + line));
@@ -92,13 +91,11 @@ bool runKills(const QString& folder, int runs, unsigned seed) {
   {
     const auto program = range.startProgram();
     Walk walk(*program);
-    program->waitUntil("main window", [&] { return !program->items("tree").isEmpty(); });
+    walk.waitForMainWindow();
     for (int line = 1; line <= kLines.size(); ++line) {
       walk.selectLine(line);
       walk.priceModeOn(line);
-      program->waitUntil("waiting shot read", [&] {
-        return !QFile::exists(range.exchangeFolder() + QString("HSlav%1.ctl").arg(line));
-      });
+      program->waitUntil("waiting shot read", [&] { return !range.reportPending(line); });
     }
     program->kill();
   }

@@ -102,16 +102,22 @@ void DrivenProgram::doubleClickCell(const QString& object, int row, int column) 
         {"twice", true}});
 }
 
-void DrivenProgram::tickItem(const QString& object, const QString& text) {
+void DrivenProgram::clickItem(const QString& object, const QString& text) {
   const QJsonArray rows = items(object);
+  const auto ticked = [](const QJsonArray& list, int row) {
+    return list[row].toArray().first().toObject()["ticked"].toBool();
+  };
   for (int row = 0; row < rows.size(); ++row)
     if (rows[row].toArray().first().toObject()["text"].toString() == text) {
       clickCell(object, row, 0);
-      waitUntil("tick of " + text,
-                [&] { return items(object)[row].toArray().first().toObject()["ticked"].toBool(); });
+      waitUntil("tick of " + text, [&] { return ticked(items(object), row) != ticked(rows, row); });
       return;
     }
   throw DriverError(object + " has no entry " + text);
+}
+
+void DrivenProgram::choose(const QString& object, const QString& text) {
+  call({{"do", "choose"}, {"object", object}, {"text", text}});
 }
 
 QJsonObject DrivenProgram::modal() {

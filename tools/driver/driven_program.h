@@ -45,8 +45,10 @@ class DrivenProgram {
   QJsonArray items(const QString& object);
   void clickCell(const QString& object, int row, int column, bool beside = false);
   void doubleClickCell(const QString& object, int row, int column);
-  /// Ticks the list entry with this text.
-  void tickItem(const QString& object, const QString& text);
+  /// Clicks the tick of the list entry with this text and waits until it has changed.
+  void clickItem(const QString& object, const QString& text);
+  /// Makes the entry with this text the chosen one: of a combo box, or a tab.
+  void choose(const QString& object, const QString& text);
   /// The modal window {class, title, text, buttons}, or an empty object.
   QJsonObject modal();
   /// Waits for a box whose text contains `expected` and presses the button; throws for another box.

@@ -15,6 +15,7 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QTabWidget>
 #include <QTimer>
 #include <functional>
 
@@ -170,6 +171,25 @@ QJsonObject cell(const Found& found, const QJsonObject& request) {
   return good();
 }
 
+QJsonObject choose(const Found& found, const QJsonObject& request) {
+  const QString text = request["text"].toString();
+  if (auto* combo = qobject_cast<QComboBox*>(found.widget)) {
+    const int position = combo->findText(text);
+    if (position < 0) return bad("no entry " + text);
+    combo->setCurrentIndex(position);
+    QTimer::singleShot(0, combo, [combo, position] { Q_EMIT combo->activated(position); });
+    return good();
+  }
+  auto* tabs = qobject_cast<QTabWidget*>(found.widget);
+  if (!tabs) return bad("neither a combo box nor tabs");
+  for (int i = 0; i < tabs->count(); ++i) {
+    if (tabs->tabText(i).remove('&') != text) continue;
+    tabs->setCurrentIndex(i);
+    return good();
+  }
+  return bad("no tab " + text);
+}
+
 QJsonObject grab(const QJsonObject& request) {
   QWidget* window = QApplication::activeModalWidget();
   if (!window) window = QApplication::activeWindow();
@@ -188,7 +208,8 @@ using Free = QJsonObject (*)(const QJsonObject&);
 QJsonObject perform(const QJsonObject& request) {
   static const QHash<QString, Free> free{{"modal", modal}, {"answer", answer}, {"grab", grab}};
   static const QHash<QString, OnControl> onControl{{"click", click},  {"type", type},   {"press", press},
-                                                   {"get", property}, {"items", items}, {"cell", cell}};
+                                                   {"get", property}, {"items", items}, {"cell", cell},
+                                                   {"choose", choose}};
   const QString what = request["do"].toString();
   if (const Free act = free.value(what)) return act(request);
   const OnControl act = onControl.value(what);

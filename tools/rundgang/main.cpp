@@ -1,13 +1,13 @@
-// Walks the road of a shot on the real program: shooter, price mode, registration, shots, a crash in
-// mid-series, the way back, ticking, transfer, booking; then reckons everything again from the stations' log.
-// Exit status 0 only if all agrees.
+// A morning on six lines, walked on the real program: disciplines of all kinds, a combination, a group,
+// additional shots, a crash in mid-series and the way back, a change of shooter, discarding, storing with and
+// without booking. Then everything that stands in the competition is reckoned again from what the stations
+// say they fired. Exit status 0 only if all agrees.
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QTextStream>
-#include <QThread>
-#include <algorithm>
 
+#include "tools/rundgang/desk.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/reckoning.h"
 #include "tools/rundgang/walk.h"
@@ -16,119 +16,200 @@ namespace {
 
 using namespace qk;
 
-struct Lane {
-  int line;
-  QString startNumber;
-  QString stationDiscipline;
-  int stationShots;    ///< of one registration
-  QString discipline;  ///< the competition's, a ring series long enough for all
-  int seriesLength;
-  bool tenths;
-};
-
-const Lane kLanes[] = {
-    {1, "105", "LG Serie 20", 20, "LG Meister", 40, false},
-    {2, "107", "LG Serie 10", 10, "LG Meister Zehntel", 40, true},
-};
+constexpr int kLines = 6;
 constexpr int kShotsBeforeTheCrash = 4;
+/// A registration ends after so many shots: enough for a series of twenty and one more.
+constexpr int kShotsOfARegistration = 21;
+const QString kGroup = "Glück und Zimmerstutzen";
 
 void say(const QString& text) {
   QTextStream(stdout) << text << Qt::endl;
 }
 
-void intoPriceMode(Range& range, DrivenProgram& program, const Lane& lane) {
-  Walk walk(program);
-  walk.selectLine(lane.line);
-  walk.priceModeOn(lane.line);
-  const auto taken = [&] { return !range.commandPending(lane.line); };
-  program.waitUntil("command 76 taken", taken);
-  walk.sendShooter(lane.line);
-  program.waitUntil("command 75 taken", taken);
-}
-
-void untilTheCrash(Range& range) {
-  const auto program = range.startProgram();
-  Walk walk(*program);
-  program->waitUntil("main window", [&] { return !program->items("tree").isEmpty(); });
-  program->grab(range.picture("1-start"));
-  for (const Lane& lane : kLanes) {
-    walk.selectLine(lane.line);
-    walk.chooseShooter(lane.line, lane.startNumber);
-    walk.tickStationDiscipline(lane.line, lane.stationDiscipline);
-    intoPriceMode(range, *program, lane);
+/// The office between two starts of the program: a desk a line.
+struct Office {
+  Office(Range& range, Journal& journal) : program(range.startProgram()), walk(*program) {
+    for (int line = 1; line <= kLines; ++line) desks.emplace_back(range, *program, journal, line);
+    walk.waitForMainWindow();
   }
-  for (const Lane& lane : kLanes) walk.waitForOpenShots(lane.line, kShotsBeforeTheCrash);
-  program->grab(range.picture("2-vor-dem-absturz"));
-  program->kill();
+  /// The desk of a line, in sight.
+  Desk& at(int line) {
+    Desk& desk = desks[static_cast<size_t>(line - 1)];
+    desk.show();
+    return desk;
+  }
+  std::unique_ptr<DrivenProgram> program;
+  Walk walk;
+  std::vector<Desk> desks;
+};
+
+struct Lane {
+  int line;
+  QString shooter;
+  QString stationDiscipline;
+};
+/// On these the crash comes in mid-series.
+const Lane kEarlyLanes[] = {{1, "110", "KK liegend"},
+                            {2, "107", "LG Serie 10"},
+                            {3, "105", "LG Ring-Teiler"},
+                            {4, "112", "LP Teiler"}};
+
+void untilTheCrash(Range& range, Journal& journal) {
+  Office office(range, journal);
+  office.program->grab(range.picture("1-start"));
+  for (const Lane& lane : kEarlyLanes) {
+    Desk& desk = office.at(lane.line);
+    desk.chooseShooter(lane.shooter);
+    desk.tickStationDisciplines({lane.stationDiscipline});
+    desk.startShooting();
+  }
+  for (const Lane& lane : kEarlyLanes) office.at(lane.line).waitForOpenShots(kShotsBeforeTheCrash);
+  office.program->grab(range.picture("2-vor-dem-absturz"));
+  office.program->kill();
   say("Programm mitten in der Serie beendet (SIGKILL).");
 }
 
-int shotsOn(const std::vector<FiredShot>& shots, int line) {
-  return static_cast<int>(
-      std::count_if(shots.begin(), shots.end(), [line](const FiredShot& shot) { return shot.line == line; }));
-}
-
-/// The registration after the crash is shot to its end: nothing more comes, and all that came is open.
-void waitForTheEnd(Range& range, DrivenProgram& program, const Lane& lane, int firedBefore) {
-  Walk walk(program);
-  const auto fired = [&] { return shotsOn(firedShots(range.stationLog()), lane.line); };
-  program.waitUntil(
-      QString("the last shot of line %1").arg(lane.line),
-      [&] {
-        const int before = fired();
-        if (before < firedBefore + lane.stationShots || walk.openShots(lane.line) != before) return false;
-        QThread::msleep(1500);  // longer than a poll: a station that had more to fire would have fired
-        return fired() == before;
-      },
-      180);
-}
-
-/// What was fired before the crash, by line.
-QMap<int, int> firedSoFar(const Range& range) {
-  QMap<int, int> counts;
-  for (const FiredShot& shot : firedShots(range.stationLog())) ++counts[shot.line];
-  return counts;
-}
-
-void afterTheCrash(Range& range) {
-  const QMap<int, int> before = firedSoFar(range);
-  const auto program = range.startProgram();
-  Walk walk(*program);
-  program->waitUntil("main window", [&] { return !program->items("tree").isEmpty(); });
-  program->grab(range.picture("3-nach-dem-absturz"));
-  for (const Lane& lane : kLanes) {
-    walk.selectLine(lane.line);
-    if (walk.openShots(lane.line) < kShotsBeforeTheCrash)
-      throw DriverError("open shots are missing after the crash");
-    walk.tickStationDiscipline(lane.line, lane.stationDiscipline);
-    intoPriceMode(range, *program, lane);
+/// All lines shoot again or for the first time: the early ones with the shooter and the shots they had.
+void goOn(Office& office) {
+  for (const Lane& lane : kEarlyLanes) {
+    Desk& desk = office.at(lane.line);
+    desk.expectShooter(lane.shooter);
+    if (desk.openShots() < kShotsBeforeTheCrash) throw DriverError("open shots are missing after the crash");
+    desk.tickStationDisciplines({lane.stationDiscipline});
+    desk.startShooting();
   }
-  for (const Lane& lane : kLanes) {
-    waitForTheEnd(range, *program, lane, before[lane.line]);
-    walk.selectLine(lane.line);
-    walk.tickDiscipline(lane.line, lane.discipline);
-    walk.tickAllShots(lane.line);
-    walk.transfer(lane.line);
-    program->grab(range.picture(QString("4-linie-%1-uebertragen").arg(lane.line)));
-    walk.saveAndBook(lane.line);
-    program->grab(range.picture(QString("5-linie-%1-verbucht").arg(lane.line)));
-    walk.signOffAndLeavePriceMode(lane.line);
-  }
-  walk.close(false);
-  say("Alle Schuss verbucht, Programm geschlossen.");
+  Desk& five = office.at(5);
+  five.picture("ohne-schuetze");
+  five.chooseShooter("101");
+  five.tickStationDisciplines({"LG Serie 20"});
+  five.enterExtraShots("LG Serie 20", 1);
+  five.picture("nachkauf-eingetragen");
+  five.startShooting();
+
+  Desk& six = office.at(6);
+  six.chooseShooter("109");
+  six.chooseGroup(kGroup);
+  six.picture("gruppe-gewaehlt");
+  six.startShooting();
 }
 
-bool agrees(const Range& range) {
-  const auto fired = firedShots(range.stationLog());
-  std::vector<ExpectedSeries> series;
-  for (const Lane& lane : kLanes) {
-    std::vector<FiredShot> own;
-    for (const FiredShot& shot : fired)
-      if (shot.line == lane.line) own.push_back(shot);
-    for (const ExpectedSeries& s : seriesOf(own, lane.discipline, lane.seriesLength, lane.tenths))
-      series.push_back(s);
-  }
-  return !fired.empty() && printTable(reckon(range.competition(), fired, 0, series));
+/// Shots that count for nothing go while the others still come in.
+void discardTwoShots(Desk& desk) {
+  desk.waitForOpenShots(3);
+  desk.tickShots({0, 2});
+  desk.picture("schuesse-gewaehlt");
+  desk.discardTicked();
+}
+
+/// Every way of counting rings, by a combination and further disciplines.
+void bookRings(Desk& desk) {
+  desk.chooseCombination("Glück und Lotto", {"LG Glück", "LG Lotto"});
+  desk.picture("kombination-gewaehlt");
+  desk.chooseDisciplines({"LG Glück", "LG Lotto", "LG Serie 20", "LG Serie 10", "LG Ring plus Zehntel",
+                          "LG Glück Zehntel", "LG Ring plus Zehntel Z", "LG Lotto Zehntel", "LG Halbring",
+                          "LG Halbring Zehntel"});
+  desk.tickAll();
+  desk.picture("uebertragen");
+  desk.saveAndBook();
+  desk.leave();
+  desk.picture("frei");
+}
+
+/// Ring-teilers with and without limit: a full batch first, then what is left.
+void bookRingTeilers(Desk& desk) {
+  desk.chooseSeries(0, 0, 10, {"LG Ring-Teiler"});
+  desk.chooseDisciplines({"LG Ring-Teiler", "LG Ring-Teiler Zehntel", "LG Ring-Teiler Grenze",
+                          "LG Ring-Teiler Zehntel Grenze", "LG Festscheibe"});
+  desk.transfer();
+  desk.picture("ring-teiler");
+  desk.saveAndBook();
+  desk.tickAll();
+  desk.transfer();
+  desk.saveAndBook();
+  desk.leave();
+}
+
+/// The first three shots are stored and stay open; more are bought; then another shooter gets them all, and
+/// one is ticked after the transfer: it is booked and drawn, but counts for nothing.
+void storeTwiceAndChangeShooter(Desk& desk) {
+  desk.chooseCombination("Pistole", {"LP Meister", "LP Teiler"});
+  desk.tickShots({0, 1, 2});
+  desk.transfer();
+  desk.saveOnly();
+  desk.picture("nur-gespeichert");
+  desk.enterExtraShots("LP Teiler", 3);
+  desk.sendExtraShots();
+  desk.waitForLastHit(13);
+  desk.untickAll();
+  desk.changeShooter("7a");
+  const int last = desk.openShots() - 1;
+  QList<int> allButTheLast;
+  for (int place = 0; place < last; ++place) allButTheLast << place;
+  desk.tickShots(allButTheLast);
+  desk.transfer();
+  desk.tickShots({last});
+  desk.picture("nach-dem-uebertragen-angekreuzt");
+  desk.saveAndBook();
+  desk.leave();
+}
+
+/// Extra shots lose their rings for good: the second transfer sees it in every discipline.
+void bookExtraShots(Desk& desk) {
+  desk.chooseDisciplines(
+      {"LG Serie 20", "LG 20 mit Zusatz", "LG 10 mit Zusatz", "LG Teiler", "LG Auflage", "LG Training"});
+  desk.tickAll();
+  desk.picture("zusatzschuss");
+  desk.saveOnly();
+  desk.transfer();
+  desk.saveAndBook();
+  desk.leave();
+}
+
+/// Two station disciplines, a series of each; what is stored of the second is discarded all the same.
+void bookSeriesAndDiscardTheRest(Desk& desk) {
+  desk.chooseSeries(0, 0, 8, {"LG Glück"});
+  desk.saveAndBook();
+  desk.chooseSeries(3, 0, 11, {"ZS Meister"});
+  desk.picture("serie-gewaehlt");
+  desk.saveOnly();
+  desk.picture("vor-dem-verwerfen");
+  desk.discardAll();
+  desk.leave();
+}
+
+/// All shots count for one long series that none of them fills.
+void bookLongSeries(Desk& desk) {
+  desk.chooseDisciplines({"LG Meister", "LG Meister Zehntel", "KK liegend"});
+  desk.tickAll();
+  desk.transfer();
+  desk.picture("uebertragen");
+  desk.saveAndBook();
+  desk.picture("verbucht");
+  desk.leave();
+}
+
+void afterTheCrash(Range& range, Journal& journal) {
+  Office office(range, journal);
+  office.program->grab(range.picture("3-nach-dem-absturz"));
+  goOn(office);
+  discardTwoShots(office.at(6));
+
+  office.at(2).waitForLastHit(10);
+  bookRings(office.at(2));
+  office.at(3).waitForLastHit(10);
+  bookRingTeilers(office.at(3));
+  office.at(4).waitForLastHit(10);
+  storeTwiceAndChangeShooter(office.at(4));
+
+  office.at(1).waitForLastHit(kShotsOfARegistration);
+  bookLongSeries(office.at(1));
+  office.at(5).waitForLastHit(kShotsOfARegistration);
+  bookExtraShots(office.at(5));
+  office.at(6).waitForLastHit(kShotsOfARegistration - 10);
+  bookSeriesAndDiscardTheRest(office.at(6));
+  office.program->grab(range.picture("4-feierabend"));
+  office.walk.close(false);
+  say("Alle Linien abgemeldet, Programm geschlossen.");
 }
 
 }  // namespace
@@ -143,12 +224,17 @@ int main(int argc, char** argv) {
   try {
     RangeOptions options;
     options.folder = QDir(parser.value("ordner")).absolutePath();
+    options.activeLines = QString(kLines, '1');
+    options.stationArguments = {"--schuss", QString::number(kShotsOfARegistration)};
     Range range(options);
+    range.addGroup(kGroup, {"LG Glück", "ZS Meister"});
     range.startStations();
-    untilTheCrash(range);
-    afterTheCrash(range);
+    Journal journal;
+    untilTheCrash(range, journal);
+    afterTheCrash(range, journal);
     range.stopStations();
-    good = agrees(range);
+    const auto fired = firedShots(range.stationLog());
+    good = !fired.empty() && printTable(reckon(range.competition(), fired, journal));
     say("Bilder: " + options.folder + "/*.png");
   } catch (const std::exception& problem) {
     QTextStream(stderr) << problem.what() << Qt::endl;

@@ -3,7 +3,10 @@
 #include <QDir>
 #include <QFile>
 
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
 #include "platform/settings/settings.h"
+#include "tools/wettkampf/competition.h"
 
 namespace qk {
 
@@ -28,6 +31,25 @@ Range::Range(RangeOptions options) : options_(std::move(options)) {
 
 Range::~Range() {
   stopStations();
+}
+
+void Range::addGroup(const QString& name, const QStringList& disciplines) const {
+  const auto store = dao::Database::open(competition());
+  for (const char* table : {"Haering_Gruppen", "Haering_Gruppen_Disziplinen"})
+    if (!store->hasTable(table)) store->createTable(*embeddedSchema("LeerSA.txt").table(table));
+  const auto groups = store->openRecordset("Select * from Haering_Gruppen");
+  groups->addNew();
+  const QVariant id = groups->value("ID");
+  groups->setValue("GruppenName", name);
+  groups->update();
+  const auto members = store->openRecordset("Select * from Haering_Gruppen_Disziplinen");
+  for (const QString& discipline : disciplines) {
+    members->addNew();
+    members->setValue("GruppenID", id);
+    members->setValue("GruppenName", name);
+    members->setValue("DisziplinName", discipline);
+    members->update();
+  }
 }
 
 QProcessEnvironment Range::environment() const {
@@ -61,6 +83,10 @@ void Range::stopStations() {
 
 bool Range::commandPending(int line) const {
   return QFile::exists(exchangeFolder() + QString("HServ%1.ctl").arg(line));
+}
+
+bool Range::reportPending(int line) const {
+  return QFile::exists(exchangeFolder() + QString("HSlav%1.ctl").arg(line));
 }
 
 }  // namespace qk

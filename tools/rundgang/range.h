@@ -23,6 +23,8 @@ class Range {
   explicit Range(RangeOptions options);
   ~Range();
 
+  /// Stores a group of station disciplines, as the office would have on an earlier day.
+  void addGroup(const QString& name, const QStringList& disciplines) const;
   std::unique_ptr<DrivenProgram> startProgram() const;
   void startStations();
   void stopStations();
@@ -34,6 +36,8 @@ class Range {
   QProcessEnvironment environment() const;
   /// Whether the program has a command waiting for a station.
   bool commandPending(int line) const;
+  /// Whether a station's report waits for the program.
+  bool reportPending(int line) const;
 
  private:
   RangeOptions options_;
