@@ -14,6 +14,8 @@ namespace {
 
 using State = ReckonedShot::State;
 
+constexpr qsizetype kShownDifferences = 20;
+
 QString countText(qint64 n) {
   return QString::number(n);
 }
@@ -193,7 +195,10 @@ bool printTable(const Reckoning& reckoning) {
     good = good && row.agrees();
   }
   out << QString("Blocksummen, von denen nur ein binärer Rest dasteht: %1\n").arg(reckoning.binaryRests);
-  for (const QString& difference : reckoning.differences) out << "  " << difference << "\n";
+  for (const QString& difference : reckoning.differences.mid(0, kShownDifferences))
+    out << "  " << difference << "\n";
+  if (const auto more = reckoning.differences.size() - kShownDifferences; more > 0)
+    out << QString("  und %1 weitere\n").arg(more);
   return good;
 }
 
