@@ -52,8 +52,6 @@ class frmLindorm : public QMainWindow {
   UserControl1& cLine(int nIndex) const;  ///< Error 9 outside
   int lineCount() const { return static_cast<int>(lines_.size()); }
 
-  /// The keys of the window, a line each.
-  QString keyHelp() const;
   /// Stops the poll of every line: the program is about to end with a fatal error.
   void stopPolling();
 
@@ -104,6 +102,7 @@ class frmLindorm : public QMainWindow {
   void mnuStandeinstellungen_Click();
   void mnuOptLoadTestDaten_Click();
   void mnuHaeringTransferClear_Click();
+  void mnuHilfe_Click();
   void chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&));
 
   bool Form_QueryUnload();

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QProcess>
 
+#include "app/frmHilfe.h"
 #include "app/frmLindorm.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
@@ -52,7 +53,7 @@ void frmLindorm::connectMenus() {
   connectAllLines();
   connectCurrentLine();
   connectToolbar();
-  on(ui_->mnuHilfe, [this] { workplace_.dialogs.note(keyHelp(), BoxIcon::Information, "Tasten"); });
+  on(ui_->mnuHilfe, [this] { mnuHilfe_Click(); });
 }
 
 void frmLindorm::connectFileMenus() {
@@ -226,11 +227,12 @@ void frmLindorm::mnuHaeringTransferClear_Click() {
                              clickReport("mnuHaeringTransferClear_Click"));
 }
 
-QString frmLindorm::keyHelp() const {
-  return "F2  Startnummer eingeben\nF3  Schützenliste\nF5  auf Preismodus umschalten\nF6  Schütze / "
-         "Disziplinen "
-         "senden\nF7  Nachkauf senden\nF8  Übertragen\nF9  Speichern + Verbuchen\nF12  Schützen abmelden\n\n"
-         "Strg+Bild auf, Strg+Bild ab  Linie wechseln\nLeertaste  Schuss oder Disziplin ankreuzen";
+void frmLindorm::mnuHilfe_Click() {
+  auto* help = findChild<frmHilfe*>();
+  if (!help) help = new frmHilfe(workplace_, Programmverzeichnis() + "handbuch", this);
+  help->show();
+  help->raise();
+  help->activateWindow();
 }
 
 void frmLindorm::chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&)) {

@@ -67,6 +67,7 @@ void frmLindorm::makeKeys() {
     cLine(index).txtStartnummer()->setFocus(Qt::ShortcutFocusReason);
     cLine(index).txtStartnummer()->selectAll();
   });
+  ui_->mnuHilfe->setShortcut(Qt::Key_F1);
   const auto step = [this](QKeySequence key, int by) {
     connect(new QShortcut(key, this), &QShortcut::activated, this, [this, by] {
       const int position = tree_.selected() + by;
@@ -78,7 +79,8 @@ void frmLindorm::makeKeys() {
   step(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);
   step(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
   auto* keys = new QLabel(
-      "F2 Startnummer    F3 Liste    F5 Preismodus    F6 Senden    F7 Nachkauf    F8 Übertragen    "
+      "F1 Hilfe    F2 Startnummer    F3 Liste    F5 Preismodus    F6 Senden    F7 Nachkauf    F8 Übertragen  "
+      "  "
       "F9 Speichern + Verbuchen    F12 Abmelden");
   keys->setObjectName("lblTasten");
   statusBar()->addWidget(keys, 1);

@@ -31,6 +31,7 @@ void LineMarks::watch(UserControl1* line) {
          "cmdXSucheStartnummerClick");
   follow(line, &UserControl1::txtXStartNummerValidate, &LineMarks::shooterChosen, "txtXStartNummerValidate");
   connect(line, &UserControl1::SummenZeile, this, &LineMarks::sumLine);
+  connect(line, &UserControl1::workChanged, this, &LineMarks::work);
 }
 
 int LineMarks::GetTreeIndex(int nIndex) const {
@@ -75,6 +76,12 @@ void LineMarks::gruen(int nIndex) {
   tree_.setImage(position, mark::Gruen);
   tree_.setText(position, tree_.key(position));
   if (UserControl1* line = lineOf_(nIndex)) line->setStartnummer(QString());
+}
+
+void LineMarks::work(int nIndex) {
+  const UserControl1* line = lineOf_(nIndex);
+  if (const int position = GetTreeIndex(nIndex); position > 0)
+    tree_.setWork(position, line->nOffeneSchuss(), line->commandWaits());
 }
 
 void LineMarks::stop(int nIndex) {

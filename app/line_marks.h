@@ -42,6 +42,7 @@ class LineMarks : public QObject {
   void frei(int nIndex);
   void gruen(int nIndex);
   void stop(int nIndex);
+  void work(int nIndex);
 
   Workplace workplace_;
   LineTree& tree_;

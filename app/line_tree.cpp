@@ -1,5 +1,6 @@
 #include "app/line_tree.h"
 
+#include <QHeaderView>
 #include <QTreeWidget>
 
 #include "data/icons/icons.h"
@@ -13,6 +14,8 @@ namespace {
 constexpr int kKeyRole = Qt::UserRole;
 constexpr int kImageRole = Qt::UserRole + 1;
 constexpr int kTagRole = Qt::UserRole + 2;
+constexpr int kWorkRole = Qt::UserRole + 3;  // in words
+constexpr int kWorkColumn = 1;
 
 /// What a screen reader, and the pointer, say of a mark.
 QString markText(const QString& image) {
@@ -25,6 +28,10 @@ QString markText(const QString& image) {
 }  // namespace
 
 LineTree::LineTree(QTreeWidget* widget) : widget_(widget) {
+  widget_->setColumnCount(2);
+  widget_->header()->setStretchLastSection(false);
+  widget_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  widget_->header()->setSectionResizeMode(kWorkColumn, QHeaderView::ResizeToContents);
   const auto tell = [this](QTreeWidgetItem* item) {
     if (item && !selecting_) Q_EMIT nodeClicked(item->data(0, kKeyRole).toString());
   };
@@ -87,8 +94,34 @@ void LineTree::setImage(int position, const QString& image) {
   QTreeWidgetItem* item = node(position);
   item->setData(0, kImageRole, image);
   item->setIcon(0, icon(image));
-  item->setData(0, Qt::AccessibleDescriptionRole, markText(image));
-  item->setStatusTip(0, key(position).replace("Linie", "Linie ") + ": " + markText(image));
+  describe(position);
+}
+
+void LineTree::setWork(int position, int openShots, bool commandWaits) {
+  QStringList shown, words;
+  if (commandWaits) shown << "wartet";
+  if (openShots > 0) shown << QString::number(openShots);
+  if (openShots > 0)
+    words << QString::number(openShots) + (openShots == 1 ? " offener Schuss" : " offene Schüsse");
+  if (commandWaits) words << "wartet auf die Station";
+  QTreeWidgetItem* item = node(position);
+  QFont small = widget_->font();
+  small.setPointSizeF(small.pointSizeF() * 0.9);
+  small.setBold(commandWaits);
+  item->setFont(kWorkColumn, small);
+  item->setTextAlignment(kWorkColumn, Qt::AlignRight | Qt::AlignVCenter);
+  item->setText(kWorkColumn, shown.join("  "));
+  item->setData(0, kWorkRole, words);
+  describe(position);
+}
+
+void LineTree::describe(int position) {
+  QTreeWidgetItem* item = node(position);
+  const QString words =
+      (QStringList{markText(image(position))} + item->data(0, kWorkRole).toStringList()).join(", ");
+  item->setData(0, Qt::AccessibleDescriptionRole, words);
+  for (int column : {0, kWorkColumn})
+    item->setStatusTip(column, key(position).replace("Linie", "Linie ") + ": " + words);
 }
 
 int LineTree::selected() const {

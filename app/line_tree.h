@@ -46,6 +46,9 @@ class LineTree : public QObject {
   QString tag(int position) const;
   void setTag(int position, const QString& tag);
 
+  /// What stands small beside the text: shots that wait to be booked, a command that waits for its station.
+  void setWork(int position, int openShots, bool commandWaits);
+
   int selected() const;  ///< 0 when none
   /// Marks the node; the operator's own choice of a node is nodeClicked.
   void select(int position);
@@ -55,6 +58,7 @@ class LineTree : public QObject {
 
  private:
   QTreeWidgetItem* node(int position) const;
+  void describe(int position);
 
   QTreeWidget* widget_;
   bool selecting_ = false;

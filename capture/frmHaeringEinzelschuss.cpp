@@ -26,6 +26,7 @@ frmHaeringEinzelschuss::frmHaeringEinzelschuss(const Workplace& workplace, Haeri
   });
   connect(ui_->cmdSave, &QPushButton::clicked, this, &frmHaeringEinzelschuss::cmdSave_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  resize(sizeHint().expandedTo(QSize(110 * fontMetrics().averageCharWidth(), 0)));
   ui_->txtRingWertMit->setFocus();
 }
 

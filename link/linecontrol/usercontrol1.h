@@ -61,6 +61,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   /// Commits on the line's own connection since Init.
   qint64 commitCount() const { return db_ ? db_->commitCount() : 0; }
   int nOffeneSchuss() const { return capture_.nOffeneSchuss(); }
+  /// True while a command waits for its station to take the one before it.
+  bool commandWaits() const { return commandWaits_; }
   const QString& sWettkampf() const { return sWettkampf_; }
   void setWettkampf(const QString& sWettkampf) { sWettkampf_ = sWettkampf; }
   /// Opens the competition and reads exchange folder, station disciplines and check lists.
@@ -104,6 +106,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void cmdXWettkampfBeendet(int nIndex);
   void cmdXSchuetzeGesendet(int nIndex);
   void SummenZeile(int nIndex, const QString& text);
+  /// The number of open shots may be another, or a command waits or doesn't any more.
+  void workChanged(int nIndex);
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -172,6 +176,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   QColor disziplinText_;  // of the discipline grid while there is a shooter
   QString sStartnummer_;
   qint16 nLinie_ = 0;
+  bool commandWaits_ = false;
   bool retired_ = false;
   int inUse_ = 0;
 };

@@ -1,5 +1,6 @@
 // How a line control is put together: its parts, what they are connected to, its popups and its look.
 #include <QMenu>
+#include <utility>
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module_ui.h"
@@ -262,6 +263,7 @@ void UserControl1::showTransferState(bool enabled, const QString& lblSchusszahl)
     hint = "Zum Übertragen fehlt: " + missing.join(", ") + ".";
   }
   ui_->m_cmdUebertragenTarvex->setStatusTip(hint);
+  Q_EMIT workChanged(index_);
 }
 
 void UserControl1::showBestResults() {
@@ -278,6 +280,8 @@ void UserControl1::showSendState(SendState state) {
   look.setColor(QPalette::WindowText, Qt::black);
   ui_->lblSenden->setPalette(look);
   ui_->lblSenden->setVisible(state != SendState::Hidden);
+  const bool waits = state == SendState::Waiting;
+  if (std::exchange(commandWaits_, waits) != waits) Q_EMIT workChanged(index_);
 }
 
 void UserControl1::Set_Font_HaeringDisziplin(const Schrift& schrift) {
