@@ -43,6 +43,14 @@ void RowFeed::start(Job job) {
   changed_.notify_all();
 }
 
+void RowFeed::cancel() {
+  const std::lock_guard lock(mutex_);
+  ++current_;
+  next_.reset();
+  waiting_.keys = KeyList(waiting_.keys.width(), waiting_.keys.isInteger());
+  hasWaiting_ = false;
+}
+
 RowFeed::Delivery RowFeed::take() {
   const std::lock_guard lock(mutex_);
   Delivery taken = std::move(waiting_);

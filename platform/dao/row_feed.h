@@ -48,6 +48,8 @@ class RowFeed {
   RowFeed& operator=(const RowFeed&) = delete;
 
   void start(Job job);
+  /// Nothing more comes until the next start().
+  void cancel();
   Delivery take();
   /// True when something waits to be taken, at the latest after that time.
   bool wait(int milliseconds);

@@ -38,6 +38,16 @@ void RowList::refresh() {
   if (isOpen()) start(plan_);
 }
 
+void RowList::clear() {
+  if (!isOpen()) return;
+  Q_EMIT aboutToRestart();
+  feed_->cancel();
+  keys_ = KeyList(keys_.width(), keys_.isInteger());
+  first_ = 0;
+  complete_ = true;
+  Q_EMIT restarted();
+}
+
 void RowList::start(std::shared_ptr<const SelectPlan> plan) {
   Q_EMIT aboutToRestart();
   plan_ = std::move(plan);

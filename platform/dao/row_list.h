@@ -46,6 +46,8 @@ class RowList : public QObject {
   void open(Database& database, const QString& query);
   /// Lists the same query anew.
   void refresh();
+  /// Shows no rows, until open() or refresh().
+  void clear();
   bool isOpen() const { return plan_ != nullptr; }
 
   int fieldCount() const;
@@ -103,7 +105,7 @@ class RowList : public QObject {
   std::unique_ptr<RowFeed> feed_;
   KeyList keys_;
   qsizetype first_ = 0;  // keys before it were dropped: taking rows from the front costs nothing
-  bool complete_ = false;
+  bool complete_ = true;
 };
 
 }  // namespace qk::dao

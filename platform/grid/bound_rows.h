@@ -50,6 +50,7 @@ class BoundRows : public QAbstractTableModel {
   /// up: submit them before.
   void open(dao::Database& database, const QString& query);
   void refresh() { list_.refresh(); }
+  void clear() { list_.clear(); }
 
   bool isOpen() const { return list_.isOpen(); }
   /// Stored rows listed so far; all of them when isComplete().

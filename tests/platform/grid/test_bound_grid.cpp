@@ -40,6 +40,7 @@ class TestBoundGrid : public QObject {
   void markedRowsAreDeleted();
   void withoutMarksTheCurrentRowIsDeleted();
   void theFirstRowsAreDeletedInPortions();
+  void deletingEndsWhenTheOperatorGivesUp();
   void filterCellsSpeak();
   void titlesSpeak();
   void bookmarksOutliveTheOrder();
@@ -291,6 +292,14 @@ void TestBoundGrid::theFirstRowsAreDeletedInPortions() {
   while (rows->count() > 0) QVERIFY(rows->removeFirst(1000));
   QCOMPARE(stored("ID"), "");
   QCOMPARE(rows->rowCount(), 0);
+}
+
+void TestBoundGrid::deletingEndsWhenTheOperatorGivesUp() {
+  database->dropTable("Artikel");
+  QVERIFY(!rows->removeFirst(1000));
+  QVERIFY(!rows->removeBookmarked({rows->bookmark(1), rows->bookmark(2)}));
+  QCOMPARE(reports, (QList<int>{3078, 3078}));
+  QCOMPARE(rows->count(), 6);
 }
 
 void TestBoundGrid::filterCellsSpeak() {

@@ -1,0 +1,317 @@
+// The browser of all shots: its query, and the real window on a competition.
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include "capture/frmHaeringSchussAlle.h"
+#include "platform/grid/bound_grid.h"
+#include "platform/grid/bound_rows.h"
+#include "platform/look/look.h"
+#include "tests/capture/workbench.h"
+#include "tests/support/drive.h"
+#include "tests/support/manners.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+const QString kBase = "Select * from Haering_Daten ";
+const QString kQuestion = "Sollen alle bisherigen Intarsoeinträge gelöscht werden?";
+
+QStringList filterOn(const QString& column, const QString& text) {
+  QStringList texts(ShotBrowserQuery::columns().size());
+  texts[ShotBrowserQuery::columns().indexOf(column)] = text;
+  return texts;
+}
+
+}  // namespace
+
+class TestShotBrowser : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void initTestCase() { look::apply(*qApp, look::Scheme::Light); }
+  void init() { bench = std::make_unique<Workbench>(); }
+  void cleanup() {
+    window.reset();
+    bench.reset();
+  }
+
+  void theFilterIsAPrefixOfEachColumn();
+  void titlesSetAndFlipTheOrder();
+  void aNameWithinTheOrderingOneFlips();
+  void everyColumnFiltersAndSorts();
+  void allRowsWhateverTheirState();
+  void typingFilters();
+  void aQuoteBreaksTheQuery();
+  void theOrderStaysWhenTheFilterGoes();
+  void aClickOnATitleSorts();
+  void deletingFollowsTheFilter();
+  void deletingNothing();
+  void sayingNoDeletesNothing();
+  void deletingStopsBetweenRows();
+  void closingWhileDeletingStops();
+  void aMissingFileIsReported();
+  void manners();
+
+ private:
+  void addShots(int count) {
+    const auto rows = bench->store().openRecordset("Haering_Daten");
+    for (int i = 1; i <= count; ++i) {
+      rows->addNew();
+      rows->setValue("Schütze", i % 2 ? "Müller, Jörg" : "Ärmel, Ute");
+      rows->setValue("Liniennummer", i);
+      rows->setValue("Treffernummer", count - i);
+      rows->setValue("RingwertmitZehntel", 9.5 + i);
+      rows->setValue("Verbucht", i % 3 == 0);
+      rows->setValue("Verworfen", i % 3 == 1);
+      rows->update();
+    }
+  }
+  /// More than are deleted in one go, whatever the disk.
+  int addMany() {
+    constexpr int kFirst = 5, kTimes = 12;
+    addShots(kFirst);
+    for (int times = 0; times < kTimes; ++times)
+      bench->store().execute(
+          "INSERT INTO Haering_Daten (Schütze, Liniennummer) SELECT Schütze, Liniennummer FROM "
+          "Haering_Daten");
+    return kFirst << kTimes;
+  }
+  void open() {
+    bench->store();
+    window = std::make_unique<frmHaeringSchussAlle>(bench->workplace());
+    window->setWettkampf(bench->path("Pokal.qkk"));
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(grid().rows()->waitForAll());
+  }
+  BoundGrid& grid() { return the<BoundGrid>(*window, "gridInput"); }
+  int columnOf(const QString& name) { return int(ShotBrowserQuery::columns().indexOf(name)); }
+  QString shown(const QString& column) {
+    grid().rows()->waitForAll();
+    QStringList cells;
+    for (int row = 0; row < grid().rows()->count(); ++row)
+      cells.append(grid().rows()->index(row, columnOf(column)).data().toString());
+    return cells.join(" ");
+  }
+  void clickTitle(const QString& name) {
+    QHeaderView* header = grid().horizontalHeader();
+    const int column = columnOf(name);
+    grid().scrollTo(grid().rows()->index(0, column));
+    const QPoint title(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, 5);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, title);
+  }
+  QString stored() {
+    return bench->read("Select * from Haering_Daten order by ID", {"Liniennummer"}).join(" ");
+  }
+
+  std::unique_ptr<Workbench> bench;
+  std::unique_ptr<frmHaeringSchussAlle> window;
+};
+
+void TestShotBrowser::theFilterIsAPrefixOfEachColumn() {
+  ShotBrowserQuery query;
+  QCOMPARE(query.text(), kBase);
+  QStringList texts = filterOn("Schütze", "Mü");
+  query.setFilter(texts);
+  QCOMPARE(query.text(), kBase + " WHERE Schütze LIKE 'Mü*'");
+  texts[columnOf("Key")] = " 4 ";
+  texts[columnOf("X")] = "   ";
+  query.setFilter(texts);
+  QCOMPARE(query.text(), kBase + " WHERE Schütze LIKE 'Mü*' AND Key LIKE ' 4 *'");
+  query.clickTitle("Datum");
+  QCOMPARE(query.text(), kBase + " WHERE Schütze LIKE 'Mü*' AND Key LIKE ' 4 *' ORDER BY Datum ASC");
+  query.clearFilter();
+  QCOMPARE(query.text(), kBase + " ORDER BY Datum ASC");
+}
+
+void TestShotBrowser::titlesSetAndFlipTheOrder() {
+  ShotBrowserQuery query;
+  query.clickTitle("Datum");
+  QCOMPARE(query.text(), kBase + " ORDER BY Datum ASC");
+  query.clickTitle("Datum");
+  QCOMPARE(query.text(), kBase + " ORDER BY Datum DESC");
+  query.clickTitle("Datum");
+  QCOMPARE(query.text(), kBase + " ORDER BY Datum ASC");
+  query.clickTitle("Datum");
+  query.clickTitle("Y");
+  QCOMPARE(query.text(), kBase + " ORDER BY Y ASC");
+}
+
+void TestShotBrowser::aNameWithinTheOrderingOneFlips() {
+  ShotBrowserQuery query;
+  query.clickTitle("KlasseBezeichnung");
+  query.clickTitle("Klasse");
+  QCOMPARE(query.text(), kBase + " ORDER BY KlasseBezeichnung DESC");
+  query.clickTitle("Klasse");
+  QCOMPARE(query.text(), kBase + " ORDER BY KlasseBezeichnung ASC");
+  query.clickTitle("Waffe");
+  query.clickTitle("Klasse");
+  QCOMPARE(query.text(), kBase + " ORDER BY Klasse ASC");
+}
+
+void TestShotBrowser::everyColumnFiltersAndSorts() {
+  addShots(3);
+  for (const QString& column : ShotBrowserQuery::columns()) {
+    ShotBrowserQuery query;
+    query.setFilter(filterOn(column, "gibt es nicht"));
+    query.clickTitle(column);
+    QVERIFY2(bench->store().openRecordset(query.text())->eof(), qPrintable(column));
+    query.clearFilter();
+    QVERIFY2(!bench->store().openRecordset(query.text())->eof(), qPrintable(column));
+  }
+}
+
+void TestShotBrowser::allRowsWhateverTheirState() {
+  addShots(6);
+  open();
+  QCOMPARE(window->windowTitle(), "Alle gespeicherten Schussdaten Häring");
+  QCOMPARE(shown("Liniennummer"), "1 2 3 4 5 6");
+  QCOMPARE(shown("Verbucht"), "0 0 -1 0 0 -1");
+  QCOMPARE(grid().rows()->index(0, columnOf("RingwertmitZehntel")).data().toString(), "10,5");
+  QCOMPARE(the<QLabel>(*window, "lblAnzahl").text(), "6 Schüsse");
+  QStringList titles;
+  for (int column = 0; column < grid().model()->columnCount(); ++column)
+    titles.append(grid().model()->headerData(column, Qt::Horizontal).toString());
+  QCOMPARE(titles, ShotBrowserQuery::columns());
+}
+
+void TestShotBrowser::typingFilters() {
+  addShots(6);
+  open();
+  type(*window, "filter_Schütze", "mü");
+  QCOMPARE(shown("Liniennummer"), "1 3 5");
+  QCOMPARE(the<QLabel>(*window, "lblAnzahl").text(), "3 Schüsse");
+  QVERIFY(the<QLineEdit>(*window, "filter_Schütze").hasFocus());
+  type(*window, "filter_Liniennummer", "5");
+  QCOMPARE(shown("Liniennummer"), "5");
+  QCOMPARE(the<QLabel>(*window, "lblAnzahl").text(), "1 Schuss");
+}
+
+void TestShotBrowser::aQuoteBreaksTheQuery() {
+  addShots(3);
+  open();
+  const Error error =
+      bench->failureOf([this] { bench->store().openRecordset(kBase + " WHERE Schütze LIKE 'O'*'"); });
+  bench->expectError(error, "Fehler bei gridInput_FilterChange_err!", BoxAnswer::Abort, "Fehler: ");
+  the<QLineEdit>(*window, "filter_Schütze").setText("O'");
+  QVERIFY(bench->dialogs.done());
+  // Rows that the query in force doesn't give aren't shown, and so aren't deleted.
+  QCOMPARE(shown("Liniennummer"), "");
+  bench->dialogs.expect(kQuestion, BoxAnswer::Yes);
+  bench->expectError(error, "Fehler bei cmdDeleteHaering_Click_err!", BoxAnswer::Abort, "Fehler: ");
+  click(*window, "cmdDeleteHaering");
+  QCOMPARE(stored(), "1 2 3");
+}
+
+void TestShotBrowser::theOrderStaysWhenTheFilterGoes() {
+  addShots(6);
+  open();
+  clickTitle("Treffernummer");
+  type(*window, "filter_Schütze", "Ä");
+  QCOMPARE(shown("Liniennummer"), "6 4 2");
+  click(*window, "cmdClearFilter");
+  QCOMPARE(shown("Liniennummer"), "6 5 4 3 2 1");
+  QCOMPARE(the<QLineEdit>(*window, "filter_Schütze").text(), "");
+}
+
+void TestShotBrowser::aClickOnATitleSorts() {
+  addShots(4);
+  open();
+  clickTitle("Schütze");
+  QCOMPARE(shown("Liniennummer"), "2 4 1 3");  // "Ä" stands with "A"
+  QCOMPARE(grid().horizontalHeader()->sortIndicatorSection(), columnOf("Schütze"));
+  QCOMPARE(grid().horizontalHeader()->sortIndicatorOrder(), Qt::AscendingOrder);
+  clickTitle("Schütze");
+  QCOMPARE(shown("Liniennummer"), "1 3 2 4");
+  QCOMPARE(grid().horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
+}
+
+void TestShotBrowser::deletingFollowsTheFilter() {
+  addShots(6);
+  open();
+  type(*window, "filter_Schütze", "Mü");
+  bench->dialogs.expect(kQuestion, BoxAnswer::Yes).titled("Hinweis").with(BoxButtons::YesNo);
+  click(*window, "cmdDeleteHaering");
+  QCOMPARE(stored(), "2 4 6");
+  QCOMPARE(shown("Liniennummer"), "");
+  click(*window, "cmdClearFilter");
+  QCOMPARE(shown("Liniennummer"), "2 4 6");
+}
+
+void TestShotBrowser::deletingNothing() {
+  open();
+  bench->dialogs.expect(kQuestion, BoxAnswer::Yes);
+  click(*window, "cmdDeleteHaering");
+  QVERIFY(bench->dialogs.done());
+  QCOMPARE(the<QLabel>(*window, "lblAnzahl").text(), "0 Schüsse");
+}
+
+void TestShotBrowser::sayingNoDeletesNothing() {
+  addShots(3);
+  open();
+  bench->dialogs.expect(kQuestion, BoxAnswer::No);
+  click(*window, "cmdDeleteHaering");
+  QCOMPARE(stored(), "1 2 3");
+}
+
+void TestShotBrowser::deletingStopsBetweenRows() {
+  const int all = addMany();
+  open();
+  const QByteArray last = grid().rows()->bookmark(all - 1);
+  bench->dialogs.expect(kQuestion, BoxAnswer::Yes);
+  bool seen = false;
+  QMetaObject::invokeMethod(
+      window.get(),
+      [&] {
+        seen = the<QWidget>(*window, "prgDelete").isVisible();
+        QVERIFY(!the<QPushButton>(*window, "cmdDeleteHaering").isEnabled());
+        click(*window, "cmdStop");
+      },
+      Qt::QueuedConnection);
+  the<QPushButton>(*window, "cmdDeleteHaering").click();
+  QVERIFY(seen);
+  QVERIFY(grid().rows()->waitForAll());
+  const int left = grid().rows()->count();
+  QVERIFY(left > 0 && left < all);
+  QCOMPARE(grid().rows()->rowOf(last), left - 1);  // the first ones go first
+  QVERIFY(!the<QPushButton>(*window, "cmdStop").isVisible());
+  QVERIFY(the<QPushButton>(*window, "cmdDeleteHaering").isEnabled());
+}
+
+void TestShotBrowser::closingWhileDeletingStops() {
+  addMany();
+  open();
+  bench->dialogs.expect(kQuestion, BoxAnswer::Yes);
+  QMetaObject::invokeMethod(
+      window.get(), [this] { window->close(); }, Qt::QueuedConnection);
+  the<QPushButton>(*window, "cmdDeleteHaering").click();
+  QVERIFY(window->isVisible());
+  QVERIFY(grid().rows()->count() > 0);
+  click(*window, "cmdClose");
+  QVERIFY(!window->isVisible());
+}
+
+void TestShotBrowser::aMissingFileIsReported() {
+  bench->expectError(3024, "Fehler bei Form_Load_err!", BoxAnswer::Abort, "Fehler: ");
+  window = std::make_unique<frmHaeringSchussAlle>(bench->workplace());
+  window->setWettkampf(bench->path("fehlt.qkk"));
+  window->show();
+  QVERIFY(bench->dialogs.done());
+  clickTitle("Datum");
+  bench->dialogs.expect(kQuestion, BoxAnswer::Yes);
+  click(*window, "cmdDeleteHaering");
+}
+
+void TestShotBrowser::manners() {
+  addShots(3);
+  open();
+  QCOMPARE(badManners(*window), QStringList());
+}
+
+QTEST_MAIN(TestShotBrowser)
+#include "test_shot_browser.moc"
