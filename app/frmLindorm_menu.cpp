@@ -11,6 +11,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "app/ground/temp_module_ui.h"
+#include "capture/frmHaeringSchussAlle.h"
 #include "link/exchange.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
@@ -60,6 +61,11 @@ void frmLindorm::connectFileMenus() {
   on(ui_->mnuDateiWettkampfOpen, [this] { mnuDateiWettkampfOpen_Click(); });
   on(ui_->mnuDateiPrinterSetup, [this] { workplace_.dialogs.printerSetup(); });
   on(ui_->mnuExit, [this] { close(); });
+  on(ui_->mnuEditSchussAlle, [this] {
+    frmHaeringSchussAlle browser(workplace_, this);
+    browser.setWettkampf(sWettkampf());
+    browser.exec();
+  });
   on(ui_->mnuEditSchussbilder, [this] { mnuEditSchussbilder_Click(); });
 }
 

@@ -93,11 +93,11 @@ void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {
 
 void frmLindorm::disableWithoutTarget() {
   for (QAction* action :
-       {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint, ui_->mnuEditSchussAlle,
-        ui_->mnuEditErgebnisse, ui_->mnuEditKasse, ui_->mnuDisziplinenSPOWettkampf,
-        ui_->mnuDisziplinenSPOStandard, ui_->mnuEditHaeringOutput, ui_->mnuHaerinAlleWerbeEIN,
-        ui_->mnuHaeringAktLinieWerbeEIN, ui_->mnuHaeringEsaPreisIniCheck, ui_->mnuHaeringEsaPreisIni,
-        ui_->mnuHaeringGruppenDisziplinen, ui_->Print1, ui_->vorschau, ui_->ErgEdit, ui_->euro})
+       {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint, ui_->mnuEditErgebnisse,
+        ui_->mnuEditKasse, ui_->mnuDisziplinenSPOWettkampf, ui_->mnuDisziplinenSPOStandard,
+        ui_->mnuEditHaeringOutput, ui_->mnuHaerinAlleWerbeEIN, ui_->mnuHaeringAktLinieWerbeEIN,
+        ui_->mnuHaeringEsaPreisIniCheck, ui_->mnuHaeringEsaPreisIni, ui_->mnuHaeringGruppenDisziplinen,
+        ui_->Print1, ui_->vorschau, ui_->ErgEdit, ui_->euro})
     explain(action, false, kNotYet);
 }
 

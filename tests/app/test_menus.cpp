@@ -31,7 +31,7 @@ const Entry kEntries[] = {
     {"mnuDateiKurzauswertungPreview", "Kurzauswertung Vorschau...", false, false},
     {"mnuDateiKurzauswertungPrint", "Kurzauswertung Drucken", false, false},
     {"mnuExit", "&Beenden", true, true},
-    {"mnuEditSchussAlle", "Alle Intarso-Schuss einsehen...", false, false},
+    {"mnuEditSchussAlle", "Alle Intarso-Schuss einsehen...", true, true},
     {"mnuEditErgebnisse", "Ergebnisse anzeigen...", false, false},
     {"mnuEditSchussbilder", "Schussbilder anzeigen...", true, false},
     {"mnuEditKasse", "Kasse...", false, false},
@@ -129,6 +129,7 @@ class TestMenus : public QObject {
   void settingsDialog();
   void lineSetup();
   void testDataEntry();
+  void allShots();
   void picturesWithoutViewer();
   void help();
   void keys();
@@ -464,6 +465,14 @@ void TestMenus::testDataEntry() {
   office.boxes.expectOpenFile("Intarso-Logdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*", file);
   trigger(office.window(), "mnuOptLoadTestDaten");
   QCOMPARE(office.line(1).nOffeneSchuss(), 1);
+}
+
+void TestMenus::allShots() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.boxes.expectWindow("frmHaeringSchussAlle", [](QWidget& browser) { click(browser, "cmdClose"); });
+  trigger(office.window(), "mnuEditSchussAlle");
+  QVERIFY(office.boxes.done());
 }
 
 void TestMenus::picturesWithoutViewer() {
