@@ -63,6 +63,7 @@ class frmLindorm : public QMainWindow {
 
  private:
   using Routine = std::function<void()>;
+  using SteppedRoutine = std::function<void(Steps&)>;
 
   // How the window is put together.
   void makeToolbar();
@@ -78,6 +79,7 @@ class frmLindorm : public QMainWindow {
   void disableWithoutTarget();
   /// Runs `routine` on the action; failures are reported under the action's name.
   void on(QAction* action, Routine routine);
+  void onInSteps(QAction* action, SteppedRoutine routine);
   void onKey(int key, const QString& control);
   void explain(QAction* action, bool enabled, const QString& why);
   void showLineActions();
@@ -90,9 +92,10 @@ class frmLindorm : public QMainWindow {
   UserControl1& currentLine() const { return cLine(Get_AktLinienNummer()); }
   enum class AfterEach { Nothing, MessageLoop };
   /// Calls `call` for every line, inactive ones too; ends early when the lines are rebuilt or the window
-  /// goes.
-  void forAllLines(const std::function<void(UserControl1&)>& call, AfterEach after = AfterEach::Nothing);
-  void askThen(const QString& question, const Routine& routine);
+  /// goes. A line that failed can be repeated; with any other answer the lines behind it get nothing.
+  void forAllLines(Steps& step, const std::function<void(UserControl1&)>& call,
+                   AfterEach after = AfterEach::Nothing);
+  bool asked(const QString& question) const;
 
   // Menu routines of more than a line.
   void mnuDateiWettkampfOpen_Click();

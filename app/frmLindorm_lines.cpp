@@ -106,10 +106,13 @@ qint16 frmLindorm::Get_AktLinienNummer() const {
   return index;
 }
 
-void frmLindorm::forAllLines(const std::function<void(UserControl1&)>& call, AfterEach after) {
+void frmLindorm::forAllLines(Steps& step, const std::function<void(UserControl1&)>& call, AfterEach after) {
   const int generation = generation_;
   for (int index = 0; generation == generation_ && index < lineCount(); ++index) {
-    call(cLine(index));
+    const bool went = step([&] {
+      if (generation == generation_) call(cLine(index));
+    });
+    if (!went) return;
     if (after == AfterEach::MessageLoop) workplace_.waits.runMessageLoop();
   }
 }

@@ -39,13 +39,17 @@ ErrorReport frmLindorm::clickReport(const QString& routine) const {
 }
 
 void frmLindorm::on(QAction* action, Routine routine) {
-  connect(action, &QAction::triggered, this, [this, action, routine] {
-    reported(clickReport(action->objectName() + "_Click"), [&](Steps&) { routine(); });
+  onInSteps(action, [routine = std::move(routine)](Steps&) { routine(); });
+}
+
+void frmLindorm::onInSteps(QAction* action, SteppedRoutine routine) {
+  connect(action, &QAction::triggered, this, [this, action, routine = std::move(routine)] {
+    reported(clickReport(action->objectName() + "_Click"), routine);
   });
 }
 
-void frmLindorm::askThen(const QString& question, const Routine& routine) {
-  if (workplace_.dialogs.confirm(question)) routine();
+bool frmLindorm::asked(const QString& question) const {
+  return workplace_.dialogs.confirm(question);
 }
 
 void frmLindorm::connectMenus() {
@@ -91,14 +95,15 @@ void frmLindorm::connectOptions() {
   on(ui_->mnuHaeringTransferClear, [this] { mnuHaeringTransferClear_Click(); });
 }
 
+// A repeated statement sends again; it doesn't ask again.
 void frmLindorm::connectAllLines() {
-  const auto all = [this](QAction* action, void (UserControl1::*call)(),
-                          AfterEach after = AfterEach::Nothing) {
-    on(action, [this, call, after] { forAllLines([call](UserControl1& line) { (line.*call)(); }, after); });
+  using Call = void (UserControl1::*)();
+  const auto all = [this](QAction* action, Call call, AfterEach after = AfterEach::Nothing) {
+    onInSteps(action, [this, call, after](Steps& step) { forAllLines(step, std::mem_fn(call), after); });
   };
-  const auto askAll = [this](QAction* action, const QString& question, void (UserControl1::*call)()) {
-    on(action, [this, question, call] {
-      askThen(question, [this, call] { forAllLines([call](UserControl1& line) { (line.*call)(); }); });
+  const auto askAll = [this](QAction* action, const QString& question, Call call) {
+    onInSteps(action, [this, question, call](Steps& step) {
+      if (asked(question)) forAllLines(step, std::mem_fn(call));
     });
   };
   all(ui_->mnuHaeringAllePreismodusON, &UserControl1::Set_Linie_PreisModus_ON, AfterEach::MessageLoop);
@@ -109,22 +114,21 @@ void frmLindorm::connectAllLines() {
          &UserControl1::Set_Linie_ZurueckWindows);
   askAll(ui_->mnuHaeringAlleShutDown, "Sollen wirklich alle Linienrechner heruntergefahren werden?",
          &UserControl1::Set_Linie_ShutDown);
-  on(ui_->mnuHaeringAlleSchuetzeON, [this] {
-    askThen("Sollen alle Disziplinen aller Schützen gesendet werden?", [this] {
-      forAllLines([](UserControl1& line) { line.Set_Anmelden_SchuetzeDisziplinen(false); });
-    });
+  onInSteps(ui_->mnuHaeringAlleSchuetzeON, [this](Steps& step) {
+    if (asked("Sollen alle Disziplinen aller Schützen gesendet werden?"))
+      forAllLines(step, [](UserControl1& line) { line.Set_Anmelden_SchuetzeDisziplinen(false); });
   });
 }
 
 void frmLindorm::connectCurrentLine() {
   on(ui_->mnuHaeringAktLinieWerbeAUS, [this] { currentLine().Set_Linie_Werbefenster_AUS(); });
-  on(ui_->mnuHaeringAktWindows, [this] {
-    askThen("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?",
-            [this] { currentLine().Set_Linie_ZurueckWindows(); });
+  onInSteps(ui_->mnuHaeringAktWindows, [this](Steps& step) {
+    if (asked("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?"))
+      step([this] { currentLine().Set_Linie_ZurueckWindows(); });
   });
-  on(ui_->mnuHaeringAktShutDown, [this] {
-    askThen("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?",
-            [this] { currentLine().Set_Linie_ShutDown(); });
+  onInSteps(ui_->mnuHaeringAktShutDown, [this](Steps& step) {
+    if (asked("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?"))
+      step([this] { currentLine().Set_Linie_ShutDown(); });
   });
   on(ui_->mnuSchussAktWettbewerb, [this] { currentLine().HaeringSchussWettbewerbAnwaehlen(); });
   on(ui_->mnuSchussAlle, [this] { currentLine().HaeringSchussAnAbwaehlen(true); });
@@ -248,7 +252,7 @@ void frmLindorm::chooseFont(const QString& setting, void (UserControl1::*apply)(
   schrift.font = parseFontText(choice->font);
   schrift.foreColor = choice->colour;
   SchriftSpeichern(workplace_, setting, schrift);
-  forAllLines([&](UserControl1& line) { (line.*apply)(schrift); });
+  for (UserControl1* line : lines_) (line->*apply)(schrift);
 }
 
 }  // namespace qk

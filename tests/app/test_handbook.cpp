@@ -58,7 +58,7 @@ QStringList messagesOf(QString source) {
                                             QRegularExpression::DotMatchesEverythingOption);
   source.remove(diagnosis);
   static const QRegularExpression call(
-      R"re(\b(?:note|confirm|FehlerAnzeigen|fehlerReport|askThen|askAll|report)(\())re");
+      R"re(\b(?:note|confirm|FehlerAnzeigen|fehlerReport|asked|askAll|report)(\())re");
   static const QRegularExpression notAMessage(
       R"(^[^a-zäöüA-ZÄÖÜ]*$|^(Fehler:?|Hinweis|QK-Intarso|_err!|!)$)");
   static const QRegularExpression readsLikeOne(R"(^Fehler bei|[a-zäöüß][!?]( |$))");
@@ -93,7 +93,7 @@ void TestHandbook::findsTheMessagesOfASource() {
   const QString source = R"re(
     dialogs.note("Kein Schütze"
                  "\r\nauf der Linie " + name, BoxIcon::None, "Fehler");
-    askThen("Wirklich alle", [this] { send("99 'Rechner"); });
+    asked("Wirklich alle", [this] { send("99 'Rechner"); });
     reported(report("Fehler bei X_err!"), run);
     QString late() { return "Wirklich senden?"; }
     open("Select * from Schuss");
