@@ -81,12 +81,14 @@ void frmLindorm::connectOptions() {
      [this] { chooseFont(keys::FontHDisziplin.toString(), &UserControl1::Set_Font_HaeringDisziplin); });
   on(ui_->mnuOptFontHaeringSchuss,
      [this] { chooseFont(keys::FlexFont.toString(), &UserControl1::Set_Font_Flex); });
-  on(ui_->mnuOptHaeringProtokoll, [this] {
-    schreibe(workplace_.settings, keys::ProtokollAktiv, ui_->mnuOptHaeringProtokoll->isChecked());
-  });
-  on(ui_->mnuHaeringSendeProtokoll, [this] {
-    schreibe(workplace_.settings, keys::SendeProtokollAktiv, ui_->mnuHaeringSendeProtokoll->isChecked());
-  });
+  const auto protocolSwitch = [this](QAction* action, const SettingKey& key) {
+    on(action, [this, action, &key] { schreibe(workplace_.settings, key, action->isChecked()); });
+    // The mark says what holds, also when it couldn't be stored.
+    connect(action, &QAction::triggered, this,
+            [this, action, &key] { action->setChecked(liesFlag(workplace_.settings, key)); });
+  };
+  protocolSwitch(ui_->mnuOptHaeringProtokoll, keys::ProtokollAktiv);
+  protocolSwitch(ui_->mnuHaeringSendeProtokoll, keys::SendeProtokollAktiv);
   on(ui_->mnuOptOpenProtokolldatei,
      [this] { MitProgrammOeffnen(workplace_, global_.Verzeichnis + "InputIntarsoProtokoll.txt"); });
   on(ui_->mnuHaeringSendeProtokollOpen,

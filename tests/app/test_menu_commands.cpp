@@ -1,8 +1,6 @@
 // What the entries that command stations ask, write and report: a table, driven by name on the real window.
-#include <QApplication>
+#include <QDir>
 #include <QFile>
-#include <QListWidget>
-#include <QMenu>
 #include <QTest>
 
 #include "platform/runtime/textcodec.h"
@@ -97,7 +95,9 @@ class TestMenuCommands : public QObject {
   void viewerGetsCompetitionAndStartNumber();
   void printerSetup();
   void testDataDialogCancelled();
-  void infoListPopup();
+  void settingsThatCannotBeStored_data();
+  void settingsThatCannotBeStored();
+  void eventsOfALineThatIsGone();
 
  private:
   static void rows() {
@@ -251,25 +251,48 @@ void TestMenuCommands::testDataDialogCancelled() {
   QCOMPARE(office_->line(kShown).nOffeneSchuss(), 0);
 }
 
-void TestMenuCommands::infoListPopup() {
-  auto& info = the<QListWidget>(office_->window(), "lstInfo");
-  office_->press(kShown, "cmdPreisModus");
-  for (const char* sum : {"22;Serie 97", "22;Serie 98", "22;Serie 99"}) office_->fire(kShown, sum);
-  QCOMPARE(info.count(), 3);
-  Q_EMIT info.customContextMenuRequested(QPoint(5, 5));
-  QMenu* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-  QVERIFY(popup);
-  QStringList entries;
-  for (QAction* action : popup->actions()) entries << action->objectName() + ": " + action->text();
-  QCOMPARE(entries, (QStringList{"mnuLstInfoLeeren: Alle Leeren",
-                                 "mnuLstInfoAktEintragLoeschen: Akt. Eintrag löschen"}));
-  popup->close();
-  info.setCurrentRow(1);
-  run("mnuLstInfoAktEintragLoeschen");
-  QCOMPARE(info.count(), 2);
-  QCOMPARE(info.item(1)->text(), "L3 - Serie 99");
-  run("mnuLstInfoLeeren");
-  QCOMPARE(info.count(), 0);
+void TestMenuCommands::settingsThatCannotBeStored_data() {
+  QTest::addColumn<QString>("action");
+  for (const char* action : {"mnuOptHaeringProtokoll", "mnuHaeringSendeProtokoll", "mnuOptHaeringNetzPfad"})
+    QTest::newRow(action) << action;
+}
+
+void TestMenuCommands::settingsThatCannotBeStored() {
+  QFETCH(QString, action);
+  const QString store = qEnvironmentVariable("QK_EINSTELLUNGEN");
+  QVERIFY(QFile::remove(store) && QDir().mkpath(store));
+  if (action == "mnuOptHaeringNetzPfad")
+    office_->boxes.expectFolder("Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + office_->folder + "/",
+                                office_->folder);
+  office_->boxes
+      .expect("Fehler: 75 - " + errorDescription(75) + "\nFehler beim Klick " + action + "_Click_err!",
+              BoxAnswer::Abort)
+      .titled("Fehler");
+  run(action);
+  QVERIFY(!office_->action(action).isChecked());
+  QCOMPARE(office_->window().lineCount(), kLines);
+}
+
+void TestMenuCommands::eventsOfALineThatIsGone() {
+  const int none = 99;
+  UserControl1& line = office_->line(1);
+  for (const auto& [raised, name] :
+       {std::pair{&UserControl1::cmdXSchutzenlisteClick, "cmdXSchutzenlisteClick"},
+        std::pair{&UserControl1::cmdXSucheStartnummerClick, "cmdXSucheStartnummerClick"},
+        std::pair{&UserControl1::txtXStartNummerValidate, "txtXStartNummerValidate"}}) {
+    office_->boxes
+        .expect("Fehler: 9 - " + errorDescription(9) + "\nFehler beim Klick cline_" + name + "!",
+                BoxAnswer::Abort)
+        .titled("Fehler")
+        .with(BoxButtons::AbortRetryIgnore);
+    Q_EMIT(line.*raised)(none);
+  }
+  const QStringList before{office_->node(1), office_->mark(1), office_->node(2), office_->mark(2)};
+  for (auto raised : {&UserControl1::cmdXPreisModusGestartet, &UserControl1::XPreisModusBeendetClick,
+                      &UserControl1::cmdXSchuetzeGesendet, &UserControl1::XGruenClick,
+                      &UserControl1::cmdXStopClick, &UserControl1::workChanged})
+    Q_EMIT(line.*raised)(none);
+  QCOMPARE((QStringList{office_->node(1), office_->mark(1), office_->node(2), office_->mark(2)}), before);
 }
 
 QTEST_MAIN(TestMenuCommands)
