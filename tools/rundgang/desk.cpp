@@ -134,6 +134,7 @@ void Desk::finishTransfer() {
   program_.waitUntil("results of the transfer",
                      [&] { return walk_.hasResults(line_) || !program_.modal().isEmpty(); });
   if (program_.modal().isEmpty()) return;
+  picture("gleicher-schluessel");
   program_.answer("457 - ", "Abbrechen");
   walk_.transfer(line_);
   finishTransfer();
