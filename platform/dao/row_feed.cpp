@@ -9,8 +9,8 @@
 namespace qk::dao {
 namespace {
 
-/// More rows than any screen shows.
-constexpr int kFirstPortion = 128;
+/// About what a screen shows.
+constexpr int kFirstPortion = 50;
 constexpr int kGrowth = 8;
 /// A slow list shows what it has found so far.
 constexpr qint64 kLongestSilence = 100;
@@ -129,8 +129,7 @@ void RowFeed::readKeys(const Job& job, quint64 number, const KeyList& page) {
       passed = page.size();
     }
     portion.keys.append(job.packed ? Key{bookmarkOf(row)} : row);
-    if (portion.keys.size() < size && !(portion.keys.size() % 64 == 0 && silence.hasExpired(kLongestSilence)))
-      return true;
+    if (portion.keys.size() < size && !silence.hasExpired(kLongestSilence)) return true;
     deliver(number, std::move(portion));
     portion = {KeyList(job.width, job.integer), false, false, {}};
     size *= kGrowth;

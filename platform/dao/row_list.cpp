@@ -14,7 +14,7 @@
 namespace qk::dao {
 namespace {
 
-/// What comes within this time is there at once, so that a short list never flickers.
+/// First rows that come within this time are there at once, so that nothing flickers.
 constexpr int kPatience = 25;
 constexpr int kRecordDeleted = 3167;
 
@@ -66,7 +66,8 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
   Q_EMIT restarted();
 
   const QDeadlineTimer patience(kPatience);
-  while (!complete_ && feed_->wait(static_cast<int>(patience.remainingTime()))) collect();
+  while (!complete_ && keys_.size() == 0 && feed_->wait(static_cast<int>(patience.remainingTime())))
+    collect();
 }
 
 bool RowList::waitForAll(int milliseconds) {

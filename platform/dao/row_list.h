@@ -6,8 +6,8 @@
 // Queries whose rows have no key (unions, groups, stored queries) are read whole in that thread and can't be
 // changed.
 //
-//   open ► [grown]… ► completed            by itself, from the event loop; what is there after a blink of
-//                                          patience is there when open() returns
+//   open ► [grown]… ► completed            by itself, from the event loop; the first rows, where they come
+//                                          within a blink, are there when open() returns
 //
 // Rows that others add later stay out until refresh(). A row that somebody deleted can't be read any more but
 // keeps its number.

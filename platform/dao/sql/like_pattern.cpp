@@ -4,6 +4,8 @@ namespace qk::dao::sql {
 namespace {
 
 char16_t folded(QChar c) {
+  const char16_t unit = c.unicode();
+  if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? char16_t(unit + (u'a' - u'A')) : unit;
   return c.toCaseFolded().unicode();
 }
 

@@ -4,7 +4,9 @@
 
 #include <QCollator>
 #include <QDateTime>
+#include <QStringConverter>
 #include <cmath>
+#include <optional>
 
 #include "platform/dao/sql/like_pattern.h"
 #include "platform/dao/sql/sqlite_values.h"
@@ -27,6 +29,32 @@ QStringView viewOf(sqlite3_value* value) {
   const auto* text = static_cast<const char16_t*>(sqlite3_value_text16(value));
   return QStringView(text, sqlite3_value_bytes16(value) / qsizetype(sizeof(char16_t)));
 }
+
+/// Text as UTF-16 without the copy on the heap that SQLite makes of it: LIKE looks at every row.
+class Utf16 {
+ public:
+  explicit Utf16(sqlite3_value* value) {
+    const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    const int size = sqlite3_value_bytes(value);
+    if (size <= kOnStack) {
+      char16_t* end = buffer_;
+      QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+      end = reinterpret_cast<char16_t*>(
+          decoder.appendToBuffer(reinterpret_cast<QChar*>(end), QByteArrayView(bytes, size)));
+      view_ = QStringView(buffer_, end - buffer_);
+    } else {
+      text_ = QString::fromUtf8(bytes, size);
+      view_ = text_;
+    }
+  }
+  QStringView view() const { return view_; }
+
+ private:
+  static constexpr int kOnStack = 255;
+  char16_t buffer_[kOnStack + 1];
+  QString text_;
+  QStringView view_;
+};
 
 QString germanText(sqlite3_value* value) {
   switch (sqlite3_value_type(value)) {
@@ -70,24 +98,25 @@ void answer(sqlite3_context* context, const QDateTime& date) {
   }
 }
 
-/// The pattern is read once a statement where it is constant.
-const LikePattern& patternOf(sqlite3_context* context, sqlite3_value* value, LikePattern& fallback) {
+/// The pattern is read once a statement where it is constant; `own` holds it where it isn't kept.
+const LikePattern& patternOf(sqlite3_context* context, sqlite3_value* value,
+                             std::optional<LikePattern>& own) {
   if (auto* kept = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 1))) return *kept;
-  fallback = LikePattern(germanText(value));
-  sqlite3_set_auxdata(context, 1, new LikePattern(fallback),
+  own.emplace(germanText(value));
+  sqlite3_set_auxdata(context, 1, new LikePattern(*own),
                       [](void* pattern) { delete static_cast<LikePattern*>(pattern); });
-  return fallback;
+  return *own;
 }
 
 void like(sqlite3_context* context, sqlite3_value** arguments, bool date) {
   if (isNull(arguments[0]) || isNull(arguments[1])) return sqlite3_result_null(context);
-  LikePattern fallback{QStringView()};
-  const LikePattern& pattern = patternOf(context, arguments[1], fallback);
+  std::optional<LikePattern> own;
+  const LikePattern& pattern = patternOf(context, arguments[1], own);
   bool matched = false;
   if (date) {
     matched = pattern.matches(germanDateText(arguments[0]));
   } else if (isText(arguments[0])) {
-    matched = pattern.matches(viewOf(arguments[0]));
+    matched = pattern.matches(Utf16(arguments[0]).view());
   } else {
     matched = pattern.matches(germanText(arguments[0]));
   }
@@ -202,10 +231,11 @@ void check(sqlite3* database, int code) {
 }  // namespace
 
 void registerSqliteFunctions(sqlite3* database) {
-  constexpr int kFlags = SQLITE_UTF16 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+  constexpr int kFlags = SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
   for (const Registration& entry : kRegistrations) {
-    check(database, sqlite3_create_function_v2(database, entry.name, entry.arguments, kFlags, nullptr,
-                                               entry.function, nullptr, nullptr, nullptr));
+    const int encoding = entry.function == qkLike ? SQLITE_UTF8 : SQLITE_UTF16;
+    check(database, sqlite3_create_function_v2(database, entry.name, entry.arguments, encoding | kFlags,
+                                               nullptr, entry.function, nullptr, nullptr, nullptr));
   }
   auto collator = std::make_unique<QCollator>(QLocale(QLocale::German, QLocale::Germany));
   collator->setCaseSensitivity(Qt::CaseInsensitive);
