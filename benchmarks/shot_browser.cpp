@@ -97,6 +97,7 @@ class Window {
   }
   void waitForPage() {
     while (grid().rows()->count() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QCoreApplication::processEvents();
     grid().viewport()->repaint();
   }
 
@@ -189,7 +190,7 @@ qint64 residentKilobytes() {
 double memory() {
   const qint64 before = [] {
     Window window;
-    window.filter("gibt es nicht oft");
+    window.filter("Schütze 12345");
     return residentKilobytes();
   }();
   Window window;
