@@ -11,9 +11,8 @@
 #include <algorithm>
 
 #include "platform/dao/database.h"
-#include "platform/dao/recordset.h"
 #include "platform/dialog/dialogs.h"
-#include "platform/grid/recordset_table.h"
+#include "platform/grid/bound_rows.h"
 #include "platform/runtime/retry.h"
 #include "ui_frmSchuetzenListe.h"
 
@@ -45,7 +44,13 @@ frmSchuetzenListe::frmSchuetzenListe(const Workplace& workplace, QWidget* parent
     : QDialog(parent),
       workplace_(workplace),
       ui_(std::make_unique<Ui::frmSchuetzenListe>()),
-      list_(new RecordsetTable(this)) {
+      list_(new BoundRows(
+          [this](const Error& error) {
+            const ErrorAnswer answer = fehlerReport(workplace_.dialogs, failureText_)(error);
+            failed_ = answer != ErrorAnswer::Retry;
+            return answer;
+          },
+          this)) {
   ui_->setupUi(this);
   layout()->setMenuBar(ui_->menubar);
   QHash<int, QString> titles;
@@ -55,6 +60,8 @@ frmSchuetzenListe::frmSchuetzenListe(const Workplace& workplace, QWidget* parent
   ui_->VSFlexGrid1->verticalHeader()->hide();
   ui_->VSFlexGrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   ui_->VSFlexGrid1->horizontalHeader()->setHighlightSections(false);
+  connect(list_, &BoundRows::modelReset, this, &frmSchuetzenListe::layOutList);
+  connect(list_, &BoundRows::counted, this, &frmSchuetzenListe::showCount);
   ui_->txtSuchname->installEventFilter(this);
   connect(ui_->txtSuchname, &QLineEdit::textChanged, this,
           [this] { readList("Fehler bei txtSuchname_Change_err!"); });
@@ -66,7 +73,7 @@ frmSchuetzenListe::frmSchuetzenListe(const Workplace& workplace, QWidget* parent
 }
 
 frmSchuetzenListe::~frmSchuetzenListe() {
-  delete list_;
+  list_->disconnect(this);
 }
 
 bool frmSchuetzenListe::event(QEvent* event) {
@@ -85,6 +92,7 @@ bool frmSchuetzenListe::eventFilter(QObject* watched, QEvent* event) {
     case Qt::Key_Down:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
+      list_->waitForFirst();
       QCoreApplication::sendEvent(ui_->VSFlexGrid1, event);
       return true;
     default:
@@ -113,10 +121,14 @@ void frmSchuetzenListe::openCompetition() {
                 [&](Steps&) { database_ = dao::Database::open(sWettkampf_); }))
     return;
   readList(failure);
-  if (!list_->hasRecordset() || list_->rowCount() > 0) return;
   // The window comes first, so that the note stands on the empty list that it speaks of.
-  QTimer::singleShot(
-      0, this, [this] { workplace_.dialogs.note("Es sind noch keine Schützen im Wettkampf erfasst!"); });
+  QTimer::singleShot(0, this, &frmSchuetzenListe::noteNoShooters);
+}
+
+void frmSchuetzenListe::noteNoShooters() {
+  list_->waitForFirst();
+  if (list_->isOpen() && !failed_ && list_->count() == 0)
+    workplace_.dialogs.note("Es sind noch keine Schützen im Wettkampf erfasst!");
 }
 
 void frmSchuetzenListe::readList(const QString& failureText) {
@@ -124,14 +136,17 @@ void frmSchuetzenListe::readList(const QString& failureText) {
   // What is typed goes into the query as it is: a quote in it breaks the query, and the box says so.
   const QString name = ui_->txtSuchname->text();
   const QString filter = name.isEmpty() ? QString() : " WHERE Schützen.Name like '*" + name + "*'";
-  if (!reported(fehlerReport(workplace_.dialogs, failureText), [&](Steps&) {
-        list_->setRecordset(database_->openRecordset("Select * from Schützenliste" + filter + kOrder));
-      }))
-    return;
-  const int count = list_->rowCount();
-  ui_->lblAnzahl->setText(count == 1 ? "1 Schütze" : QString("%1 Schützen").arg(count));
-  layOutList();
-  selectFirstRow();
+  failureText_ = failureText;
+  failed_ = false;
+  reported(fehlerReport(workplace_.dialogs, failureText),
+           [&](Steps&) { list_->open(*database_, "Select * from Schützenliste" + filter + kOrder); });
+}
+
+void frmSchuetzenListe::showCount() {
+  const int count = list_->count();
+  ui_->lblAnzahl->setText((count == 1 ? "1 Schütze" : QString("%1 Schützen").arg(count)) +
+                          (list_->isComplete() ? "" : ", es werden mehr…"));
+  if (!ui_->VSFlexGrid1->currentIndex().isValid()) selectFirstRow();
 }
 
 void frmSchuetzenListe::layOutList() {
@@ -162,6 +177,8 @@ void frmSchuetzenListe::selectFirstRow() {
 }
 
 void frmSchuetzenListe::cmdOK_Click() {
+  // Whoever types and presses Enter at once means the list that comes, not the empty one.
+  list_->waitForFirst();
   const QModelIndex chosen = ui_->VSFlexGrid1->currentIndex();
   sStartnummer_ = chosen.isValid() ? chosen.siblingAtColumn(kStartnummer).data().toString() : QString();
   accept();

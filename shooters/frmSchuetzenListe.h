@@ -15,7 +15,7 @@ class frmSchuetzenListe;
 
 namespace qk {
 
-class RecordsetTable;
+class BoundRows;
 namespace dao {
 class Database;
 }
@@ -41,8 +41,10 @@ class frmSchuetzenListe : public QDialog {
 
  private:
   void openCompetition();
-  /// Reads the list anew for what stands in the search field.
+  /// Reads the list anew for what stands in the search field. The rows come by themselves.
   void readList(const QString& failureText);
+  void showCount();
+  void noteNoShooters();
   void layOutList();
   /// All columns in sight where the screen allows it.
   void fitToColumns();
@@ -52,7 +54,9 @@ class frmSchuetzenListe : public QDialog {
   Workplace workplace_;
   std::unique_ptr<Ui::frmSchuetzenListe> ui_;
   std::unique_ptr<dao::Database> database_;
-  RecordsetTable* list_;  // reads from database_; a child, gone before it
+  BoundRows* list_;
+  QString failureText_;  // of the reading that runs: it may fail later
+  bool failed_ = false;
   QString sWettkampf_;
   QString sStartnummer_;
   bool opened_ = false;

@@ -1,7 +1,5 @@
 #include "platform/dao/row_list.h"
 
-#include <QDeadlineTimer>
-
 #include "platform/dao/bookmark.h"
 #include "platform/dao/convert.h"
 #include "platform/dao/database.h"
@@ -65,16 +63,23 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
   feed_->start(std::move(job));
   Q_EMIT restarted();
 
-  const QDeadlineTimer patience(kPatience);
-  while (!complete_ && keys_.size() == 0 && feed_->wait(static_cast<int>(patience.remainingTime())))
-    collect();
+  waitForFirst(kPatience);
 }
 
 bool RowList::waitForAll(int milliseconds) {
   const QDeadlineTimer patience(milliseconds);
-  while (!complete_ && !patience.hasExpired())
-    if (feed_->wait(milliseconds < 0 ? 1000 : static_cast<int>(patience.remainingTime()))) collect();
+  while (!complete_ && !patience.hasExpired()) collectNext(patience);
   return complete_;
+}
+
+void RowList::waitForFirst(int milliseconds) {
+  const QDeadlineTimer patience(milliseconds);
+  while (!complete_ && count() == 0 && !patience.hasExpired()) collectNext(patience);
+}
+
+void RowList::collectNext(const QDeadlineTimer& patience) {
+  constexpr int kTurn = 1000;
+  if (feed_->wait(patience.isForever() ? kTurn : static_cast<int>(patience.remainingTime()))) collect();
 }
 
 void RowList::collect() {

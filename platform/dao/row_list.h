@@ -13,6 +13,7 @@
 // keeps its number.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QHash>
 #include <QObject>
 #include <memory>
@@ -63,6 +64,8 @@ class RowList : public QObject {
   bool isComplete() const { return complete_; }
   /// Waits until it is, without running the event loop; -1 waits as long as it takes.
   bool waitForAll(int milliseconds = -1);
+  /// Waits likewise until there is a row, or none will come.
+  void waitForFirst(int milliseconds = -1);
 
   /// The row's values; false for one that is gone.
   bool read(int row, QVariantList& values) const;
@@ -96,6 +99,8 @@ class RowList : public QObject {
  private:
   void start(std::shared_ptr<const SelectPlan> plan);
   void collect();
+  /// Collects what the feed delivers within the time that is left.
+  void collectNext(const QDeadlineTimer& patience);
   Key keyAt(int row) const { return keys_.at(first_ + row); }
 
   std::shared_ptr<Engine> engine_;

@@ -86,7 +86,7 @@ void BoundRows::bindColumns() {
   if (allFields_) {
     columns_.clear();
     for (int field = 0; field < list_.fieldCount(); ++field)
-      columns_.push_back({.field = list_.fieldDef(field).name});
+      columns_.push_back({.field = list_.fieldDef(field).name, .title = titles_.value(field)});
   }
   fields_.assign(columns_.size(), -1);
   if (!list_.isOpen()) return;

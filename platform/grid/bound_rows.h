@@ -17,6 +17,7 @@
 
 #include <QAbstractTableModel>
 #include <QCache>
+#include <QHash>
 #include <QList>
 #include <functional>
 #include <optional>
@@ -46,6 +47,9 @@ class BoundRows : public QAbstractTableModel {
   /// Without columns, all fields of the query are shown. Set them before open().
   void setColumns(std::vector<BoundColumn> columns);
   const std::vector<BoundColumn>& columns() const { return columns_; }
+  /// Titles by position for a query whose fields are all shown, instead of their names. Set them before
+  /// open().
+  void setTitles(const QHash<int, QString>& titles) { titles_ = titles; }
   /// Shows another query. The store stays open while the rows are shown. Rows that are being edited are given
   /// up: submit them before.
   void open(dao::Database& database, const QString& query);
@@ -57,6 +61,7 @@ class BoundRows : public QAbstractTableModel {
   int count() const { return list_.count(); }
   bool isComplete() const { return list_.isComplete(); }
   bool waitForAll(int milliseconds = -1) { return list_.waitForAll(milliseconds); }
+  void waitForFirst(int milliseconds = -1) { list_.waitForFirst(milliseconds); }
 
   /// The field's value in that row, with what was edited and isn't stored yet. Null for a row that is gone.
   QVariant value(int row, const QString& field) const;
@@ -120,7 +125,8 @@ class BoundRows : public QAbstractTableModel {
   ErrorReport report_;
   dao::RowList list_;
   std::vector<BoundColumn> columns_;
-  bool allFields_ = true;    // the columns are the query's, not the owner's
+  bool allFields_ = true;  // the columns are the query's, not the owner's
+  QHash<int, QString> titles_;
   std::vector<int> fields_;  // by column; -1 for a field that the query lacks
   bool unlocked_ = false;
   bool appending_ = false;

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "platform/dao/recordset.h"
+#include "platform/grid/bound_rows.h"
 #include "platform/look/look.h"
 #include "platform/runtime/error.h"
 #include "shooters/frmSchuetzenListe.h"
@@ -50,6 +51,8 @@ class TestFrmSchuetzenListe : public QObject {
   void okWithoutAMatchChoosesNothing();
   void aMissingFileIsReported();
   void theLastOfManyCanBeChosen();
+  void enterChoosesFromTheListThatComes();
+  void arrowsWalkTheListThatComes();
   void manners();
 
  private:
@@ -58,7 +61,9 @@ class TestFrmSchuetzenListe : public QObject {
     dialog->setWettkampf(place->path(file));
     dialog->show();
     QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+    rows().waitForAll();
   }
+  BoundRows& rows() { return *dialog->findChild<BoundRows*>(); }
   void addSome() {
     addRow(*database, "Verein", {{"ID", 1}, {"Name", "SV Ährenfeld"}, {"Kurzname", "Ähr"}});
     addRow(*database, "Mannschaften", {{"ID", 7}, {"MannName", "Ährenfeld I"}});
@@ -67,9 +72,21 @@ class TestFrmSchuetzenListe : public QObject {
     addShooter(*database, {3, "A1", "Schmüller, Änne"});
     addShooter(*database, {4, "107", "Weiß, Inge", 1});
   }
+  /// Shooters 1 to count, whose start numbers run the other way.
+  void addMany(int count) {
+    database->execute("INSERT INTO Schützen (ID, Startnummer, Name) VALUES (1, '" + QString::number(count) +
+                      "', 'Schütze 1')");
+    for (int filled = 1; filled < count; filled *= 2)
+      database->execute(QString("INSERT INTO Schützen (ID, Startnummer, Name) SELECT ID + %1, "
+                                "%2 - ID - %1 & '', 'Schütze ' & (ID + %1) FROM Schützen WHERE ID + %1 <= %3")
+                            .arg(filled)
+                            .arg(count + 1)
+                            .arg(count));
+  }
   QTableView& list() { return the<QTableView>(*dialog, "VSFlexGrid1"); }
   QLineEdit& search() { return the<QLineEdit>(*dialog, "txtSuchname"); }
   QStringList numbers() {
+    rows().waitForAll();
     QStringList result;
     for (int row = 0; row < list().model()->rowCount(); ++row)
       result.append(list().model()->index(row, 1).data().toString());
@@ -249,22 +266,30 @@ void TestFrmSchuetzenListe::aMissingFileIsReported() {
 }
 
 void TestFrmSchuetzenListe::theLastOfManyCanBeChosen() {
-  {
-    const auto rows = database->openRecordset("Schützen");
-    for (int i = 1; i <= 300; ++i) {
-      rows->addNew();
-      rows->setValue("ID", i);
-      rows->setValue("Startnummer", QString::number(301 - i));
-      rows->setValue("Name", "Schütze " + QString::number(i));
-      rows->update();
-    }
-  }
+  addMany(300);
   open();
   QCOMPARE(list().model()->rowCount(), 300);
   list().setFocus();
   QTest::keyClick(&list(), Qt::Key_End, Qt::ControlModifier);
   click(*dialog, "cmdOK");
   QCOMPARE(dialog->sStartnummer(), "300");
+}
+
+void TestFrmSchuetzenListe::enterChoosesFromTheListThatComes() {
+  addMany(20000);
+  open();
+  search().setText("Schütze 12345");
+  QTest::keyClick(&search(), Qt::Key_Return);
+  QCOMPARE(dialog->sStartnummer(), "7656");
+}
+
+void TestFrmSchuetzenListe::arrowsWalkTheListThatComes() {
+  addMany(20000);
+  open();
+  search().setText("Schütze 1234");  // with 12340 to 12349, sorted from the greatest on
+  QTest::keyClick(&search(), Qt::Key_Down);
+  QTest::keyClick(&search(), Qt::Key_Return);
+  QCOMPARE(dialog->sStartnummer(), QString::number(20001 - 12348));
 }
 
 void TestFrmSchuetzenListe::manners() {
