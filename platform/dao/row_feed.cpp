@@ -15,6 +15,10 @@ constexpr int kGrowth = 8;
 /// A slow list shows what it has found so far.
 constexpr qint64 kLongestSilence = 100;
 
+Key keyOf(const RowFeed::Job& job, const NativeRow& row) {
+  return job.packed ? Key{bookmarkOf(row)} : row;
+}
+
 }  // namespace
 
 RowFeed::RowFeed(const Engine& engine, std::function<void()> notify)
@@ -44,11 +48,27 @@ void RowFeed::start(Job job) {
 }
 
 void RowFeed::cancel() {
-  const std::lock_guard lock(mutex_);
-  ++current_;
-  next_.reset();
-  waiting_.keys = KeyList(waiting_.keys.width(), waiting_.keys.isInteger());
-  hasWaiting_ = false;
+  {
+    const std::lock_guard lock(mutex_);
+    ++current_;
+    next_.reset();
+    waiting_.keys = KeyList(waiting_.keys.width(), waiting_.keys.isInteger());
+    hasWaiting_ = false;
+  }
+  changed_.notify_all();
+}
+
+void RowFeed::goOn() {
+  {
+    const std::lock_guard lock(mutex_);
+    released_ = current_;
+  }
+  changed_.notify_all();
+}
+
+void RowFeed::rest(quint64 number) {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] { return ending_ || !isCurrent(number) || released_ == number; });
 }
 
 RowFeed::Delivery RowFeed::take() {
@@ -92,6 +112,7 @@ void RowFeed::list(const Job& job, quint64 number) {
         return deliver(number, std::move(end));
       }
       deliver(number, {page, false, false, {}});
+      rest(number);
     }
     readKeys(job, number, page);
   } catch (const Error& error) {
@@ -104,7 +125,7 @@ KeyList RowFeed::readPage(const Job& job) {
   KeyList page(job.width, job.integer);
   reader_->read(job.query.text + " LIMIT " + QString::number(kFirstPortion), job.query.values,
                 [&](const NativeRow& row) {
-                  page.append(row);
+                  page.append(keyOf(job, row));
                   return true;
                 });
   return page;
@@ -119,7 +140,8 @@ void RowFeed::readKeys(const Job& job, quint64 number, const KeyList& page) {
   silence.start();
   reader_->read(job.query.text, job.query.values, [&](const NativeRow& row) {
     if (!isCurrent(number) || ending_) return false;
-    if (passed < page.size() && page.at(passed) == row) {
+    Key key = keyOf(job, row);
+    if (passed < page.size() && page.at(passed) == key) {
       ++passed;
       return true;
     }
@@ -128,9 +150,10 @@ void RowFeed::readKeys(const Job& job, quint64 number, const KeyList& page) {
       for (qsizetype i = 0; i < passed; ++i) portion.keys.append(page.at(i));
       passed = page.size();
     }
-    portion.keys.append(job.packed ? Key{bookmarkOf(row)} : row);
+    portion.keys.append(key);
     if (portion.keys.size() < size && !silence.hasExpired(kLongestSilence)) return true;
     deliver(number, std::move(portion));
+    rest(number);
     portion = {KeyList(job.width, job.integer), false, false, {}};
     size *= kGrowth;
     silence.restart();

@@ -50,6 +50,9 @@ class RowFeed {
   void start(Job job);
   /// Nothing more comes until the next start().
   void cancel();
+  /// After its first portion the feed rests until it is called for the rest, so that whoever shows the first
+  /// rows has the processor and the store to himself.
+  void goOn();
   Delivery take();
   /// True when something waits to be taken, at the latest after that time.
   bool wait(int milliseconds);
@@ -61,6 +64,7 @@ class RowFeed {
   KeyList readPage(const Job& job);
   bool isCurrent(quint64 number) const { return number == current_; }
   void deliver(quint64 number, Delivery portion);
+  void rest(quint64 number);
 
   std::function<void()> notify_;
   std::unique_ptr<Engine> reader_;
@@ -70,6 +74,7 @@ class RowFeed {
   std::atomic<quint64> current_ = 0;  // number of the newest job
   std::atomic<quint64> running_ = 0;  // the one that the thread reads
   std::atomic<bool> ending_ = false;
+  quint64 released_ = 0;  // the job whose rest was called for
   std::optional<Job> next_;
   Delivery waiting_;
   bool hasWaiting_ = false;

@@ -14,11 +14,18 @@ namespace {
 
 /// First rows that come within this time are there at once, so that nothing flickers.
 constexpr int kPatience = 25;
+/// The first rows are painted within this time; whoever types on gets to the next list without this one's
+/// rest.
+constexpr int kFirstRowsAlone = 50;
 constexpr int kRecordDeleted = 3167;
 
 }  // namespace
 
-RowList::RowList(QObject* parent) : QObject(parent), keys_(1, true) {}
+RowList::RowList(QObject* parent) : QObject(parent), keys_(1, true) {
+  rest_.setSingleShot(true);
+  rest_.setInterval(kFirstRowsAlone);
+  connect(&rest_, &QTimer::timeout, this, [this] { feed_->goOn(); });
+}
 
 RowList::~RowList() = default;
 
@@ -56,10 +63,11 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
   job.width = plan_->keyed ? plan_->keyWidth : 1;
   job.integer = plan_->keyed && plan_->integerKey;
   job.query = plan_->keyed ? plan_->keyListing() : plan_->whole;
-  job.sorted = plan_->keyed && !plan_->paged && !plan_->select->top && !plan_->orderBy.isEmpty();
+  job.sorted = !plan_->paged && !plan_->select->top && !plan_->select->orderBy.empty();
   keys_ = KeyList(job.width, job.integer);
   first_ = 0;
   complete_ = false;
+  rest_.stop();
   feed_->start(std::move(job));
   Q_EMIT restarted();
 
@@ -68,7 +76,10 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
 
 bool RowList::waitForAll(int milliseconds) {
   const QDeadlineTimer patience(milliseconds);
-  while (!complete_ && !patience.hasExpired()) collectNext(patience);
+  while (!complete_ && !patience.hasExpired()) {
+    feed_->goOn();
+    collectNext(patience);
+  }
   return complete_;
 }
 
@@ -96,8 +107,12 @@ void RowList::collect() {
     keys_.append(delivery.keys);
     Q_EMIT grown();
   }
-  if (!delivery.complete) return;
+  if (!delivery.complete) {
+    rest_.start();
+    return;
+  }
   complete_ = true;
+  rest_.stop();
   if (delivery.failure)
     Q_EMIT failed(*delivery.failure);
   else

@@ -9,6 +9,8 @@
 //   open ► [grown]… ► completed            by itself, from the event loop; the first rows, where they come
 //                                          within a blink, are there when open() returns
 //
+// After the first rows the rest is left alone for a moment, so that they are painted first.
+//
 // Rows that others add later stay out until refresh(). A row that somebody deleted can't be read any more but
 // keeps its number.
 #pragma once
@@ -16,6 +18,7 @@
 #include <QDeadlineTimer>
 #include <QHash>
 #include <QObject>
+#include <QTimer>
 #include <memory>
 
 #include "platform/dao/key_list.h"
@@ -108,6 +111,7 @@ class RowList : public QObject {
   std::unique_ptr<RowSource> source_;
   std::unique_ptr<RowWriter> writer_;
   std::unique_ptr<RowFeed> feed_;
+  QTimer rest_;  // calls for the rest of the list
   KeyList keys_;
   qsizetype first_ = 0;  // keys before it were dropped: taking rows from the front costs nothing
   bool complete_ = true;

@@ -25,6 +25,9 @@ class TestRowList : public QObject {
   void aShortListIsThereAtOnce();
   void aLongListGrowsAndIsWhole();
   void aSortedListBeginsWithItsFirstPage();
+  void theRestWaitsForTheFirstRows_data();
+  void theRestWaitsForTheFirstRows();
+  void theFirstRowOrNone();
   void whatIsWrongWithTheTextLeavesTheRows();
   void anotherQueryGivesUpTheOneBefore();
   void rowsOfOthersStayOutUntilRefresh();
@@ -102,6 +105,45 @@ void TestRowList::aSortedListBeginsWithItsFirstPage() {
   QCOMPARE(list.count(), 32000 - 3 * 64);
   for (int row = 0; row < list.count(); ++row, rows->moveNext())
     QCOMPARE(list.bookmark(row), rows->bookmark());
+}
+
+void TestRowList::theRestWaitsForTheFirstRows_data() {
+  QTest::addColumn<QString>("query");
+  QTest::newRow("unsorted") << "Select * from Artikel";
+  QTest::newRow("sorted") << "Select * from Artikel order by Name desc, ID";
+  QTest::newRow("without keys") << "Select * from Liste";
+  QTest::newRow("without keys, sorted") << "Select * from Liste order by Name desc, ID";
+}
+
+void TestRowList::theRestWaitsForTheFirstRows() {
+  QFETCH(QString, query);
+  fillLong();
+  database->createQuery("Liste", "Select ID, Name from Artikel");
+  RowList list;
+  QSignalSpy restarted(&list, &RowList::restarted);
+  list.open(*database, query);
+  list.waitForFirst();
+  // Nothing comes while nobody calls for it.
+  QCOMPARE(list.count(), 50);
+  QVERIFY(!list.isComplete());
+  QTRY_VERIFY(list.isComplete());
+  QCOMPARE(list.count(), 32000);
+  QCOMPARE(restarted.count(), 1);
+  const auto rows = database->openRecordset(query);
+  for (int row = 0; row < 300; ++row, rows->moveNext())
+    QCOMPARE(name(list, row), rows->value("Name").toString());
+}
+
+void TestRowList::theFirstRowOrNone() {
+  fill(3);
+  RowList list;
+  list.open(*database, "Select * from Artikel where Menge = 2");
+  list.waitForFirst();
+  QCOMPARE(list.count(), 1);
+  list.open(*database, "Select * from Artikel where Menge = 9");
+  list.waitForFirst();
+  QVERIFY(list.isComplete());
+  QCOMPARE(list.count(), 0);
 }
 
 void TestRowList::whatIsWrongWithTheTextLeavesTheRows() {
