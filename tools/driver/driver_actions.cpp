@@ -65,13 +65,21 @@ QString boxText(QWidget* window) {
   return {};
 }
 
+/// Tells boxes apart that follow each other at one address with one text.
+int serialOf(QWidget* window) {
+  constexpr const char* kProperty = "qkDriverSerial";
+  static int last = 0;
+  if (!window->property(kProperty).isValid()) window->setProperty(kProperty, ++last);
+  return window->property(kProperty).toInt();
+}
+
 QJsonObject modal(const QJsonObject&) {
   QWidget* window = QApplication::activeModalWidget();
   if (!window) return good();
   QJsonArray buttons;
   for (auto* button : window->findChildren<QAbstractButton*>())
     if (button->isVisible()) buttons << button->text().remove('&');
-  return good(QJsonObject{{"id", QString::number(reinterpret_cast<quintptr>(window)) + boxText(window)},
+  return good(QJsonObject{{"id", serialOf(window)},
                           {"class", window->metaObject()->className()},
                           {"name", window->objectName()},
                           {"title", window->windowTitle()},

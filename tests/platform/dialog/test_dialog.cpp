@@ -162,7 +162,7 @@ void TestDialog::fontWithColour() {
   TestWorkplace place;
   RealBoxes boxes;
   MessageBoxes dialogs;
-  boxes.expectFont(FontChoice{"DejaVu Sans;14;0;-1;0;0", 0}).during([&] {
+  boxes.expectFont(FontChoice{"Liberation Sans;14;0;-1;0;0", 0}).during([&] {
     boxes.expectWindow("QColorDialog", [](QWidget& chooser) {
       auto& colours = static_cast<QColorDialog&>(chooser);
       colours.setCurrentColor(QColor(1, 2, 3));
@@ -170,12 +170,12 @@ void TestDialog::fontWithColour() {
     });
     click(*QApplication::activeModalWidget(), "cmdFarbe");
   });
-  const auto chosen = dialogs.chooseFont({"DejaVu Sans;10;0;0;0;0", 0});
+  const auto chosen = dialogs.chooseFont({"Liberation Sans;10;0;0;0;0", 0});
   QVERIFY(chosen);
-  QCOMPARE(chosen->font, "DejaVu Sans;14;0;-1;0;0");
+  QCOMPARE(chosen->font, "Liberation Sans;14;0;-1;0;0");
   QCOMPARE(chosen->colour, 0x030201u);
   boxes.expectFont(std::nullopt);
-  QVERIFY(!dialogs.chooseFont({"DejaVu Sans;10;0;0;0;0", 0}));
+  QVERIFY(!dialogs.chooseFont({"Liberation Sans;10;0;0;0;0", 0}));
 }
 
 void TestDialog::filters() {
