@@ -1,11 +1,11 @@
 #include "targetconfig/station_files.h"
 
-#include <QStringList>
 #include <optional>
 
 #include "platform/runtime/files.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/textcodec.h"
+#include "targetconfig/station_lines.h"
 
 namespace qk {
 
@@ -82,23 +82,21 @@ std::optional<QString> valueOf(const QString& line, const QString& key) {
   return withoutQuotes(line.sliced(equals + 1)).trimmed();
 }
 
-/// What a firing line takes from an esa_preis.ini line that holds `word`: everything but the word, "=" and
-/// quotes.
-QString textBeside(const QString& word, QString line) {
-  return line.remove(word).remove('=').remove('"').trimmed();
-}
-
 QString shotCount(const QStringList& lines) {
   for (qsizetype i = 0; i + 1 < lines.size(); ++i)
     if (lines[i].contains(">Schusszahl")) return numberText(parsePrefix(withoutQuotes(lines[i + 1])));
   return {};
 }
 
-QStringList readLines(Files& files, const QString& path) {
-  return splitLines(fromWindows1252(files.read(path)));
+}  // namespace
+
+QStringList stationLines(const QByteArray& bytes) {
+  return splitLines(fromWindows1252(bytes));
 }
 
-}  // namespace
+QStringList readStationLines(Files& files, const QString& path) {
+  return stationLines(files.read(path));
+}
 
 QByteArray stationDisciplinesToBytes(const std::vector<StationDiscipline>& disciplines) {
   QStringList lines = {"[Setting]", "Preselection = 1", "RemoteInput = 1", "PrePaid = 0", "NurMatch = 0"};
@@ -115,7 +113,7 @@ QByteArray stationDisciplinesToBytes(const std::vector<StationDiscipline>& disci
 
 std::vector<StationDiscipline> stationDisciplinesFromBytes(const QByteArray& bytes) {
   std::vector<StationDiscipline> disciplines;
-  for (const QString& line : splitLines(fromWindows1252(bytes))) {
+  for (const QString& line : stationLines(bytes)) {
     if (const auto title = valueOf(line, "Bezeichnung"))
       disciplines.push_back({*title, {}});
     else if (const auto definition = valueOf(line, "Definition"); definition && !disciplines.empty())
@@ -147,7 +145,7 @@ QByteArray definitionToBytes(const Definition& definition) {
 Definition definitionFromBytes(const QByteArray& bytes) {
   Definition definition;
   const Entry* current = nullptr;
-  for (const QString& line : splitLines(fromWindows1252(bytes))) {
+  for (const QString& line : stationLines(bytes)) {
     const QString text = withoutQuotes(line);
     if (const Entry* key = entryOfKey(text)) {
       current = key;
@@ -181,12 +179,12 @@ DisciplineGrid readDisciplineGrid(Files& files, const QString& folder) {
   grid.iniMissing = !files.readable(grid.iniPath);
   if (grid.iniMissing) return grid;
 
-  for (const QString& line : readLines(files, grid.iniPath)) {
-    if (line.contains("Bezeichnung")) grid.rows.push_back({textBeside("Bezeichnung", line), {}});
-    if (line.contains("Definition")) {
-      const QString name = textBeside("Definition", line);
+  for (const QString& line : readStationLines(files, grid.iniPath)) {
+    if (holdsTitle(line)) grid.rows.push_back({titleForLine(line), {}});
+    if (holdsDefinition(line)) {
+      const QString name = definitionForLine(line);
       if (grid.rows.empty() || !files.readable(folder + name)) continue;
-      grid.rows.back().shots = shotCount(readLines(files, folder + name));
+      grid.rows.back().shots = shotCount(readStationLines(files, folder + name));
     }
   }
   return grid;

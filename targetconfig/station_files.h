@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace qk {
@@ -14,6 +15,10 @@ namespace qk {
 class Files;
 
 inline const QString EsaPreisIni = "esa_preis.ini";
+
+/// The lines of such a file without their ends; damaged bytes stand for some character each.
+QStringList stationLines(const QByteArray& bytes);
+QStringList readStationLines(Files& files, const QString& path);
 
 /// One section of esa_preis.ini, in the order of the file: that order is the position in the discipline mask.
 struct StationDiscipline {

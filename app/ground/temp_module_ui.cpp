@@ -73,6 +73,18 @@ void MitProgrammOeffnen(const Workplace& workplace, const QString& path) {
 #endif
 }
 
+void ExplorerStarten(const Workplace& workplace, const QString& folder) {
+  const QString real = workplace.files.resolve(folder);
+#ifdef Q_OS_WIN
+  const bool started = QProcess::startDetached("explorer.exe", {QDir::toNativeSeparators(real)});
+#else
+  const bool started =
+      workplace.files.folderExists(folder) && QDesktopServices::openUrl(QUrl::fromLocalFile(real));
+#endif
+  if (!started)
+    workplace.dialogs.note("Der Ordner lässt sich nicht anzeigen:\n" + folder, BoxIcon::Exclamation);
+}
+
 void FormZentrieren(QWidget& form) {
   QRect frame = form.frameGeometry();
   frame.moveCenter(form.screen()->availableGeometry().center());

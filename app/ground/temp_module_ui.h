@@ -17,6 +17,9 @@ class PanelSplitter;
 /// there is such a thing; elsewhere a box says so.
 void MitProgrammOeffnen(const Workplace& workplace, const QString& path);
 
+/// Shows a folder in the file manager: explorer.exe, elsewhere the desktop's own.
+void ExplorerStarten(const Workplace& workplace, const QString& folder);
+
 /// Centres a window on its screen.
 void FormZentrieren(QWidget& form);
 

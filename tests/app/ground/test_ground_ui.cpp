@@ -55,6 +55,9 @@ class TestGroundUi : public QObject {
   void reportWindowsFillTheScreen();
   void reportWindowsHaveAPlaceOfTheirOwn();
   void filesOpenWithTheirProgram();
+#ifndef Q_OS_WIN  // there a real window would open
+  void aFolderIsShownByTheDesktop();
+#endif
 
  private:
   static QString stored(TestWorkplace& place, const QString& key) {
@@ -231,6 +234,20 @@ void TestGroundUi::filesOpenWithTheirProgram() {
   MitProgrammOeffnen(place.workplace(), path);
 #endif
 }
+
+#ifndef Q_OS_WIN
+void TestGroundUi::aFolderIsShownByTheDesktop() {
+  TestWorkplace place;
+  opened_.clear();
+  QDesktopServices::setUrlHandler("file", this, "opened");
+  ExplorerStarten(place.workplace(), place.path() + "/");
+  QDesktopServices::unsetUrlHandler("file");
+  QCOMPARE(opened_, QList<QUrl>({QUrl::fromLocalFile(place.path())}));
+  const QString gone = place.path("fehlt/");
+  place.dialogs.expect("Der Ordner lässt sich nicht anzeigen:\n" + gone).showing(BoxIcon::Exclamation);
+  ExplorerStarten(place.workplace(), gone);
+}
+#endif
 
 QTEST_MAIN(TestGroundUi)
 #include "test_ground_ui.moc"
