@@ -2,12 +2,16 @@
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QPersistentModelIndex>
 #include <QScrollBar>
+#include <QTimer>
 #include <algorithm>
 
 #include "platform/grid/bound_rows.h"
 #include "platform/grid/filter_header.h"
+#include "platform/grid/tick_delegate.h"
 
 namespace qk {
 
@@ -18,8 +22,30 @@ constexpr int kNumberCharacters = 8;
 
 }  // namespace
 
+/// What the rows refuse goes back into its editor as it was typed.
+class BoundGrid::CellDelegate : public TickDelegate {
+ public:
+  explicit CellDelegate(BoundGrid* grid) : TickDelegate(grid), grid_(grid) {}
+
+  void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override {
+    const QString typed = static_cast<QLineEdit*>(editor)->text();
+    if (!model->setData(index, typed, Qt::EditRole)) grid_->editAgain(index, typed);
+  }
+
+ protected:
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
+    auto* editor = new QLineEdit(parent);
+    editor->setFrame(false);
+    return editor;
+  }
+
+ private:
+  BoundGrid* grid_;
+};
+
 BoundGrid::BoundGrid(QWidget* parent) : QTableView(parent), header_(new FilterHeader(this)) {
   setHorizontalHeader(header_);
+  setItemDelegate(new CellDelegate(this));
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   setWordWrap(false);
@@ -156,9 +182,38 @@ void BoundGrid::setUnlocked(bool unlocked) {
   }
 }
 
+bool BoundGrid::submitRow() {
+  QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+  if (editor) {
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+  }
+  if (rows_ && !refused_) rows_->submitRow();
+  return !refused_ && !(rows_ && rows_->isEdited());
+}
+
+/// Later, when the editor that is about to close is gone.
+void BoundGrid::editAgain(const QModelIndex& index, const QString& typed) {
+  refused_ = true;
+  QTimer::singleShot(0, this, [this, cell = QPersistentModelIndex(index), typed] {
+    refused_ = false;
+    if (!cell.isValid()) return;
+    setCurrentIndex(cell);
+    edit(cell);
+    if (auto* editor = qobject_cast<QLineEdit*>(indexWidget(cell))) {
+      editor->setText(typed);
+      editor->selectAll();
+    }
+  });
+}
+
 void BoundGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
-  if (rows_ && rows_->isEdited() && current.row() != previous.row()) rows_->submitRow();
+  if (!rows_ || !rows_->isEdited() || current.row() == rows_->editedRow() || rows_->submitRow()) return;
+  // An edit that is kept can be seen: its row is the current one again.
+  QTimer::singleShot(0, this, [this, cell = QPersistentModelIndex(previous)] {
+    if (cell.isValid() && cell.row() == rows_->editedRow()) setCurrentIndex(cell);
+  });
 }
 
 /// The keyboard goes elsewhere, unless into an editor of this grid or another window.
@@ -167,6 +222,12 @@ void BoundGrid::focusOutEvent(QFocusEvent* event) {
   const bool leaves =
       event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
   if (rows_ && leaves && !isAncestorOf(QApplication::focusWidget())) rows_->submitRow();
+}
+
+void BoundGrid::keyPressEvent(QKeyEvent* event) {
+  if (rows_ && rows_->isEdited() && event->matches(QKeySequence::Cancel)) return rows_->cancelRow();
+  if (event->key() == Qt::Key_Space && rows_ && toggleTick(rows_, currentIndex())) return;
+  QTableView::keyPressEvent(event);
 }
 
 }  // namespace qk

@@ -6,7 +6,9 @@
 //   rows_->open(*database_, "Select * from Artikel order by Name");
 //
 // Locked (the rule), it highlights whole rows, and several can be marked. Unlocked, cells are edited in
-// place; a row is stored when the current row changes or the keyboard leaves the grid.
+// place and boxes are ticked by mouse or space bar; a row is stored when the current row changes or the
+// keyboard leaves the grid. Nothing typed is lost: what a field can't hold stands in its editor again, and a
+// row that can't be stored stays the current one, edited, until it can, or until Esc drops the edit.
 #pragma once
 
 #include <QList>
@@ -35,6 +37,8 @@ class BoundGrid : public QTableView {
   void showOrder(int column, Qt::SortOrder order = Qt::AscendingOrder);
 
   void setUnlocked(bool unlocked);
+  /// Takes over what stands in an open editor and stores the row. False when something typed isn't stored.
+  bool submitRow();
 
   int currentRow() const;  ///< -1 for none
   /// The nearest row that exists; nothing in an empty grid.
@@ -54,13 +58,18 @@ class BoundGrid : public QTableView {
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void changeEvent(QEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  class CellDelegate;
+
   void layOutColumns();
+  void editAgain(const QModelIndex& index, const QString& typed);
   void showColumn(int column);
 
   BoundRows* rows_ = nullptr;
   FilterHeader* header_;
+  bool refused_ = false;  // a text goes back into its editor
 };
 
 }  // namespace qk

@@ -15,8 +15,14 @@ constexpr int kRowsKept = 500;
 const QString kDeleted = "#Gelöscht";
 const QString kUnreadable = "#Fehler";
 
+constexpr int kTypeMismatch = 3421;
+
 bool isNumber(dao::FieldType type) {
   return type > dao::FieldType::Boolean && type < dao::FieldType::Date;
+}
+
+bool isWhole(dao::FieldType type) {
+  return type == dao::FieldType::Byte || type == dao::FieldType::Integer || type == dao::FieldType::Long;
 }
 
 QString plainText(const QVariant& value) {
@@ -221,13 +227,29 @@ bool BoundRows::setData(const QModelIndex& index, const QVariant& value, int rol
   return setValue(index.row(), field->name, converted(value));
 }
 
+/// The value as the field holds it; of a text that is no number, the failure says what would be one.
+QVariant BoundRows::storable(int field, const QVariant& value) const {
+  try {
+    return list_.convertedTo(field, value);
+  } catch (const Error& error) {
+    const dao::FieldDef& def = list_.fieldDef(field);
+    if (error.number() != kTypeMismatch || value.typeId() != QMetaType::QString || !isNumber(def.type)) throw;
+    const QString expected =
+        isWhole(def.type) ? "eine ganze Zahl, zum Beispiel 12" : "eine Zahl mit Komma, zum Beispiel 2,5";
+    throw Error(kTypeMismatch,
+                "In \"" + def.name + "\" steht " + expected + "; \"" + value.toString() + "\" ist keine.");
+  }
+}
+
 bool BoundRows::setValue(int row, const QString& field, const QVariant& value) {
   if (edited_ && edited_->row != row && !submitRow()) return false;
   const int position = list_.fieldPosition(field);
   // A value that the field can't hold is refused here, not when the row is left.
   QVariant stored;
-  const bool taken = reported(report_, [&](Steps&) { stored = list_.convertedTo(position, value); });
-  if (!taken) return false;
+  bool fits = false;
+  const bool goOn =
+      reported(report_, [&](Steps& step) { fits = step([&] { stored = storable(position, value); }); });
+  if (!fits) return goOn;
   if (!edited_) edited_ = Edited{row, {}};
   edited_->values.insert(position, stored);
   rowChanged(row);
@@ -241,17 +263,16 @@ bool BoundRows::submitRow() {
     cancelRow();
     return false;
   }
-  bool stored = false;
-  reported(report_, [&](Steps& step) {
-    stored = step([&] {
+  const bool goOn = reported(report_, [&](Steps& step) {
+    step([&] {
       if (isNewRow(row))
         list_.insert(edited_->values);
       else
         list_.update(row, edited_->values);
     });
   });
-  cancelRow();
-  return stored;
+  if (goOn) cancelRow();
+  return goOn;
 }
 
 void BoundRows::cancelRow() {

@@ -9,7 +9,8 @@
 // - An edited row is kept in a buffer and stored when it is left: submitRow(), called by the grid when the
 //   current row changes or the focus leaves, and by the owner before it closes. Before that the owner's
 //   beforeUpdate may look at the row, complete it, or refuse it. What can't be stored goes to the report:
-//   retry stores again, any other answer gives the edit up.
+//   retry stores again, ignore gives the edit up, abort keeps it, so that it can be corrected or, by Esc,
+//   dropped.
 // - One row is told from all others by its bookmark, which outlives sorting, filtering and refreshing.
 //
 // Failures reach the owner through its report only; but for open(), which throws what is wrong with the text.
@@ -79,10 +80,12 @@ class BoundRows : public QAbstractTableModel {
   void setEmptyIsNull(bool null) { emptyIsNull_ = null; }
   /// Runs before an edited row is stored; false gives the edit up. It may call value() and setValue().
   void setBeforeUpdate(std::function<bool(int row)> beforeUpdate) { beforeUpdate_ = std::move(beforeUpdate); }
-  /// Into the edit buffer of that row; a row edited before is stored first. False when that failed.
+  /// Into the edit buffer of that row; a row edited before is stored first. False when one of the two failed
+  /// and the operator gave up; a value that the field can't hold and that he ignores changes nothing.
   bool setValue(int row, const QString& field, const QVariant& value);
   bool isEdited() const { return edited_.has_value(); }
-  /// True when nothing is left to be stored.
+  int editedRow() const { return edited_ ? edited_->row : -1; }
+  /// False when the row wasn't stored: isEdited() tells whether the edit is kept or was refused by the owner.
   bool submitRow();
   void cancelRow();
 
@@ -119,6 +122,7 @@ class BoundRows : public QAbstractTableModel {
   QString textOf(int column, const QVariant& value) const;
   const dao::FieldDef* fieldOf(int column) const;
   QVariant converted(const QVariant& value) const;
+  QVariant storable(int field, const QVariant& value) const;
   void rowChanged(int row);
   bool wantsBlankRow() const;
 

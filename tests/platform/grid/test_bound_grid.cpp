@@ -35,7 +35,13 @@ class TestBoundGrid : public QObject {
   void lockedStaysLocked();
   void whatTheFieldCantHoldIsRefused();
   void theOwnerCompletesOrRefusesARow();
-  void aFailedStoreGivesTheEditUp();
+  void whatTheFieldCantHoldStaysInTheEditor();
+  void aRefusedTextCanBeIgnored();
+  void aFailedStoreKeepsTheEdit();
+  void anIgnoredFailureGivesTheEditUp();
+  void aRowThatCantBeStoredStaysCurrent();
+  void submittingTakesOverTheOpenEditor();
+  void theSpaceBarTicks();
   void rowsAreAddedByTyping();
   void markedRowsAreDeleted();
   void withoutMarksTheCurrentRowIsDeleted();
@@ -75,6 +81,7 @@ class TestBoundGrid : public QObject {
   BoundRows* rows = nullptr;
   QLineEdit* elsewhere = nullptr;
   QList<int> reports;
+  QString lastDescription;
   ErrorAnswer answer = ErrorAnswer::Abort;
 };
 
@@ -110,6 +117,7 @@ void TestBoundGrid::init() {
   rows = new BoundRows(
       [this](const Error& error) {
         reports.append(error.number());
+        lastDescription = error.description();
         return answer;
       },
       window.get());
@@ -237,13 +245,90 @@ void TestBoundGrid::theOwnerCompletesOrRefusesARow() {
   QCOMPARE(stored("Menge"), "9,0,7,6,5,4");
 }
 
-void TestBoundGrid::aFailedStoreGivesTheEditUp() {
+void TestBoundGrid::whatTheFieldCantHoldStaysInTheEditor() {
+  grid->setUnlocked(true);
+  typeAt(1, 3, "2.75");
+  QCOMPARE(reports, QList<int>{3421});
+  QCOMPARE(lastDescription, "In \"Preis\" steht eine Zahl mit Komma, zum Beispiel 2,5; \"2.75\" ist keine.");
+  const auto editor = [] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); };
+  QTRY_VERIFY(editor());
+  QCOMPARE(editor()->text(), "2.75");
+  QVERIFY(!grid->submitRow());
+  QCOMPARE(reports, (QList<int>{3421, 3421}));
+  QTRY_VERIFY(editor());
+  editor()->setText("2,75");
+  QVERIFY(grid->submitRow());
+  QCOMPARE(stored("Preis"), "1.5,2.75,3.5,4.5,5.5,6.5");
+  QVERIFY(!rows->setValue(0, "Menge", "1e3"));
+  QCOMPARE(lastDescription, "In \"Menge\" steht eine ganze Zahl, zum Beispiel 12; \"1e3\" ist keine.");
+}
+
+void TestBoundGrid::aRefusedTextCanBeIgnored() {
+  grid->setUnlocked(true);
+  answer = ErrorAnswer::Ignore;
+  typeAt(1, 2, "viele");
+  QCOMPARE(cell(1, 2), "8");
+  QVERIFY(!rows->isEdited());
+  QVERIFY(grid->hasFocus());
+}
+
+void TestBoundGrid::aFailedStoreKeepsTheEdit() {
   rows->setValue(3, "Name", "Zu spät");
   database->execute("Delete * from Artikel where ID = 4");
   QVERIFY(!rows->submitRow());
   QCOMPARE(reports, QList<int>{3167});
+  QCOMPARE(rows->editedRow(), 3);
+  QCOMPARE(cell(3, 1), "Zu spät");
+  QVERIFY(!grid->submitRow());
+  grid->setFocus();
+  QTest::keyClick(grid, Qt::Key_Escape);
   QVERIFY(!rows->isEdited());
   QCOMPARE(cell(3, 1), "#Gelöscht");
+  QVERIFY(grid->submitRow());
+}
+
+void TestBoundGrid::anIgnoredFailureGivesTheEditUp() {
+  rows->setValue(3, "Name", "Zu spät");
+  database->execute("Delete * from Artikel where ID = 4");
+  answer = ErrorAnswer::Ignore;
+  QVERIFY(rows->submitRow());
+  QCOMPARE(reports, QList<int>{3167});
+  QVERIFY(!rows->isEdited());
+  QCOMPARE(cell(3, 1), "#Gelöscht");
+}
+
+void TestBoundGrid::aRowThatCantBeStoredStaysCurrent() {
+  grid->setUnlocked(true);
+  typeAt(3, 1, "Zu spät");
+  database->execute("Delete * from Artikel where ID = 4");
+  grid->setCurrentIndex(rows->index(0, 2));
+  QTRY_COMPARE(grid->currentIndex(), rows->index(3, 1));
+  QCOMPARE(reports, QList<int>{3167});
+  QCOMPARE(cell(3, 1), "Zu spät");
+}
+
+void TestBoundGrid::submittingTakesOverTheOpenEditor() {
+  grid->setUnlocked(true);
+  grid->setCurrentIndex(rows->index(0, 1));
+  grid->edit(rows->index(0, 1));
+  auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+  QVERIFY(editor);
+  editor->setText("Offen");
+  QVERIFY(grid->submitRow());
+  QCOMPARE(stored("Name"), "Offen,Nr 2,Nr 3,Nr 4,Nr 5,Nr 6");
+}
+
+void TestBoundGrid::theSpaceBarTicks() {
+  rows->setColumns({{.field = "Name"}, {.field = "Fertig", .checkBox = true}});
+  grid->setCurrentIndex(rows->index(2, 1));
+  QTest::keyClick(grid, Qt::Key_Space);
+  QVERIFY(!rows->isEdited());
+  grid->setUnlocked(true);
+  grid->setCurrentIndex(rows->index(2, 1));
+  QTest::keyClick(grid, Qt::Key_Space);
+  QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(rows->index(4, 1)).center());
+  QVERIFY(grid->submitRow());
+  QCOMPARE(stored("Fertig"), "0,0,-1,0,-1,0");
 }
 
 void TestBoundGrid::rowsAreAddedByTyping() {
