@@ -42,7 +42,8 @@ function(qk_library name)
   endif()
 endfunction()
 
-# qk_test(NAME SOURCES ... LINK ... LABELS ...): a Qt Test program, run offscreen under CTest.
+# qk_test(NAME SOURCES ... LINK ... LABELS ...): a Qt Test program, run offscreen under CTest. The label
+# "postgres" gives it the PostgreSQL cluster of the run (tests/support/postgres_server.h).
 function(qk_test name)
   cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -51,6 +52,12 @@ function(qk_test name)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
+  set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=qt.qpa.*=false")
+  if("postgres" IN_LIST ARG_LABELS)
+    get_property(postgres_folder GLOBAL PROPERTY QK_POSTGRES_FOLDER)
+    list(APPEND environment "QK_TEST_POSTGRES=${postgres_folder}")
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED postgres)
+  endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=qt.qpa.*=false")
+    ENVIRONMENT "${environment}")
 endfunction()

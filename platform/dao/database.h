@@ -11,8 +11,11 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
+#include <optional>
 
+#include "platform/dao/server_address.h"
 #include "platform/dao/types.h"
 
 namespace qk::dao {
@@ -27,15 +30,21 @@ enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
 struct OpenOptions {
   bool readOnly = false;
   bool durable = true;  ///< false: a commit may be lost at power failure; for benchmarks and throw-away files
+  /// Asked where a server wants a password that none of the system's places has, and again after a wrong one
+  /// (`again`); nothing gives the opening up with error 3029. Without it the first refusal is 3029.
+  std::function<std::optional<QString>(const ServerAddress& address, bool again)> askPassword = {};
 };
 
 class Database {
  public:
   /// Opens in shared mode. 3024 when the file is missing, 3044 when its folder is, 3051 for a folder or
-  /// without rights, 3343 for another kind of file, 3049 for a damaged one.
+  /// without rights, 3343 for another kind of file, 3049 for a damaged one. A short text file that names a
+  /// server (server_address.h) opens the database there; 3029 without a right password, 3043 where the server
+  /// can't be reached.
   static std::unique_ptr<Database> open(const QString& path, bool readOnly = false);
   static std::unique_ptr<Database> open(const QString& path, const OpenOptions& options);
-  /// Makes an empty file and opens it; 3204 when it exists.
+  /// Makes an empty file and opens it; 3204 when it exists. Where the file names a server, the database that
+  /// it names must be there and holds nothing of ours yet: it is furnished, or 3204.
   static std::unique_ptr<Database> create(const QString& path, const OpenOptions& options = {});
   ~Database();
 

@@ -49,6 +49,7 @@ const QHash<int, QString>& descriptions() {
       {3024, "Datei konnte nicht gefunden werden."},
       {3026, "Nicht genügend Speicherplatz auf dem Datenträger."},
       {3027, "Aktualisieren nicht möglich. Datenbank oder Objekt ist schreibgeschützt."},
+      {3029, "Kein gültiger Kontoname oder Kennwort."},
       {3043, "Fehler beim Zugriff auf Datenträger oder Netzwerk."},
       {3044,
        "Das ist kein gültiger Pfad. Stellen Sie sicher, dass der Pfad richtig eingegeben wurde und dass Sie "

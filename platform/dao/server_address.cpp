@@ -1,0 +1,108 @@
+#include "platform/dao/server_address.h"
+
+#include <QList>
+#include <QStringConverter>
+#include <algorithm>
+#include <optional>
+
+#include "platform/runtime/error.h"
+
+namespace qk::dao {
+namespace {
+
+constexpr int kUnknownFormat = 3343;
+constexpr int kGreatestPort = 65535;
+
+[[noreturn]] void refuse(const QString& why) {
+  throw Error(kUnknownFormat, "Die Datei nennt keinen brauchbaren Datenbankserver: " + why);
+}
+
+/// The text of UTF-8 bytes without control characters; nothing for anything else.
+std::optional<QString> plainText(const QByteArray& content) {
+  if (content.size() >= kLargestAddressFile) return {};
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  QString text = decoder(content);
+  const bool hasControls = std::any_of(text.begin(), text.end(), [](QChar c) {
+    return c.unicode() < u' ' && c != u'\n' && c != u'\r' && c != u'\t';
+  });
+  if (decoder.hasError() || hasControls) return {};
+  return text;
+}
+
+struct Line {
+  int number;
+  QString text;
+};
+
+/// Lines that say something, without outer blanks.
+QList<Line> linesOf(const QString& text) {
+  QList<Line> lines;
+  int number = 0;
+  for (const QString& raw : text.split(u'\n')) {
+    const QString line = raw.trimmed();
+    ++number;
+    if (!line.isEmpty() && !line.startsWith(u'#')) lines.append({number, line});
+  }
+  return lines;
+}
+
+int portOf(const QString& value, int line) {
+  bool ok = false;
+  const int port = value.toInt(&ok);
+  if (!ok || port < 1 || port > kGreatestPort)
+    refuse(QString("Zeile %1: '%2' ist keine Portnummer.").arg(line).arg(value));
+  return port;
+}
+
+}  // namespace
+
+bool isServerAddress(const QByteArray& content) {
+  const std::optional<QString> text = plainText(content);
+  if (!text) return false;
+  const QList<Line> lines = linesOf(*text);
+  return !lines.isEmpty() && lines.first().text.contains(u'=');
+}
+
+ServerAddress parseServerAddress(const QByteArray& content) {
+  const std::optional<QString> text = plainText(content);
+  if (!text) refuse("Sie ist kein kurzer UTF-8-Text.");
+  ServerAddress address;
+  QStringList seen;
+  for (const Line& line : linesOf(*text)) {
+    const qsizetype mark = line.text.indexOf(u'=');
+    if (mark < 0) refuse(QString("Zeile %1: Das Gleichheitszeichen fehlt.").arg(line.number));
+    const QString key = line.text.left(mark).trimmed().toLower();
+    const QString value = line.text.mid(mark + 1).trimmed();
+    if (seen.contains(key)) refuse(QString("Zeile %1: '%2' steht doppelt.").arg(line.number).arg(key));
+    seen.append(key);
+    if (value.isEmpty()) refuse(QString("Zeile %1: '%2' ist leer.").arg(line.number).arg(key));
+    if (key == "host") {
+      address.host = value;
+    } else if (key == "port") {
+      address.port = portOf(value, line.number);
+    } else if (key == "datenbank") {
+      address.database = value;
+    } else if (key == "benutzer") {
+      address.user = value;
+    } else if (key == "passwort" || key == "kennwort" || key == "password") {
+      refuse(QString("Zeile %1: Ein Passwort darf nicht in der Datei stehen.").arg(line.number));
+    } else {
+      refuse(QString("Zeile %1: '%2' ist unbekannt.").arg(line.number).arg(key));
+    }
+  }
+  for (const char* key : {"host", "datenbank", "benutzer"})
+    if (!seen.contains(QLatin1String(key))) refuse(QString("'%1' fehlt.").arg(QLatin1String(key)));
+  return address;
+}
+
+QByteArray serverAddressText(const ServerAddress& address) {
+  return QString("host=%1\nport=%2\ndatenbank=%3\nbenutzer=%4\n")
+      .arg(address.host, QString::number(address.port), address.database, address.user)
+      .toUtf8();
+}
+
+QString placeOf(const ServerAddress& address) {
+  return address.database + " auf " + address.host;
+}
+
+}  // namespace qk::dao

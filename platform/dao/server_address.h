@@ -1,0 +1,44 @@
+// Where a database on a server is found: a short text file that stands in for the database file.
+//
+//   # Linien 1 bis 12
+//   host=schiessstand-server
+//   port=5432
+//   datenbank=meisterschaft2026
+//   benutzer=schiessbuero
+//
+// UTF-8, one `key=value` a line, blanks around both ignored, empty lines and lines beginning with "#"
+// skipped, keys whatever their case. host (a name, an address, or the folder of a local socket), datenbank
+// and benutzer are needed, port is 5432 without one. There is no password in the file: it comes from the
+// environment (PGPASSWORD), from ~/.pgpass, from a service file, or from whoever opens the database
+// (OpenOptions).
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace qk::dao {
+
+struct ServerAddress {
+  QString host;
+  int port = 5432;
+  QString database;
+  QString user;
+
+  friend bool operator==(const ServerAddress&, const ServerAddress&) = default;
+};
+
+/// A file of this size or more is none of these texts.
+inline constexpr qint64 kLargestAddressFile = 4096;
+
+/// Whether a file's content is meant as an address, be it right or not: short UTF-8 text without control
+/// characters whose first line that says something has a "=" in it.
+bool isServerAddress(const QByteArray& content);
+/// Error 3343 that tells the line or the entry where the text is no usable address.
+ServerAddress parseServerAddress(const QByteArray& content);
+/// A text that parseServerAddress() reads as this address.
+QByteArray serverAddressText(const ServerAddress& address);
+
+/// For messages: "meisterschaft2026 auf schiessstand-server".
+QString placeOf(const ServerAddress& address);
+
+}  // namespace qk::dao

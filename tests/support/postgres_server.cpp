@@ -1,0 +1,105 @@
+#include "tests/support/postgres_server.h"
+
+#include <libpq-fe.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <atomic>
+#include <memory>
+#include <stdexcept>
+
+namespace qk::test {
+namespace {
+
+QString newFolder() {
+  static std::atomic<int> count = 0;
+  const QString root = QDir("/dev/shm").exists() ? "/dev/shm" : QDir::tempPath();
+  return QString("%1/qk-postgres-%2-%3").arg(root).arg(QCoreApplication::applicationPid()).arg(++count);
+}
+
+void cluster(const QStringList& arguments) {
+  QProcess script;
+  script.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  script.start(QK_POSTGRES_CLUSTER, arguments);
+  if (!script.waitForFinished(60000) || script.exitCode() != 0)
+    throw std::runtime_error("postgres-cluster " + arguments.join(' ').toStdString());
+}
+
+/// The cluster of the CTest run, or this program's own.
+const QString& sharedFolder() {
+  static const QString given = qEnvironmentVariable("QK_TEST_POSTGRES");
+  if (!given.isEmpty()) return given;
+  static const PostgresServer own;
+  return own.folder();
+}
+
+QStringList run(const QString& folder, const QString& database, const QString& user, const QString& text) {
+  const QString connection =
+      QString("host='%1' port=5432 dbname='%2' user='%3' password=geheim").arg(folder, database, user);
+  const std::unique_ptr<PGconn, void (*)(PGconn*)> opened(PQconnectdb(connection.toUtf8().constData()),
+                                                          PQfinish);
+  const std::unique_ptr<PGresult, void (*)(PGresult*)> result(PQexec(opened.get(), text.toUtf8().constData()),
+                                                              PQclear);
+  const ExecStatusType status = PQresultStatus(result.get());
+  if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
+    throw std::runtime_error(PQerrorMessage(opened.get()));
+  QStringList rows;
+  for (int row = 0; row < PQntuples(result.get()); ++row) {
+    QStringList cells;
+    for (int column = 0; column < PQnfields(result.get()); ++column)
+      cells.append(PQgetisnull(result.get(), row, column)
+                       ? QString("NULL")
+                       : QString::fromUtf8(PQgetvalue(result.get(), row, column)));
+    rows.append(cells.join(u'|'));
+  }
+  return rows;
+}
+
+}  // namespace
+
+PostgresServer::PostgresServer() : folder_(newFolder()) {
+  cluster({"start", folder_, QString::number(QCoreApplication::applicationPid())});
+}
+
+PostgresServer::~PostgresServer() {
+  QProcess::execute(QK_POSTGRES_CLUSTER, {"stop", folder_});
+}
+
+void PostgresServer::kill() {
+  cluster({"kill", folder_});
+}
+
+void PostgresServer::again() {
+  cluster({"again", folder_});
+}
+
+ServerDatabase::ServerDatabase() : ServerDatabase(sharedFolder()) {}
+
+ServerDatabase::ServerDatabase(const QString& folder, const QString& user) {
+  static std::atomic<int> count = 0;
+  address_ = {folder, 5432, QString("qk_%1_%2").arg(QCoreApplication::applicationPid()).arg(++count), user};
+  run(folder, "postgres", user, "CREATE DATABASE " + address_.database + " TEMPLATE template0");
+}
+
+ServerDatabase::~ServerDatabase() {
+  try {
+    run(address_.host, "postgres", "postgres",
+        "DROP DATABASE IF EXISTS " + address_.database + " WITH (FORCE)");
+  } catch (const std::runtime_error&) {
+    return;  // the test has ended the server
+  }
+}
+
+void ServerDatabase::writeAddress(const QString& path) const {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(dao::serverAddressText(address_)) < 0)
+    throw std::runtime_error("can't write " + path.toStdString());
+}
+
+QStringList ServerDatabase::native(const QString& text) const {
+  return run(address_.host, address_.database, "postgres", text);
+}
+
+}  // namespace qk::test

@@ -1,0 +1,52 @@
+// A PostgreSQL server for tests, and databases of their own on it.
+//
+// Under CTest all test programs share one cluster that a fixture starts and ends (label "postgres"); a
+// program that runs alone starts its own when the first database is asked for. Both end with their owner,
+// crash included.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/dao/server_address.h"
+
+namespace qk::test {
+
+/// A cluster by itself, for tests that stop and restart it.
+class PostgresServer {
+ public:
+  PostgresServer();  ///< starts it
+  ~PostgresServer();
+  PostgresServer(const PostgresServer&) = delete;
+  PostgresServer& operator=(const PostgresServer&) = delete;
+
+  const QString& folder() const { return folder_; }
+  void kill();   ///< SIGKILL
+  void again();  ///< starts it again, and waits until it answers
+
+ private:
+  QString folder_;
+};
+
+/// An empty database that belongs to the plain role qk_test; dropped with the object.
+class ServerDatabase {
+ public:
+  /// On the shared cluster.
+  ServerDatabase();
+  /// folder: of the cluster; user: "qk_test", or "qk_secret" who needs the password "geheim".
+  explicit ServerDatabase(const QString& folder, const QString& user = "qk_test");
+  ~ServerDatabase();
+  ServerDatabase(const ServerDatabase&) = delete;
+  ServerDatabase& operator=(const ServerDatabase&) = delete;
+
+  const dao::ServerAddress& address() const { return address_; }
+  /// Writes the address as a file that opens the database.
+  void writeAddress(const QString& path) const;
+  /// Runs a native statement as the superuser; rows as texts, cells by "|".
+  QStringList native(const QString& text) const;
+
+ private:
+  dao::ServerAddress address_;
+};
+
+}  // namespace qk::test
