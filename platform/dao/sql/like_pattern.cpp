@@ -9,6 +9,56 @@ char16_t folded(QChar c) {
   return c.toCaseFolded().unicode();
 }
 
+/// Hands over the folded characters of a text one by one; a place in it can be returned to.
+class Utf16Reader {
+ public:
+  explicit Utf16Reader(QStringView text) : at_(text.begin()), end_(text.end()) {}
+  bool atEnd() const { return at_ == end_; }
+  bool isKnown() const { return true; }
+  char16_t character() const { return folded(*at_); }
+  void next() { ++at_; }
+
+ private:
+  QStringView::const_iterator at_, end_;
+};
+
+/// The same of UTF-8. What lies beyond three bytes, or is malformed, it doesn't know.
+class Utf8Reader {
+ public:
+  explicit Utf8Reader(QByteArrayView text) : at_(text.begin()), end_(text.end()) { read(); }
+  bool atEnd() const { return at_ == end_; }
+  bool isKnown() const { return size_ > 0; }
+  char16_t character() const { return character_; }
+  void next() {
+    at_ += size_;
+    read();
+  }
+
+ private:
+  uint byte(int place) const { return static_cast<uchar>(at_[place]); }
+  bool continues(int place) const { return end_ - at_ > place && (byte(place) & 0xC0) == 0x80; }
+  void read() {
+    if (atEnd()) return;
+    const uint lead = byte(0);
+    if (lead < 0x80) return take(1, lead);
+    size_ = 0;
+    if (lead >= 0xC2 && lead < 0xE0 && continues(1)) {
+      take(2, (lead & 0x1F) << 6 | (byte(1) & 0x3F));
+    } else if (lead >= 0xE0 && lead < 0xF0 && continues(1) && continues(2)) {
+      const uint code = (lead & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F);
+      if (code >= 0x800 && !QChar::isSurrogate(code) && code != QChar::ByteOrderMark) take(3, code);
+    }
+  }
+  void take(int size, uint code) {
+    size_ = size;
+    character_ = folded(QChar(static_cast<char16_t>(code)));
+  }
+
+  QByteArrayView::const_iterator at_, end_;
+  int size_ = 1;  // of the character in bytes
+  char16_t character_ = 0;
+};
+
 /// A letter with marks stands beside its base letter: "ä" lies in [a-z].
 char16_t baseLetter(char16_t c) {
   if (c < 0xC0) return c;
@@ -80,27 +130,40 @@ bool LikePattern::matches(const Element& element, char16_t character) {
   return true;
 }
 
-bool LikePattern::matches(QStringView text) const {
+template <class Reader>
+std::optional<bool> LikePattern::walk(Reader text) const {
   // The usual walk with one point of return: the last "*" takes one character more when the rest doesn't fit.
   constexpr std::size_t kNone = std::size_t(-1);
   std::size_t element = 0, star = kNone;
-  qsizetype at = 0, mark = 0;
-  while (at < text.size()) {
+  Reader mark = text;
+  while (!text.atEnd()) {
+    if (!text.isKnown()) return {};
     if (element < elements_.size() && elements_[element].type == Element::Type::Any) {
       star = element++;
-      mark = at;
-    } else if (element < elements_.size() && matches(elements_[element], folded(text[at]))) {
+      if (element == elements_.size()) return true;
+      mark = text;
+    } else if (element < elements_.size() && matches(elements_[element], text.character())) {
       ++element;
-      ++at;
+      text.next();
     } else if (star != kNone) {
       element = star + 1;
-      at = ++mark;
+      mark.next();
+      text = mark;
     } else {
       return false;
     }
   }
   while (element < elements_.size() && elements_[element].type == Element::Type::Any) ++element;
   return element == elements_.size();
+}
+
+bool LikePattern::matches(QStringView text) const {
+  return *walk(Utf16Reader(text));
+}
+
+bool LikePattern::matches(QByteArrayView utf8) const {
+  if (const auto matched = walk(Utf8Reader(utf8))) return *matched;
+  return matches(QString::fromUtf8(utf8));
 }
 
 }  // namespace qk::dao::sql

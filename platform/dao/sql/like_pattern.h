@@ -2,7 +2,9 @@
 // Without regard to case, umlauts included. A bracket that isn't closed stands for itself.
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
+#include <optional>
 #include <vector>
 
 namespace qk::dao::sql {
@@ -11,6 +13,8 @@ class LikePattern {
  public:
   explicit LikePattern(QStringView pattern);
   bool matches(QStringView text) const;
+  /// Of UTF-8, as a store hands it over: nothing is converted, for a filter looks at every row.
+  bool matches(QByteArrayView utf8) const;
 
  private:
   struct Element {
@@ -20,6 +24,9 @@ class LikePattern {
     std::vector<std::pair<char16_t, char16_t>> ranges = {};  ///< folded, both ends included
   };
   static bool matches(const Element& element, char16_t character);
+  /// Nothing where the text holds what this reader doesn't know.
+  template <class Reader>
+  std::optional<bool> walk(Reader text) const;
   qsizetype readSet(QStringView pattern, qsizetype at);
 
   std::vector<Element> elements_;

@@ -2,12 +2,12 @@
 
 #include <sqlite3.h>
 
-#include <QCollator>
 #include <QDateTime>
-#include <QStringConverter>
 #include <cmath>
+#include <memory>
 #include <optional>
 
+#include "platform/dao/sql/german_order.h"
 #include "platform/dao/sql/like_pattern.h"
 #include "platform/dao/sql/sqlite_values.h"
 #include "platform/runtime/datetext.h"
@@ -30,31 +30,11 @@ QStringView viewOf(sqlite3_value* value) {
   return QStringView(text, sqlite3_value_bytes16(value) / qsizetype(sizeof(char16_t)));
 }
 
-/// Text as UTF-16 without the copy on the heap that SQLite makes of it: LIKE looks at every row.
-class Utf16 {
- public:
-  explicit Utf16(sqlite3_value* value) {
-    const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    const int size = sqlite3_value_bytes(value);
-    if (size <= kOnStack) {
-      char16_t* end = buffer_;
-      QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-      end = reinterpret_cast<char16_t*>(
-          decoder.appendToBuffer(reinterpret_cast<QChar*>(end), QByteArrayView(bytes, size)));
-      view_ = QStringView(buffer_, end - buffer_);
-    } else {
-      text_ = QString::fromUtf8(bytes, size);
-      view_ = text_;
-    }
-  }
-  QStringView view() const { return view_; }
-
- private:
-  static constexpr int kOnStack = 255;
-  char16_t buffer_[kOnStack + 1];
-  QString text_;
-  QStringView view_;
-};
+/// As it is stored; valid likewise.
+QByteArrayView bytesOf(sqlite3_value* value) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return QByteArrayView(text, sqlite3_value_bytes(value));
+}
 
 QString germanText(sqlite3_value* value) {
   switch (sqlite3_value_type(value)) {
@@ -116,7 +96,7 @@ void like(sqlite3_context* context, sqlite3_value** arguments, bool date) {
   if (date) {
     matched = pattern.matches(germanDateText(arguments[0]));
   } else if (isText(arguments[0])) {
-    matched = pattern.matches(Utf16(arguments[0]).view());
+    matched = pattern.matches(bytesOf(arguments[0]));
   } else {
     matched = pattern.matches(germanText(arguments[0]));
   }
@@ -217,11 +197,10 @@ constexpr Registration kRegistrations[] = {
     {"qk_lcase", 1, qkLower},
 };
 
-int compareGerman(void* collator, int leftBytes, const void* left, int rightBytes, const void* right) {
-  constexpr int kUnit = sizeof(char16_t);
-  return static_cast<QCollator*>(collator)->compare(
-      QStringView(static_cast<const char16_t*>(left), leftBytes / kUnit),
-      QStringView(static_cast<const char16_t*>(right), rightBytes / kUnit));
+int compareGerman(void* order, int leftBytes, const void* left, int rightBytes, const void* right) {
+  return static_cast<const GermanOrder*>(order)->compare(
+      QByteArrayView(static_cast<const char*>(left), leftBytes),
+      QByteArrayView(static_cast<const char*>(right), rightBytes));
 }
 
 void check(sqlite3* database, int code) {
@@ -237,12 +216,11 @@ void registerSqliteFunctions(sqlite3* database) {
     check(database, sqlite3_create_function_v2(database, entry.name, entry.arguments, encoding | kFlags,
                                                nullptr, entry.function, nullptr, nullptr, nullptr));
   }
-  auto collator = std::make_unique<QCollator>(QLocale(QLocale::German, QLocale::Germany));
-  collator->setCaseSensitivity(Qt::CaseInsensitive);
-  check(database,
-        sqlite3_create_collation_v2(database, "german", SQLITE_UTF16_ALIGNED, collator.get(), compareGerman,
-                                    [](void* owned) { delete static_cast<QCollator*>(owned); }));
-  collator.release();  // SQLite's from here on; it deletes it with the connection
+  // SQLite deletes it with the connection, but for one that it refuses.
+  auto order = std::make_unique<GermanOrder>();
+  check(database, sqlite3_create_collation_v2(database, "german", SQLITE_UTF8, order.get(), compareGerman,
+                                              [](void* owned) { delete static_cast<GermanOrder*>(owned); }));
+  order.release();
   check(database, sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
 }
 

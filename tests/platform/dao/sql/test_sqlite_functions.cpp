@@ -1,5 +1,6 @@
 // What SQLite lacks for the query language, through the raw handle, and the pattern matcher by itself.
 #include <QDateTime>
+#include <QRandomGenerator>
 #include <QTest>
 
 #include "platform/dao/sql/like_pattern.h"
@@ -70,13 +71,49 @@ class TestSqliteFunctions : public QObject {
     QFETCH(QString, pattern);
     QFETCH(bool, matches);
     QCOMPARE(LikePattern(pattern).matches(text), matches);
+    QCOMPARE(LikePattern(pattern).matches(QByteArrayView(text.toUtf8())), matches);
     const QStringList expected = {matches ? "1" : "0"};
     QCOMPARE(store_.native("SELECT qk_like(?, ?)", {text, pattern}), expected);
+  }
+
+  void bytesMatchAsCharactersDo() {
+    // Of one to four bytes; "ſ", "K" (Kelvin) and "ẞ" fold to letters of another length.
+    const QString some = "aAzZ059 *?#[]!-äÄßẞÉſK€Ωω\ufeff😀";
+    QRandomGenerator random(1);
+    const auto text = [&](int longest) {
+      QString made;
+      for (int length = random.bounded(longest); length > 0; --length)
+        made += some[random.bounded(some.size())];  // now and then half a pair
+      return made;
+    };
+    int matched = 0;
+    for (int i = 0; i < 100'000; ++i) {
+      const QString pattern = text(6), value = QString::fromUtf8(text(7).toUtf8());
+      const bool expected = LikePattern(pattern).matches(value);
+      matched += expected;
+      if (LikePattern(pattern).matches(QByteArrayView(value.toUtf8())) != expected)
+        QFAIL(qPrintable(value + " like " + pattern));
+    }
+    QVERIFY(matched > 1000);
+  }
+
+  void malformedBytesMatchTheirReplacement_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    for (const char* bytes : {"\x80", "\xc0\x80", "\xc3", "\xe0\x80\x80", "\xe2\x82", "\xed\xa0\x80", "\xff"})
+      QTest::addRow("%s", QByteArray(bytes).toHex().constData()) << QByteArray("a") + bytes + "z";
+  }
+  void malformedBytesMatchTheirReplacement() {
+    QFETCH(QByteArray, bytes);
+    const QString text = QString::fromUtf8(bytes);
+    QVERIFY(text.contains(QChar::ReplacementCharacter));
+    for (const QString& pattern : {text, QString("a*z"), QString("a?z"), QString("a*")})
+      QCOMPARE(LikePattern(pattern).matches(QByteArrayView(bytes)), LikePattern(pattern).matches(text));
   }
 
   void manyStarsStayQuick() {
     const QString text = QString("a").repeated(5000);
     QVERIFY(!LikePattern(u"*a*a*a*a*a*a*a*a*a*a*b").matches(text));
+    QVERIFY(!LikePattern(u"*a*a*a*a*a*a*a*a*a*a*b").matches(QByteArrayView(text.toUtf8())));
   }
 
   void matchesNumbersAndDatesByTheirText() {
