@@ -1,6 +1,5 @@
 #include "capture/frmHaeringSchussAlle.h"
 
-#include <QLocale>
 #include <QPushButton>
 #include <QScreen>
 #include <QShowEvent>
@@ -9,6 +8,7 @@
 #include "platform/dialog/dialogs.h"
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
+#include "platform/grid/count_text.h"
 #include "platform/runtime/clock.h"
 #include "platform/widgets/empty_text.h"
 #include "ui_frmHaeringSchussAlle.h"
@@ -26,10 +26,6 @@ int charactersOf(const QString& column) {
   if (column == "Key" || column == "BuchungsZeitpunkt") return 18;
   if (column == "Wettbewerb" || column == "Klasse" || column == "Datum" || column == "ZeitAbsolut") return 11;
   return 7;
-}
-
-QString rowsText(int count) {
-  return count == 1 ? "1 Schuss" : QLocale().toString(count) + " Schüsse";
 }
 
 }  // namespace
@@ -154,7 +150,7 @@ void frmHaeringSchussAlle::reject() {
 
 void frmHaeringSchussAlle::showCount() {
   if (!rows_->isOpen()) return ui_->lblAnzahl->clear();
-  ui_->lblAnzahl->setText(rowsText(rows_->count()) + (rows_->isComplete() ? "" : ", es werden mehr…"));
+  ui_->lblAnzahl->setText(countText(*rows_, "1 Schuss", "Schüsse"));
 }
 
 }  // namespace qk

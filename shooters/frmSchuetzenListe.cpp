@@ -9,10 +9,12 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
+#include <utility>
 
 #include "platform/dao/database.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/grid/bound_rows.h"
+#include "platform/grid/count_text.h"
 #include "platform/runtime/retry.h"
 #include "ui_frmSchuetzenListe.h"
 
@@ -46,9 +48,8 @@ frmSchuetzenListe::frmSchuetzenListe(const Workplace& workplace, QWidget* parent
       ui_(std::make_unique<Ui::frmSchuetzenListe>()),
       list_(new BoundRows(
           [this](const Error& error) {
-            const ErrorAnswer answer = fehlerReport(workplace_.dialogs, failureText_)(error);
-            failed_ = answer != ErrorAnswer::Retry;
-            return answer;
+            waiting_.clear();
+            return fehlerReport(workplace_.dialogs, failureText_)(error);
           },
           this)) {
   ui_->setupUi(this);
@@ -69,7 +70,10 @@ frmSchuetzenListe::frmSchuetzenListe(const Workplace& workplace, QWidget* parent
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmSchuetzenListe::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->mnuDateiCancel, &QAction::triggered, this, &QDialog::reject);
-  connect(this, &QDialog::rejected, this, [this] { sStartnummer_.clear(); });
+  connect(this, &QDialog::rejected, this, [this] {
+    waiting_.clear();
+    sStartnummer_.clear();
+  });
 }
 
 frmSchuetzenListe::~frmSchuetzenListe() {
@@ -87,13 +91,13 @@ bool frmSchuetzenListe::event(QEvent* event) {
 bool frmSchuetzenListe::eventFilter(QObject* watched, QEvent* event) {
   if (watched != ui_->txtSuchname || event->type() != QEvent::KeyPress)
     return QDialog::eventFilter(watched, event);
-  switch (static_cast<QKeyEvent*>(event)->key()) {
+  const auto key = static_cast<Qt::Key>(static_cast<QKeyEvent*>(event)->key());
+  switch (key) {
     case Qt::Key_Up:
     case Qt::Key_Down:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
-      list_->waitForFirst();
-      QCoreApplication::sendEvent(ui_->VSFlexGrid1, event);
+      if (!waitsForRows(key)) QCoreApplication::sendEvent(ui_->VSFlexGrid1, event);
       return true;
     default:
       return false;
@@ -121,13 +125,15 @@ void frmSchuetzenListe::openCompetition() {
                 [&](Steps&) { database_ = dao::Database::open(sWettkampf_); }))
     return;
   readList(failure);
+  noteDue_ = true;
   // The window comes first, so that the note stands on the empty list that it speaks of.
   QTimer::singleShot(0, this, &frmSchuetzenListe::noteNoShooters);
 }
 
 void frmSchuetzenListe::noteNoShooters() {
-  list_->waitForFirst();
-  if (list_->isOpen() && !failed_ && list_->count() == 0)
+  if (!noteDue_ || !list_->isComplete()) return;
+  noteDue_ = false;
+  if (list_->isOpen() && !list_->isBroken() && list_->count() == 0)
     workplace_.dialogs.note("Es sind noch keine Schützen im Wettkampf erfasst!");
 }
 
@@ -137,16 +143,19 @@ void frmSchuetzenListe::readList(const QString& failureText) {
   const QString name = ui_->txtSuchname->text();
   const QString filter = name.isEmpty() ? QString() : " WHERE Schützen.Name like '*" + name + "*'";
   failureText_ = failureText;
-  failed_ = false;
+  waiting_.clear();
+  // What a search doesn't find says nothing about the competition.
+  if (!name.isEmpty()) noteDue_ = false;
   reported(fehlerReport(workplace_.dialogs, failureText),
            [&](Steps&) { list_->open(*database_, "Select * from Schützenliste" + filter + kOrder); });
 }
 
 void frmSchuetzenListe::showCount() {
-  const int count = list_->count();
-  ui_->lblAnzahl->setText((count == 1 ? "1 Schütze" : QString("%1 Schützen").arg(count)) +
-                          (list_->isComplete() ? "" : ", es werden mehr…"));
+  ui_->lblAnzahl->setText(countText(*list_, "1 Schütze", "Schützen"));
   if (!ui_->VSFlexGrid1->currentIndex().isValid()) selectFirstRow();
+  // The list is still being told of its rows: what they set off comes after that.
+  if (noteDue_ && list_->isComplete()) QTimer::singleShot(0, this, &frmSchuetzenListe::noteNoShooters);
+  if (!waiting_.isEmpty()) QTimer::singleShot(0, this, &frmSchuetzenListe::doWaitingKeys);
 }
 
 void frmSchuetzenListe::layOutList() {
@@ -176,9 +185,24 @@ void frmSchuetzenListe::selectFirstRow() {
   if (list_->rowCount() > 0) ui_->VSFlexGrid1->setCurrentIndex(list_->index(0, kStartnummer));
 }
 
+bool frmSchuetzenListe::waitsForRows(Qt::Key key) {
+  // Behind one that waits, so that the keys keep their order.
+  if (waiting_.isEmpty() && (list_->isComplete() || list_->count() > 0)) return false;
+  waiting_.append(key);
+  return true;
+}
+
+void frmSchuetzenListe::doWaitingKeys() {
+  if (!list_->isComplete() && list_->count() == 0) return;
+  for (const Qt::Key key : std::exchange(waiting_, {})) {
+    if (key == Qt::Key_Return) return cmdOK_Click();
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(ui_->VSFlexGrid1, &press);
+  }
+}
+
 void frmSchuetzenListe::cmdOK_Click() {
-  // Whoever types and presses Enter at once means the list that comes, not the empty one.
-  list_->waitForFirst();
+  if (waitsForRows(Qt::Key_Return)) return;
   const QModelIndex chosen = ui_->VSFlexGrid1->currentIndex();
   sStartnummer_ = chosen.isValid() ? chosen.siblingAtColumn(kStartnummer).data().toString() : QString();
   accept();

@@ -1,7 +1,8 @@
 // The list from which an operator picks a shooter by name.
 //
 // Typing filters; the arrow keys walk the list without leaving the search field; Enter or a double click
-// choose.
+// choose. Whoever types and goes on at once means the list that comes, not the empty one: keys that meet an
+// empty list wait for its first rows, and the window lives meanwhile.
 #pragma once
 
 #include <QDialog>
@@ -44,11 +45,15 @@ class frmSchuetzenListe : public QDialog {
   /// Reads the list anew for what stands in the search field. The rows come by themselves.
   void readList(const QString& failureText);
   void showCount();
+  /// Once, as soon as the list of all is known to be empty.
   void noteNoShooters();
   void layOutList();
   /// All columns in sight where the screen allows it.
   void fitToColumns();
   void selectFirstRow();
+  /// True while the list is empty and rows may come; the key does its work then.
+  bool waitsForRows(Qt::Key key);
+  void doWaitingKeys();
   void cmdOK_Click();
 
   Workplace workplace_;
@@ -56,7 +61,8 @@ class frmSchuetzenListe : public QDialog {
   std::unique_ptr<dao::Database> database_;
   BoundRows* list_;
   QString failureText_;  // of the reading that runs: it may fail later
-  bool failed_ = false;
+  QList<Qt::Key> waiting_;
+  bool noteDue_ = false;
   QString sWettkampf_;
   QString sStartnummer_;
   bool opened_ = false;

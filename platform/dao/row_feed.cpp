@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <algorithm>
+#include <utility>
 
 #include "platform/dao/bookmark.h"
 #include "platform/runtime/error.h"
@@ -10,7 +11,7 @@ namespace qk::dao {
 namespace {
 
 /// About what a screen shows.
-constexpr int kFirstPortion = 50;
+constexpr int kFirstPage = 50;
 constexpr int kGrowth = 8;
 /// A slow list shows what it has found so far.
 constexpr qint64 kLongestSilence = 100;
@@ -24,7 +25,7 @@ Key keyOf(const RowFeed::Job& job, const NativeRow& row) {
 RowFeed::RowFeed(const Engine& engine, std::function<void()> notify)
     : notify_(std::move(notify)),
       reader_(engine.reader([this] { return ending_ || running_ != current_; })),
-      waiting_{KeyList(1, true), false, false, {}},
+      waiting_{.keys = KeyList(1, true)},
       thread_([this] { run(); }) {}
 
 RowFeed::~RowFeed() {
@@ -40,7 +41,7 @@ void RowFeed::start(Job job) {
   {
     const std::lock_guard lock(mutex_);
     ++current_;
-    waiting_ = {KeyList(job.width, job.integer), true, false, {}};
+    waiting_ = {.keys = KeyList(job.width, job.integer), .restart = true};
     hasWaiting_ = false;
     next_ = std::move(job);
   }
@@ -74,7 +75,7 @@ void RowFeed::rest(quint64 number) {
 RowFeed::Delivery RowFeed::take() {
   const std::lock_guard lock(mutex_);
   Delivery taken = std::move(waiting_);
-  waiting_ = {KeyList(taken.keys.width(), taken.keys.isInteger()), false, false, {}};
+  waiting_ = {.keys = KeyList(taken.keys.width(), taken.keys.isInteger())};
   hasWaiting_ = false;
   return taken;
 }
@@ -102,17 +103,19 @@ void RowFeed::run() {
 }
 
 void RowFeed::list(const Job& job, quint64 number) {
-  Delivery end{KeyList(job.width, job.integer), false, true, {}};
+  Delivery end{.keys = KeyList(job.width, job.integer), .complete = true};
   try {
     KeyList page(job.width, job.integer);
     if (job.sorted) {
       page = readPage(job);
-      if (page.size() < kFirstPortion) {
+      if (page.size() < kFirstPage) {
         end.keys = std::move(page);
         return deliver(number, std::move(end));
       }
-      deliver(number, {page, false, false, {}});
+      deliver(number, {.keys = page, .resting = true});
       rest(number);
+      if (const auto counted = count(job))
+        deliver(number, {.keys = KeyList(job.width, job.integer), .expected = counted});
     }
     readKeys(job, number, page);
   } catch (const Error& error) {
@@ -123,7 +126,7 @@ void RowFeed::list(const Job& job, quint64 number) {
 
 KeyList RowFeed::readPage(const Job& job) {
   KeyList page(job.width, job.integer);
-  reader_->read(job.query.text + " LIMIT " + QString::number(kFirstPortion), job.query.values,
+  reader_->read(job.query.text + " LIMIT " + QString::number(kFirstPage), job.query.values,
                 [&](const NativeRow& row) {
                   page.append(keyOf(job, row));
                   return true;
@@ -131,10 +134,21 @@ KeyList RowFeed::readPage(const Job& job) {
   return page;
 }
 
+std::optional<int> RowFeed::count(const Job& job) {
+  std::optional<int> counted;
+  if (job.counting.text.isEmpty()) return counted;
+  reader_->read(job.counting.text, job.counting.values, [&](const NativeRow& row) {
+    counted = row.first().toInt();
+    return false;
+  });
+  return counted;
+}
+
 /// `page` was delivered already: it is passed over, or taken back where the rows have changed meanwhile.
 void RowFeed::readKeys(const Job& job, quint64 number, const KeyList& page) {
-  Delivery portion{KeyList(job.width, job.integer), false, false, {}};
-  qsizetype size = page.size() > 0 ? page.size() * kGrowth : kFirstPortion;
+  Delivery portion{.keys = KeyList(job.width, job.integer)};
+  bool firstPage = page.size() == 0;
+  qsizetype size = firstPage ? kFirstPage : kFirstPage * kGrowth;
   qsizetype passed = 0;
   QElapsedTimer silence;
   silence.start();
@@ -152,10 +166,17 @@ void RowFeed::readKeys(const Job& job, quint64 number, const KeyList& page) {
     }
     portion.keys.append(key);
     if (portion.keys.size() < size && !silence.hasExpired(kLongestSilence)) return true;
-    deliver(number, std::move(portion));
-    rest(number);
-    portion = {KeyList(job.width, job.integer), false, false, {}};
-    size *= kGrowth;
+    const qsizetype missing = size - portion.keys.size();
+    const bool rests = firstPage && missing <= 0;
+    portion.resting = rests;
+    deliver(number, std::exchange(portion, {.keys = KeyList(job.width, job.integer)}));
+    if (rests) {
+      rest(number);
+      firstPage = false;
+      size = kFirstPage * kGrowth;
+    } else {
+      size = firstPage ? missing : size * kGrowth;
+    }
     silence.restart();
     return true;
   });
@@ -171,10 +192,12 @@ void RowFeed::deliver(quint64 number, Delivery portion) {
     const std::lock_guard lock(mutex_);
     if (!isCurrent(number) || ending_) return;
     if (portion.restart)
-      waiting_ = {KeyList(portion.keys.width(), portion.keys.isInteger()), true, false, {}};
+      waiting_ = {.keys = KeyList(portion.keys.width(), portion.keys.isInteger()), .restart = true};
     waiting_.keys.append(portion.keys);
     waiting_.complete = portion.complete;
     waiting_.failure = std::move(portion.failure);
+    waiting_.resting = portion.resting;
+    if (portion.expected) waiting_.expected = portion.expected;
     hasWaiting_ = true;
   }
   changed_.notify_all();

@@ -31,6 +31,7 @@ class RowFeed {
     /// The whole list comes only after the store has sorted it: its first page is asked for on its own
     /// before.
     bool sorted = false;
+    sql::NativeQuery counting;  ///< likewise counted before; may be empty
   };
 
   struct Delivery {
@@ -38,6 +39,8 @@ class RowFeed {
     bool restart = false;  ///< what came before doesn't count any more; the keys begin anew
     bool complete = false;
     std::optional<Error> failure;  ///< complete too: nothing more comes
+    bool resting = false;          ///< nothing more comes until goOn()
+    std::optional<int> expected;   ///< how many there will be, where they were counted
   };
 
   /// `notify` runs in the feed's thread whenever something waits to be taken.
@@ -50,7 +53,7 @@ class RowFeed {
   void start(Job job);
   /// Nothing more comes until the next start().
   void cancel();
-  /// After its first portion the feed rests until it is called for the rest, so that whoever shows the first
+  /// After its first page the feed rests until it is called for the rest, so that whoever shows the first
   /// rows has the processor and the store to himself.
   void goOn();
   Delivery take();
@@ -63,6 +66,7 @@ class RowFeed {
   void readKeys(const Job& job, quint64 number, const KeyList& page);
   KeyList readPage(const Job& job);
   bool isCurrent(quint64 number) const { return number == current_; }
+  std::optional<int> count(const Job& job);
   void deliver(quint64 number, Delivery portion);
   void rest(quint64 number);
 

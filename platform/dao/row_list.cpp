@@ -49,7 +49,7 @@ void RowList::clear() {
   feed_->cancel();
   keys_ = KeyList(keys_.width(), keys_.isInteger());
   first_ = 0;
-  complete_ = true;
+  state_ = {};
   Q_EMIT restarted();
 }
 
@@ -64,9 +64,10 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
   job.integer = plan_->keyed && plan_->integerKey;
   job.query = plan_->keyed ? plan_->keyListing() : plan_->whole;
   job.sorted = !plan_->paged && !plan_->select->top && !plan_->select->orderBy.empty();
+  if (job.sorted && plan_->keyed) job.counting = plan_->counting();
   keys_ = KeyList(job.width, job.integer);
   first_ = 0;
-  complete_ = false;
+  state_ = {.complete = false, .sorting = job.sorted};
   rest_.stop();
   feed_->start(std::move(job));
   Q_EMIT restarted();
@@ -76,16 +77,16 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
 
 bool RowList::waitForAll(int milliseconds) {
   const QDeadlineTimer patience(milliseconds);
-  while (!complete_ && !patience.hasExpired()) {
+  while (!state_.complete && !patience.hasExpired()) {
     feed_->goOn();
     collectNext(patience);
   }
-  return complete_;
+  return state_.complete;
 }
 
 void RowList::waitForFirst(int milliseconds) {
   const QDeadlineTimer patience(milliseconds);
-  while (!complete_ && count() == 0 && !patience.hasExpired()) collectNext(patience);
+  while (!state_.complete && count() == 0 && !patience.hasExpired()) collectNext(patience);
 }
 
 void RowList::collectNext(const QDeadlineTimer& patience) {
@@ -94,7 +95,7 @@ void RowList::collectNext(const QDeadlineTimer& patience) {
 }
 
 void RowList::collect() {
-  if (complete_) return;
+  if (state_.complete) return;
   const RowFeed::Delivery delivery = feed_->take();
   if (delivery.restart && keys_.size() > 0) {
     Q_EMIT aboutToRestart();
@@ -107,11 +108,15 @@ void RowList::collect() {
     keys_.append(delivery.keys);
     Q_EMIT grown();
   }
+  if (delivery.expected) {
+    state_.expected = *delivery.expected;
+    Q_EMIT counted();
+  }
   if (!delivery.complete) {
-    rest_.start();
+    if (delivery.resting) rest_.start();
     return;
   }
-  complete_ = true;
+  state_ = {.complete = true, .broken = delivery.failure.has_value()};
   rest_.stop();
   if (delivery.failure)
     Q_EMIT failed(*delivery.failure);

@@ -64,7 +64,13 @@ class RowList : public QObject {
   /// Rows listed so far.
   int count() const { return static_cast<int>(keys_.size() - first_); }
   /// Nothing more comes: count() is the number of rows.
-  bool isComplete() const { return complete_; }
+  bool isComplete() const { return state_.complete; }
+  /// It ended there by a failure: there may be more rows.
+  bool isBroken() const { return state_.broken; }
+  /// The store sorts all rows before it hands over those behind the first page: that takes a while.
+  bool isSorting() const { return state_.sorting; }
+  /// Rows that there will be, where they were counted before they are all listed; -1 where they weren't.
+  int expected() const { return state_.expected; }
   /// Waits until it is, without running the event loop; -1 waits as long as it takes.
   bool waitForAll(int milliseconds = -1);
   /// Waits likewise until there is a row, or none will come.
@@ -96,10 +102,19 @@ class RowList : public QObject {
   void aboutToRestart();
   void restarted();
   void completed();
+  /// expected() is known.
+  void counted();
   /// The list ends here, incomplete for good.
   void failed(const qk::Error& error);
 
  private:
+  struct State {
+    bool complete = true;
+    bool broken = false;
+    bool sorting = false;
+    int expected = -1;
+  };
+
   void start(std::shared_ptr<const SelectPlan> plan);
   void collect();
   /// Collects what the feed delivers within the time that is left.
@@ -114,7 +129,7 @@ class RowList : public QObject {
   QTimer rest_;  // calls for the rest of the list
   KeyList keys_;
   qsizetype first_ = 0;  // keys before it were dropped: taking rows from the front costs nothing
-  bool complete_ = true;
+  State state_;
 };
 
 }  // namespace qk::dao

@@ -173,6 +173,10 @@ NativeQuery SelectPlan::keyListing() const {
   return query;
 }
 
+NativeQuery SelectPlan::counting() const {
+  return {"SELECT COUNT(*)" + from.text + conditions({where.text}), from.values + where.values};
+}
+
 QString SelectPlan::keyColumn(const Writer& writer, const PlanSource& source, qsizetype column) const {
   return writer.identifier(source.qualifier) + "." + writer.identifier(source.table->key.names[column]);
 }

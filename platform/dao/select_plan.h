@@ -64,6 +64,8 @@ struct SelectPlan {
 
   /// The keys of all rows in the text's own order, where the rows are keyed.
   sql::NativeQuery keyListing() const;
+  /// How many rows that lists.
+  sql::NativeQuery counting() const;
 
   const PlanSource& target() const { return sources[static_cast<size_t>(manySide)]; }
   int position(const QString& name) const;  ///< -1 when missing

@@ -57,6 +57,7 @@ BoundRows::BoundRows(ErrorReport report, QObject* parent)
     endInsertRows();
     Q_EMIT counted();
   });
+  connect(&list_, &List::counted, this, &BoundRows::counted);
   connect(&list_, &List::completed, this, [this] {
     if (wantsBlankRow()) {
       beginInsertRows({}, count(), count());

@@ -61,6 +61,10 @@ class BoundRows : public QAbstractTableModel {
   /// Stored rows listed so far; all of them when isComplete().
   int count() const { return list_.count(); }
   bool isComplete() const { return list_.isComplete(); }
+  /// All there will be, sorting, broken off: as in RowList.
+  int expected() const { return list_.expected(); }
+  bool isSorting() const { return list_.isSorting(); }
+  bool isBroken() const { return list_.isBroken(); }
   bool waitForAll(int milliseconds = -1) { return list_.waitForAll(milliseconds); }
   void waitForFirst(int milliseconds = -1) { list_.waitForFirst(milliseconds); }
 
@@ -103,7 +107,7 @@ class BoundRows : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  Q_SIGNALS:
-  /// count() or isComplete() has changed.
+  /// count(), isComplete() or expected() has changed.
   void counted();
 
  private:

@@ -54,6 +54,9 @@ class TestShotBrowser : public QObject {
   void sayingNoDeletesNothing();
   void deletingStopsBetweenRows();
   void closingWhileDeletingStops();
+  void theFirstRowsComeBeforeTheirCount();
+  void aSortSaysSoAndKnowsTheCount();
+  void aReadingThatFailsLaterIsReported();
   void aMissingFileIsReported();
   void manners();
 
@@ -292,6 +295,68 @@ void TestShotBrowser::closingWhileDeletingStops() {
   the<QPushButton>(*window, "cmdDeleteHaering").click();
   QVERIFY(window->isVisible());
   QVERIFY(grid().rows()->count() > 0);
+  click(*window, "cmdClose");
+  QVERIFY(!window->isVisible());
+}
+
+void TestShotBrowser::theFirstRowsComeBeforeTheirCount() {
+  const int all = addMany();
+  window = std::make_unique<frmHaeringSchussAlle>(bench->workplace());
+  window->setWettkampf(bench->path("Pokal.qkk"));
+  // The rest is called for from the event loop, which doesn't run: the count is held back.
+  window->show();
+  grid().rows()->waitForFirst();
+  const QImage held = grid().viewport()->grab().toImage();
+  QVERIFY(!grid().rows()->isComplete());
+  QCOMPARE(the<QLabel>(*window, "lblAnzahl").text(), "50 Schüsse, es werden mehr…");
+  QVERIFY(grid().rows()->waitForAll());
+  QCOMPARE(the<QLabel>(*window, "lblAnzahl").text(), QLocale().toString(all) + " Schüsse");
+  QVERIFY(grid().rowViewportPosition(49) > grid().viewport()->height());
+  QCOMPARE(held, grid().viewport()->grab().toImage());
+}
+
+void TestShotBrowser::aSortSaysSoAndKnowsTheCount() {
+  const QString all = QLocale().toString(addMany()) + " Schüsse";
+  open();
+  QStringList said;
+  connect(grid().rows(), &BoundRows::counted, window.get(), [&] {
+    const QString text = the<QLabel>(*window, "lblAnzahl").text();
+    if (said.isEmpty() || said.last() != text) said.append(text);
+  });
+  clickTitle("Schütze");
+  QVERIFY(grid().rows()->waitForAll());
+  QCOMPARE(said, (QStringList{"Wird sortiert…", all + ", wird sortiert…", all}));
+  said.clear();
+  type(*window, "filter_Schütze", "gibt es nicht");
+  QVERIFY(grid().rows()->waitForAll());
+  QCOMPARE(said.last(), "0 Schüsse");
+}
+
+void TestShotBrowser::aReadingThatFailsLaterIsReported() {
+  addMany();
+  bench->damageStore();
+  const Error error = bench->failureOf([this] {
+    const auto rows = bench->store().openRecordset("Select * from Haering_Daten");
+    rows->moveLast();
+  });
+  window = std::make_unique<frmHaeringSchussAlle>(bench->workplace());
+  window->setWettkampf(bench->path("Pokal.qkk"));
+  bench->expectError(error, "Fehler bei gridInput_Fetch_err!", BoxAnswer::Abort, "Fehler: ");
+  window->show();
+  QTRY_VERIFY(bench->dialogs.done());
+  // The rows that came stay.
+  const int came = grid().rows()->count();
+  QVERIFY(came >= 50);
+  QCOMPARE(the<QLabel>(*window, "lblAnzahl").text(),
+           QLocale().toString(came) + " Schüsse, nicht alle gelesen");
+  QCOMPARE(grid().rows()->index(0, columnOf("Liniennummer")).data().toString(), "1");
+
+  // The window goes on: what the damage doesn't touch is found, and said again is what it does.
+  bench->expectError(error, "Fehler bei gridInput_Fetch_err!", BoxAnswer::Abort, "Fehler: ");
+  type(*window, "filter_Liniennummer", "3");
+  QTRY_VERIFY(bench->dialogs.done());
+  QVERIFY(grid().rows()->count() > 0);
+  QCOMPARE(grid().rows()->index(0, columnOf("Liniennummer")).data().toString(), "3");
   click(*window, "cmdClose");
   QVERIFY(!window->isVisible());
 }

@@ -1,6 +1,7 @@
 // A strict workplace with a competition file of its own, filled from row texts (tools/schema/schema_text.h).
 #pragma once
 
+#include <QFile>
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -29,6 +30,17 @@ class Workbench : public TestWorkplace {
       store_ = dao::Database::open(path("Pokal.qkk"));
     }
     return *store_;
+  }
+
+  /// As if the disk had lost a block in the middle of the file.
+  void damageStore() {
+    constexpr int kBlock = 4096;
+    store_.reset();
+    QFile file(path("Pokal.qkk"));
+    const bool opened = file.open(QIODevice::ReadWrite) && file.seek(file.size() / kBlock / 2 * kBlock);
+    if (!opened || file.write(QByteArray(kBlock, '\0')) != kBlock) failTest(file.errorString());
+    file.close();
+    store_ = dao::Database::open(path("Pokal.qkk"));
   }
 
   /// Adds the rows of a text such as "Zeilen Verein\n  ID | Name\n  12 | SV Grünau\n".

@@ -53,6 +53,9 @@ class TestFrmSchuetzenListe : public QObject {
   void theLastOfManyCanBeChosen();
   void enterChoosesFromTheListThatComes();
   void arrowsWalkTheListThatComes();
+  void theWindowLivesWhileAKeyWaits_data();
+  void theWindowLivesWhileAKeyWaits();
+  void aSearchThatComesFirstIsNoOccasionForTheNote();
   void manners();
 
  private:
@@ -82,6 +85,16 @@ class TestFrmSchuetzenListe : public QObject {
                             .arg(filled)
                             .arg(count + 1)
                             .arg(count));
+  }
+  /// Many shooters, and the text of a search for numbers 1 and 2 among them that takes far longer than any
+  /// patience: nearly each beginning of each name fits nearly to its end.
+  QString addSlow() {
+    constexpr int kName = 50;
+    addMany(100'000);
+    const QString text = QString("a").repeated(kName / 2) + "b";
+    database->execute("UPDATE Schützen SET Name = '" + QString("a").repeated(kName) + "'");
+    database->execute("UPDATE Schützen SET Name = '" + text + "' WHERE Startnummer IN ('1', '2')");
+    return text;
   }
   QTableView& list() { return the<QTableView>(*dialog, "VSFlexGrid1"); }
   QLineEdit& search() { return the<QLineEdit>(*dialog, "txtSuchname"); }
@@ -280,6 +293,7 @@ void TestFrmSchuetzenListe::enterChoosesFromTheListThatComes() {
   open();
   search().setText("Schütze 12345");
   QTest::keyClick(&search(), Qt::Key_Return);
+  QTRY_VERIFY(!dialog->isVisible());
   QCOMPARE(dialog->sStartnummer(), "7656");
 }
 
@@ -289,7 +303,51 @@ void TestFrmSchuetzenListe::arrowsWalkTheListThatComes() {
   search().setText("Schütze 1234");  // with 12340 to 12349, sorted from the greatest on
   QTest::keyClick(&search(), Qt::Key_Down);
   QTest::keyClick(&search(), Qt::Key_Return);
+  QTRY_VERIFY(!dialog->isVisible());
   QCOMPARE(dialog->sStartnummer(), QString::number(20001 - 12348));
+}
+
+void TestFrmSchuetzenListe::theWindowLivesWhileAKeyWaits_data() {
+  QTest::addColumn<int>("key");
+  QTest::addColumn<QString>("chosen");
+  QTest::newRow("Enter") << int(Qt::Key_Return) << "2";
+  QTest::newRow("Esc") << int(Qt::Key_Escape) << "";
+  QTest::newRow("another search") << int(Qt::Key_X) << "";
+}
+
+void TestFrmSchuetzenListe::theWindowLivesWhileAKeyWaits() {
+  QFETCH(int, key);
+  QFETCH(QString, chosen);
+  const QString slow = addSlow();
+  open();
+  search().setText(slow);
+  QTest::keyClick(&search(), Qt::Key_Down);
+  QTest::keyClick(&search(), Qt::Key_Return);
+  QCOMPARE(rows().count(), 0);
+  QVERIFY(dialog->isVisible());
+  QCOMPARE(the<QLabel>(*dialog, "lblAnzahl").text(), "Wird sortiert…");
+  if (key == Qt::Key_Escape) QTest::keyClick(&search(), Qt::Key_Escape);
+  if (key == Qt::Key_X) {
+    // What waited was for the search before.
+    search().setText("gibt es nicht");
+    QVERIFY(rows().waitForAll());
+    QCoreApplication::processEvents();
+    QVERIFY(dialog->isVisible());
+    dialog->reject();
+  }
+  QTRY_VERIFY(!dialog->isVisible());
+  QCOMPARE(dialog->sStartnummer(), chosen);
+}
+
+void TestFrmSchuetzenListe::aSearchThatComesFirstIsNoOccasionForTheNote() {
+  addSome();
+  dialog = std::make_unique<frmSchuetzenListe>(place->workplace());
+  dialog->setWettkampf(place->path("Wettkampf.qkk"));
+  dialog->show();
+  search().setText("gibt es nicht");
+  QVERIFY(rows().waitForAll());
+  QCoreApplication::processEvents();
+  QCOMPARE(the<QLabel>(*dialog, "lblAnzahl").text(), "0 Schützen");
 }
 
 void TestFrmSchuetzenListe::manners() {

@@ -27,6 +27,10 @@ class TestRowList : public QObject {
   void aSortedListBeginsWithItsFirstPage();
   void theRestWaitsForTheFirstRows_data();
   void theRestWaitsForTheFirstRows();
+  void othersWriteWhileTheListRests_data() { theRestWaitsForTheFirstRows_data(); }
+  void othersWriteWhileTheListRests();
+  void aSortedListIsCountedBefore();
+  void aReadingThatFailsLaterKeepsItsRows();
   void theFirstRowOrNone();
   void whatIsWrongWithTheTextLeavesTheRows();
   void anotherQueryGivesUpTheOneBefore();
@@ -132,6 +136,74 @@ void TestRowList::theRestWaitsForTheFirstRows() {
   const auto rows = database->openRecordset(query);
   for (int row = 0; row < 300; ++row, rows->moveNext())
     QCOMPARE(name(list, row), rows->value("Name").toString());
+}
+
+void TestRowList::othersWriteWhileTheListRests() {
+  QFETCH(QString, query);
+  fillLong();
+  database->createQuery("Liste", "Select ID, Name from Artikel");
+  RowList list;
+  list.open(*database, query);
+  list.waitForFirst();
+  QCOMPARE(list.count(), 50);
+  const auto other = store->connect();
+  for (Database* writer : {database.get(), other.get()}) {
+    addArticle(*writer->openRecordset("Artikel"), "Neu");
+    writer->execute("UPDATE Artikel SET Menge = 9 WHERE Menge = 400");
+    writer->execute("DELETE FROM Artikel WHERE Menge = 9");
+  }
+  QVERIFY(!list.isComplete());
+  QVERIFY(list.waitForAll());
+  QVERIFY(!list.isBroken());
+  QCOMPARE(walk(*database->openRecordset("Select * from Artikel where Menge = 400"), "Menge").size(), 0);
+}
+
+void TestRowList::aSortedListIsCountedBefore() {
+  fillLong();
+  RowList list;
+  QList<int> known;
+  connect(&list, &RowList::counted, [&] {
+    QVERIFY(list.isSorting());
+    known.append(list.expected());
+  });
+  list.open(*database, "Select * from Artikel where Menge > 3 order by Name desc");
+  list.waitForFirst();
+  QVERIFY(list.isSorting());
+  QCOMPARE(list.expected(), -1);
+  QVERIFY(list.waitForAll());
+  QCOMPARE(known, QList<int>{32000 - 3 * 64});
+  QVERIFY(!list.isSorting());
+  // One page needs no counting, and rows in their own order no sorting.
+  list.open(*database, "Select * from Artikel where Menge = 1 and ID < 2000 order by Name desc");
+  QVERIFY(list.waitForAll());
+  list.open(*database, "Select * from Artikel");
+  QVERIFY(!list.isSorting());
+  QVERIFY(list.waitForAll());
+  QCOMPARE(known.size(), 1);
+}
+
+void TestRowList::aReadingThatFailsLaterKeepsItsRows() {
+  fillLong();
+  database->createQuery("Liste", "Select ID, Name from Artikel");
+  RowList list;
+  QSignalSpy failed(&list, &RowList::failed), completed(&list, &RowList::completed);
+  list.open(*database, "Select * from Liste order by Name, ID");
+  list.waitForFirst();
+  const QString first = name(list, 0);
+  // The page was read; what is behind it is read from something else.
+  database->dropTable("Artikel");
+  QVERIFY(list.waitForAll());
+  QCOMPARE(failed.count(), 1);
+  QCOMPARE(completed.count(), 0);
+  QVERIFY(list.isBroken());
+  QCOMPARE(list.count(), 50);
+  QCOMPARE(name(list, 0), first);
+  database->createTable(articles());
+  fill(3);
+  list.open(*database, "Artikel");
+  QVERIFY(list.waitForAll());
+  QVERIFY(!list.isBroken());
+  QCOMPARE(list.count(), 3);
 }
 
 void TestRowList::theFirstRowOrNone() {
