@@ -28,9 +28,9 @@ class TestStationLines : public QObject {
                                           << "\" LG \""
                                           << "LG";
     QTest::newRow("the word in the middle") << "  alt: Bezeichnung = x Bezeichnung "
-                                            << "alt:  x"
-                                            << "alt:  x"
-                                            << "alt:  x";
+                                            << "alt:   x"
+                                            << "alt:   x"
+                                            << "alt:   x";
     QTest::newRow("nothing beside") << "Bezeichnung"
                                     << ""
                                     << ""
