@@ -1,4 +1,4 @@
-// Tables, stored queries and rows as readable text, so that a colleague can read, edit and diff them.
+// Tables, stored queries and rows as readable text, so that they can be read, edited and compared.
 //
 //   # a comment stands on a line of its own
 //   Tabelle Schützenklassen
