@@ -24,6 +24,8 @@ class TestLineTicking : public QObject {
   void tickingASeriesWithoutARow();
   void tickingTheStationsSeries_data();
   void tickingTheStationsSeries();
+  void aCountBeyondAnyGridIsReported();
+  void aRowThatIsGoneIsReported();
   void overwrittenShotKeepsItsRow();
 };
 
@@ -189,6 +191,24 @@ void TestLineTicking::tickingTheStationsSeries() {
   QCOMPARE(line.ticks(), ticks);
   QVERIFY(line.enabled);
   QCOMPARE(line.pending(), QStringList());
+}
+
+void TestLineTicking::aCountBeyondAnyGridIsReported() {
+  Line line;
+  line.receive(shots("2x9"));
+  TextTable flexHaeringDiszi(6);
+  flexHaeringDiszi.addRow({"1", "Luftgewehr", "40000"});
+  line.bench.expectError(6, "Fehler beim Anwählen der Serie!", BoxAnswer::Abort);
+  line.capture->HaeringSchussSerieAnwaehlen(flexHaeringDiszi);
+  QCOMPARE(line.ticks(), QString(".."));
+}
+
+void TestLineTicking::aRowThatIsGoneIsReported() {
+  Line line;
+  line.receive(shots("2x9"));
+  line.bench.expectError(9, "Fehler bei flex_click_err!", BoxAnswer::Abort);
+  line.capture->flex_click(3, 0);
+  QCOMPARE(line.ticks(), QString(".."));
 }
 
 void TestLineTicking::overwrittenShotKeepsItsRow() {

@@ -73,6 +73,7 @@ class TestTransfer : public QObject {
   void extraShotIsZeroedForLaterDisciplinesAndTransfers();
   void weaponOfTheLastShot();
   void sameRandomNumberIsRefused();
+  void eachRoutineReportsUnderItsName();
   void retryAddsOnceTheKeyIsFree();
   void withoutShooter();
   void noShots();
@@ -286,6 +287,16 @@ void TestTransfer::sameRandomNumberIsRefused() {
   // The two kinds of results don't share their keys.
   QCOMPARE(results.m_colTeilerErg.count(), 1);
   QCOMPARE(range.reports, (std::vector<QString>{"457 SaveSerieInKlasse"}));
+}
+
+void TestTransfer::eachRoutineReportsUnderItsName() {
+  Range range;
+  range.random.constant = 17.5;
+  Shots twice = shots("9");
+  twice.push_back(twice[0]);
+  QCOMPARE(lines(range.transfer(twice, "Teiler")).size(), 1);
+  QCOMPARE(lines(range.transfer(shots("2x9"), "RT 1")).size(), 1);
+  QCOMPARE(range.reports, (std::vector<QString>{"457 SaveTeilerInKlasse", "457 SaveDSBInKlasse"}));
 }
 
 void TestTransfer::retryAddsOnceTheKeyIsFree() {
