@@ -67,11 +67,13 @@ void LineCapture::HaeringSchussVerwerfenAlle() {
   if (!workplace_.dialogs.confirm("Solle alle von Intarso übertragenen Schuss dieser Linie verworfen werden?",
                                   BoxIcon::Question, BoxAnswer::No))
     return;
-  while (!m_colHaeringSchuss_.isEmpty()) {
-    VerwerfeHaeringSchuss(workplace_, db_, *m_colHaeringSchuss_.at(0));
+  // Those of the question; what arrives behind an error box nobody has given up.
+  for (const auto& schuss : m_colHaeringSchuss_.objects()) {
+    VerwerfeHaeringSchuss(workplace_, db_, *schuss);
     m_colHaeringSchuss_.removeAt(0);
+    if (flex_.rows() > 1) flex_.removeRow(1);
   }
-  flex_.setRows(1);
+  if (m_colHaeringSchuss_.isEmpty()) flex_.setRows(1);
   m_cmdUebertragenTarvex_Click();
   PruefeUebertragenSchaltflaecheEnabled();
 }

@@ -1,5 +1,7 @@
 #include "link/linecontrol/line_commands.h"
 
+#include <QScopedValueRollback>
+
 #include "link/commands.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/clock.h"
@@ -68,17 +70,23 @@ void LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
 }
 
 void LineCommands::Nachkauf_Senden(bool bFrage) {
+  if (sendingExtras_) return;
+  const QScopedValueRollback sending(sendingExtras_, true);
   reported(fehlerReport(workplace_.dialogs, "Fehler bei Nachkauf_Senden_err!"), [&](Steps& step) {
     if (bFrage && !workplace_.dialogs.confirm(frageNachkaufSenden(Get_HaeringDisziplinAuswahlNamen(true))))
       return;
-    TextTable& table = disciplines_.table();
-    for (int row = 1; line_.lives() && row < table.rows(); ++row) {
-      const QString extra = table.text(row, LineDisciplines::Nachkauf).trimmed();
-      if (!hatNachkauf(extra)) continue;
-      step([&] { line_.Output_2_ESA(nachkaufBefehl(row, extra), true); });
-      if (line_.lives() && row < table.rows()) disciplines_.extraSent(row);
-    }
+    sendExtras(step);
   });
+}
+
+void LineCommands::sendExtras(Steps& step) {
+  TextTable& table = disciplines_.table();
+  for (int row = 1; line_.lives() && row < table.rows(); ++row) {
+    const QString extra = table.text(row, LineDisciplines::Nachkauf).trimmed();
+    if (!hatNachkauf(extra)) continue;
+    step([&] { line_.Output_2_ESA(nachkaufBefehl(row, extra), true); });
+    if (line_.lives() && row < table.rows()) disciplines_.extraSent(row);
+  }
 }
 
 QString LineCommands::Get_HaeringDisziplinAuswahlNamen(bool bNachkauf) {

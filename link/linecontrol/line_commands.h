@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "link/linecontrol/line_disciplines.h"
+#include "platform/runtime/retry.h"
 #include "platform/workplace.h"
 
 namespace qk {
@@ -43,7 +44,8 @@ class LineCommands {
   /// Registers the shooter with the selected disciplines. `bFrage` false sends only where none is selected.
   /// Reports its own failures.
   void Set_Anmelden_SchuetzeDisziplinen(bool bFrage);
-  /// Sends the additional shots of every row that has a number. Reports its own failures.
+  /// Sends the additional shots of every row that has a number. Reports its own failures. Does nothing while
+  /// a former call still waits for the station: that one sends what is entered, once.
   void Nachkauf_Senden(bool bFrage);
   /// Reports its own failures; the empty text then.
   QString Get_HaeringDisziplinAuswahlNamen(bool bNachkauf);
@@ -59,12 +61,14 @@ class LineCommands {
 
  private:
   bool wantsToSend(bool bFrage);
+  void sendExtras(Steps& step);
   /// Runs a statement whose failure disturbs nobody; false once the line is gone.
   bool quietly(const std::function<void()>& statement);
 
   Workplace workplace_;
   LineSide& line_;
   LineDisciplines& disciplines_;
+  bool sendingExtras_ = false;
 };
 
 }  // namespace qk

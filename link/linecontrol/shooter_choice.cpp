@@ -1,8 +1,6 @@
 #include "link/linecontrol/shooter_choice.h"
 
 #include "capture/discipline_loader.h"
-#include "platform/dao/recordset.h"
-#include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
 
 namespace qk {
@@ -10,8 +8,9 @@ namespace qk {
 ShooterChoice chooseShooter(const Workplace& workplace, dao::Database& db, LineCapture& capture,
                             const QString& sNummer) {
   using Outcome = ShooterChoice::Outcome;
-  if (db.openRecordset("Select * from Schützen where Startnummer = " + dao::sql::quoted(sNummer))->eof())
-    return {Outcome::Unknown, nullptr};
+  // Loaded first: a failure must not come between the shots' new owner and the line's.
+  const auto shooter = LadeSchuetze(db, sNummer);
+  if (!shooter) return {Outcome::Unknown, nullptr};
   if (capture.nOffeneSchuss() > 0) {
     // Credit moves from one person to another: Enter must not do that.
     if (!workplace.dialogs.confirm(
@@ -21,7 +20,7 @@ ShooterChoice chooseShooter(const Workplace& workplace, dao::Database& db, LineC
       return {Outcome::Refused, nullptr};
     capture.assignOpenShots(sNummer);
   }
-  return {Outcome::Chosen, LadeSchuetze(db, sNummer)};
+  return {Outcome::Chosen, shooter};
 }
 
 }  // namespace qk

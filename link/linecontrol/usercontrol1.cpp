@@ -100,6 +100,7 @@ void UserControl1::Init(const QString& sWettkampf) {
     });
     // A shot must cost one commit, not a second one for its number.
     if (db_) step([&] { db_->reserveNumbers("Haering_Daten"); });
+    if (retired_) return;
     exchange_->setNetzverzeichnis(liesText(workplace_.settings, keys::Netzverzeichnis));
     exchange_->setDatenverzeichnis(global_.Verzeichnis);
     disciplines_.read(exchange_->netzverzeichnis());
