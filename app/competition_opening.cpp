@@ -106,20 +106,26 @@ CompetitionOpening::CompetitionOpening(const Workplace& workplace, GlobalVariabl
 
 bool CompetitionOpening::setWettkampf(const QString& path) {
   sWettkampf_ = path;
-  if (sWettkampf_.isEmpty()) sWettkampf_ = liesText(workplace_.settings, keys::LetzterWettkampf);
-  if (!workplace_.files.exists(sWettkampf_) || sWettkampf_.right(3).toLower() != "qkk") {
-    if (onOpenDialog) onOpenDialog();
-    if (!workplace_.files.exists(sWettkampf_)) return false;
-  }
-  showCaption();
-  makeOwnTables();
-  if (openMain()) return true;
-  // The lines still work on what was open before: title and path say so.
-  if (!opened_.isEmpty() && opened_ != sWettkampf_) {
+  bool opened = false;
+  reported(fehlerReport(workplace_.dialogs, "Fehler bei sWettkampf_err!"), [&](Steps& step) {
+    if (!fileChosen(step)) return;
+    step([&] { showCaption(); });
+    makeOwnTables();
+    opened = openMain();
+    if (opened || opened_.isEmpty() || opened_ == sWettkampf_) return;
+    // The lines still work on what was open before: title and path say so.
     sWettkampf_ = opened_;
-    showCaption();
-  }
-  return false;
+    step([&] { showCaption(); });
+  });
+  return opened;
+}
+
+/// True when there is a file to open, chosen in the dialog if need be.
+bool CompetitionOpening::fileChosen(Steps& step) {
+  if (sWettkampf_.isEmpty()) sWettkampf_ = liesText(workplace_.settings, keys::LetzterWettkampf);
+  if (workplace_.files.exists(sWettkampf_) && sWettkampf_.right(3).toLower() == "qkk") return true;
+  if (onOpenDialog) onOpenDialog(step);
+  return workplace_.files.exists(sWettkampf_);
 }
 
 void CompetitionOpening::showCaption() {

@@ -9,6 +9,7 @@
 #include "app/ground/global_variablen.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
+#include "platform/runtime/retry.h"
 #include "platform/workplace.h"
 
 namespace qk {
@@ -35,13 +36,14 @@ class CompetitionOpening {
  public:
   CompetitionOpening(const Workplace& workplace, GlobalVariablen& global);
 
-  /// The open dialog of the window: asks for a path and, when one is given, opens it.
-  std::function<void()> onOpenDialog;
+  /// The open dialog of the window: asks for a path and, when one is given, opens it. Its own statements run
+  /// as steps of the opening.
+  std::function<void(Steps& step)> onOpenDialog;
   /// The title of the main window for a path.
   std::function<void(const QString& caption)> onCaption;
 
   /// An empty path takes the one opened last. A path that doesn't exist or isn't a competition's runs the
-  /// open dialog first. False after a failure; what was open before stays open then.
+  /// open dialog first. False after a failure, which was reported; what was open before stays open then.
   bool setWettkampf(const QString& path);
   const QString& sWettkampf() const { return sWettkampf_; }
 
@@ -53,6 +55,7 @@ class CompetitionOpening {
   void close();
 
  private:
+  bool fileChosen(Steps& step);
   void showCaption();
   void makeOwnTables();
   bool openMain();

@@ -28,7 +28,7 @@ frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWid
   noLine_->setAlignment(Qt::AlignCenter);
   ui_->layoutLinien->addWidget(noLine_, 0, 0);
   opening_.onCaption = [this](const QString& caption) { setWindowTitle(caption); };
-  opening_.onOpenDialog = [this] { mnuDateiWettkampfOpen_Click(); };
+  opening_.onOpenDialog = [this](Steps& step) { mnuDateiWettkampfOpen_Click(step); };
   makeToolbar();
   makeKeys();
   connectMenus();

@@ -88,7 +88,10 @@ class frmLindorm : public QMainWindow {
   // Lines.
   void clearLines();
   UserControl1* addLine(int nIndex);
-  void loadLine(int position, bool active);
+  struct LineFonts {
+    Schrift shots, disciplines;
+  };
+  void loadLine(int position, bool active, const LineFonts& fonts);
   UserControl1& currentLine() const { return cLine(Get_AktLinienNummer()); }
   enum class AfterEach { Nothing, MessageLoop };
   /// Calls `call` for every line, inactive ones too; ends early when the lines are rebuilt or the window
@@ -98,7 +101,7 @@ class frmLindorm : public QMainWindow {
   bool asked(const QString& question) const;
 
   // Menu routines of more than a line.
-  void mnuDateiWettkampfOpen_Click();
+  void mnuDateiWettkampfOpen_Click(Steps& step);
   void mnuEditSchussbilder_Click();
   void mnuOptEinstellungen_Click();
   void mnuOptHaeringNetzPfad_Click();

@@ -16,6 +16,8 @@ UserControl1& frmLindorm::cLine(int nIndex) const {
 
 void frmLindorm::Load_Settings() {
   reported(fehlerReport(workplace_.dialogs, "Fehler beiLoad_Settings_err"), [&](Steps&) {
+    const LineFonts fonts{SchriftLaden(workplace_, keys::FlexFont.toString()),
+                          SchriftLaden(workplace_, keys::FontHDisziplin.toString())};
     const QString LinienAktiv = liesText(workplace_.settings, keys::LinienAktiv);
     if (LinienAktiv.isEmpty())
       return workplace_.dialogs.note(
@@ -28,7 +30,7 @@ void frmLindorm::Load_Settings() {
       statusBar()->showMessage(
           QString("Linie %1 von %2 wird geladen ...").arg(position).arg(LinienAktiv.size()));
       statusBar()->repaint();
-      loadLine(position, LinienAktiv.at(position - 1) == '1');
+      loadLine(position, LinienAktiv.at(position - 1) == '1', fonts);
     }
     statusBar()->clearMessage();
     if (tree_.count() > 0) {
@@ -57,12 +59,12 @@ UserControl1* frmLindorm::addLine(int nIndex) {
   return line;
 }
 
-void frmLindorm::loadLine(int position, bool active) {
+void frmLindorm::loadLine(int position, bool active, const LineFonts& fonts) {
   UserControl1* line = addLine(position - 1);
   if (active) tree_.add(position);
   line->Init(sWettkampf());
-  line->Set_Font_Flex(SchriftLaden(workplace_, keys::FlexFont.toString()));
-  line->Set_Font_HaeringDisziplin(SchriftLaden(workplace_, keys::FontHDisziplin.toString()));
+  line->Set_Font_Flex(fonts.shots);
+  line->Set_Font_HaeringDisziplin(fonts.disciplines);
   line->setLinie(static_cast<qint16>(position));
   line->Check_Old_Schuss(position);
   line->Fill_HaeringGruppen();

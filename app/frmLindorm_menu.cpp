@@ -62,7 +62,7 @@ void frmLindorm::connectMenus() {
 }
 
 void frmLindorm::connectFileMenus() {
-  on(ui_->mnuDateiWettkampfOpen, [this] { mnuDateiWettkampfOpen_Click(); });
+  onInSteps(ui_->mnuDateiWettkampfOpen, [this](Steps& step) { mnuDateiWettkampfOpen_Click(step); });
   on(ui_->mnuDateiPrinterSetup, [this] { workplace_.dialogs.printerSetup(); });
   on(ui_->mnuExit, [this] { close(); });
   on(ui_->mnuEditSchussAlle, [this] {
@@ -187,12 +187,12 @@ void frmLindorm::connectInfoList() {
      [this] { delete ui_->lstInfo->takeItem(ui_->lstInfo->currentRow()); });
 }
 
-void frmLindorm::mnuDateiWettkampfOpen_Click() {
+void frmLindorm::mnuDateiWettkampfOpen_Click(Steps& step) {
   const QString path =
       workplace_.dialogs.openFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*",
                                   sWettkampf().isEmpty() ? QString() : QFileInfo(sWettkampf()).path());
   if (path.isEmpty()) return;
-  schreibe(workplace_.settings, keys::LetzterWettkampf, path);
+  step([&] { schreibe(workplace_.settings, keys::LetzterWettkampf, path); });
   if (!setWettkampf(path)) return;
   Load_Settings();
   global_.sWettkampf = sWettkampf();

@@ -51,20 +51,46 @@ class TestCompetitionOpening : public QObject {
     QVERIFY(db->tableDef("MeldeDisziplin").field("TeilerfaktorESA"));
     const auto vorlage = dao::Database::open(this->vorlage());
     for (const QString& table : kOwnTables) {
-      QStringList made, told;
-      for (const auto& index : db->tableDef(table).indexes) made << index.name + "=" + index.fields.join("+");
-      for (const auto& index : vorlage->tableDef(table).indexes)
-        told << index.name + "=" + index.fields.join("+");
-      made.sort();
-      told.sort();
-      QCOMPARE(made, told);
+      QCOMPARE(indexesOf(*db, table), indexesOf(*vorlage, table));
     }
     QVERIFY(db->tableDef("Haering_Daten").field("ID")->autoNumber);
   }
 
+  void indexesKeepTheirFlags() {
+    dao::Database::open(vorlage())->appendIndex("Haering_Gruppen",
+                                                {"Einmal", {"GruppenName"}, false, true, true});
+    QVERIFY(opening_->setWettkampf(path_));
+    const QStringList made = indexesOf(*dao::Database::open(path_), "Haering_Gruppen");
+    QVERIFY2(made.contains("Einmal=GruppenName unique required"), qPrintable(made.join('|')));
+    QVERIFY2(made.join('|').contains("=ID primary"), qPrintable(made.join('|')));
+  }
+
+  void anIndexThatCannotBeMadeIsPassedOver() {
+    {
+      const auto db = dao::Database::open(vorlage());
+      const auto rs = db->openRecordset("Haering_Gruppen");
+      for (int i = 0; i < 2; ++i) {
+        rs->addNew();
+        rs->setValue("GruppenName", "doppelt");
+        rs->update();
+      }
+      makeCompetition(place_->path("Ziel.qkk"), {"", "", QDate(2026, 7, 1)});
+      QVERIFY(TabelleAnlegen(place_->workplace(), vorlage(), "Haering_Gruppen", place_->path("Ziel.qkk")));
+      db->execute("Delete * from Haering_Gruppen");
+      db->appendIndex("Haering_Gruppen", {"Einmal", {"GruppenName"}, false, true, false});
+      db->appendIndex("Haering_Gruppen", {"Nochmal", {"GruppenName"}, false, false, false});
+    }
+    IndizesUebertragen(vorlage(), "Haering_Gruppen", place_->path("Ziel.qkk"));
+    const QStringList made = indexesOf(*dao::Database::open(place_->path("Ziel.qkk")), "Haering_Gruppen");
+    QVERIFY2(!made.contains("Einmal=GruppenName unique"), qPrintable(made.join('|')));
+    QVERIFY2(made.contains("Nochmal=GruppenName"), qPrintable(made.join('|')));
+  }
+
   void headDataAndTitle() {
+    dao::Database::open(path_)->execute("UPDATE Wettkampf SET Bezeichnung2 = 'Runde 2'");
     QVERIFY(opening_->setWettkampf(path_));
     QCOMPARE(opening_->bezeichnung(), QString("Abendschießen"));
+    QCOMPARE(opening_->bezeichnung2(), QString("Runde 2"));
     QCOMPARE(opening_->ort(), QString("Grünau"));
     QCOMPARE(global_->RefDatum, QDate(2026, 7, 1));
     QVERIFY(global_->Datenbank != nullptr);
@@ -180,7 +206,7 @@ class TestCompetitionOpening : public QObject {
 
   void aMissingPathRunsTheDialog() {
     int asked = 0;
-    opening_->onOpenDialog = [&] {
+    opening_->onOpenDialog = [&](Steps&) {
       ++asked;
       QVERIFY(opening_->setWettkampf(path_));
     };
@@ -190,7 +216,7 @@ class TestCompetitionOpening : public QObject {
   }
 
   void aCancelledDialogFails() {
-    opening_->onOpenDialog = [] {};
+    opening_->onOpenDialog = [](Steps&) {};
     QVERIFY(!opening_->setWettkampf(place_->path("fort.qkk")));
     QVERIFY(!global_->Datenbank);
   }
@@ -199,7 +225,7 @@ class TestCompetitionOpening : public QObject {
     const QString other = place_->path("Abend.mdb");
     QVERIFY(QFile::copy(path_, other));
     int asked = 0;
-    opening_->onOpenDialog = [&] { ++asked; };
+    opening_->onOpenDialog = [&](Steps&) { ++asked; };
     QVERIFY(opening_->setWettkampf(other));
     QCOMPARE(asked, 1);
     QCOMPARE(opening_->sWettkampf(), other);
@@ -208,7 +234,7 @@ class TestCompetitionOpening : public QObject {
   void upperCaseExtensionNeedsNoDialog() {
     const QString upper = place_->path("Abend.QKK");
     QVERIFY(QFile::rename(path_, upper));
-    opening_->onOpenDialog = [] { QFAIL("the dialog came"); };
+    opening_->onOpenDialog = [](Steps&) { QFAIL("the dialog came"); };
     QVERIFY(opening_->setWettkampf(upper));
   }
 
@@ -227,6 +253,23 @@ class TestCompetitionOpening : public QObject {
     QCOMPARE(opening_->sWettkampf(), path_);
     QCOMPARE(caption_, "QK-Intarso " + path_);
     QCOMPARE(global_->Datenbank->path(), path_);
+  }
+
+  void aCaptionThatCannotBeKeptKeepsNobodyOut() {
+    const QString store = place_->settings.filePath();
+    QVERIFY(QDir().mkpath(store));
+    const QString why = "Fehler: 75 - " + errorDescription(75) + "\nFehler bei sWettkampf_err!";
+    place_->dialogs.expect(why, BoxAnswer::Ignore).titled("Fehler").with(BoxButtons::AbortRetryIgnore);
+    QVERIFY(opening_->setWettkampf(path_));
+    QCOMPARE(caption_, "QK-Intarso " + path_);
+    place_->dialogs.expect(why, BoxAnswer::Abort);
+    QVERIFY(!opening_->setWettkampf(path_));
+  }
+
+  void aCompetitionWithoutReferenceDateIsRefused() {
+    dao::Database::open(path_)->execute("UPDATE Wettkampf SET RefDatum = Null");
+    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\r\nBitte anderen Wettkampf wählen!!!");
+    QVERIFY(!opening_->setWettkampf(path_));
   }
 
   void anotherKindOfFileIsToldAndLeftAlone() {
@@ -270,6 +313,15 @@ class TestCompetitionOpening : public QObject {
 
  private:
   QString vorlage() const { return place_->path("System/LeerSA.mdb"); }
+  /// "name=fields flags", sorted by name.
+  static QStringList indexesOf(dao::Database& db, const QString& table) {
+    QStringList all;
+    for (const auto& index : db.tableDef(table).indexes)
+      all << index.name + "=" + index.fields.join("+") + (index.primary ? " primary" : "") +
+                 (index.unique ? " unique" : "") + (index.required ? " required" : "");
+    all.sort();
+    return all;
+  }
   static Error errorOfOpening(const QString& path) {
     try {
       dao::Database::open(path);

@@ -22,9 +22,11 @@ class TestFrmLindorm : public QObject {
  private Q_SLOTS:
   void manners();
   void linesOfTheSettings();
+  void anUnreadableColourIsReportedOnce();
   void noLineActive();
   void emptySettingAsks();
   void anEmptyStoreMakesFoldersAndAsks();
+  void settingsThatCannotBeStoredAreReportedAtTheStart();
   void commandLineHidesTheChoice();
   void badCommandLineEndsTheProgram();
   void lastCompetitionWithoutCommandLine();
@@ -96,6 +98,17 @@ void TestFrmLindorm::linesOfTheSettings() {
   QCOMPARE(office.on<QLabel>(1, "lblLinie").text(), QString("1"));
 }
 
+void TestFrmLindorm::anUnreadableColourIsReportedOnce() {
+  RangeOffice office("111");
+  office.set("FlexFont_BackColor", "weiß");
+  office.boxes
+      .expect("Fehler: 13 - " + errorDescription(13) + "\nFehler beim Laden der Schriftarten!",
+              BoxAnswer::Ignore)
+      .titled("Fehler");
+  QVERIFY(office.open());
+  QCOMPARE(office.window().lineCount(), 3);
+}
+
 void TestFrmLindorm::noLineActive() {
   RangeOffice office("000");
   QVERIFY(office.open());
@@ -127,6 +140,19 @@ void TestFrmLindorm::anEmptyStoreMakesFoldersAndAsks() {
   QVERIFY(office.open());
   for (const char* name : {"Daten", "Sicherung", "Export", "SystemUser"})
     QVERIFY2(QFileInfo(office.place.path("dokumente/Tarvex/") + name).isDir(), name);
+}
+
+void TestFrmLindorm::settingsThatCannotBeStoredAreReportedAtTheStart() {
+  RangeOffice office;
+  const QString store = office.place.settings.filePath();
+  QVERIFY(QFile::remove(store) && QDir().mkpath(store));
+  const QString why = "Fehler: 75 - " + errorDescription(75) + "\nFehler bei ";
+  office.boxes.expect(why + "form_load_err!", BoxAnswer::Ignore)
+      .titled("Fehler")
+      .showing(BoxIcon::Exclamation)
+      .with(BoxButtons::AbortRetryIgnore);
+  office.boxes.expect(why + "sWettkampf_err!", BoxAnswer::Abort);
+  QVERIFY(!office.open());
 }
 
 void TestFrmLindorm::commandLineHidesTheChoice() {

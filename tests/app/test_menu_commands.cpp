@@ -97,6 +97,7 @@ class TestMenuCommands : public QObject {
   void testDataDialogCancelled();
   void settingsThatCannotBeStored_data();
   void settingsThatCannotBeStored();
+  void aLastCompetitionThatCannotBeKeptOpensAllTheSame();
   void eventsOfALineThatIsGone();
 
  private:
@@ -271,6 +272,24 @@ void TestMenuCommands::settingsThatCannotBeStored() {
   run(action);
   QVERIFY(!office_->action(action).isChecked());
   QCOMPARE(office_->window().lineCount(), kLines);
+}
+
+void TestMenuCommands::aLastCompetitionThatCannotBeKeptOpensAllTheSame() {
+  const QString other = office_->place.path("Zweiter.qkk");
+  QVERIFY(QFile::copy(office_->competition, other));
+  const QString store = qEnvironmentVariable("QK_EINSTELLUNGEN");
+  const QByteArray kept = content(store);
+  QVERIFY(QFile::remove(store) && QDir().mkpath(store));
+  const QString why = "Fehler: 75 - " + errorDescription(75) + "\nFehler ";
+  office_->boxes.expectOpenFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*", other);
+  office_->boxes.expect(why + "beim Klick mnuDateiWettkampfOpen_Click_err!", BoxAnswer::Ignore);
+  office_->boxes.expect(why + "bei sWettkampf_err!", BoxAnswer::Retry).during([&] {
+    QVERIFY(QDir().rmdir(store));
+    office_->place.files.write(store, kept);
+  });
+  run("mnuDateiWettkampfOpen");
+  QCOMPARE(office_->window().sWettkampf(), other);
+  QCOMPARE(office_->line(1).sWettkampf(), other);
 }
 
 void TestMenuCommands::eventsOfALineThatIsGone() {
