@@ -1,6 +1,6 @@
 // Where a database on a server is found: a short text file that stands in for the database file.
 //
-//   # Linien 1 bis 12
+//   # der Rechner im Nebenraum
 //   host=schiessstand-server
 //   port=5432
 //   datenbank=meisterschaft2026
