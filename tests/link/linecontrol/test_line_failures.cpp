@@ -1,0 +1,204 @@
+// What a line loses nothing by: the store or the network fails, lines are rebuilt, or something happens
+// inside a wait or behind a box.
+#include <QComboBox>
+#include <QTest>
+#include <QTimer>
+
+#include "link/linecontrol/line_disciplines.h"
+#include "platform/dao/recordset.h"
+#include "platform/grid/text_grid.h"
+#include "tests/app/range_office.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+const QString kAskNone = "Keine Disziplin für den Schützen gewählt!\r\nTrotzdem senden?";
+
+int rowsOf(RangeOffice& office, const QString& query) {
+  const auto db = office.database();
+  const auto rs = db->openRecordset(query);
+  if (!rs->eof()) rs->moveLast();
+  return rs->recordCount();
+}
+
+}  // namespace
+
+class TestLineFailures : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init() {
+    office_ = std::make_unique<RangeOffice>("1");
+    QVERIFY(office_->open());
+  }
+  void cleanup() { office_.reset(); }
+
+  void aShooterWhoCannotBeLoadedGetsNoShots();
+  void missingTablesAreReported();
+  void linesRebuiltInTheBoxOfInit();
+  void additionalShotsGoOutOnceWhateverIsPressedMeanwhile();
+  void aShotThatArrivesWhileOthersAreDiscardedStays();
+  void unknownCompetitionIsReported();
+  void failedStoringAsksAndKeepsTheFlagMeanwhile();
+  void failedSendIsQuietWhereErrorsAreIgnored();
+  void failedSendShowsWhereTheyAreNot();
+
+ private:
+  TextTable& stationGrid() { return *office_->on<TextGrid>(1, "flexHaeringDiszi").table(); }
+  TextTable& shots() { return *office_->on<TextGrid>(1, "flex").table(); }
+  /// Number and description of what the competition answers to a query.
+  QString failureOf(const QString& query) {
+    try {
+      office_->database()->openRecordset(query);
+    } catch (const Error& error) {
+      return QString::number(error.number()) + " - " + error.description();
+    }
+    return "nothing";
+  }
+
+  std::unique_ptr<RangeOffice> office_;
+};
+
+void TestLineFailures::aShooterWhoCannotBeLoadedGetsNoShots() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  office_->database()->dropTable("Mannschaften");
+  office_->boxes
+      .expect(
+          "Fehler: " + failureOf("Select * from Mannschaften") + "\nFehler bei SucheUndLadeSchuetzen_err!",
+          BoxAnswer::Abort)
+      .titled("Fehler");
+  office_->chooseShooter(1, "105");
+  QCOMPARE(office_->line(1).sStartnummer(), QString("107"));
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '107'"), 1);
+}
+
+void TestLineFailures::missingTablesAreReported() {
+  auto& combo = office_->on<QComboBox>(1, "cmbHaeringGruppen");
+  const auto db = office_->database();
+  db->execute("INSERT INTO Haering_Gruppen (GruppenName) VALUES ('Pistole')");
+  office_->line(1).Fill_HaeringGruppen();
+  db->dropTable("Haering_Gruppen_Disziplinen");
+  office_->boxes
+      .expect("Fehler: " + failureOf("Select * from Haering_Gruppen_Disziplinen") +
+                  "\nFehler bei cmbHaeringGruppen_Click_err!",
+              BoxAnswer::Abort)
+      .titled("Fehler");
+  combo.setFocus();
+  QTest::keyClick(&combo, Qt::Key_Down);
+  db->dropTable("Haering_Gruppen");
+  office_->boxes
+      .expect("Fehler: " + failureOf("Select * from Haering_Gruppen") +
+                  "\nFehler beim Ermitteln der Intarso-Gruppen in Linie!",
+              BoxAnswer::Abort)
+      .titled("Fehler");
+  office_->line(1).Fill_HaeringGruppen();
+}
+
+void TestLineFailures::linesRebuiltInTheBoxOfInit() {
+  office_->boxes
+      .expect("Fehler: 3024 - " + errorDescription(3024) + "\nFehler bei Init_err!", BoxAnswer::Ignore)
+      .during([this] { office_->window().Load_Settings(); });
+  office_->line(1).Init(office_->place.path("fort.qkk"));
+  QCOMPARE(office_->line(1).sWettkampf(), office_->competition);
+}
+
+void TestLineFailures::additionalShotsGoOutOnceWhateverIsPressedMeanwhile() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  stationGrid().setText(1, LineDisciplines::Nachkauf, "5");
+  stationGrid().setText(2, LineDisciplines::Nachkauf, "9");
+  QStringList taken;
+  office_->place.waits.clear();
+  office_->place.waits.inEachSleep([&](int number) {
+    if (number == 1) office_->press(1, "cmdNachkauf");
+    taken << office_->takeCommand(1);
+  });
+  office_->boxes.expect("Nachkauf senden: \r\n- LG Meister\t(Gesamt: 40 - Akt. Nachkauf: 5 )       \r\n- " +
+                            stationGrid().text(2, 1) + "\t(Gesamt: " + stationGrid().text(2, 3) +
+                            " - Akt. Nachkauf: 9 )       \r\n",
+                        BoxAnswer::Yes);
+  office_->press(1, "cmdNachkauf");
+  taken << office_->takeCommand(1);
+  QCOMPARE(taken, (QStringList{"76 'Umschalten auf Preismodus", "801;5", "802;9"}));
+}
+
+void TestLineFailures::aShotThatArrivesWhileOthersAreDiscardedStays() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  const auto db = office_->database();
+  const dao::TableDef table = db->tableDef("Haering_Daten");
+  db->dropTable("Haering_Daten");
+  office_->boxes.expect("Solle alle von Intarso übertragenen Schuss dieser Linie verworfen werden?",
+                        BoxAnswer::Yes);
+  office_->boxes
+      .expect(failureOf("Select * from Haering_Daten") +
+                  "\nFehler beim Verwerfen der Intarso-Ergebnisse in die Datenbank!",
+              BoxAnswer::Abort)
+      .during([&] {
+        db->createTable(table);
+        office_->fire(1, shotRecord(1, 2, "8,1", "400"));
+      });
+  office_->press(1, "m_cmdVerwerfen");
+  QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
+  QCOMPARE(shots().rows(), 2);
+  QCOMPARE(shots().text(1, 4), QString("8,1"));
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Verworfen = 0"), 1);
+}
+
+void TestLineFailures::unknownCompetitionIsReported() {
+  office_->boxes
+      .expect("Fehler: 3024 - " + errorDescription(3024) + "\nFehler bei Init_err!", BoxAnswer::Abort)
+      .titled("Fehler");
+  office_->line(1).Init(office_->place.path("fort.qkk"));
+}
+
+void TestLineFailures::failedStoringAsksAndKeepsTheFlagMeanwhile() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  const auto db = office_->database();
+  const dao::TableDef table = db->tableDef("Haering_Daten");
+  db->dropTable("Haering_Daten");
+  const QString why = failureOf("Select * from Haering_Daten");
+  const QString flag = office_->folderFile("HSlav1.ctl");
+  bool waiting = false;
+  office_->boxes
+      .expect(why + "\nFehler beim Speichern der Intarso-Ergebnisse in die Datenbank!", BoxAnswer::Retry)
+      .titled("Fehler")
+      .with(BoxButtons::AbortRetryIgnore)
+      .during([&] {
+        waiting = QFile::exists(flag);
+        db->createTable(table);
+      });
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  QVERIFY(waiting);
+  QVERIFY(!QFile::exists(flag));
+  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 1);
+  QCOMPARE(shots().rows(), 2);
+}
+
+void TestLineFailures::failedSendIsQuietWhereErrorsAreIgnored() {
+  office_->place.files.unplug();
+  office_->press(1, "cmdPreisModus");
+  QCOMPARE(office_->mark(1), QString("go"));
+  office_->place.files.heal();
+}
+
+void TestLineFailures::failedSendShowsWhereTheyAreNot() {
+  office_->chooseShooter(1, "107");
+  office_->place.files.unplug();
+  office_->boxes.expect(kAskNone, BoxAnswer::Yes);
+  office_->boxes.expect(
+      "Fehler: 13 - " + errorDescription(13) + "\nFehler bei Set_Anmelden_SchuetzeDisziplinen_err!",
+      BoxAnswer::Abort);
+  office_->press(1, "cmdSendenSchuetzenDisziplinen");
+  QCOMPARE(office_->mark(1), QString("pfeil"));
+  office_->place.files.heal();
+}
+
+QTEST_MAIN(TestLineFailures)
+#include "test_line_failures.moc"
