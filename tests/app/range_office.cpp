@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QTimerEvent>
 
+#include "platform/dao/recordset.h"
 #include "platform/runtime/textcodec.h"
 #include "tools/schema/schema_build.h"
 #include "tools/wettkampf/competition.h"
@@ -148,6 +149,13 @@ void RangeOffice::tick(int number) {
   if (!timer->isActive()) return;
   QTimerEvent event(timer->timerId());
   QCoreApplication::sendEvent(timer, &event);
+}
+
+int RangeOffice::rowsOf(const QString& query) const {
+  const auto db = database();
+  const auto rs = db->openRecordset(query);
+  if (!rs->eof()) rs->moveLast();
+  return rs->recordCount();
 }
 
 void RangeOffice::fire(int number, const QString& record) {

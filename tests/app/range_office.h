@@ -77,6 +77,9 @@ class RangeOffice {
 
   std::unique_ptr<dao::Database> database() const { return dao::Database::open(competition); }
 
+  /// How many rows a query finds in the competition.
+  int rowsOf(const QString& query) const;
+
   TestWorkplace place;
   RealBoxes boxes;
   QString competition;  ///< path of the competition file

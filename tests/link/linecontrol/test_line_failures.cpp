@@ -16,13 +16,6 @@ namespace {
 
 const QString kAskNone = "Keine Disziplin für den Schützen gewählt!\r\nTrotzdem senden?";
 
-int rowsOf(RangeOffice& office, const QString& query) {
-  const auto db = office.database();
-  const auto rs = db->openRecordset(query);
-  if (!rs->eof()) rs->moveLast();
-  return rs->recordCount();
-}
-
 }  // namespace
 
 class TestLineFailures : public QObject {
@@ -73,7 +66,7 @@ void TestLineFailures::aShooterWhoCannotBeLoadedGetsNoShots() {
       .titled("Fehler");
   office_->chooseShooter(1, "105");
   QCOMPARE(office_->line(1).sStartnummer(), QString("107"));
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '107'"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Startnummer = '107'"), 1);
 }
 
 void TestLineFailures::missingTablesAreReported() {
@@ -147,7 +140,7 @@ void TestLineFailures::aShotThatArrivesWhileOthersAreDiscardedStays() {
   QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
   QCOMPARE(shots().rows(), 2);
   QCOMPARE(shots().text(1, 4), QString("8,1"));
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Verworfen = 0"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Verworfen = 0"), 1);
 }
 
 void TestLineFailures::unknownCompetitionIsReported() {
@@ -177,7 +170,7 @@ void TestLineFailures::failedStoringAsksAndKeepsTheFlagMeanwhile() {
   office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
   QVERIFY(waiting);
   QVERIFY(!QFile::exists(flag));
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 1);
   QCOMPARE(shots().rows(), 2);
 }
 

@@ -43,12 +43,7 @@ class TestManualEntry : public QObject {
     type(window, "txtRadius", radius);
     click(window, "cmdSave");
   }
-  int rows() {
-    const auto db = office_->database();
-    const auto rs = db->openRecordset("Select * from Haering_Daten");
-    if (!rs->eof()) rs->moveLast();
-    return rs->recordCount();
-  }
+  int rows() { return office_->rowsOf("Select * from Haering_Daten"); }
 
   std::unique_ptr<RangeOffice> office_;
 };

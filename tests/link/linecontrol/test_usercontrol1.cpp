@@ -19,17 +19,6 @@
 using namespace qk;
 using namespace qk::test;
 
-namespace {
-
-int rowsOf(RangeOffice& office, const QString& query) {
-  const auto db = office.database();
-  const auto rs = db->openRecordset(query);
-  if (!rs->eof()) rs->moveLast();
-  return rs->recordCount();
-}
-
-}  // namespace
-
 class TestUserControl1 : public QObject {
   Q_OBJECT
 
@@ -175,11 +164,11 @@ void TestUserControl1::changeOfShooterWithOpenShots() {
   office_->chooseShooter(1, "105");
   QCOMPARE(office_->line(1).sStartnummer(), QString("107"));
   QCOMPARE(label("m_lblSchuetzenName"), QString("Müller Jörg"));
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '107'"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Startnummer = '107'"), 1);
   office_->boxes.expect(question, BoxAnswer::Yes);
   office_->chooseShooter(1, "105");
   QCOMPARE(office_->line(1).sStartnummer(), QString("105"));
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '105'"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Startnummer = '105'"), 1);
 }
 
 void TestUserControl1::buttonsWantAShooter() {
@@ -314,8 +303,8 @@ void TestUserControl1::roadOfAShot() {
     series->moveNext();
     QVERIFY(series->eof());
   }
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Verbucht = -1"), 10);
-  QCOMPARE(rowsOf(*office_, "Select * from Grafik_Scheibe where StartNr = '107'"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Verbucht = -1"), 10);
+  QCOMPARE(office_->rowsOf("Select * from Grafik_Scheibe where StartNr = '107'"), 1);
 }
 
 void TestUserControl1::oneShotAFile() {
@@ -326,8 +315,8 @@ void TestUserControl1::oneShotAFile() {
   office_->tick(1);
   QCOMPARE(shots().rows(), 2);
   QCOMPARE(shots().text(1, 4), QString("9,7"));
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 1);
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Treffernummer = 1"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Treffernummer = 1"), 1);
   QVERIFY(!QFile::exists(office_->folderFile("HSlav1.ctl")));
 }
 
@@ -337,7 +326,7 @@ void TestUserControl1::aRepeatIsKnownUntilItsShotIsBooked() {
   office_->press(1, "cmdPreisModus");
   office_->fire(1, record);
   office_->fire(1, record);
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 1);
   office_->tickEntry(1, "m_lstDisziTarvex", "LG Serie 10");
   office_->place.random.give({0.1, 0.2});
   office_->press(1, "m_cmdAlleWaehlenHaering");
@@ -346,22 +335,22 @@ void TestUserControl1::aRepeatIsKnownUntilItsShotIsBooked() {
   office_->fire(1, record);
   QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
   QCOMPARE(shots().rows(), 2);
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 2);
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Verbucht = 0"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 2);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Verbucht = 0"), 1);
 }
 
 void TestUserControl1::aShotCountsForTheShooterOnTheLine() {
   office_->chooseShooter(1, "107");
   office_->press(1, "cmdPreisModus");
   office_->fire(1, shotRecord(1, 1, "9,7", "123,4", "LG Serie 10", "105"));
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '105'"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Startnummer = '105'"), 1);
   office_->tickEntry(1, "m_lstDisziTarvex", "LG Serie 10");
   office_->place.random.give({0.1, 0.2});
   office_->press(1, "m_cmdAlleWaehlenHaering");
   office_->press(1, "m_cmdSaveTarvex");
-  QCOMPARE(rowsOf(*office_, "Select * from SchussSerien where Startnummer = '107'"), 1);
-  QCOMPARE(rowsOf(*office_, "Select * from SchussSerien where Startnummer = '105'"), 0);
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Startnummer = '105' and Verbucht = -1"), 1);
+  QCOMPARE(office_->rowsOf("Select * from SchussSerien where Startnummer = '107'"), 1);
+  QCOMPARE(office_->rowsOf("Select * from SchussSerien where Startnummer = '105'"), 0);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Startnummer = '105' and Verbucht = -1"), 1);
 }
 
 void TestUserControl1::seriesByDoubleClick() {
@@ -414,7 +403,7 @@ void TestUserControl1::discardAll() {
   office_->boxes.expect(question, BoxAnswer::Yes);
   trigger(office_->window(), "Löschen");
   QCOMPARE(office_->line(1).nOffeneSchuss(), 0);
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten where Verworfen = -1"), 1);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Verworfen = -1"), 1);
 }
 
 void TestUserControl1::ctlButton() {
@@ -468,7 +457,7 @@ void TestUserControl1::testData() {
   office_->chooseShooter(1, "107");
   office_->line(1).Fill_Testdaten(file);
   QCOMPARE(office_->line(1).nOffeneSchuss(), 2);
-  QCOMPARE(rowsOf(*office_, "Select * from Haering_Daten"), 2);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 2);
   QCOMPARE(the<QListWidget>(office_->window(), "lstInfo").count(), 1);
   QVERIFY(!QFile::exists(office_->place.path("dokumente/Tarvex/Daten/InputIntarsoProtokoll.txt")));
 }
