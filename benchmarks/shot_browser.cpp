@@ -1,24 +1,18 @@
 // The browser of all shots on a million rows, from the act of the operator to the painted page, against
 // SQLite's own interface answering the same page into a plain table of the toolkit. Both sides paint the same
 // cells.
-#include <sqlite3.h>
-
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStandardItemModel>
-#include <QTableView>
 #include <QTemporaryDir>
 #include <algorithm>
-#include <stdexcept>
 
+#include "benchmarks/long_list.h"
 #include "benchmarks/pairs.h"
 #include "capture/frmHaeringSchussAlle.h"
 #include "platform/dao/database.h"
-#include "platform/dao/sql/sqlite_functions.h"
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
 #include "tests/support/test_workplace.h"
@@ -29,11 +23,6 @@ namespace qk::bench {
 namespace {
 
 constexpr int kRows = 1'000'000;
-constexpr int kPage = 50;
-
-[[noreturn]] void failBench(const QString& problem) {
-  throw std::runtime_error(problem.toStdString());
-}
 
 /// A competition with a million shots, made once a run.
 class Shots {
@@ -47,31 +36,23 @@ class Shots {
   Shots() : path_(folder_.filePath("Million.qkk")) {
     const auto database = dao::Database::create(path_, {.durable = false});
     database->createTable(*embeddedSchema("LeerSA.txt").table("Haering_Daten"));
-    sqlite3* raw = nullptr;
-    sqlite3_open(path_.toUtf8().constData(), &raw);
-    const QString fill =
+    fillNatively(
+        path_,
         QString(
-            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+            "%numbers(%1) "
             "INSERT INTO Haering_Daten (ID, WettbewerbBezeichnung, KlasseBezeichnung, StandnummerOrt, "
             "Liniennummer, \"Schütze\", ProbeMatch, Wertung, Treffernummer, RingwertmitZehntel, X, Y, "
-            "Radius, "
-            "ZeitAbsolut, Datum, Startnummer, Teiler, \"Key\") SELECT i, 'LG Auflage', 'Herren ' || (i % 5), "
-            "1, i % 24 + 1, 'Schütze ' || (i * 7919 % 100003), 'M', 1, i % 40 + 1, 7 + (i % 40) / 10.0, "
-            "i % 977 - 488, i % 881 - 440, i % 499, '10:41:07', '20.11.2026', '' || (i % 3000), i % 499 / "
-            "4.0, "
-            "'K' || i FROM n")
-            .arg(kRows);
-    const bool good = sqlite3_exec(raw, fill.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
-    const QString problem = QString::fromUtf8(sqlite3_errmsg(raw));
-    sqlite3_close(raw);
-    if (!good) failBench(problem);
+            "Radius, ZeitAbsolut, Datum, Startnummer, Teiler, \"Key\") SELECT i, 'LG Auflage', 'Herren ' || "
+            "(i % 5), 1, i % 24 + 1, 'Schütze ' || (i * 7919 % 100003), 'M', 1, i % 40 + 1, 7 + (i % 40) / "
+            "10.0, i % 977 - 488, i % 881 - 440, i % 499, '10:41:07', '20.11.2026', '' || (i % 3000), "
+            "i % 499 / 4.0, 'K' || i FROM n")
+            .arg(kRows));
   }
   QTemporaryDir folder_;
   QString path_;
 };
 
-/// The real window. A page is there when its first rows are painted; the rest of the list is given up with
-/// the next act or the end.
+/// The real window.
 class Window {
  public:
   Window() : place_([](const QString& problem) { failBench(problem); }), browser_(place_.workplace()) {
@@ -95,55 +76,20 @@ class Window {
     Q_EMIT grid().titleClicked(4);
     waitForPage();
   }
-  void waitForPage() {
-    while (grid().rows()->count() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    QCoreApplication::processEvents();
-    grid().viewport()->repaint();
-  }
+  void waitForPage() { bench::waitForPage(*grid().rows(), grid()); }
 
  private:
   test::TestWorkplace place_;
   frmHaeringSchussAlle browser_;
 };
 
-/// The same page by SQLite alone, shown in a table that holds nothing else.
+/// The same page by SQLite alone.
 class Bare {
  public:
-  Bare() {
-    sqlite3_open_v2(Shots::path().toUtf8().constData(), &raw_, SQLITE_OPEN_READONLY, nullptr);
-    dao::sql::registerSqliteFunctions(raw_);
-    view_.setModel(&model_);
-    view_.verticalHeader()->hide();
-    view_.resize(1300, 700);
-    view_.show();
-  }
-  ~Bare() { sqlite3_close(raw_); }
-  Bare(const Bare&) = delete;
-  Bare& operator=(const Bare&) = delete;
-
-  void page(const QString& conditions) {
-    const QByteArray text =
-        ("SELECT * FROM Haering_Daten " + conditions + " LIMIT " + QString::number(kPage)).toUtf8();
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(raw_, text.constData(), -1, &statement, nullptr) != SQLITE_OK)
-      failBench(QString::fromUtf8(sqlite3_errmsg(raw_)));
-    model_.clear();
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-      QList<QStandardItem*> row;
-      for (int i = 1; i < sqlite3_column_count(statement); ++i)
-        row.append(new QStandardItem(
-            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, i)))));
-      model_.appendRow(row);
-    }
-    sqlite3_finalize(statement);
-    QCoreApplication::processEvents();
-    view_.viewport()->repaint();
-  }
+  void page(const QString& conditions) { table_.show("SELECT * FROM Haering_Daten " + conditions, 1); }
 
  private:
-  sqlite3* raw_ = nullptr;
-  QStandardItemModel model_;
-  QTableView view_;
+  BareTable table_{Shots::path()};
 };
 
 void houseShows(benchmark::State& state) {
@@ -155,29 +101,35 @@ void bareShows(benchmark::State& state) {
   for (auto _ : state) bare.page("ORDER BY ID");
 }
 
-// Few shooters begin so: nearly the whole table is read until the page is full.
+// Few shooters begin so: half the table is read until the page is full.
+const QString kOne = "Schütze 9999", kOther = "schütze 8888";
+
 void houseFilters(benchmark::State& state) {
   Window window;
-  bool other = false;
-  for (auto _ : state) window.filter((other = !other) ? "Schütze 9999" : "schütze 8888");
+  for (auto _ : state) {
+    window.filter(kOne);
+    window.filter(kOther);
+  }
 }
 void bareFilters(benchmark::State& state) {
   Bare bare;
-  bool other = false;
   for (auto _ : state)
-    bare.page(QString("WHERE \"Schütze\" LIKE '%1%' ORDER BY ID")
-                  .arg((other = !other) ? "Schütze 9999" : "schütze 8888"));
+    for (const QString& text : {kOne, kOther})
+      bare.page(QString("WHERE \"Schütze\" LIKE '%1%' ORDER BY ID").arg(text));
 }
 
 void houseSorts(benchmark::State& state) {
   Window window;
-  for (auto _ : state) window.sort();
+  for (auto _ : state) {
+    window.sort();
+    window.sort();
+  }
 }
 void bareSorts(benchmark::State& state) {
   Bare bare;
-  bool down = false;
   for (auto _ : state)
-    bare.page(QString("ORDER BY \"Schütze\" COLLATE german %1, ID").arg((down = !down) ? "ASC" : "DESC"));
+    for (const char* direction : {"ASC", "DESC"})
+      bare.page(QString("ORDER BY \"Schütze\" COLLATE german %1, ID").arg(direction));
 }
 
 qint64 residentKilobytes() {
