@@ -98,11 +98,6 @@ class Walk {
   bool isKnown() const { return atEnd() || letters_.first > 0; }
   int rank() const { return atEnd() ? 0 : inSecond_ ? letters_.second : letters_.first; }
   bool marked() const { return marked_; }
-  /// A mark may stand behind a letter and change it.
-  bool isKnownBehind() const {
-    const char* next = at_ + letters_.size;
-    return atEnd() || next >= end_ || ranks_.at(next, end_).first > 0;
-  }
   void next() {
     if (atEnd()) return;
     if (letters_.second > 0 && !inSecond_) {
@@ -155,10 +150,7 @@ int GermanOrder::compare(QByteArrayView left, QByteArrayView right) const {
   const qsizetype shared = sharedBeginning(left, right, ranks_);
   Walk one(left, shared, ranks_), other(right, shared, ranks_);
   while (one.isKnown() && other.isKnown()) {
-    if (one.rank() != other.rank()) {
-      if (!one.isKnownBehind() || !other.isKnownBehind()) break;
-      return one.rank() < other.rank() ? -1 : 1;
-    }
+    if (one.rank() != other.rank()) return one.rank() < other.rank() ? -1 : 1;
     if (one.atEnd()) {
       if (one.marked() || other.marked()) break;
       return 0;
