@@ -9,7 +9,8 @@
 //   open ► [grown]… ► completed            by itself, from the event loop; the first rows, where they come
 //                                          within a blink, are there when open() returns
 //
-// After the first rows the rest is left alone for a moment, so that they are painted first.
+// After the first rows the rest is left alone for a moment, so that they are painted first. The rest of a
+// sorted list comes only when the store has sorted all of it: its rows are counted before [counted].
 //
 // Rows that others add later stay out until refresh(). A row that somebody deleted can't be read any more but
 // keeps its number.
