@@ -1,5 +1,7 @@
 #include "platform/dao/sql/like_pattern.h"
 
+#include <array>
+
 namespace qk::dao::sql {
 namespace {
 
@@ -59,6 +61,14 @@ class Utf8Reader {
   char16_t character_ = 0;
 };
 
+/// Bytes of UTF-8; those of one ASCII letter folded.
+constexpr auto kFolded = [] {
+  std::array<uchar, 0x100> bytes{};
+  for (std::size_t i = 0; i < bytes.size(); ++i)
+    bytes[i] = static_cast<uchar>(i >= 'A' && i <= 'Z' ? i + ('a' - 'A') : i);
+  return bytes;
+}();
+
 /// A letter with marks stands beside its base letter: "ä" lies in [a-z].
 char16_t baseLetter(char16_t c) {
   if (c < 0xC0) return c;
@@ -90,6 +100,17 @@ LikePattern::LikePattern(QStringView pattern) {
       elements_.push_back({Type::Character, folded(c)});
     }
   }
+  QString beginning;
+  for (const Element& element : elements_) {
+    const QChar character(element.character);
+    // Half a pair has no bytes of its own, and a byte order mark is dropped from the beginning of a text.
+    const bool plain = !character.isSurrogate() && character != QChar::ByteOrderMark;
+    if (element.type != Element::Type::Character || !plain) break;
+    beginning += character;
+  }
+  beginning_ = beginning.toUtf8();
+  nothingElseCounts_ =
+      elements_.size() == std::size_t(beginning.size()) + 1 && elements_.back().type == Element::Type::Any;
 }
 
 /// The position behind the set that starts here, or the start where its end is missing. "[]" is nothing.
@@ -161,7 +182,22 @@ bool LikePattern::matches(QStringView text) const {
   return *walk(Utf16Reader(text));
 }
 
+/// The usual filter asks for a beginning, and most rows fail in its first bytes.
+std::optional<bool> LikePattern::beginsSo(QByteArrayView utf8) const {
+  if (utf8.size() < beginning_.size()) return {};
+  for (qsizetype i = 0; i < beginning_.size(); ++i) {
+    const auto byte = static_cast<uchar>(utf8[i]), wanted = static_cast<uchar>(beginning_[i]);
+    if (kFolded[byte] == wanted) continue;
+    // Letters of other bytes may fold to the same.
+    if (byte < 0x80 && wanted < 0x80) return false;
+    return {};
+  }
+  if (nothingElseCounts_) return true;
+  return {};
+}
+
 bool LikePattern::matches(QByteArrayView utf8) const {
+  if (const auto decided = beginsSo(utf8)) return *decided;
   if (const auto matched = walk(Utf8Reader(utf8))) return *matched;
   return matches(QString::fromUtf8(utf8));
 }

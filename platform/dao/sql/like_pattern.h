@@ -2,6 +2,7 @@
 // Without regard to case, umlauts included. A bracket that isn't closed stands for itself.
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 #include <optional>
@@ -24,12 +25,16 @@ class LikePattern {
     std::vector<std::pair<char16_t, char16_t>> ranges = {};  ///< folded, both ends included
   };
   static bool matches(const Element& element, char16_t character);
+  /// Where the beginning decides; nothing where it doesn't.
+  std::optional<bool> beginsSo(QByteArrayView utf8) const;
   /// Nothing where the text holds what this reader doesn't know.
   template <class Reader>
   std::optional<bool> walk(Reader text) const;
   qsizetype readSet(QStringView pattern, qsizetype at);
 
   std::vector<Element> elements_;
+  QByteArray beginning_;            ///< characters before the first other element, folded, UTF-8
+  bool nothingElseCounts_ = false;  ///< only "*" follows
 };
 
 }  // namespace qk::dao::sql
