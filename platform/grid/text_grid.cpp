@@ -1,5 +1,6 @@
 #include "platform/grid/text_grid.h"
 
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QFontInfo>
 #include <QHeaderView>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/grid/suggestion_delegate.h"
 #include "platform/grid/tick_delegate.h"
 #include "platform/runtime/error.h"
 
@@ -111,6 +113,13 @@ void TextGrid::setStretchColumn(int column) {
   scheduleSizes();
 }
 
+void TextGrid::setSuggestions(int column, const Suggestions& suggestions) {
+  QAbstractItemDelegate* former = itemDelegateForColumn(column);
+  setItemDelegateForColumn(
+      column, suggestions.entries.isEmpty() ? nullptr : new SuggestionDelegate(suggestions, this));
+  delete former;
+}
+
 void TextGrid::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (table_->rows() > 1 || emptyText_.isEmpty()) return;
@@ -126,6 +135,9 @@ void TextGrid::keyPressEvent(QKeyEvent* event) {
     askForPopup();
     return;
   }
+  const bool drops =
+      event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier);
+  if (drops && state() != EditingState && dropSuggestions()) return;
   const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
   if (state() != EditingState && plain) {
     switch (event->key()) {
@@ -245,6 +257,15 @@ bool TextGrid::editCurrentRow(QKeyEvent* event, EditTrigger trigger) {
   const QModelIndex cell = table_->index(currentIndex().row(), column);
   setCurrentIndex(cell);
   return edit(cell, trigger, event);
+}
+
+bool TextGrid::dropSuggestions() {
+  const QModelIndex cell = currentIndex();
+  if (!cell.isValid() || !itemDelegateForColumn(cell.column())) return false;
+  if (!edit(cell, AllEditTriggers, nullptr)) return false;
+  auto* box = qobject_cast<QComboBox*>(indexWidget(cell));
+  if (box) box->showPopup();
+  return box;
 }
 
 void TextGrid::scheduleSizes() {

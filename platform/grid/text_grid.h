@@ -1,13 +1,14 @@
 // The grid of text cells on the screen: a view on a TextTable, all by keyboard.
 //
 // The row is what the operator chooses. Arrows, Home and End walk the rows; blank ticks the current row; F2
-// or Enter edits, and so does typing a number: in the current cell, else in the row's first editable one. Tab
-// leaves the grid. Given widths and heights (twips) are meant for the house's font and grow with a larger
-// one.
+// or Enter edits, and so does typing a number: in the current cell, else in the row's first editable one.
+// Alt+Down or F4 drops the list of suggestions of a cell that has one. Tab leaves the grid. Given widths and
+// heights (twips) are meant for the house's font and grow with a larger one.
 #pragma once
 
 #include <QTableView>
 
+#include "platform/grid/suggestions.h"
 #include "platform/grid/text_table.h"
 
 namespace qk {
@@ -32,6 +33,8 @@ class TextGrid : public QTableView {
   void setEmptyText(const QString& text);
   /// The column that takes the room that is left; -1 for none.
   void setStretchColumn(int column);
+  /// What the cells of a column suggest while they are edited; without entries it is a plain field again.
+  void setSuggestions(int column, const Suggestions& suggestions);
 
  Q_SIGNALS:
   void clickedAt(int row, int column);        ///< left button; rows counted with the header
@@ -62,6 +65,7 @@ class TextGrid : public QTableView {
   void askForPopup();
   bool tickCurrentRow();
   bool editCurrentRow(QKeyEvent* event, EditTrigger trigger);
+  bool dropSuggestions();
   void followDoubleClicks();
 
   TextTable* table_ = nullptr;

@@ -112,6 +112,15 @@ void store(const QString& path, const QByteArray& content, QIODevice::OpenMode m
   if (file.error() != QFileDevice::NoError) fail(path, file.error(), true);
 }
 
+void moveOver(const QString& source, const QString& target) {
+  std::error_code error;
+  std::filesystem::rename(nativePath(source), nativePath(target), error);
+  if (!error) return;
+  if (error == std::errc::no_space_on_device) throw Error(61);
+  if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) throw Error(70);
+  fail(source, QFileDevice::RenameError, false);
+}
+
 void refuseForeign(const QString& path) {
   if (isForeignPath(path)) throw Error(76);
 }
@@ -233,12 +242,20 @@ void Files::rename(const QString& from, const QString& to) {
   const QString source = resolve(from);
   QString target = resolve(to);
   if (source == target) target = plainPath(to);  // only the case of the name changes
-  std::error_code error;
-  std::filesystem::rename(nativePath(source), nativePath(target), error);
-  if (!error) return;
-  if (error == std::errc::no_space_on_device) throw Error(61);
-  if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) throw Error(70);
-  fail(source, QFileDevice::RenameError, false);
+  moveOver(source, target);
+}
+
+void Files::replace(const QString& path, const QByteArray& content) {
+  refuseForeign(path);
+  const QString target = plainPath(path);
+  const QString beside = target + ".neu";
+  try {
+    store(beside, content, QIODevice::WriteOnly | QIODevice::Truncate);
+    moveOver(beside, target);
+  } catch (const Error&) {
+    QFile::remove(beside);
+    throw;
+  }
 }
 
 void Files::makeFolder(const QString& path) {

@@ -26,6 +26,9 @@ class Files {
   virtual void copy(const QString& from, const QString& to);
   /// Renames over an existing target, whole or not at all.
   virtual void rename(const QString& from, const QString& to);
+  /// Makes or replaces a file whole or not at all: written beside it as path + ".neu", then renamed. The name
+  /// is taken as it stands, so that a run over many files needn't look through the folder for each of them.
+  virtual void replace(const QString& path, const QByteArray& content);
   /// One folder level; no error if it exists.
   virtual void makeFolder(const QString& path);
 

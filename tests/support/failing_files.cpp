@@ -128,6 +128,12 @@ void FailingFiles::rename(const QString& from, const QString& to) {
   Files::rename(from, to);
 }
 
+void FailingFiles::replace(const QString& path, const QByteArray& content) {
+  pass(FileStep::Write, path + ".neu", &content);
+  pass(FileStep::Rename, path);
+  Files::replace(path, content);
+}
+
 void FailingFiles::makeFolder(const QString& path) {
   pass(FileStep::MakeFolder, path);
   Files::makeFolder(path);

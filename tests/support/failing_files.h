@@ -45,6 +45,8 @@ class FailingFiles : public Files {
   void remove(const QString& path) override;
   void copy(const QString& from, const QString& to) override;
   void rename(const QString& from, const QString& to) override;
+  /// Two steps: a Write of name + ".neu" and a Rename to the name.
+  void replace(const QString& path, const QByteArray& content) override;
   void makeFolder(const QString& path) override;
   bool exists(const QString& path) override;
   bool folderExists(const QString& path) override;

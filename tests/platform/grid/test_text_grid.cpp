@@ -1,5 +1,7 @@
 // The view of a grid of text cells, driven by real key and mouse events.
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -52,6 +54,7 @@ struct Window {
     const QPoint place = grid->viewport()->mapTo(&widget, at(row, column));
     QTest::mouseDClick(widget.windowHandle(), Qt::LeftButton, {}, place);
   }
+  QComboBox* list() const { return grid->viewport()->findChild<QComboBox*>(); }
   QLineEdit* editor() const { return grid->viewport()->findChild<QLineEdit*>(); }
 
   QWidget widget;
@@ -103,6 +106,13 @@ class TestTextGrid : public QObject {
   void aTableFromOutsideIsNotOwned();
   void aThousandRowsKeepTheView();
   void headersAreReadable();
+  void suggestionsAreParsed_data();
+  void suggestionsAreParsed();
+  void aSuggestionIsTakenByKeyboard();
+  void freeTextBesideTheSuggestions();
+  void aClosedListTakesNoText();
+  void theListDropsAndAChoiceIsTakenAtOnce();
+  void withoutEntriesTheFieldIsPlain();
 
  private:
   std::unique_ptr<Window> window;
@@ -426,6 +436,109 @@ void TestTextGrid::headersAreReadable() {
   QCOMPARE(grid->tableInterface()->columnDescription(1), "Disziplin");
   QCOMPARE(grid->tableInterface()->cellAt(0, 1)->text(QAccessible::Name), "Name 1");
   QCOMPARE(grid->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), "nicht angewählt");
+}
+
+void TestTextGrid::suggestionsAreParsed_data() {
+  QTest::addColumn<QString>("list");
+  QTest::addColumn<bool>("freeText");
+  QTest::addColumn<QStringList>("values");
+  QTest::addColumn<QStringList>("shown");
+  QTest::newRow("nothing") << "" << false << QStringList() << QStringList();
+  QTest::newRow("plain") << "|a.def|b;c.def" << true << QStringList{"a.def", "b;c.def"}
+                         << QStringList{"a.def", "b;c.def"};
+  QTest::newRow("closed") << "ja|nein" << false << QStringList{"ja", "nein"} << QStringList{"ja", "nein"};
+  QTest::newRow("codes") << "|0;Ring|-2;keine" << true << QStringList{"Ring", "keine"}
+                         << QStringList{"Ring", "keine"};
+  QTest::newRow("keys") << "|#7;1.10\tLuftgewehr|#8;2.10" << true << QStringList{"7", "8"}
+                        << QStringList{"7 – 1.10 – Luftgewehr", "8 – 2.10"};
+}
+
+void TestTextGrid::suggestionsAreParsed() {
+  QFETCH(QString, list);
+  const qk::Suggestions parsed = qk::parseSuggestions(list);
+  QStringList values, shown;
+  for (const qk::Suggestion& entry : parsed.entries) {
+    values << entry.value;
+    shown << entry.shown;
+  }
+  QTEST(parsed.freeText, "freeText");
+  QTEST(values, "values");
+  QTEST(shown, "shown");
+}
+
+void TestTextGrid::aSuggestionIsTakenByKeyboard() {
+  window->grid->setSuggestions(3, qk::parseSuggestions("|#7;1.10\tLuftgewehr|#8;2.10\tPistole"));
+  QSignalSpy edited(window->grid, &TextGrid::afterEdit);
+  window->click(2, 3);
+  QTest::keyClick(window->grid, Qt::Key_F2);
+  QTRY_VERIFY(window->list());
+  QCOMPARE(window->list()->currentText(), "10");
+  QTest::keyClick(window->list(), Qt::Key_Down);
+  QCOMPARE(window->list()->currentText(), "7");
+  QTest::keyClick(window->list(), Qt::Key_Down);
+  QTest::keyClick(window->list(), Qt::Key_Return);
+  QTRY_COMPARE(window->table->text(2, 3), "8");
+  QTRY_VERIFY(!window->list());
+  QCOMPARE(edited.size(), 1);
+
+  QTest::keyClick(window->grid, Qt::Key_F2);
+  QTRY_VERIFY(window->list());
+  QTest::keyClick(window->list(), Qt::Key_Up);
+  QTest::keyClick(window->list(), Qt::Key_Escape);
+  QTRY_VERIFY(!window->list());
+  QCOMPARE(window->table->text(2, 3), "8");
+}
+
+void TestTextGrid::freeTextBesideTheSuggestions() {
+  window->grid->setSuggestions(3, qk::parseSuggestions("|10|100"));
+  window->click(2, 3);
+  // The digit that starts the editing counts, and nothing is completed.
+  QTest::keyClick(window->grid, Qt::Key_1);
+  QTRY_VERIFY(window->list());
+  QCOMPARE(window->list()->currentText(), "1");
+  QTest::keyClick(window->list(), Qt::Key_Return);
+  QTRY_COMPARE(window->table->text(2, 3), "1");
+}
+
+void TestTextGrid::aClosedListTakesNoText() {
+  window->grid->setSuggestions(3, qk::parseSuggestions("ja|nein"));
+  window->click(2, 3);
+  QTest::keyClick(window->grid, Qt::Key_F2);
+  QTRY_VERIFY(window->list());
+  QTest::keyClicks(window->list(), "x");
+  QCOMPARE(window->list()->currentText(), "10");
+  QTest::keyClick(window->list(), Qt::Key_Down);
+  QTest::keyClick(window->list(), Qt::Key_Return);
+  QTRY_COMPARE(window->table->text(2, 3), "ja");
+}
+
+void TestTextGrid::theListDropsAndAChoiceIsTakenAtOnce() {
+  window->grid->setSuggestions(3, qk::parseSuggestions("|Ring|Zehntelringe"));
+  window->click(2, 3);
+  for (const auto& [key, modifiers] :
+       {std::pair<Qt::Key, Qt::KeyboardModifiers>{Qt::Key_F4, {}}, {Qt::Key_Down, Qt::AltModifier}}) {
+    window->table->setText(2, 3, "10");
+    QTest::keyClick(window->grid, key, modifiers);
+    QTRY_VERIFY(window->list());
+    QTRY_VERIFY(window->list()->view()->isVisible());
+    QTest::keyClick(window->list()->view(), Qt::Key_Down);
+    QTest::keyClick(window->list()->view(), Qt::Key_Return);
+    QTRY_VERIFY(!window->list());
+    QVERIFY(window->table->text(2, 3).startsWith("Ring"));
+  }
+  // Where there is no list, the keys are nobody's.
+  window->click(2, 1);
+  QTest::keyClick(window->grid, Qt::Key_F4);
+  QVERIFY(!window->list());
+}
+
+void TestTextGrid::withoutEntriesTheFieldIsPlain() {
+  window->grid->setSuggestions(3, qk::parseSuggestions("|10"));
+  window->grid->setSuggestions(3, {});
+  window->click(2, 3);
+  QTest::keyClick(window->grid, Qt::Key_F2);
+  QTRY_VERIFY(window->editor());
+  QVERIFY(!window->list());
 }
 
 QTEST_MAIN(TestTextGrid)

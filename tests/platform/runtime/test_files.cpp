@@ -3,11 +3,14 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
+#include "platform/runtime/folder_writer.h"
 #include "tests/support/error_of.h"
 
 using namespace qk;
@@ -43,6 +46,9 @@ class TestFiles : public QObject {
   void lists();
   void copies();
   void renames();
+  void replacesWholeOrNotAtAll();
+  void nobodyReadsHalfOfAReplacedFile();
+  void aRunOverAFolderFindsEachSpelling();
   void folders();
   void readable();
   void trailingSeparator();
@@ -239,6 +245,47 @@ void TestFiles::renames() {
   files_.rename(path("b"), path("B"));
   QCOMPARE(files_.list(folder_->path(), "*"), QStringList("B"));
   QCOMPARE(errorOf([&] { files_.rename(path("fehlt"), path("c")); }), 53);
+}
+
+void TestFiles::replacesWholeOrNotAtAll() {
+  files_.replace(path("a"), "eins");
+  QCOMPARE(files_.read(path("a")), QByteArray("eins"));
+  files_.replace(path("a"), "zwei");
+  QCOMPARE(files_.read(path("a")), QByteArray("zwei"));
+  files_.makeFolder(path("ordner"));
+  QVERIFY(errorOf([&] { files_.replace(path("ordner"), "drei"); }) != 0);
+  QCOMPARE(files_.list(folder_->path(), "*"), QStringList{"a"});
+  QCOMPARE(errorOf([&] { files_.replace(path("fehlt/a"), "drei"); }), 76);
+  QCOMPARE(errorOf([&] { files_.replace(QDir::separator() == '/' ? "C:\\a" : "/a", "drei"); }), 76);
+}
+
+void TestFiles::nobodyReadsHalfOfAReplacedFile() {
+  const QByteArray one(200'000, '1'), two(300'000, '2');
+  files_.replace(path("a"), one);
+  std::atomic<bool> done = false;
+  std::thread writer([&] {
+    Files own;
+    for (int i = 0; i < 200; ++i) own.replace(path("a"), i % 2 ? one : two);
+    done = true;
+  });
+  bool whole = true;
+  while (!done) {
+    const QByteArray seen = files_.read(path("a"));
+    whole = whole && (seen == one || seen == two);
+  }
+  writer.join();
+  QVERIFY(whole);
+}
+
+void TestFiles::aRunOverAFolderFindsEachSpelling() {
+  files_.write(path("Alt.DEF"), "alt");
+  FolderWriter writer(files_, folder_->path() + "/");
+  writer.write("alt.def", "neu");
+  writer.write("Neu.def", "eins");
+  writer.write("neu.DEF", "zwei");
+  QCOMPARE(files_.list(folder_->path(), "*"), (QStringList{"Alt.DEF", "Neu.def"}));
+  QCOMPARE(files_.read(path("Alt.DEF")), QByteArray("neu"));
+  QCOMPARE(files_.read(path("Neu.def")), QByteArray("zwei"));
 }
 
 void TestFiles::folders() {

@@ -1,0 +1,32 @@
+#include "platform/grid/suggestions.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace qk {
+
+namespace {
+
+Suggestion parseEntry(const QString& entry) {
+  static const QRegularExpression numbered("^(#?)(-?\\d+);(.*)$",
+                                           QRegularExpression::DotMatchesEverythingOption);
+  const auto match = numbered.match(entry);
+  if (!match.hasMatch()) return {entry, entry};
+  const QString number = match.captured(2);
+  const QString text = match.captured(3);
+  if (match.captured(1).isEmpty()) return {text, text};
+  return {number, (QStringList{number} + text.split('\t')).join(" – ")};
+}
+
+}  // namespace
+
+Suggestions parseSuggestions(const QString& list) {
+  Suggestions suggestions;
+  if (list.isEmpty()) return suggestions;
+  suggestions.freeText = list.startsWith('|');
+  for (const QString& entry : list.split('|').sliced(suggestions.freeText ? 1 : 0))
+    suggestions.entries.append(parseEntry(entry));
+  return suggestions;
+}
+
+}  // namespace qk
