@@ -22,10 +22,10 @@ Suggestion parseEntry(const QString& entry) {
 
 Suggestions parseSuggestions(const QString& list) {
   Suggestions suggestions;
-  if (list.isEmpty()) return suggestions;
   suggestions.freeText = list.startsWith('|');
-  for (const QString& entry : list.split('|').sliced(suggestions.freeText ? 1 : 0))
-    suggestions.entries.append(parseEntry(entry));
+  const QString entries = list.sliced(suggestions.freeText ? 1 : 0);
+  if (entries.isEmpty()) return suggestions;
+  for (const QString& entry : entries.split('|')) suggestions.entries.append(parseEntry(entry));
   return suggestions;
 }
 

@@ -22,7 +22,7 @@ struct Suggestions {
   friend bool operator==(const Suggestions&, const Suggestions&) = default;
 };
 
-/// The empty text has no entries and leaves nothing to type.
+/// A list that is empty, or nothing but the bar at the front, has no entries.
 Suggestions parseSuggestions(const QString& list);
 
 }  // namespace qk
