@@ -108,6 +108,7 @@ class frmLindorm : public QMainWindow {
   void mnuStandeinstellungen_Click();
   void mnuOptLoadTestDaten_Click();
   void mnuHaeringTransferClear_Click();
+  void mnuHaeringEsaPreisIni_Click();
   void mnuHilfe_Click();
   void chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&));
 

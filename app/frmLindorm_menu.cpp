@@ -17,6 +17,7 @@
 #include "platform/dialog/font_convert.h"
 #include "platform/runtime/files.h"
 #include "platform/settings/settings.h"
+#include "targetconfig/frmHaeringDEF.h"
 #include "targetconfig/frmHaeringEinstellungen.h"
 #include "targetconfig/frmLinienSetup.h"
 #include "ui_frmLindorm.h"
@@ -95,6 +96,7 @@ void frmLindorm::connectOptions() {
      [this] { MitProgrammOeffnen(workplace_, global_.Verzeichnis + "OutputIntarsoProtokoll.txt"); });
   on(ui_->mnuOptLoadTestDaten, [this] { mnuOptLoadTestDaten_Click(); });
   on(ui_->mnuHaeringTransferClear, [this] { mnuHaeringTransferClear_Click(); });
+  on(ui_->mnuHaeringEsaPreisIni, [this] { mnuHaeringEsaPreisIni_Click(); });
 }
 
 // A repeated statement sends again; it doesn't ask again.
@@ -237,6 +239,13 @@ void frmLindorm::mnuHaeringTransferClear_Click() {
   const Hourglass hourglass;
   loescheOffeneLinienbefehle(workplace_, workplace_.settings.value("Tarvex", "Häring", "Netzverzeichnis"),
                              clickReport("mnuHaeringTransferClear_Click"));
+}
+
+void frmLindorm::mnuHaeringEsaPreisIni_Click() {
+  frmHaeringDEF dialog(workplace_, *global_.Datenbank, this);
+  dialog.setDataBaseName(sWettkampf());
+  dialog.exec();
+  if (asked("Sollen die Settings neu eingelesen werden?")) Load_Settings();
 }
 
 void frmLindorm::mnuHilfe_Click() {

@@ -96,7 +96,7 @@ void frmLindorm::disableWithoutTarget() {
        {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint, ui_->mnuEditErgebnisse,
         ui_->mnuEditKasse, ui_->mnuDisziplinenSPOWettkampf, ui_->mnuDisziplinenSPOStandard,
         ui_->mnuEditHaeringOutput, ui_->mnuHaerinAlleWerbeEIN, ui_->mnuHaeringAktLinieWerbeEIN,
-        ui_->mnuHaeringEsaPreisIniCheck, ui_->mnuHaeringEsaPreisIni, ui_->mnuHaeringGruppenDisziplinen,
+        ui_->mnuHaeringEsaPreisIniCheck, ui_->mnuHaeringGruppenDisziplinen,
         ui_->Print1, ui_->vorschau, ui_->ErgEdit, ui_->euro})
     explain(action, false, kNotYet);
 }

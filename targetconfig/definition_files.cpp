@@ -230,8 +230,9 @@ bool DefinitionFiles::write(Output output) {
       ++written;
   });
   if (stopped)
-    workplace_.dialogs.note(QString("Angehalten: %1 von %2 Dateien erstellt").arg(written).arg(all),
-                            BoxIcon::Exclamation);
+    workplace_.dialogs.note(
+        "Angehalten: " + QString::number(written) + " von " + QString::number(all) + " Dateien erstellt",
+        BoxIcon::Exclamation);
   return finished && !stopped;
 }
 

@@ -59,15 +59,12 @@ frmHaeringDEF::frmHaeringDEF(const Workplace& workplace, dao::Database& database
 }
 
 frmHaeringDEF::~frmHaeringDEF() {
-  // The table goes before the grid that shows it.
-  ui_->flexDEF->disconnect(this);
-  rows_.table().disconnect(this);
-  delete ui_->flexDEF;
+  delete ui_->flexDEF;  // it shows the table, which goes first otherwise
 }
 
 void frmHaeringDEF::connectButtons() {
-  connect(numbered(this, {ui_->optAuswahl_0, ui_->optAuswahl_1, ui_->optAuswahl_2}),
-          &QButtonGroup::idClicked, this, &frmHaeringDEF::applyFilter);
+  connect(numbered(this, {ui_->optAuswahl_0, ui_->optAuswahl_1, ui_->optAuswahl_2}), &QButtonGroup::idClicked,
+          this, &frmHaeringDEF::applyFilter);
   connect(numbered(this, {ui_->optHaeringBezeichnung_0, ui_->optHaeringBezeichnung_1,
                           ui_->optHaeringBezeichnung_2}),
           &QButtonGroup::idClicked, this, [this](int id) { rows_.setNaming(Naming(id)); });
@@ -148,9 +145,7 @@ void frmHaeringDEF::applyFilter() {
 
 void frmHaeringDEF::applyOutput() {
   const bool iniAlone = ui_->optOutput_0->isChecked();
-  rows_.setOutput(iniAlone                        ? Output::Ini
-                  : ui_->optOutput_2->isChecked() ? Output::Def
-                                                  : Output::IniUndDef);
+  rows_.setOutput(iniAlone ? Output::Ini : ui_->optOutput_2->isChecked() ? Output::Def : Output::IniUndDef);
   ui_->flexDEF->setStretchColumn(iniAlone ? C::DefDatei : C::Rest);
 }
 
@@ -173,9 +168,9 @@ void frmHaeringDEF::cmdErstellen_Click() {
   DefinitionFiles files(workplace_, rows_, ui_->lblHaeringPfad->text());
   files.showCell = [this](int row, int column) { showCell(row, column); };
   files.progress = [this](int written, int all) { return goOnWriting(written, all); };
-  files.finished = [this] { setWriting(false); };
   if (files.create(output)) edited_ = false;
-  ui_->lblTasten->setText(kKeys);
+  setWriting(false);
+  ui_->cmdErstellen->setFocus();
 }
 
 bool frmHaeringDEF::goOnWriting(int written, int all) {

@@ -20,6 +20,7 @@ namespace qk {
 
 class frmHaeringDEF : public QDialog {
   Q_OBJECT
+  Q_PROPERTY(QString DataBaseName READ DataBaseName WRITE setDataBaseName)
 
  public:
   /// `database` is the open competition; it outlives the window.

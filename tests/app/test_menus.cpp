@@ -10,6 +10,7 @@
 #include <QToolButton>
 
 #include "platform/grid/text_grid.h"
+#include "targetconfig/definition_rows.h"
 #include "tests/app/range_office.h"
 
 using namespace qk;
@@ -65,7 +66,7 @@ const Entry kEntries[] = {
     {"mnuSchussKeinen", "Keinen wählen", true, false},
     {"mnuHaeringTransferClear", "Offene Linienbefehle löschen", true, true},
     {"mnuHaeringEsaPreisIniCheck", "Prüfen:    esa_preis.ini + def-Dateien", false, false},
-    {"mnuHaeringEsaPreisIni", "Erstellen: esa_preis.ini + def-Dateien", false, false},
+    {"mnuHaeringEsaPreisIni", "Erstellen: esa_preis.ini + def-Dateien", true, true},
     {"mnuHaeringGruppenDisziplinen", "Gruppen - Disziplinen", false, false},
     {"mnuHilfe", "Hilfe...", true, true},
     {"exit", "Beenden", true, true},
@@ -128,6 +129,7 @@ class TestMenus : public QObject {
   void fontDialogs();
   void settingsDialog();
   void lineSetup();
+  void generator();
   void testDataEntry();
   void allShots();
   void picturesWithoutViewer();
@@ -453,6 +455,42 @@ void TestMenus::lineSetup() {
   office.boxes.expectWindow("frmLinienSetup", [](QWidget& dialog) { click(dialog, "cmdCancel"); });
   trigger(office.window(), "mnuStandeinstellungen");
   QCOMPARE(office.line(1).sStartnummer(), QString("107"));
+}
+
+void TestMenus::generator() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  const auto disciplines = [&] { return office.on<TextGrid>(1, "flexHaeringDiszi").table()->rows(); };
+  const int before = disciplines();
+  const auto create = [&](QWidget& dialog) {
+    QCOMPARE(dialog.property("DataBaseName").toString(), office.competition);
+    auto& table = *the<TextGrid>(dialog, "flexDEF").table();
+    for (int row = 1; row < table.rows(); ++row) {
+      table.setText(row, DefinitionRows::DateiWaffe, "0_hw.def");
+      table.setText(row, DefinitionRows::DateiScheibe, "0_hs.def");
+    }
+    office.boxes.expect("Datei(en) erstellt");
+    click(dialog, "cmdErstellen");
+    click(dialog, "cmdClose");
+  };
+  const auto question = [&](BoxAnswer answer) {
+    office.boxes.expect("Sollen die Settings neu eingelesen werden?", answer)
+        .titled("Hinweis")
+        .with(BoxButtons::YesNo)
+        .showing(BoxIcon::Question);
+  };
+  office.boxes.expectWindow("frmHaeringDEF", create);
+  question(BoxAnswer::No);
+  trigger(office.window(), "mnuHaeringEsaPreisIni");
+  QCOMPARE(office.line(1).sStartnummer(), QString("107"));
+  QCOMPARE(disciplines(), before);
+
+  office.boxes.expectWindow("frmHaeringDEF", [](QWidget& dialog) { click(dialog, "cmdClose"); });
+  question(BoxAnswer::Yes);
+  trigger(office.window(), "mnuHaeringEsaPreisIni");
+  QCOMPARE(office.line(1).sStartnummer(), QString());
+  QVERIFY(disciplines() != before);
 }
 
 void TestMenus::testDataEntry() {
