@@ -462,8 +462,14 @@ void TestMenus::generator() {
   QVERIFY(office.open());
   office.chooseShooter(1, "107");
   const auto disciplines = [&] { return office.on<TextGrid>(1, "flexHaeringDiszi").table()->rows(); };
+  const auto question = [&](BoxAnswer answer) {
+    office.boxes.expect("Sollen die Settings neu eingelesen werden?", answer)
+        .titled("Hinweis")
+        .with(BoxButtons::YesNo)
+        .showing(BoxIcon::Question);
+  };
   const int before = disciplines();
-  const auto create = [&](QWidget& dialog) {
+  office.boxes.expectWindow("frmHaeringDEF", [&](QWidget& dialog) {
     QCOMPARE(dialog.property("DataBaseName").toString(), office.competition);
     auto& table = *the<TextGrid>(dialog, "flexDEF").table();
     for (int row = 1; row < table.rows(); ++row) {
@@ -471,17 +477,10 @@ void TestMenus::generator() {
       table.setText(row, DefinitionRows::DateiScheibe, "0_hs.def");
     }
     office.boxes.expect("Datei(en) erstellt");
+    question(BoxAnswer::No);
     click(dialog, "cmdErstellen");
     click(dialog, "cmdClose");
-  };
-  const auto question = [&](BoxAnswer answer) {
-    office.boxes.expect("Sollen die Settings neu eingelesen werden?", answer)
-        .titled("Hinweis")
-        .with(BoxButtons::YesNo)
-        .showing(BoxIcon::Question);
-  };
-  office.boxes.expectWindow("frmHaeringDEF", create);
-  question(BoxAnswer::No);
+  });
   trigger(office.window(), "mnuHaeringEsaPreisIni");
   QCOMPARE(office.line(1).sStartnummer(), QString("107"));
   QCOMPARE(disciplines(), before);
