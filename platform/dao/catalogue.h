@@ -25,6 +25,7 @@ struct TableInfo {
   int autoNumber =
       -1;  ///< position of the field whose numbers are handed out before the row is stored; -1 for none
   bool query = false;  ///< a stored query: it has no key, and its rows can't be changed through it
+  QString text;        ///< of a stored query, in the query language; empty for a view of other hands
 };
 
 class Catalogue : public sql::Catalog {

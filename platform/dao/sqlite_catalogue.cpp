@@ -152,13 +152,13 @@ void SqliteCatalogue::readFacts(TableInfo& table) const {
 /// A stored query of our own carries its text: it says more of the columns than the view.
 bool SqliteCatalogue::readQuery(TableInfo& query) const {
   if (!hasFacts_) return false;
-  const QString text = connection_
-                           ->value("SELECT definition FROM " + kFacts + " WHERE kind = 'query' AND owner = ?",
-                                   {query.def.name})
-                           .toString();
-  if (text.isEmpty()) return false;
+  query.text = connection_
+                   ->value("SELECT definition FROM " + kFacts + " WHERE kind = 'query' AND owner = ?",
+                           {query.def.name})
+                   .toString();
+  if (query.text.isEmpty()) return false;
   try {
-    sql::Statement statement = sql::parseStatement(text);
+    sql::Statement statement = sql::parseStatement(query.text);
     auto& select = std::get<sql::Select>(statement);
     sql::resolve(select, *this);
     for (const sql::ResultColumn& column : sql::resultColumns(select, *this)) {

@@ -49,13 +49,14 @@ void TestCompetitionTool::helpIsGerman() {
   QVERIFY(answer.out.contains("qk-wettkampf neu DATEI"));
   QVERIFY(answer.out.contains("qk-wettkampf demo DATEI"));
   QVERIFY(answer.out.contains("--austausch"));
+  QVERIFY(answer.out.contains("qk-wettkampf umziehen VON NACH"));
   QVERIFY(answer.errors.isEmpty());
 }
 
 void TestCompetitionTool::refusesWrongCalls_data() {
   QTest::addColumn<QStringList>("arguments");
   QTest::addColumn<QString>("message");
-  QTest::newRow("nothing") << QStringList{} << "Es fehlt ein Befehl: neu oder demo.";
+  QTest::newRow("nothing") << QStringList{} << "Es fehlt ein Befehl: neu, demo oder umziehen.";
   QTest::newRow("command") << QStringList{"alt", "a.qkk"} << "Unbekannter Befehl »alt«.";
   QTest::newRow("no file") << QStringList{"neu"} << "Es fehlt der Name der Datei.";
   QTest::newRow("two files") << QStringList{"neu", "a.qkk", "b.qkk"} << "Mehr als eine Datei: »b.qkk«.";
@@ -65,6 +66,10 @@ void TestCompetitionTool::refusesWrongCalls_data() {
                                << "Unbekannte Angabe »--name«.";
   QTest::newRow("no value") << QStringList{"demo", "a.qkk", "--austausch"}
                             << "Hinter »--austausch« fehlt der Wert.";
+  QTest::newRow("move to nowhere") << QStringList{"umziehen", "a.qkk"}
+                                   << "Es fehlt, von wo und wohin: umziehen VON NACH.";
+  QTest::newRow("move option") << QStringList{"umziehen", "a.qkk", "b.qkk", "--schnell"}
+                               << "Unbekannte Angabe »--schnell«.";
   QTest::newRow("date") << QStringList{"neu", "a.qkk", "--datum", "bald"}
                         << "»bald« ist kein Datum der Form TT.MM.JJJJ.";
 }

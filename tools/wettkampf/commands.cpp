@@ -8,13 +8,15 @@
 #include "platform/runtime/files.h"
 #include "tools/wettkampf/competition.h"
 #include "tools/wettkampf/exchange.h"
+#include "tools/wettkampf/move_command.h"
+#include "tools/wettkampf/usage_error.h"
 
 namespace qk {
 
 namespace {
 
 const QString Help =
-    "qk-wettkampf: legt Wettkampfdateien an\n"
+    "qk-wettkampf: legt Wettkämpfe an und zieht mit ihnen um\n"
     "\n"
     "Aufruf:\n"
     "  qk-wettkampf neu DATEI [--name TEXT] [--ort TEXT] [--datum TT.MM.JJJJ]\n"
@@ -25,16 +27,19 @@ const QString Help =
     "  qk-wettkampf demo DATEI [--austausch ORDNER]\n"
     "      legt einen Wettkampf mit Beispieldaten an, bei jedem Aufruf denselben.\n"
     "      --austausch  schreibt dazu esa_preis.ini und def-Dateien in den Ordner\n"
+    "  qk-wettkampf umziehen VON NACH [--von-vorn]\n"
+    "      kopiert einen Wettkampf, von einer Datei auf einen Server, zurück, oder von Datei zu Datei, und\n"
+    "      vergleicht danach beide. VON wird nur gelesen. NACH ist eine Datei, die es noch nicht gibt, oder\n"
+    "      eine Serverdatei, deren Datenbank leer ist. Solange muss überall QK-Intarso geschlossen sein.\n"
+    "      --von-vorn  verwirft, was ein abgebrochener Umzug am Ziel liegen ließ, und beginnt neu\n"
     "  qk-wettkampf --help\n"
     "      zeigt diese Hilfe.\n"
     "\n"
-    "DATEI soll auf .qkk enden; ihr Pfad soll sonst keinen Punkt enthalten. Eine Datei, die es schon gibt,\n"
-    "wird nie überschrieben. Rückgabewert: 0 angelegt, 1 Fehler, 2 falscher Aufruf.\n";
-
-/// A wrong call; what() goes to the user as it stands.
-struct UsageError {
-  QString text;
-};
+    "DATEI soll auf .qkk enden; ihr Pfad soll sonst keinen Punkt enthalten. Statt einer neuen Datei kann "
+    "sie\n"
+    "eine Serverdatei sein, ein Text, der eine leere Datenbank auf einem Server nennt (siehe im Handbuch\n"
+    "\"Mehrere Arbeitsplätze\"). Ein Wettkampf, den es schon gibt, wird nie überschrieben.\n"
+    "Rückgabewert: 0 fertig, 1 Fehler, 2 falscher Aufruf.\n";
 
 struct Request {
   enum class Kind { Empty, Demo } kind = Kind::Empty;
@@ -71,7 +76,7 @@ Request parseRequest(QStringList arguments) {
   if (command == "demo")
     request.kind = Request::Kind::Demo;
   else if (command != "neu")
-    throw UsageError{command.isEmpty() ? QString("Es fehlt ein Befehl: neu oder demo.")
+    throw UsageError{command.isEmpty() ? QString("Es fehlt ein Befehl: neu, demo oder umziehen.")
                                        : QString("Unbekannter Befehl »%1«.").arg(command)};
   while (!arguments.isEmpty()) {
     const QString argument = arguments.takeFirst();
@@ -130,6 +135,10 @@ int runCompetitionTool(const QStringList& arguments, QTextStream& out, QTextStre
     return 0;
   }
   try {
+    if (arguments.value(0) == "umziehen") {
+      runMoveCommand(arguments.mid(1), out);
+      return 0;
+    }
     return carryOut(parseRequest(arguments), out, errors);
   } catch (const UsageError& error) {
     errors << error.text << "\n\n" << Help;

@@ -1,0 +1,51 @@
+#include "platform/dao/row_pages.h"
+
+#include "platform/dao/engine.h"
+#include "platform/runtime/error.h"
+
+namespace qk::dao {
+namespace {
+
+constexpr int kPage = 1000;
+
+QString nameList(const QStringList& names, const sql::Writer& writer) {
+  QStringList written;
+  for (const QString& name : names) written.append(writer.identifier(name));
+  return written.join(", ");
+}
+
+}  // namespace
+
+RowPages::RowPages(Engine& engine, const QString& table)
+    : engine_(engine), catalogue_(engine.catalogue()), table_(catalogue_->info(table)) {
+  if (!table_ || table_->query) throw Error(3078);
+}
+
+QString RowPages::text() const {
+  const sql::Writer& writer = engine_.writer();
+  QStringList fields;
+  for (const FieldDef& field : table_->def.fields) fields.append(field.name);
+  const QString key = nameList(table_->key.names, writer);
+  QString text =
+      "SELECT " + key + ", " + nameList(fields, writer) + " FROM " + writer.identifier(table_->def.name);
+  if (!last_.isEmpty()) text += " WHERE (" + key + ") > (" + QStringList(last_.size(), "?").join(", ") + ")";
+  return text + " ORDER BY " + key + " LIMIT ?";
+}
+
+bool RowPages::next(std::vector<QVariantList>& rows) {
+  rows.clear();
+  if (complete_) return false;
+  const qsizetype width = table_->key.names.size();
+  engine_.read(text(), last_ + QVariantList{kPage}, [&](const NativeRow& native) {
+    last_ = native.mid(0, width);
+    QVariantList row = native.mid(width);
+    for (qsizetype i = 0; i < row.size(); ++i)
+      row[i] = engine_.writer().fromNative(row[i], table_->def.fields[static_cast<size_t>(i)].type);
+    rows.push_back(std::move(row));
+    return true;
+  });
+  complete_ = rows.size() < kPage;
+  return !rows.empty();
+}
+
+}  // namespace qk::dao

@@ -1,0 +1,19 @@
+// A competition that holds everything a move could spoil: every type, Null, the empty text, German texts,
+// money to the last ten-thousandth, date 0, tables with and without keys, presets, stored queries on each
+// other.
+#pragma once
+
+#include <QString>
+
+#include "platform/dao/database.h"
+
+namespace qk::test {
+
+/// Adds the tables "Alles", "OhneSchlüssel", "Textschlüssel" and "Paare" and the queries "Namen" and
+/// "Auf Namen" to a store. `rows` is the count of rows of "Alles".
+void addHardTables(dao::Database& store, int rows);
+
+/// Every definition and every row of a store as text, a line each: equal for equal stores.
+QStringList contentsOf(const QString& path);
+
+}  // namespace qk::test

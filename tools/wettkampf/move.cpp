@@ -1,0 +1,160 @@
+#include "tools/wettkampf/move.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "app/ground/unfinished_move.h"
+#include "platform/dao/recordset.h"
+#include "platform/dao/store_copy.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/files.h"
+
+namespace qk {
+
+using dao::Database;
+
+namespace {
+
+constexpr int kDatabaseExists = 3204;
+constexpr int kChangedMeanwhile = 3197;
+constexpr int kTableExists = 3010;
+
+void makeMark(Database& target, const QString& source) {
+  target.createTable({kUnfinishedMove, {{"Quelle", dao::FieldType::Memo}}, {}});
+  const auto mark = target.openRecordset(kUnfinishedMove);
+  mark->addNew();
+  mark->setValue("Quelle", source);
+  mark->update();
+}
+
+/// With whatever an engine left beside it.
+void removeDraft(const QString& path) {
+  const QFileInfo file(path);
+  for (const QString& name : file.dir().entryList({file.fileName(), file.fileName() + "-*"}, QDir::Files))
+    QFile::remove(file.dir().filePath(name));
+}
+
+/// The file appears under its name only when it bears the mark.
+std::unique_ptr<Database> newFile(const MoveRequest& request) {
+  const QString draft = request.to + ".umzug";
+  removeDraft(draft);
+  makeMark(*Database::create(draft), request.from);
+  Files().rename(draft, request.to);
+  return Database::open(request.to);
+}
+
+/// What an interrupted move left behind, except for its mark.
+void clear(Database& target) {
+  for (const QString& query : target.queryNames()) target.dropTable(query);
+  for (const QString& table : target.tableNames())
+    if (!dao::sameName(table, kUnfinishedMove)) target.dropTable(table);
+}
+
+std::unique_ptr<Database> existingStore(const MoveRequest& request) {
+  auto target = Database::open(request.to);
+  if (isUnfinishedMove(*target)) {
+    if (!request.again)
+      throw Error(3343,
+                  "Am Ziel liegt ein Umzug, der nicht fertig geworden ist oder gerade läuft. Ist er "
+                  "abgebrochen, so wiederholen Sie den Befehl mit --von-vorn: was am Ziel liegt, wird "
+                  "dann verworfen.");
+    clear(*target);
+    return target;
+  }
+  if (!target->tableNames().isEmpty() || !target->queryNames().isEmpty())
+    throw Error(kDatabaseExists, "Das Ziel ist nicht leer, es bleibt unverändert.");
+  try {
+    makeMark(*target, request.from);
+  } catch (const Error& error) {
+    if (error.number() != kTableExists) throw;
+    throw Error(kDatabaseExists, "Ein anderer Umzug hat gerade dasselbe Ziel begonnen.");
+  }
+  return target;
+}
+
+class Move {
+ public:
+  Move(Database& source, Database& target, const std::function<void(const MoveStep&)>& watch)
+      : source_(source), target_(target), tables_(source.tableNames()), watch_(watch) {}
+
+  MoveResult run() {
+    MoveResult result{static_cast<int>(tables_.size()), 0};
+    for (const QString& table : tables_) {
+      const qint64 rows = copyTable(source_, target_, table, progress(MoveStep::Kind::Copying, table));
+      finished(MoveStep::Kind::Copying, table, rows);
+      result.rows += rows;
+    }
+    copyQueries(source_, target_);
+    verifyNames();
+    for (const QString& table : tables_) verify(table);
+    return result;
+  }
+
+ private:
+  MoveStep step(MoveStep::Kind kind, const QString& table) const {
+    return {kind, table, static_cast<int>(tables_.indexOf(table)) + 1, static_cast<int>(tables_.size())};
+  }
+  dao::RowProgress progress(MoveStep::Kind kind, const QString& table) const {
+    return [this, now = step(kind, table)](qint64 rows) mutable {
+      now.rows = rows;
+      watch_(now);
+    };
+  }
+  void finished(MoveStep::Kind kind, const QString& table, qint64 rows) const {
+    MoveStep now = step(kind, table);
+    now.rows = rows;
+    now.done = true;
+    watch_(now);
+  }
+
+  static void refuse(const QString& what, const QString& difference) {
+    if (difference.isEmpty()) return;
+    throw Error(
+        kChangedMeanwhile,
+        QString("Quelle und Ziel stimmen nicht überein, %1: %2. Wurde während des Umzugs in der Quelle "
+                "gearbeitet? Schließen Sie alle Programme und wiederholen Sie ihn.")
+            .arg(what, difference));
+  }
+
+  void verifyNames() const {
+    QStringList found = target_.tableNames();
+    found.removeIf([](const QString& name) { return dao::sameName(name, kUnfinishedMove); });
+    const auto list = [](QStringList names) {
+      names.sort();
+      return names.join(", ");
+    };
+    if (list(found) != list(source_.tableNames())) refuse("Tabellen", list(found));
+    if (list(target_.queryNames()) != list(source_.queryNames()))
+      refuse("Abfragen", list(target_.queryNames()));
+  }
+
+  void verify(const QString& table) const {
+    const dao::TableDef expected = source_.tableDef(table);
+    const QString what = QString("Tabelle »%1«").arg(table);
+    refuse(what, differenceOf(expected, target_.tableDef(table)));
+    const auto watched = progress(MoveStep::Kind::Verifying, table);
+    const dao::TableFigures there = figuresOf(target_, table, watched);
+    refuse(what, differenceOf(expected, figuresOf(source_, table, watched), there));
+    finished(MoveStep::Kind::Verifying, table, there.rows);
+  }
+
+  Database& source_;
+  Database& target_;
+  QStringList tables_;
+  const std::function<void(const MoveStep&)>& watch_;
+};
+
+}  // namespace
+
+MoveResult moveCompetition(const MoveRequest& request, const std::function<void(const MoveStep&)>& watch) {
+  const auto source = Database::open(request.from, true);
+  refuseUnfinishedMove(*source);
+  const auto target = QFileInfo::exists(request.to) ? existingStore(request) : newFile(request);
+  const MoveResult result = Move(*source, *target, watch).run();
+  target->dropTable(kUnfinishedMove);
+  return result;
+}
+
+}  // namespace qk
