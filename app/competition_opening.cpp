@@ -5,6 +5,7 @@
 
 #include "app/ground/feld_wert.h"
 #include "app/ground/settings_keys.h"
+#include "app/ground/unfinished_move.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/datetext.h"
@@ -17,6 +18,9 @@ namespace {
 constexpr int kTableExists = 3010;
 constexpr int kNoReadPermission = 3112;
 constexpr int kBadName = 3126;
+constexpr int kNoDatabase = 3024;
+constexpr int kNoPassword = 3029;
+constexpr int kNoServer = 3043;
 
 QString numberAndDescription(const Error& error) {
   return "Fehler: " + QString::number(error.number()) + " - " + error.description();
@@ -43,6 +47,13 @@ bool askAgain(const Workplace& workplace, const Error& error, const QString& sWe
   }
   return workplace.dialogs.show({numberAndDescription(error), "Fehler", BoxIcon::None,
                                  BoxButtons::RetryCancel}) == BoxAnswer::Retry;
+}
+
+/// A store that nobody could open a moment later either: an unfinished move, no right password, a server that
+/// is away or hasn't the database.
+bool isOutOfReach(const Error& error) {
+  return error.number() == kUnfinishedMoveError || error.number() == kNoPassword ||
+         error.number() == kNoServer || error.number() == kNoDatabase;
 }
 
 template <class Step>
@@ -110,8 +121,10 @@ bool CompetitionOpening::setWettkampf(const QString& path) {
   reported(fehlerReport(workplace_.dialogs, "Fehler bei sWettkampf_err!"), [&](Steps& step) {
     if (!fileChosen(step)) return;
     step([&] { showCaption(); });
-    makeOwnTables();
-    opened = openMain();
+    if (isWithinReach()) {
+      makeOwnTables();
+      opened = openMain();
+    }
     if (opened || opened_.isEmpty() || opened_ == sWettkampf_) return;
     // The lines still work on what was open before: title and path say so.
     sWettkampf_ = opened_;
@@ -132,6 +145,23 @@ void CompetitionOpening::showCaption() {
   const QString caption = "QK-Intarso " + sWettkampf_;
   if (onCaption) onCaption(caption);
   schreibe(workplace_.settings, keys::Caption, caption);
+}
+
+/// What stands in the way of every further step is reported once, and nothing is made.
+bool CompetitionOpening::isWithinReach() const {
+  try {
+    refuseUnfinishedMove(*dao::Database::open(sWettkampf_));
+    return true;
+  } catch (const Error& error) {
+    if (!isOutOfReach(error)) return true;
+    refuse(error);
+    return false;
+  }
+}
+
+void CompetitionOpening::refuse(const Error& error) const {
+  workplace_.dialogs.note(numberAndDescription(error) + "\r\nBitte anderen Wettkampf wählen!!!",
+                          BoxIcon::Exclamation, "Fehler");
 }
 
 void CompetitionOpening::makeOwnTables() {
@@ -159,8 +189,7 @@ bool CompetitionOpening::openMain() {
     opened_ = sWettkampf_;
     return true;
   } catch (const Error& error) {
-    workplace_.dialogs.note(numberAndDescription(error) + "\r\nBitte anderen Wettkampf wählen!!!",
-                            BoxIcon::Exclamation, "Fehler");
+    refuse(error);
     return false;
   }
 }

@@ -58,7 +58,9 @@ class CompetitionOpening {
   bool fileChosen(Steps& step);
   void showCaption();
   void makeOwnTables();
+  bool isWithinReach() const;
   bool openMain();
+  void refuse(const Error& error) const;
 
   Workplace workplace_;
   GlobalVariablen& global_;

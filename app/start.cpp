@@ -1,6 +1,7 @@
 #include "app/start.h"
 
 #include "app/frmLindorm.h"
+#include "app/password_question.h"
 #include "app/qk_application.h"
 #include "app/single_instance.h"
 #include "platform/dialog/message_boxes.h"
@@ -27,6 +28,9 @@ int run(QkApplication& application) {
   Files files;
   Settings settings(Settings::defaultFilePath());
   MessageBoxes dialogs;
+
+  const dao::SharedPasswords passwords(passwordQuestion(
+      [&dialogs](const QString& prompt, const QString& title) { return dialogs.password(prompt, title); }));
 
   SingleInstance instance(settings.filePath());
   if (!instance.begin()) return 0;

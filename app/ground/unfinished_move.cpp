@@ -22,7 +22,7 @@ bool isUnfinishedMove(const dao::Database& store) {
 void refuseUnfinishedMove(dao::Database& store) {
   if (!isUnfinishedMove(store)) return;
   const QString source = sourceOf(store);
-  throw Error(3343,
+  throw Error(kUnfinishedMoveError,
               "Der Umzug dieses Wettkampfs ist nicht fertig geworden, er ist unvollständig. Arbeiten Sie " +
                   (source.isEmpty() ? QString("mit dem ursprünglichen Wettkampf")
                                     : QString("mit dem ursprünglichen Wettkampf (%1)").arg(source)) +

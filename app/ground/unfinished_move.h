@@ -9,9 +9,12 @@ namespace qk {
 /// The mark's table, with the column `Quelle`: where the competition came from.
 inline const QString kUnfinishedMove = "Umzug_unfertig";
 
+/// The classic number for a database that somebody else holds alone; nothing else here uses it.
+inline constexpr int kUnfinishedMoveError = 3356;
+
 bool isUnfinishedMove(const dao::Database& store);
 
-/// Error 3343, with a text for the user, when the store bears the mark.
+/// kUnfinishedMoveError, with a text for the user, when the store bears the mark.
 void refuseUnfinishedMove(dao::Database& store);
 
 }  // namespace qk

@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintDialog>
@@ -152,11 +153,21 @@ BoxAnswer MessageBoxes::show(const Box& box) {
 }
 
 QString MessageBoxes::input(const QString& prompt, const QString& title, const QString& preset) {
+  return inputText(prompt, title, preset, false);
+}
+
+QString MessageBoxes::password(const QString& prompt, const QString& title) {
+  return inputText(prompt, title, {}, true);
+}
+
+QString MessageBoxes::inputText(const QString& prompt, const QString& title, const QString& preset,
+                                bool masked) {
   Modal<QInputDialog> dialog(parentWindow());
   dialog->setInputMode(QInputDialog::TextInput);
   dialog->setWindowTitle(title.isEmpty() ? QGuiApplication::applicationDisplayName() : title);
   dialog->setLabelText(prompt);
   for (QLabel* label : dialog->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  dialog->setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
   dialog->setTextValue(preset);
   return dialog.exec() == QDialog::Accepted ? dialog->textValue() : QString();
 }

@@ -16,7 +16,11 @@ class MessageBoxes : public Dialogs {
   std::optional<FontChoice> chooseFont(const FontChoice& current) override;
   void printerSetup() override;
 
+  /// An input box whose text can't be read on the screen. Empty when cancelled.
+  QString password(const QString& prompt, const QString& title);
+
  private:
+  static QString inputText(const QString& prompt, const QString& title, const QString& preset, bool masked);
   static QWidget* parentWindow();  ///< the active modal window, else the active window
 };
 

@@ -4,6 +4,8 @@
 #include <QTest>
 
 #include "app/competition_opening.h"
+#include "app/ground/unfinished_move.h"
+#include "app/password_question.h"
 #include "platform/settings/settings.h"
 #include "tests/support/test_workplace.h"
 #include "tools/schema/schema_build.h"
@@ -297,6 +299,38 @@ class TestCompetitionOpening : public QObject {
     QVERIFY(!opening_->setWettkampf(torn));
     QCOMPARE(place_->files.read(torn), half);
     QCOMPARE(opening_->sWettkampf(), path_);
+  }
+
+  /// One box, and the tables of the program aren't put into what is to be thrown away.
+  void anUnfinishedMoveIsToldAndLeftAlone() {
+    dao::Database::open(path_)->createTable({kUnfinishedMove, {{"Quelle", dao::FieldType::Memo}}, {}});
+    place_->dialogs
+        .expect(
+            "Fehler: 3356 - Der Umzug dieses Wettkampfs ist nicht fertig geworden, er ist unvollständig. "
+            "Arbeiten Sie mit dem ursprünglichen Wettkampf weiter, oder wiederholen Sie den Umzug mit "
+            "\"qk-wettkampf umziehen ... --von-vorn\".\r\nBitte anderen Wettkampf wählen!!!")
+        .titled("Fehler")
+        .showing(BoxIcon::Exclamation);
+    QVERIFY(!opening_->setWettkampf(path_));
+    QVERIFY(!dao::Database::open(path_)->hasTable("Haering_Daten"));
+    QVERIFY(!global_->Datenbank);
+  }
+
+  void thePasswordQuestionNamesServerAndUser() {
+    QStringList asked;
+    QString answer = "geheim";
+    const auto ask = passwordQuestion([&](const QString& prompt, const QString& title) {
+      asked << title + ": " + prompt;
+      return answer;
+    });
+    const dao::ServerAddress address{"standserver", 5432, "pokal", "buero"};
+    QCOMPARE(ask(address, false), QString("geheim"));
+    QCOMPARE(ask(address, true), QString("geheim"));
+    answer.clear();
+    QCOMPARE(ask(address, false), std::nullopt);
+    const QString text = "Passwort von buero für den Wettkampf pokal auf standserver:";
+    const QString title = "Anmeldung am Datenbankserver: ";
+    QCOMPARE(asked, (QStringList{title + text, title + "Das Passwort war falsch.\n\n" + text, title + text}));
   }
 
   void anotherKindOfFileAsTemplateIsReportedAndLeftAlone() {

@@ -187,7 +187,7 @@ void TestMove::aFailureLeavesAMarkedTarget() {
     refuseUnfinishedMove(*Database::open(path("b.qkk")));
     QFAIL("taken for a competition");
   } catch (const Error& error) {
-    QCOMPARE(error.number(), 3343);
+    QCOMPARE(error.number(), 3356);
     QVERIFY2(error.description().contains("(" + from + ")"), qPrintable(error.description()));
   }
 }
@@ -200,7 +200,7 @@ void TestMove::beginsAnewOnlyWhenTold() {
   QCOMPARE(errorOf([&] { moveCompetition({from, path("b.qkk")}, stop); }), 3026);
   const Answer again = call({"umziehen", from, path("b.qkk")});
   QCOMPARE(again.status, 1);
-  QVERIFY2(again.errors.startsWith("Fehler: 3343 - Am Ziel liegt ein Umzug, der nicht fertig geworden ist"),
+  QVERIFY2(again.errors.startsWith("Fehler: 3356 - Am Ziel liegt ein Umzug, der nicht fertig geworden ist"),
            qPrintable(again.errors));
   QVERIFY(isUnfinishedMove(*Database::open(path("b.qkk"))));
   const Answer anew = call({"umziehen", from, path("b.qkk"), "--von-vorn"});
@@ -213,7 +213,7 @@ void TestMove::doesNotMoveAnUnfinishedMove() {
     if (step.number == 3) throw Error(3026);
   };
   QCOMPARE(errorOf([&] { moveCompetition({competition("a.qkk"), path("b.qkk")}, stop); }), 3026);
-  QCOMPARE(errorOf([&] { moveCompetition({path("b.qkk"), path("c.qkk")}, quiet); }), 3343);
+  QCOMPARE(errorOf([&] { moveCompetition({path("b.qkk"), path("c.qkk")}, quiet); }), 3356);
   QVERIFY(!QFile::exists(path("c.qkk")));
 }
 
@@ -298,8 +298,8 @@ void TestMove::killedAtAnyMoment() {
 
   QCOMPARE(QCryptographicHash::hash(bytesOf(from), QCryptographicHash::Sha1), before);
   if (QFile::exists(to)) {
-    QCOMPARE(errorOf([&] { refuseUnfinishedMove(*Database::open(to)); }), 3343);
-    QCOMPARE(errorOf([&] { moveCompetition({from, to}, quiet); }), 3343);
+    QCOMPARE(errorOf([&] { refuseUnfinishedMove(*Database::open(to)); }), 3356);
+    QCOMPARE(errorOf([&] { moveCompetition({from, to}, quiet); }), 3356);
   }
   moveCompetition({originals_.filePath("klein.qkk"), to, true}, quiet);
   QVERIFY(!isUnfinishedMove(*Database::open(to)));

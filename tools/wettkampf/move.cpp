@@ -56,7 +56,7 @@ std::unique_ptr<Database> existingStore(const MoveRequest& request) {
   auto target = Database::open(request.to);
   if (isUnfinishedMove(*target)) {
     if (!request.again)
-      throw Error(3343,
+      throw Error(kUnfinishedMoveError,
                   "Am Ziel liegt ein Umzug, der nicht fertig geworden ist oder gerade läuft. Ist er "
                   "abgebrochen, so wiederholen Sie den Befehl mit --von-vorn: was am Ziel liegt, wird "
                   "dann verworfen.");

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -32,6 +33,7 @@ class TestDialog : public QObject {
   void parentIsTheActiveWindow();
   void aParentThatGoesTakesItsBoxAlong();
   void inputs();
+  void aPasswordCannotBeReadOnTheScreen();
   void fontWithColour();
   void filters();
   void fontsAndColours();
@@ -156,6 +158,20 @@ void TestDialog::inputs() {
   QCOMPARE(format, Qt::PlainText);
   boxes.expectInput("Wert:", std::nullopt);
   QCOMPARE(dialogs.input("Wert:", "", "vorgelegt"), "");
+}
+
+void TestDialog::aPasswordCannotBeReadOnTheScreen() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs;
+  auto echo = QLineEdit::Normal;
+  boxes.expectInput("Passwort:", "ge heim ß").titled("Anmeldung").during([&] {
+    echo = QApplication::activeModalWidget()->findChild<QLineEdit*>()->echoMode();
+  });
+  QCOMPARE(dialogs.password("Passwort:", "Anmeldung"), "ge heim ß");
+  QCOMPARE(echo, QLineEdit::Password);
+  boxes.expectInput("Passwort:", std::nullopt);
+  QCOMPARE(dialogs.password("Passwort:", ""), "");
 }
 
 void TestDialog::fontWithColour() {
