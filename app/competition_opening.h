@@ -9,6 +9,7 @@
 #include "app/ground/global_variablen.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
+#include "platform/runtime/error.h"
 #include "platform/runtime/retry.h"
 #include "platform/workplace.h"
 

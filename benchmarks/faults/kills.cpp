@@ -1,11 +1,7 @@
-#include <QDir>
-#include <QSet>
-#include <QTextStream>
 #include <random>
 
 #include "benchmarks/faults/faults.h"
-#include "platform/dao/database.h"
-#include "platform/dao/recordset.h"
+#include "benchmarks/faults/stored_shots.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/reckoning_log.h"
 #include "tools/rundgang/walk.h"
@@ -17,27 +13,9 @@ namespace {
 const QString kLines = "111111";
 constexpr unsigned kLongestLife = 6000;  ///< milliseconds: start, restoring, sending, shooting
 
-struct Stored {
-  QSet<QString> keys;
-  int rows = 0;
-};
-
-/// Keys as the stations' log gives them: line, hit, date, time.
-Stored stored(const QString& competition) {
-  Stored found;
-  const auto store = dao::Database::open(competition);
-  const auto rows = store->openRecordset("Select * from Haering_Daten");
-  for (; !rows->eof(); rows->moveNext(), ++found.rows)
-    found.keys.insert(QStringList{rows->value("Liniennummer").toString(),
-                                  rows->value("Treffernummer").toString(), rows->value("Datum").toString(),
-                                  rows->value("ZeitAbsolut").toString()}
-                          .join('/'));
-  return found;
-}
-
 /// A station fires its next shot only when the flag of the last one is gone: all but the last of each line
 /// are acknowledged, and the last one is when its flag is gone, too.
-QStringList acknowledgedButMissing(const Range& range, const Stored& store) {
+QStringList acknowledgedButMissing(const Range& range, const StoredShots& store) {
   const auto fired = firedShots(range.stationLog());
   QMap<int, QString> last;
   for (const FiredShot& shot : fired) last[shot.line] = shot.key;
@@ -84,7 +62,7 @@ bool runKills(const QString& folder, int runs, unsigned seed) {
       // Killed while the lines were still on their way into price mode: that is a moment like any other.
     }
     program->waitForEnd();
-    missing += acknowledgedButMissing(range, stored(range.competition()));
+    missing += acknowledgedButMissing(range, storedShots(range.competition()));
   }
   // Once more without a crash: what still waits in the folder is read, too.
   range.stopStations();
@@ -99,19 +77,7 @@ bool runKills(const QString& folder, int runs, unsigned seed) {
     }
     program->kill();
   }
-  const Stored store = stored(range.competition());
-  const auto fired = firedShots(range.stationLog());
-  for (const FiredShot& shot : fired)
-    if (!store.keys.contains(shot.key)) missing << shot.key;
-  const bool good = missing.isEmpty() && store.rows == store.keys.size() && !fired.empty();
-  QTextStream(stdout) << QString("%1 SIGKILL: %2 Schuss gefeuert, %3 gespeichert, %4 fehlen, %5 doppelt\n")
-                             .arg(runs)
-                             .arg(fired.size())
-                             .arg(store.rows)
-                             .arg(missing.size())
-                             .arg(store.rows - store.keys.size());
-  for (const QString& key : missing) QTextStream(stdout) << "  fehlt: " << key << Qt::endl;
-  return good;
+  return reportShots(QString("%1 SIGKILL").arg(runs), range, storedShots(range.competition()), missing);
 }
 
 }  // namespace qk::faults

@@ -1,6 +1,8 @@
 #include "tests/tools/move_store.h"
 
 #include <QDateTime>
+#include <QProcess>
+#include <algorithm>
 
 #include "platform/dao/engine.h"
 #include "platform/dao/recordset.h"
@@ -170,6 +172,23 @@ QStringList contentsOf(const QString& path) {
   for (const QString& query : queries)
     lines << "Abfrage " + query + ": " + store->engine().catalogue()->info(query)->text;
   return lines;
+}
+
+QString firstDifference(const QStringList& a, const QStringList& b) {
+  for (qsizetype i = 0; i < std::max(a.size(), b.size()); ++i)
+    if (a.value(i) != b.value(i)) return QString("%1: %2 <> %3").arg(i).arg(a.value(i), b.value(i));
+  return {};
+}
+
+bool killMoveAt(const QString& from, const QString& to, const QString& line) {
+  QProcess move;
+  move.start(QK_WETTKAMPF, {"umziehen", from, to});
+  QString said;
+  while (!said.contains(line) && move.waitForReadyRead(60000))
+    said += QString::fromUtf8(move.readAllStandardOutput());
+  if (!said.contains(line)) return false;
+  move.kill();
+  return move.waitForFinished() && move.exitStatus() == QProcess::CrashExit;
 }
 
 }  // namespace qk::test

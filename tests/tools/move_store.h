@@ -15,5 +15,11 @@ void addHardTables(dao::Database& store, int rows);
 
 /// Every definition and every row of a store as text, a line each: equal for equal stores.
 QStringList contentsOf(const QString& path);
+/// The first line that differs, for a message that can be read; empty when there is none.
+QString firstDifference(const QStringList& a, const QStringList& b);
+
+/// Runs qk-wettkampf as a process and ends it by SIGKILL as soon as it says the line; where it stands then is
+/// left to chance. False when it never said it.
+bool killMoveAt(const QString& from, const QString& to, const QString& line);
 
 }  // namespace qk::test

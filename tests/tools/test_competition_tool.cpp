@@ -32,6 +32,7 @@ class TestCompetitionTool : public QObject {
   void refusesWrongCalls_data();
   void refusesWrongCalls();
   void makesAFileOnce();
+  void leavesAForeignFileAlone();
   void namesAMissingFolder();
   void namesAMissingExchangeParent();
   void hintsAtTheExtension();
@@ -92,10 +93,24 @@ void TestCompetitionTool::makesAFileOnce() {
   for (const char* command : {"neu", "demo"}) {
     const Answer again = call({command, file});
     QCOMPARE(again.status, 1);
-    QCOMPARE(again.errors, QString("Die Datei gibt es schon, sie bleibt unverändert: %1\n").arg(file));
+    QCOMPARE(again.errors, QString("Den Wettkampf gibt es schon, er bleibt unverändert: %1\n").arg(file));
   }
   made.seek(0);
   QCOMPARE(made.readAll(), before);
+}
+
+void TestCompetitionTool::leavesAForeignFileAlone() {
+  const QString letter = path("brief.qkk");
+  const QByteArray content = "Sehr geehrte Damen und Herren, Ihr Verein";
+  QFile file(letter);
+  QVERIFY(file.open(QIODevice::ReadWrite));
+  file.write(content);
+  file.flush();
+  const Answer answer = call({"neu", letter});
+  QCOMPARE(answer.status, 1);
+  QVERIFY2(answer.errors.startsWith("Fehler: 3"), qPrintable(answer.errors));
+  file.seek(0);
+  QCOMPARE(file.readAll(), content);
 }
 
 void TestCompetitionTool::namesAMissingFolder() {
@@ -131,7 +146,7 @@ void TestCompetitionTool::binaryReturnsItsStatus() {
   again.start(QK_WETTKAMPF, {"neu", path("prozess.qkk")});
   QVERIFY(again.waitForFinished());
   QCOMPARE(again.exitCode(), 1);
-  QVERIFY(QString::fromUtf8(again.readAllStandardError()).startsWith("Die Datei gibt es schon"));
+  QVERIFY(QString::fromUtf8(again.readAllStandardError()).startsWith("Den Wettkampf gibt es schon"));
 }
 
 QTEST_GUILESS_MAIN(TestCompetitionTool)

@@ -2,7 +2,6 @@
 // interrupted at any moment leaves the source as it was and a target that says so.
 #include <QCryptographicHash>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -40,13 +39,6 @@ Answer call(const QStringList& arguments) {
 QByteArray bytesOf(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// The first line that differs, for a message that can be read.
-QString firstDifference(const QStringList& a, const QStringList& b) {
-  for (qsizetype i = 0; i < std::max(a.size(), b.size()); ++i)
-    if (a.value(i) != b.value(i)) return QString("%1: %2 <> %3").arg(i).arg(a.value(i), b.value(i));
-  return {};
 }
 
 void quiet(const MoveStep&) {}
@@ -279,22 +271,13 @@ void TestMove::killedAtAnyMoment_data() {
   QTest::newRow("while comparing") << QString("Prüfe [");
 }
 
-/// The process is ended as soon as it says the line; where it stands then is left to chance.
 void TestMove::killedAtAnyMoment() {
   QFETCH(QString, line);
   const QString from = originals_.filePath("gross.qkk");
   const QString to = path("ziel.qkk");
   const QByteArray before = QCryptographicHash::hash(bytesOf(from), QCryptographicHash::Sha1);
 
-  QProcess move;
-  move.start(QK_WETTKAMPF, {"umziehen", from, to});
-  QString said;
-  while (!said.contains(line) && move.waitForReadyRead(60000))
-    said += QString::fromUtf8(move.readAllStandardOutput());
-  QVERIFY2(said.contains(line), qPrintable(said));
-  move.kill();
-  QVERIFY(move.waitForFinished());
-  QCOMPARE(move.exitStatus(), QProcess::CrashExit);
+  QVERIFY(killMoveAt(from, to, line));
 
   QCOMPARE(QCryptographicHash::hash(bytesOf(from), QCryptographicHash::Sha1), before);
   if (QFile::exists(to)) {

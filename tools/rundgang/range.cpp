@@ -17,16 +17,20 @@ QString binary(const QString& name) {
 }  // namespace
 
 Range::Range(RangeOptions options) : options_(std::move(options)) {
-  QDir folder(options_.folder);
-  for (const char* part : {"austausch", "dokumente", "temp"}) folder.mkpath(part);
+  QDir().mkpath(exchangeFolder());
   QProcess maker;
   maker.setProcessChannelMode(QProcess::ForwardedErrorChannel);
   maker.start(binary("qk-wettkampf"), {"demo", competition(), "--austausch", exchangeFolder()});
   if (!maker.waitForFinished() || maker.exitCode() != 0)
     throw DriverError("the demo competition can't be made");
-  Settings settings(options_.folder + "/einstellungen");
+  furnish(options_.folder, options_.activeLines);
+}
+
+void Range::furnish(const QString& folder, const QString& activeLines) const {
+  for (const char* part : {"dokumente", "temp"}) QDir(folder).mkpath(part);
+  Settings settings(folder + "/einstellungen");
   settings.setValue("Tarvex", "Häring", "Netzverzeichnis", exchangeFolder());
-  settings.setValue("Tarvex", "Häring", "LinienAktiv", options_.activeLines);
+  settings.setValue("Tarvex", "Häring", "LinienAktiv", activeLines);
 }
 
 Range::~Range() {
@@ -52,16 +56,24 @@ void Range::addGroup(const QString& name, const QStringList& disciplines) const 
   }
 }
 
-QProcessEnvironment Range::environment() const {
+QProcessEnvironment Range::environmentOf(const QString& folder) const {
   QProcessEnvironment environment;
-  environment.insert("QK_EINSTELLUNGEN", options_.folder + "/einstellungen");
-  environment.insert("QK_DOKUMENTE", options_.folder + "/dokumente");
-  environment.insert("temp", options_.folder + "/temp");
+  environment.insert("QK_EINSTELLUNGEN", folder + "/einstellungen");
+  environment.insert("QK_DOKUMENTE", folder + "/dokumente");
+  environment.insert("temp", folder + "/temp");
   return environment;
 }
 
 std::unique_ptr<DrivenProgram> Range::startProgram() const {
   return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{competition()}, environment());
+}
+
+std::unique_ptr<DrivenProgram> Range::startDesk(const QString& name, const QString& activeLines) const {
+  const QString folder = options_.folder + "/" + name;
+  QDir().mkpath(folder);
+  furnish(folder, activeLines);
+  return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{competition()},
+                                         environmentOf(folder));
 }
 
 void Range::startStations() {

@@ -11,7 +11,9 @@
 namespace qk {
 
 struct RangeOptions {
-  QString folder;  ///< must exist; holds no dot
+  /// Must exist; holds no dot. A file "demo.qkk" in it that names an empty store on a server puts the
+  /// competition there.
+  QString folder;
   QString activeLines = "111";
   int pace = 60;  ///< milliseconds between two shots of a station
   int seed = 1;
@@ -26,6 +28,9 @@ class Range {
   /// Stores a group of station disciplines, as the office would have on an earlier day.
   void addGroup(const QString& name, const QStringList& disciplines) const;
   std::unique_ptr<DrivenProgram> startProgram() const;
+  /// A further desk on the same competition, a workstation with settings and folders of its own, with these
+  /// lines.
+  std::unique_ptr<DrivenProgram> startDesk(const QString& name, const QString& activeLines) const;
   void startStations();
   void stopStations();
 
@@ -33,13 +38,17 @@ class Range {
   QString stationLog() const { return options_.folder + "/stationen.log"; }
   QString exchangeFolder() const { return options_.folder + "/austausch/"; }
   QString picture(const QString& name) const { return options_.folder + "/" + name + ".png"; }
-  QProcessEnvironment environment() const;
+  QProcessEnvironment environment() const { return environmentOf(options_.folder); }
   /// Whether the program has a command waiting for a station.
   bool commandPending(int line) const;
   /// Whether a station's report waits for the program.
   bool reportPending(int line) const;
 
  private:
+  /// Makes the folder of a workstation with its settings.
+  void furnish(const QString& folder, const QString& activeLines) const;
+  QProcessEnvironment environmentOf(const QString& folder) const;
+
   RangeOptions options_;
   QProcess stations_;
 };

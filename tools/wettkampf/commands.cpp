@@ -15,6 +15,8 @@ namespace qk {
 
 namespace {
 
+constexpr int kDatabaseExists = 3204;
+
 const QString Help =
     "qk-wettkampf: legt Wettkämpfe an und zieht mit ihnen um\n"
     "\n"
@@ -101,10 +103,16 @@ QString missingFolder(const QFileInfo& file) {
 /// What stands in the way, before anything is made; empty for nothing.
 QString obstacle(const Request& request) {
   const QFileInfo file(request.path);
-  if (file.exists()) return QString("Die Datei gibt es schon, sie bleibt unverändert: %1").arg(request.path);
   const QString missing = missingFolder(file);
   if (!missing.isEmpty() || request.exchangeFolder.isEmpty()) return missing;
   return missingFolder(QFileInfo(QDir::cleanPath(request.exchangeFolder)));
+}
+
+void make(const Request& request) {
+  if (request.kind == Request::Kind::Demo)
+    makeDemoCompetition(request.path);
+  else
+    makeCompetition(request.path, request.title);
 }
 
 int carryOut(const Request& request, QTextStream& out, QTextStream& errors) {
@@ -112,10 +120,13 @@ int carryOut(const Request& request, QTextStream& out, QTextStream& errors) {
     errors << text << "\n";
     return 1;
   }
-  if (request.kind == Request::Kind::Demo)
-    makeDemoCompetition(request.path);
-  else
-    makeCompetition(request.path, request.title);
+  try {
+    make(request);
+  } catch (const Error& error) {
+    if (error.number() != kDatabaseExists) throw;
+    errors << "Den Wettkampf gibt es schon, er bleibt unverändert: " << request.path << "\n";
+    return 1;
+  }
   out << "Wettkampf angelegt: " << request.path << "\n";
   if (!request.exchangeFolder.isEmpty()) {
     Files files;

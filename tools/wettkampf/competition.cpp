@@ -2,10 +2,12 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include "platform/runtime/error.h"
 #include "tools/schema/schema_build.h"
 #include "tools/wettkampf/demo_rows.h"
+#include "tools/wettkampf/move.h"
 
 // Outside of the namespace: a static library's resources are named here or left out by the linker.
 static void registerSchemas() {
@@ -36,6 +38,16 @@ void fillDemo(dao::Database& database, const Schema& tables) {
   for (const TableData& data : demoRows(tables, embeddedSchema("Demo.txt"))) insertRows(database, data);
 }
 
+/// Into a file that doesn't exist yet; into a store that does by a move, for nobody else may see it half
+/// done.
+void makeAt(const QString& path, const std::function<void(dao::Database&)>& fill) {
+  if (!QFile::exists(path)) return createDatabase(path, fill);
+  const QTemporaryDir folder;
+  const QString draft = folder.filePath("entwurf.qkk");
+  createDatabase(draft, fill);
+  moveCompetition({draft, path, false, "qk-wettkampf neu"}, [](const MoveStep&) {});
+}
+
 }  // namespace
 
 Schema embeddedSchema(const QString& name) {
@@ -47,7 +59,7 @@ Schema embeddedSchema(const QString& name) {
 
 void makeCompetition(const QString& path, const CompetitionTitle& title) {
   const Schema tables = embeddedSchema("Wettkampf.txt");
-  createDatabase(path, [&](dao::Database& database) {
+  makeAt(path, [&](dao::Database& database) {
     buildSchema(database, tables);
     insertRows(database, {"Wettkampf",
                           {"RefDatum", "Bezeichnung", "Bezeichnung2", "Ort"},
@@ -58,7 +70,7 @@ void makeCompetition(const QString& path, const CompetitionTitle& title) {
 
 void makeDemoCompetition(const QString& path) {
   const Schema tables = embeddedSchema("Wettkampf.txt");
-  createDatabase(path, [&](dao::Database& database) { fillDemo(database, tables); });
+  makeAt(path, [&](dao::Database& database) { fillDemo(database, tables); });
 }
 
 }  // namespace qk

@@ -18,8 +18,8 @@ struct CompetitionTitle {
 };
 
 /// An empty competition: nothing but the one row of Wettkampf and of Klassenwechsel. No column
-/// TeilerfaktorESA and no Haering table: QK-Intarso's own opening adds them. 3204 when the file exists;
-/// a failure leaves no file behind.
+/// TeilerfaktorESA and no Haering table: QK-Intarso's own opening adds them. The path is a file to make (a
+/// failure leaves none behind) or names an empty store on a server; 3204 when a competition is there.
 void makeCompetition(const QString& path, const CompetitionTitle& title);
 
 /// A competition filled with the rows of demoRows and the standard discipline keys with their teiler factors.

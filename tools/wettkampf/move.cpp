@@ -36,11 +36,15 @@ void removeDraft(const QString& path) {
     QFile::remove(file.dir().filePath(name));
 }
 
+QString originOf(const MoveRequest& request) {
+  return request.origin.isEmpty() ? QFileInfo(request.from).absoluteFilePath() : request.origin;
+}
+
 /// The file appears under its name only when it bears the mark.
 std::unique_ptr<Database> newFile(const MoveRequest& request) {
   const QString draft = request.to + ".umzug";
   removeDraft(draft);
-  makeMark(*Database::create(draft), request.from);
+  makeMark(*Database::create(draft), originOf(request));
   Files().rename(draft, request.to);
   return Database::open(request.to);
 }
@@ -52,8 +56,18 @@ void clear(Database& target) {
     if (!dao::sameName(table, kUnfinishedMove)) target.dropTable(table);
 }
 
+/// A server's database that nobody has used yet is made ready for its tables by the first who asks for it.
+std::unique_ptr<Database> opened(const QString& path) {
+  try {
+    return Database::create(path);
+  } catch (const Error& error) {
+    if (error.number() != kDatabaseExists) throw;
+    return Database::open(path);
+  }
+}
+
 std::unique_ptr<Database> existingStore(const MoveRequest& request) {
-  auto target = Database::open(request.to);
+  auto target = opened(request.to);
   if (isUnfinishedMove(*target)) {
     if (!request.again)
       throw Error(kUnfinishedMoveError,
@@ -66,10 +80,10 @@ std::unique_ptr<Database> existingStore(const MoveRequest& request) {
   if (!target->tableNames().isEmpty() || !target->queryNames().isEmpty())
     throw Error(kDatabaseExists, "Das Ziel ist nicht leer, es bleibt unverändert.");
   try {
-    makeMark(*target, request.from);
+    makeMark(*target, originOf(request));
   } catch (const Error& error) {
     if (error.number() != kTableExists) throw;
-    throw Error(kDatabaseExists, "Ein anderer Umzug hat gerade dasselbe Ziel begonnen.");
+    throw Error(kUnfinishedMoveError, "Ein anderer Umzug hat gerade dasselbe Ziel begonnen.");
   }
   return target;
 }

@@ -29,6 +29,8 @@ struct MoveRequest {
   QString to;
   /// Begins anew over what an interrupted move left in the target. Nothing else is ever removed.
   bool again = false;
+  /// What the mark says of the source where its path would tell nobody anything.
+  QString origin = {};
 };
 
 /// Copies all tables and stored queries, then reads both stores again and compares definitions, counts, sums
