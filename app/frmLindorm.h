@@ -106,7 +106,10 @@ class frmLindorm : public QMainWindow {
   void mnuOptEinstellungen_Click();
   void mnuOptHaeringNetzPfad_Click();
   void mnuStandeinstellungen_Click();
+  void showDisziplinenSchluessel(const QString& sDataBase);
   void mnuOptLoadTestDaten_Click();
+  void mnuHaerinAlleWerbeEIN_Click(Steps& step);
+  void mnuHaeringAktLinieWerbeEIN_Click(Steps& step);
   void mnuHaeringTransferClear_Click();
   void mnuHaeringEsaPreisIni_Click();
   void mnuHilfe_Click();

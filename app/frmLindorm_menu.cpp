@@ -1,6 +1,5 @@
 // What the menus and the toolbar of the main window do. Each routine reports its own failures under its name.
 #include <QAction>
-#include <QApplication>
 #include <QFileInfo>
 #include <QListWidget>
 #include <QMenu>
@@ -17,23 +16,17 @@
 #include "platform/dialog/font_convert.h"
 #include "platform/runtime/files.h"
 #include "platform/settings/settings.h"
+#include "platform/widgets/hourglass.h"
+#include "targetconfig/frmDisziKZ.h"
 #include "targetconfig/frmHaeringDEF.h"
 #include "targetconfig/frmHaeringEinstellungen.h"
+#include "targetconfig/frmHaeringOutput.h"
 #include "targetconfig/frmLinienSetup.h"
+#include "targetconfig/frmWerbeFenster.h"
+#include "targetconfig/line_choice.h"
 #include "ui_frmLindorm.h"
 
 namespace qk {
-
-namespace {
-
-/// The hourglass, for as long as it lives.
-class Hourglass {
- public:
-  Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~Hourglass() { QApplication::restoreOverrideCursor(); }
-};
-
-}  // namespace
 
 ErrorReport frmLindorm::clickReport(const QString& routine) const {
   return fehlerReport(workplace_.dialogs, "Fehler beim Klick " + routine + "_err!");
@@ -78,6 +71,13 @@ void frmLindorm::connectOptions() {
   on(ui_->mnuOptEinstellungen, [this] { mnuOptEinstellungen_Click(); });
   on(ui_->mnuOptHaeringNetzPfad, [this] { mnuOptHaeringNetzPfad_Click(); });
   on(ui_->mnuStandeinstellungen, [this] { mnuStandeinstellungen_Click(); });
+  on(ui_->mnuDisziplinenSPOWettkampf, [this] {
+    if (!DateiVorhanden(workplace_.files, sWettkampf()))
+      return workplace_.dialogs.note("Bitte öffnen Sie einen Wettkampf.");
+    showDisziplinenSchluessel(sWettkampf());
+  });
+  on(ui_->mnuDisziplinenSPOStandard,
+     [this] { showDisziplinenSchluessel(global_.SystemVerzeichnis + "LeerSA.mdb"); });
   on(ui_->mnuOptFontHaeringDisziplin,
      [this] { chooseFont(keys::FontHDisziplin.toString(), &UserControl1::Set_Font_HaeringDisziplin); });
   on(ui_->mnuOptFontHaeringSchuss,
@@ -95,6 +95,11 @@ void frmLindorm::connectOptions() {
   on(ui_->mnuHaeringSendeProtokollOpen,
      [this] { MitProgrammOeffnen(workplace_, global_.Verzeichnis + "OutputIntarsoProtokoll.txt"); });
   on(ui_->mnuOptLoadTestDaten, [this] { mnuOptLoadTestDaten_Click(); });
+  on(ui_->mnuEditHaeringOutput, [this] {
+    frmHaeringOutput dialog(workplace_, global_, this);
+    dialog.setLinie(currentLine().nLinie());
+    dialog.exec();
+  });
   on(ui_->mnuHaeringTransferClear, [this] { mnuHaeringTransferClear_Click(); });
   on(ui_->mnuHaeringEsaPreisIni, [this] { mnuHaeringEsaPreisIni_Click(); });
 }
@@ -114,6 +119,7 @@ void frmLindorm::connectAllLines() {
   all(ui_->mnuHaeringAllePreismodusOFF, &UserControl1::Set_Linie_PreisModus_OFF, AfterEach::MessageLoop);
   all(ui_->mnuHaeringAlleSchuetzenOFF, &UserControl1::Set_Abmelden_Schuetze);
   all(ui_->mnuHaerinAlleWerbeAUS, &UserControl1::Set_Linie_Werbefenster_AUS);
+  onInSteps(ui_->mnuHaerinAlleWerbeEIN, [this](Steps& step) { mnuHaerinAlleWerbeEIN_Click(step); });
   askAll(ui_->mnuHaeringAlleWindows, "Sollen wirklich alle Linienrechner zurück zu Windows gesetzt werden?",
          &UserControl1::Set_Linie_ZurueckWindows);
   askAll(ui_->mnuHaeringAlleShutDown, "Sollen wirklich alle Linienrechner heruntergefahren werden?",
@@ -125,6 +131,7 @@ void frmLindorm::connectAllLines() {
 }
 
 void frmLindorm::connectCurrentLine() {
+  onInSteps(ui_->mnuHaeringAktLinieWerbeEIN, [this](Steps& step) { mnuHaeringAktLinieWerbeEIN_Click(step); });
   on(ui_->mnuHaeringAktLinieWerbeAUS, [this] { currentLine().Set_Linie_Werbefenster_AUS(); });
   onInSteps(ui_->mnuHaeringAktWindows, [this](Steps& step) {
     if (asked("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?"))
@@ -230,9 +237,38 @@ void frmLindorm::mnuStandeinstellungen_Click() {
   if (dialog.bOK()) Load_Settings();
 }
 
+void frmLindorm::showDisziplinenSchluessel(const QString& sDataBase) {
+  frmDisziKZ dialog(workplace_, global_, this);
+  dialog.setDataBase(sDataBase);
+  dialog.setAuswahl(false);
+  dialog.exec();
+}
+
 void frmLindorm::mnuOptLoadTestDaten_Click() {
   const QString file = workplace_.dialogs.openFile("Intarso-Logdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*");
   if (!file.isEmpty()) currentLine().Fill_Testdaten(file);
+}
+
+void frmLindorm::mnuHaerinAlleWerbeEIN_Click(Steps& step) {
+  frmWerbeFenster dialog(workplace_, this);
+  dialog.setEinzel(false);
+  dialog.exec();
+  if (!dialog.bOK()) return;
+  const std::map<int, QString> pictures = bilderJeLinie(dialog.sBildName());
+  forAllLines(step, [&pictures](UserControl1& line) {
+    if (const auto chosen = pictures.find(line.nLinie()); chosen != pictures.end())
+      line.Set_Linie_Werbefenster_EIN(chosen->second);
+  });
+}
+
+/// The station of a single line gets the whole choice, where the entry for all lines sends the bare file
+/// name.
+void frmLindorm::mnuHaeringAktLinieWerbeEIN_Click(Steps& step) {
+  frmWerbeFenster dialog(workplace_, this);
+  dialog.setEinzel(true);
+  dialog.setAktLinie(static_cast<qint16>(Get_AktLinienNummer() + 1));
+  dialog.exec();
+  if (dialog.bOK()) step([&] { currentLine().Set_Linie_Werbefenster_EIN(dialog.sBildName()); });
 }
 
 void frmLindorm::mnuHaeringTransferClear_Click() {

@@ -94,10 +94,8 @@ void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {
 void frmLindorm::disableWithoutTarget() {
   for (QAction* action :
        {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint, ui_->mnuEditErgebnisse,
-        ui_->mnuEditKasse, ui_->mnuDisziplinenSPOWettkampf, ui_->mnuDisziplinenSPOStandard,
-        ui_->mnuEditHaeringOutput, ui_->mnuHaerinAlleWerbeEIN, ui_->mnuHaeringAktLinieWerbeEIN,
-        ui_->mnuHaeringEsaPreisIniCheck, ui_->mnuHaeringGruppenDisziplinen,
-        ui_->Print1, ui_->vorschau, ui_->ErgEdit, ui_->euro})
+        ui_->mnuEditKasse, ui_->mnuHaeringEsaPreisIniCheck, ui_->mnuHaeringGruppenDisziplinen, ui_->Print1,
+        ui_->vorschau, ui_->ErgEdit, ui_->euro})
     explain(action, false, kNotYet);
 }
 
@@ -106,9 +104,10 @@ void frmLindorm::showLineActions() {
   noLine_->setVisible(!line);
   for (QAction* action :
        {ui_->Speichern, ui_->Löschen, ui_->linienstop, ui_->anmelden, ui_->abmelden, ui_->linienfrei,
-        ui_->schussbild, ui_->mnuEditSchussbilder, ui_->mnuHaeringAktLinieWerbeAUS, ui_->mnuHaeringAktWindows,
-        ui_->mnuHaeringAktShutDown, ui_->mnuSchussAktWettbewerb, ui_->mnuSchussAlle, ui_->mnuSchussKeinen,
-        ui_->mnuOptLoadTestDaten})
+        ui_->schussbild, ui_->mnuEditSchussbilder, ui_->mnuHaeringAktLinieWerbeEIN,
+        ui_->mnuHaeringAktLinieWerbeAUS, ui_->mnuHaeringAktWindows, ui_->mnuHaeringAktShutDown,
+        ui_->mnuSchussAktWettbewerb, ui_->mnuSchussAlle, ui_->mnuSchussKeinen, ui_->mnuOptLoadTestDaten,
+        ui_->mnuEditHaeringOutput})
     explain(action, line, kNoLine);
 }
 

@@ -18,10 +18,6 @@ namespace {
 constexpr int waitPasses = 20;
 constexpr int waitMilliseconds = 500;
 
-QByteArray quotedLine(const QString& text) {
-  return '"' + toWindows1252(text) + "\"\r\n";
-}
-
 }  // namespace
 
 LineExchange::LineExchange(const Workplace& workplace, ShotReceiver& receiver)

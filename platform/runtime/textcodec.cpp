@@ -53,6 +53,10 @@ QByteArray toWindows1252(const QString& text, bool* lossy) {
   return bytes;
 }
 
+QByteArray quotedLine(const QString& text) {
+  return '"' + toWindows1252(text) + "\"\r\n";
+}
+
 QStringList splitLines(const QString& text) {
   QStringList lines;
   qsizetype start = 0;

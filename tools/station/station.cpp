@@ -31,10 +31,6 @@ bool countsTenths(const Definition& definition) {
   return definition.wertung == "1" || definition.wertung == "11";
 }
 
-QByteArray quotedLine(const QString& text) {
-  return '"' + toWindows1252(text) + "\"\r\n";
-}
-
 }  // namespace
 
 std::vector<RecordedLine> readShotLog(const QByteArray& bytes) {
