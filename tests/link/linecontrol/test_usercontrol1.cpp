@@ -54,6 +54,7 @@ class TestUserControl1 : public QObject {
   void ctlButtonReportsAndKeepsPolling();
   void pendingCommandShowsTheSendLabel();
   void testData();
+  void testDataKnowsNoRepeatsAndAnswersNothing();
   void panelsKeepTheirSize();
   void fonts();
 
@@ -253,7 +254,11 @@ void TestUserControl1::numbersAndPopupOfTheStationGrid() {
   popup("mnuSchuss0");
   QCOMPARE(stationGrid().text(3, 4), QString("0"));
   QCOMPARE(stationGrid().text(3, 3), QString("20"));
-  popup("mnuSchuss9");
+  for (int count : {1, 2, 3, 4, 5, 9, 10, 20, 30, 40}) {
+    popup(qPrintable("mnuSchuss" + QString::number(count)));
+    QCOMPARE(stationGrid().text(3, 4), QString::number(count));
+    QCOMPARE(stationGrid().text(3, 3), QString::number(20 + count));
+  }
   popup("mnuSchussLeeren");
   QCOMPARE(stationGrid().text(3, 4), QString());
   popup("mnuSchuss9");
@@ -460,6 +465,20 @@ void TestUserControl1::testData() {
   QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 2);
   QCOMPARE(the<QListWidget>(office_->window(), "lstInfo").count(), 1);
   QVERIFY(!QFile::exists(office_->place.path("dokumente/Tarvex/Daten/InputIntarsoProtokoll.txt")));
+}
+
+void TestUserControl1::testDataKnowsNoRepeatsAndAnswersNothing() {
+  office_->chooseShooter(1, "107");
+  const QByteArray record = "78" + shotRecord(1, 1, "9,7", "123,4").mid(2).toLatin1() + "\r\n";
+  const QString file = office_->place.path("Schuesse.txt");
+  office_->place.files.write(file, record + record);
+  office_->boxes.expect("457 - " + errorDescription(457) +
+                            "\nFehler beim Übertragen der Intarso-Schussdaten in die Gridanzeige!",
+                        BoxAnswer::Ignore);
+  office_->line(1).Fill_Testdaten(file);
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 2);
+  QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
+  QCOMPARE(office_->takeCommand(1), QString());
 }
 
 void TestUserControl1::panelsKeepTheirSize() {
