@@ -51,6 +51,7 @@ frmHaeringOutput::frmHaeringOutput(const Workplace& workplace, const GlobalVaria
   ui_->cmbOutput->setCompleter(nullptr);  // what is typed is sent, not what it resembles
   ui_->tblStand->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   ui_->tblStand->horizontalHeader()->setSectionResizeMode(Command, QHeaderView::Stretch);
+  ui_->tblStand->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   connectLineList(*ui_->List1, *ui_->cmdAlleWaehlen, *ui_->cmdKeineWaehlen, *ui_->lblAnzahl);
   setEmptyText(ui_->List1, "Keine Linien");
   setEmptyText(ui_->tblStand, "Keine Linien");
