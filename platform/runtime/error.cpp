@@ -30,6 +30,7 @@ const QHash<int, QString>& descriptions() {
       {94, "Unzulässige Verwendung von Null"},
       {424, "Objekt erforderlich"},
       {457, "Dieser Schlüssel ist bereits einem Element dieser Auflistung zugeordnet"},
+      {482, "Druckerfehler"},
       {3001, "Ungültiges Argument."},
       {3010, "Die Tabelle ist bereits vorhanden."},
       {3011,

@@ -1,0 +1,40 @@
+// The one door to printed pages. A test stands in this door and looks at the pages as images.
+#pragma once
+
+#include <QSizeF>
+#include <QString>
+
+class QPaintDevice;
+class QPainter;
+
+namespace qk {
+
+/// Something that is printed page by page.
+class Pages {
+ public:
+  virtual ~Pages() = default;
+
+  /// What the print job is called.
+  virtual QString name() const = 0;
+  /// Divides itself into pages of that size (in the device's pixels, without its margins); how many there
+  /// are, at least one.
+  virtual int layOut(QPaintDevice& device, const QSizeF& page) = 0;
+  /// Paints a page, counted from 0; the origin is the corner of the printable area.
+  virtual void paint(QPainter& painter, int page) const = 0;
+};
+
+class Paper {
+ public:
+  virtual ~Paper() = default;
+
+  /// False when the operator cancelled. Error 482 when the printer refuses.
+  virtual bool print(Pages& pages) = 0;
+};
+
+/// Asks for a printer and prints on it.
+class PrinterPaper : public Paper {
+ public:
+  bool print(Pages& pages) override;
+};
+
+}  // namespace qk
