@@ -112,6 +112,7 @@ class frmLindorm : public QMainWindow {
   void mnuHaeringAktLinieWerbeEIN_Click(Steps& step);
   void mnuHaeringTransferClear_Click();
   void mnuHaeringEsaPreisIni_Click();
+  void mnuHaeringGruppenDisziplinen_Click(Steps& step);
   void mnuHilfe_Click();
   void chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&));
 

@@ -20,6 +20,8 @@
 #include "targetconfig/frmDisziKZ.h"
 #include "targetconfig/frmHaeringDEF.h"
 #include "targetconfig/frmHaeringEinstellungen.h"
+#include "targetconfig/frmHaeringGruppenDisziplinen.h"
+#include "targetconfig/frmHaeringIniPruefung.h"
 #include "targetconfig/frmHaeringOutput.h"
 #include "targetconfig/frmLinienSetup.h"
 #include "targetconfig/frmWerbeFenster.h"
@@ -100,6 +102,9 @@ void frmLindorm::connectOptions() {
     dialog.setLinie(currentLine().nLinie());
     dialog.exec();
   });
+  on(ui_->mnuHaeringEsaPreisIniCheck, [this] { frmHaeringIniPruefung(workplace_, this).exec(); });
+  onInSteps(ui_->mnuHaeringGruppenDisziplinen,
+            [this](Steps& step) { mnuHaeringGruppenDisziplinen_Click(step); });
   on(ui_->mnuHaeringTransferClear, [this] { mnuHaeringTransferClear_Click(); });
   on(ui_->mnuHaeringEsaPreisIni, [this] { mnuHaeringEsaPreisIni_Click(); });
 }
@@ -282,6 +287,13 @@ void frmLindorm::mnuHaeringEsaPreisIni_Click() {
   dialog.setDataBaseName(sWettkampf());
   dialog.exec();
   if (asked("Sollen die Settings neu eingelesen werden?")) Load_Settings();
+}
+
+/// The groups at the lines follow what was changed here.
+void frmLindorm::mnuHaeringGruppenDisziplinen_Click(Steps& step) {
+  if (!global_.Datenbank) return workplace_.dialogs.note("Bitte öffnen Sie einen Wettkampf.");
+  frmHaeringGruppenDisziplinen(workplace_, *global_.Datenbank, this).exec();
+  forAllLines(step, std::mem_fn(&UserControl1::Fill_HaeringGruppen));
 }
 
 void frmLindorm::mnuHilfe_Click() {

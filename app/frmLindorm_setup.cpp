@@ -94,8 +94,7 @@ void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {
 void frmLindorm::disableWithoutTarget() {
   for (QAction* action :
        {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint, ui_->mnuEditErgebnisse,
-        ui_->mnuEditKasse, ui_->mnuHaeringEsaPreisIniCheck, ui_->mnuHaeringGruppenDisziplinen, ui_->Print1,
-        ui_->vorschau, ui_->ErgEdit, ui_->euro})
+        ui_->mnuEditKasse, ui_->Print1, ui_->vorschau, ui_->ErgEdit, ui_->euro})
     explain(action, false, kNotYet);
 }
 

@@ -173,6 +173,12 @@ QString definitionFileName(const QString& weapon, const QString& title) {
   return "0_hd_" + name + ".def";
 }
 
+QString iniMissingText(const QString& iniPath) {
+  return "Datei: " + iniPath +
+         " nicht gefunden!\r\nHinweis: Diese Fehlermeldung erscheint noch je Linie!\r\n\r\n"
+         "Bitte setzen Sie im Menü: Optionen - Standeinstellungen den Intarso-Netzwerkpfad.";
+}
+
 DisciplineGrid readDisciplineGrid(Files& files, const QString& folder) {
   DisciplineGrid grid;
   grid.iniPath = folder + EsaPreisIni;

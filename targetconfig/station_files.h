@@ -73,6 +73,9 @@ Definition readDefinition(Files& files, const QString& path);
 /// "0_hd_LG_Luftgewehr_Auflage_12.def".
 QString definitionFileName(const QString& weapon, const QString& title);
 
+/// What is said where esa_preis.ini isn't found.
+QString iniMissingText(const QString& iniPath);
+
 /// What a firing line offers, for its discipline grid.
 struct GridDiscipline {
   QString title;

@@ -39,11 +39,7 @@ void LineDisciplines::read(const QString& folder) {
              DisciplineGrid grid;
              step([&] { grid = readDisciplineGrid(workplace_.files, folder); });
              if (grid.iniMissing) {
-               workplace_.dialogs.note(
-                   "Datei: " + grid.iniPath +
-                       " nicht gefunden!\r\nHinweis: Diese Fehlermeldung erscheint noch je Linie!\r\n\r\n"
-                       "Bitte setzen Sie im Menü: Optionen - Standeinstellungen den Intarso-Netzwerkpfad.",
-                   BoxIcon::Critical, "Fehler");
+               workplace_.dialogs.note(iniMissingText(grid.iniPath), BoxIcon::Critical, "Fehler");
                return;
              }
              for (const GridDiscipline& discipline : grid.rows)

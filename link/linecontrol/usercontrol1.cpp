@@ -111,12 +111,15 @@ void UserControl1::Init(const QString& sWettkampf) {
 void UserControl1::Fill_HaeringGruppen() {
   const InUse use(*this);
   reported(report("Fehler beim Ermitteln der Intarso-Gruppen in Linie!"), [&](Steps&) {
+    const QVariant chosen = ui_->cmbHaeringGruppen->currentData();
     ui_->cmbHaeringGruppen->clear();
     ui_->cmbHaeringGruppen->addItem(QString(), 0);
     if (!db_) return;
     const auto rs = db_->openRecordset("Select * from Haering_Gruppen order by GruppenName");
     for (; !rs->eof(); rs->moveNext())
       ui_->cmbHaeringGruppen->addItem(rs->value("GruppenName").toString(), rs->value("ID").toInt());
+    // A group that was chosen stays chosen.
+    ui_->cmbHaeringGruppen->setCurrentIndex(std::max(0, ui_->cmbHaeringGruppen->findData(chosen)));
   });
 }
 

@@ -1,4 +1,5 @@
 // Every entry of menus and toolbar: what it is called, whether it can be used, what it does.
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QMenu>
@@ -65,9 +66,9 @@ const Entry kEntries[] = {
     {"mnuSchussAlle", "Alle wählen", true, false},
     {"mnuSchussKeinen", "Keinen wählen", true, false},
     {"mnuHaeringTransferClear", "Offene Linienbefehle löschen", true, true},
-    {"mnuHaeringEsaPreisIniCheck", "Prüfen:    esa_preis.ini + def-Dateien", false, false},
     {"mnuHaeringEsaPreisIni", "Erstellen: esa_preis.ini + def-Dateien", true, true},
-    {"mnuHaeringGruppenDisziplinen", "Gruppen - Disziplinen", false, false},
+    {"mnuHaeringEsaPreisIniCheck", "Prüfen:    esa_preis.ini + def-Dateien", true, true},
+    {"mnuHaeringGruppenDisziplinen", "Gruppen - Disziplinen", true, true},
     {"mnuHilfe", "Hilfe...", true, true},
     {"exit", "Beenden", true, true},
     {"Speichern", "Verbuchen", true, false},
@@ -133,6 +134,8 @@ class TestMenus : public QObject {
   void testDataEntry();
   void allShots();
   void picturesWithoutViewer();
+  void checker();
+  void groupsReachTheLines();
   void help();
   void keys();
 };
@@ -517,6 +520,39 @@ void TestMenus::picturesWithoutViewer() {
   QVERIFY(office.open());
   office.boxes.expect("QK-Grafik.exe nicht im aktuellen Verzeichnis: " + office.competition).titled("Fehler");
   trigger(office.window(), "schussbild");
+}
+
+void TestMenus::checker() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.boxes.expectWindow("frmHaeringIniPruefung", [&](QWidget& window) {
+    QCOMPARE(the<QLabel>(window, "lblHaeringPfad").text(), office.folder + "/");
+    click(window, "cmdCheck");
+    QVERIFY(the<TextGrid>(window, "flexPruefung").table()->rows() > 10);
+    click(window, "cmdClose");
+  });
+  trigger(office.window(), "mnuHaeringEsaPreisIniCheck");
+}
+
+void TestMenus::groupsReachTheLines() {
+  RangeOffice office("11");
+  QVERIFY(office.open());
+  office.boxes.expectWindow("frmHaeringGruppenDisziplinen", [&](QWidget& window) {
+    click(window, "cmdWahlAlle");
+    office.boxes.expectInput("Bitte neuen Gruppen-Namen eingeben:", "Alles");
+    click(window, "cmdNewKombi");
+    click(window, "cmdClose");
+  });
+  trigger(office.window(), "mnuHaeringGruppenDisziplinen");
+  for (const int line : {1, 2}) {
+    auto& groups = office.on<QComboBox>(line, "cmbHaeringGruppen");
+    QCOMPARE(groups.count(), 2);
+    QCOMPARE(groups.itemText(1), QString("Alles"));
+    Q_EMIT groups.activated(1);
+    const TextTable& disciplines = *office.on<TextGrid>(line, "flexHaeringDiszi").table();
+    QVERIFY(disciplines.rows() > 10);
+    for (int row = 1; row < disciplines.rows(); ++row) QCOMPARE(disciplines.text(row, 0), QString("1"));
+  }
 }
 
 void TestMenus::help() {

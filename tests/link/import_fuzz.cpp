@@ -2,6 +2,7 @@
 
 #include "link/haeringschuss.h"
 #include "tests/link/records.h"
+#include "tests/support/wounds.h"
 
 namespace qk::test {
 
@@ -9,18 +10,6 @@ namespace {
 
 constexpr int kOverflow = 6;
 constexpr int kTypeMismatch = 13;
-
-class Dice {
- public:
-  explicit Dice(quint64 seed) : state_(seed) {}
-  qsizetype below(qsizetype limit) {
-    state_ = state_ * 6364136223846793005u + 1442695040888963407u;
-    return static_cast<qsizetype>((state_ >> 33) % static_cast<quint64>(limit));
-  }
-
- private:
-  quint64 state_;
-};
 
 /// What records are made of, and what breaks readers of numbers and texts.
 const QStringList& pieces() {
@@ -57,25 +46,6 @@ const QStringList& pieces() {
   return all;
 }
 
-void wound(QString& line, Dice& dice) {
-  const qsizetype at = dice.below(line.size() + 1);
-  const QString& piece = pieces()[dice.below(pieces().size())];
-  switch (dice.below(4)) {
-    case 0:
-      line.insert(at, piece);
-      break;
-    case 1:
-      line.truncate(at);
-      break;
-    case 2:
-      line.remove(at, 1 + dice.below(20));
-      break;
-    case 3:
-      line.replace(at, dice.below(12), piece);
-      break;
-  }
-}
-
 QString complaintOf(const QString& line, const QString& input, bool isShot, const HaeringSchuss& before,
                     const HaeringSchuss& after) {
   if (input.contains('"')) return "a quote was left in: " + line;
@@ -97,7 +67,8 @@ FuzzResult fuzzImport(quint64 seed, int lines) {
   HaeringSchuss shot;
   for (int i = 0; i < lines; ++i) {
     QString line = shotRecord();
-    for (qsizetype wounds = dice.below(6); wounds > 0 && !line.isEmpty(); --wounds) wound(line, dice);
+    for (qsizetype wounds = dice.below(6); wounds > 0 && !line.isEmpty(); --wounds)
+      wound(line, pieces(), dice);
     const ErrorAnswer answer = dice.below(2) ? ErrorAnswer::Ignore : ErrorAnswer::Abort;
     const HaeringSchuss before = shot;
     QString input = line;

@@ -1,22 +1,49 @@
-// qk-fuzz LINES [SEED]: wounded record lines through the import. One line with the counts; status 0 when the
-// import bore them all, 1 when it didn't or when the call makes no sense.
+// qk-fuzz LINES [SEED]: wounded record lines through the import. qk-fuzz --dateien FILES [SEED]: wounded
+// esa_preis.ini and def files through all their readers. One line with the counts; status 0 when they bore it
+// all, 1 when they didn't or when the call makes no sense.
+#include <QStringList>
 #include <QTextStream>
 
 #include "tests/link/import_fuzz.h"
+#include "tests/targetconfig/station_fuzz.h"
+
+namespace {
+
+using namespace qk::test;
+
+QString verdict(const QString& complaint) {
+  return complaint.isEmpty() ? "kein Mangel" : "Mangel: " + complaint;
+}
+
+int fuzzRecords(QTextStream& out, quint64 seed, int lines) {
+  const FuzzResult result = fuzzImport(seed, lines);
+  out << result.lines << " von " << lines << " Zeilen eingelesen (Startwert " << seed << "): " << result.taken
+      << " als Schuss angenommen, " << result.reported << " Fehler gemeldet, " << verdict(result.complaint)
+      << Qt::endl;
+  return result.complaint.isEmpty() && result.taken > 0 ? 0 : 1;
+}
+
+int fuzzFiles(QTextStream& out, quint64 seed, int files) {
+  const StationFuzzResult result = fuzzStationFiles(seed, files);
+  out << result.files << " von " << files << " Dateien gelesen (Startwert " << seed << "): " << result.titles
+      << " Disziplinen erkannt, " << result.found << " Dateien gefunden, " << verdict(result.complaint)
+      << Qt::endl;
+  return result.complaint.isEmpty() && result.titles > 0 && result.found > 0 ? 0 : 1;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   QTextStream out(stdout);
-  bool isCount = argc == 2 || argc == 3, isSeed = true;
-  const int lines = isCount ? QString(argv[1]).toInt(&isCount) : 0;
-  const quint64 seed = argc == 3 ? QString(argv[2]).toULongLong(&isSeed) : 1;
-  if (!isCount || lines < 1 || !isSeed) {
-    out << "Aufruf: qk-fuzz ZEILEN [STARTWERT]" << Qt::endl;
+  QStringList arguments(argv + 1, argv + argc);
+  const bool files = !arguments.isEmpty() && arguments.first() == "--dateien";
+  if (files) arguments.removeFirst();
+  bool isCount = arguments.size() == 1 || arguments.size() == 2, isSeed = true;
+  const int count = isCount ? arguments[0].toInt(&isCount) : 0;
+  const quint64 seed = arguments.size() == 2 ? arguments[1].toULongLong(&isSeed) : 1;
+  if (!isCount || count < 1 || !isSeed) {
+    out << "Aufruf: qk-fuzz [--dateien] ANZAHL [STARTWERT]" << Qt::endl;
     return 1;
   }
-  const qk::test::FuzzResult result = qk::test::fuzzImport(seed, lines);
-  const bool held = result.complaint.isEmpty();
-  out << result.lines << " von " << lines << " Zeilen eingelesen (Startwert " << seed << "): " << result.taken
-      << " als Schuss angenommen, " << result.reported << " Fehler gemeldet, "
-      << (held ? "kein Mangel" : "Mangel: " + result.complaint) << Qt::endl;
-  return held && result.taken > 0 ? 0 : 1;
+  return files ? fuzzFiles(out, seed, count) : fuzzRecords(out, seed, count);
 }

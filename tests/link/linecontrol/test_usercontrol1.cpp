@@ -238,6 +238,10 @@ void TestUserControl1::groups() {
   QCOMPARE(stationGrid().text(1, 0), QString("0"));
   QCOMPARE(stationGrid().text(10, 1), QString("LP Meister"));
   QCOMPARE(stationGrid().text(10, 0), QString("1"));
+  stationGrid().setText(9, 0, "1");
+  office_->line(1).Fill_HaeringGruppen();
+  QCOMPARE(combo.currentText(), QString("Pistole"));
+  QCOMPARE(stationGrid().text(9, 0), QString("1"));
   Q_EMIT combo.activated(-1);
   QCOMPARE(stationGrid().text(10, 0), QString("1"));
   QTest::keyClick(&combo, Qt::Key_Up);
