@@ -68,9 +68,8 @@ bool frmLindorm::form_load(const QString& sCommandLine) {
 void frmLindorm::loadSplitters() {
   ui_->splitterBreite->setStretchFactor(1, 1);
   ui_->splitterHoehe->setStretchFactor(0, 1);
-  const int character = fontMetrics().averageCharWidth();
-  PanelGroesseMerken(workplace_, *ui_->splitterBreite, 0, keys::ShowLinienBreite, 36 * character);
-  PanelGroesseMerken(workplace_, *ui_->splitterHoehe, 1, keys::ShowLinienHoehe, 26 * character);
+  PanelGroesseMerken(workplace_, *ui_->splitterBreite, 0, keys::ShowLinienBreite, PanelMass(*this, 36));
+  PanelGroesseMerken(workplace_, *ui_->splitterHoehe, 1, keys::ShowLinienHoehe, PanelMass(*this, 26));
 }
 
 void frmLindorm::closeEvent(QCloseEvent* event) {

@@ -77,11 +77,21 @@ void writeTitles(TextTable& ffErg) {
   }
 }
 
+/// A white ground is what nobody has chosen: there the house's own light or dark one stays, and black text
+/// with it. Another text colour keeps its hue on either.
+TextTable::CellLook chosen(TextTable::CellLook look) {
+  if (look.back != QColor(Qt::white)) return look;
+  look.back.reset();
+  if (look.fore == QColor(Qt::black)) look.fore.reset();
+  return look;
+}
+
 void writeLooks(TextTable& ffErg, const ResultLook& look) {
   for (int row = 1; row < ffErg.rows(); ++row) {
-    const TextTable::CellLook& shots = isRingRow(row) ? look.ring : look.teiler;
+    const TextTable::CellLook& own = isRingRow(row) ? look.ring : look.teiler;
+    const TextTable::CellLook shots = chosen(own);
+    const TextTable::CellLook sums = chosen({look.serie.font, look.serie.fore, own.back});
     for (int column = 1; column <= ShotsPerRow; ++column) ffErg.setCellLook(row, column, shots);
-    const TextTable::CellLook sums{look.serie.font, look.serie.fore, shots.back};
     for (int column = IntegerSumColumn; column < Columns; ++column) ffErg.setCellLook(row, column, sums);
   }
 }

@@ -8,6 +8,7 @@
 #include <QTableView>
 #include <QUrl>
 #include <QWidget>
+#include <algorithm>
 #include <cmath>
 
 #include "app/ground/settings_keys.h"
@@ -26,6 +27,8 @@ constexpr int kTwipsPerInch = 1440;
 constexpr int kMaximizedMargin = 20;  // a maximized window comes back a little smaller, and movable
 constexpr int kScreenEdge = 2;        // a window over the whole screen leaves its frame in sight
 constexpr int kTaskBar = 30;
+constexpr int kSmallestScreen = 1366;   // pixels across
+constexpr int kCharactersAcross = 195;  // of the house's font on that screen
 
 QString positionName(const QWidget& form, const QTableView* grid) {
   return form.objectName() + "-" + (grid ? grid->objectName() : QString());
@@ -117,6 +120,11 @@ void PositionLaden(const Workplace& workplace, QWidget& form, QTableView* grid) 
   for (int column = 0; column < grid->model()->columnCount(); ++column)
     if (const int columnWidth = fieldAt(fields, 4 + column); columnWidth >= 0)
       grid->setColumnWidth(column, columnWidth);
+}
+
+int PanelMass(const QWidget& panel, int characters) {
+  const int screen = std::max(kSmallestScreen, panel.screen()->availableSize().width());
+  return characters * std::min(panel.fontMetrics().averageCharWidth(), screen / kCharactersAcross);
 }
 
 void PanelGroesseMerken(const Workplace& workplace, PanelSplitter& splitter, int panel, const SettingKey& key,

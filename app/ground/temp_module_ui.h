@@ -29,6 +29,10 @@ void PositionSpeichern(const Workplace& workplace, const QWidget& form, const QT
 /// Puts the window where it was; one without a saved place is centred. Never fails.
 void PositionLaden(const Workplace& workplace, QWidget& form, QTableView* grid = nullptr);
 
+/// The measure in pixels of a panel that is designed for so many characters. A larger font makes it larger
+/// only as far as the screen has room for it: the panel in the middle takes what the others leave.
+int PanelMass(const QWidget& panel, int characters);
+
 /// Gives a splitter's panel the size kept under `key`, or `designSize` pixels where there is none, and keeps
 /// the size each time a handle is let go. Never fails. The settings outlive the splitter.
 void PanelGroesseMerken(const Workplace& workplace, PanelSplitter& splitter, int panel, const SettingKey& key,

@@ -7,6 +7,7 @@
 #include "link/linecontrol/usercontrol1.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
+#include "platform/look/contrast.h"
 #include "platform/runtime/datetext.h"
 #include "platform/widgets/empty_text.h"
 #include "ui_usercontrol1.h"
@@ -18,16 +19,20 @@ namespace {
 constexpr quint32 kWhite = 16777215;
 constexpr quint32 kBlack = 0;
 
-/// Black on white is what nobody has chosen: there the house's own light or dark look stays.
+/// A white ground is what nobody has chosen: there the house's own light or dark one stays, and black text
+/// with it. Another text colour keeps its hue on either.
 void applyLook(TextGrid* grid, const Schrift& schrift) {
   if (!schrift.font.name.isEmpty()) grid->setFont(toFont(schrift.font));
-  QPalette look = grid->parentWidget()->palette();
-  if (schrift.backColor != kWhite || schrift.foreColor != kBlack) {
-    look.setColor(QPalette::Base, toColour(schrift.backColor));
-    look.setColor(QPalette::AlternateBase, toColour(schrift.backColor));
-    look.setColor(QPalette::Text, toColour(schrift.foreColor));
+  QPalette colours = grid->parentWidget()->palette();
+  const bool ownGround = schrift.backColor != kWhite;
+  if (ownGround) {
+    colours.setColor(QPalette::Base, toColour(schrift.backColor));
+    colours.setColor(QPalette::AlternateBase, toColour(schrift.backColor));
   }
-  grid->setPalette(look);
+  const bool ownText = ownGround || schrift.foreColor != kBlack;
+  const QColor text = ownText ? toColour(schrift.foreColor) : colours.color(QPalette::Text);
+  colours.setColor(QPalette::Text, look::readable(text, colours.color(QPalette::Base)));
+  grid->setPalette(colours);
 }
 
 /// Names that are read from across the room.
@@ -63,14 +68,14 @@ void UserControl1::layOut() {
   QSizePolicy keepsItsPlace = ui_->lblSenden->sizePolicy();
   keepsItsPlace.setRetainSizeWhenHidden(true);
   ui_->lblSenden->setSizePolicy(keepsItsPlace);
+  ui_->panelSchussKnoepfe->setLeftGroup(3);  // what chooses shots; what discards them stands apart
   ui_->splitterOben->setStretchFactor(1, 1);
   ui_->splitterUnten->setStretchFactor(0, 1);
   ui_->splitterHoehe->setStretchFactor(0, 3);
   ui_->splitterHoehe->setStretchFactor(1, 2);
-  const int character = fontMetrics().averageCharWidth();
-  PanelGroesseMerken(workplace_, *ui_->splitterOben, 2, keys::BreiteDisziKombi, 31 * character);
-  PanelGroesseMerken(workplace_, *ui_->splitterUnten, 1, keys::BreiteDisziKombi2, 52 * character);
-  PanelGroesseMerken(workplace_, *ui_->splitterOben, 0, keys::BreiteSchuetzen, 40 * character);
+  PanelGroesseMerken(workplace_, *ui_->splitterOben, 2, keys::BreiteDisziKombi, PanelMass(*this, 31));
+  PanelGroesseMerken(workplace_, *ui_->splitterUnten, 1, keys::BreiteDisziKombi2, PanelMass(*this, 52));
+  PanelGroesseMerken(workplace_, *ui_->splitterOben, 0, keys::BreiteSchuetzen, PanelMass(*this, 40));
 }
 
 void UserControl1::UserControl_Initialize() {
@@ -101,6 +106,7 @@ void UserControl1::connectGrids() {
   ui_->flex->setTable(&capture_.flex());
   ui_->flex->setEmptyText("Keine offenen Schüsse");
   ui_->ffErg->setTable(&capture_.ffErg());
+  ui_->ffErg->setAlternatingRowColors(false);   // its rows have colours of their own
   ui_->ffErg->setTextElideMode(Qt::ElideNone);  // the labels fill their column to the last pixel
   ui_->ffErg->setEmptyText("Schüsse und Disziplinen ankreuzen, dann übertragen");
   ui_->m_lstDisziTarvex->setModel(&capture_.lstDisziTarvex());

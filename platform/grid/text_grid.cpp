@@ -4,10 +4,12 @@
 #include <QContextMenuEvent>
 #include <QFontInfo>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMetaMethod>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
@@ -50,6 +52,7 @@ TextGrid::TextGrid(QWidget* parent) : QTableView(parent), delegate_(new TickDele
   verticalHeader()->setMinimumSectionSize(1);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setTextElideMode(Qt::ElideRight);
+  horizontalHeader()->viewport()->installEventFilter(this);
   connect(this, &QTableView::clicked, this,
           [this](const QModelIndex& index) { Q_EMIT clickedAt(index.row() + 1, index.column()); });
   connect(this, &QTableView::doubleClicked, this,
@@ -128,6 +131,18 @@ void TextGrid::paintEvent(QPaintEvent* event) {
   const int margin = fontMetrics().height();
   painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
                    Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+bool TextGrid::eventFilter(QObject* watched, QEvent* event) {
+  const QHeaderView* header = horizontalHeader();
+  if (event->type() != QEvent::ToolTip || watched != header->viewport())
+    return QTableView::eventFilter(watched, event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const int column = header->logicalIndexAt(help->pos());
+  const bool cut = column >= 0 && header->sectionSizeHint(column) > header->sectionSize(column);
+  const QString title = cut ? table_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString() : "";
+  QToolTip::showText(help->globalPos(), title.toHtmlEscaped(), header->viewport());
+  return true;
 }
 
 void TextGrid::keyPressEvent(QKeyEvent* event) {

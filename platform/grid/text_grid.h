@@ -43,6 +43,8 @@ class TextGrid : public QTableView {
   void afterEdit(int row, int column);
 
  protected:
+  /// A title that is cut shows whole as the tool tip of its column.
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QStyle>
 
+#include "platform/look/contrast.h"
+
 namespace qk {
 
 namespace {
@@ -30,6 +32,11 @@ void TickDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
   // A row is what is chosen here; a frame around one of its cells would only disturb.
   option->state.setFlag(QStyle::State_HasFocus, option->state.testFlag(QStyle::State_HasFocus) &&
                                                     index.flags().testFlag(Qt::ItemIsEditable));
+  if (!index.data(Qt::ForegroundRole).isValid()) return;
+  const QVariant own = index.data(Qt::BackgroundRole);
+  const QColor ground = own.isValid() ? own.value<QBrush>().color() : option->palette.color(QPalette::Base);
+  const QColor chosen = option->palette.color(QPalette::Text);
+  option->palette.setColor(QPalette::Text, look::readable(chosen, ground));
 }
 
 void TickDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

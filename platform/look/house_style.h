@@ -14,6 +14,12 @@ class HouseStyle : public QProxyStyle {
   /// Boxes for ticks and choices get a rim that stands out on either ground.
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+  /// A title that its column has no room for ends in an ellipsis.
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+  /// The mark of a chosen row stays as it is: tinted, it couldn't be told from the others.
+  QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
+                              const QStyleOption* option) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
 };
 

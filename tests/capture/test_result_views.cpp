@@ -61,6 +61,7 @@ class TestResultViews : public QObject {
   void resultColumns_data();
   void resultColumns();
   void resultLooks();
+  void looksThatNobodyHasChosen();
   void fillingTheResultGrid();
   void noRoomForTheTeilersOfAHalfPair();
   void emptyingSparesHeaderAndLabels();
@@ -240,6 +241,23 @@ void TestResultViews::resultLooks() {
   QCOMPARE(seen(2, 1, Qt::FontRole).value<QFont>().family(), QString("Arial"));
   QCOMPARE(seen(1, 11, Qt::ForegroundRole).value<QBrush>().color(), QColor(0, 0, 255));
   QCOMPARE(seen(1, 13, Qt::BackgroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+  QCOMPARE(seen(1, 1, Qt::ForegroundRole).value<QBrush>().color(), QColor(0, 0, 0));
+  // A ground that nobody has chosen is the house's, light or dark.
+  QVERIFY(!seen(2, 1, Qt::BackgroundRole).isValid());
+  QVERIFY(!seen(2, 11, Qt::BackgroundRole).isValid());
+}
+
+void TestResultViews::looksThatNobodyHasChosen() {
+  Workbench bench;
+  TextTable grid;
+  FFerg_AufnahmeVorbereiten(bench.workplace(), grid, collected(disciplines("Ring 10 + Teiler")));
+  ErgebnislisteEinrichten(bench.workplace(), grid, "1", LadeSchriftenErgebnisse(bench.workplace()));
+  for (int row = 0; row < 2; ++row)
+    for (int column = 1; column < 14; ++column) {
+      const QModelIndex cell = grid.index(row, column);
+      QVERIFY(!grid.data(cell, Qt::BackgroundRole).isValid());
+      QCOMPARE(grid.data(cell, Qt::ForegroundRole).isValid(), row == 1 || column > 10);
+    }
 }
 
 void TestResultViews::fillingTheResultGrid() {

@@ -1,32 +1,31 @@
 // The look: contrast of both schemes, German texts of the toolkit, font and distances.
 #include <QApplication>
 #include <QFontInfo>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyle>
+#include <QStyleOptionHeader>
 #include <QTest>
 #include <cmath>
 
+#include "platform/look/contrast.h"
 #include "platform/look/look.h"
 
+using qk::look::contrast;
 using qk::look::Scheme;
 
 namespace {
 
-double luminance(const QColor& colour) {
-  const auto channel = [](double part) {
-    return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) +
-         0.0722 * channel(colour.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other) {
-  const double a = luminance(one);
-  const double b = luminance(other);
-  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+/// The colours that a region of a picture shows.
+QSet<QRgb> coloursIn(const QImage& picture, const QRect& region) {
+  QSet<QRgb> colours;
+  for (int y = region.top(); y <= region.bottom(); ++y)
+    for (int x = region.left(); x <= region.right(); ++x) colours.insert(picture.pixel(x, y));
+  return colours;
 }
 
 }  // namespace
@@ -41,6 +40,11 @@ class TestLook : public QObject {
   void numbersAndBoxesAreGerman();
   void theFontIsTheHouses();
   void distancesFollowTheFont();
+  void contrastOfKnownPairs();
+  void unreadableTextKeepsItsHue_data();
+  void unreadableTextKeepsItsHue();
+  void cutTitleEndsInAnEllipsis();
+  void markOfAChosenRowKeepsItsColours();
 };
 
 void TestLook::textStandsOut_data() {
@@ -105,6 +109,64 @@ void TestLook::distancesFollowTheFont() {
     QVERIFY(metric(which, 9) > 0);
     QVERIFY(metric(which, 18) > metric(which, 9));
   }
+}
+
+void TestLook::contrastOfKnownPairs() {
+  QCOMPARE(contrast(Qt::black, Qt::white), 21.0);
+  QCOMPARE(contrast(Qt::white, Qt::black), 21.0);
+  QCOMPARE(contrast(QColor(1, 2, 3), QColor(1, 2, 3)), 1.0);
+  QCOMPARE(std::round(100 * contrast(QColor(0x777777), Qt::white)), 448.0);
+}
+
+void TestLook::unreadableTextKeepsItsHue_data() {
+  QTest::addColumn<QColor>("text");
+  QTest::addColumn<QColor>("ground");
+  const QColor dark = qk::look::palette(Scheme::Dark).color(QPalette::Base);
+  QTest::newRow("blue on dark") << QColor(0, 0, 255) << dark;
+  QTest::newRow("magenta on white") << QColor(255, 0, 255) << QColor(Qt::white);
+  QTest::newRow("black on dark") << QColor(Qt::black) << dark;
+  QTest::newRow("white on white") << QColor(Qt::white) << QColor(Qt::white);
+  QTest::newRow("yellow on grey") << QColor(255, 255, 0) << QColor(0x808080);
+  QTest::newRow("red on red") << QColor(255, 0, 0) << QColor(255, 0, 0);
+}
+
+void TestLook::unreadableTextKeepsItsHue() {
+  QFETCH(QColor, text);
+  QFETCH(QColor, ground);
+  QVERIFY(contrast(text, ground) < qk::look::kLeastContrast);
+  const QColor shade = qk::look::readable(text, ground);
+  QVERIFY(contrast(shade, ground) >= qk::look::kLeastContrast);
+  // The nearest such shade, unless it had to go to the other end.
+  QVERIFY(contrast(shade, ground) < qk::look::kLeastContrast + 0.3);
+  if (text.hslHue() >= 0) QCOMPARE(shade.hslHue(), text.hslHue());
+  QCOMPARE(qk::look::readable(shade, ground), shade);
+}
+
+void TestLook::cutTitleEndsInAnEllipsis() {
+  qk::look::apply(*qApp, Scheme::Light);
+  const QString title = "Eine lange Überschrift", cut = title.left(10) + QChar(0x2026);
+  QHeaderView header(Qt::Horizontal);
+  QStyleOptionHeader option;
+  option.initFrom(&header);
+  option.textAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+  option.rect = QRect(0, 0, header.fontMetrics().horizontalAdvance(cut) + 1, 20);
+  const auto painted = [&](const QString& text) {
+    option.text = text;
+    QImage picture(option.rect.size(), QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    QApplication::style()->drawControl(QStyle::CE_HeaderLabel, &option, &painter, &header);
+    return picture;
+  };
+  QCOMPARE(painted(title), painted(cut));
+}
+
+void TestLook::markOfAChosenRowKeepsItsColours() {
+  qk::look::apply(*qApp, Scheme::Light);
+  QPixmap mark(16, 16);
+  mark.fill(Qt::green);
+  const QImage chosen = QIcon(mark).pixmap(QSize(16, 16), QIcon::Selected).toImage();
+  QCOMPARE(coloursIn(chosen, chosen.rect()), QSet<QRgb>{QColor(Qt::green).rgb()});
 }
 
 QTEST_MAIN(TestLook)
