@@ -14,6 +14,7 @@
 #include "app/ground/global_variablen.h"
 #include "app/line_marks.h"
 #include "app/line_tree.h"
+#include "platform/dialog/dialogs.h"
 #include "platform/workplace.h"
 
 class QLabel;
@@ -98,7 +99,8 @@ class frmLindorm : public QMainWindow {
   /// goes. A line that failed can be repeated; with any other answer the lines behind it get nothing.
   void forAllLines(Steps& step, const std::function<void(UserControl1&)>& call,
                    AfterEach after = AfterEach::Nothing);
-  bool asked(const QString& question) const;
+  /// `preset` is what Enter answers; Yes without one.
+  bool asked(const QString& question, std::optional<BoxAnswer> preset = {}) const;
 
   // Menu routines of more than a line.
   void mnuDateiWettkampfOpen_Click(Steps& step);

@@ -44,8 +44,8 @@ void frmLindorm::onInSteps(QAction* action, SteppedRoutine routine) {
   });
 }
 
-bool frmLindorm::asked(const QString& question) const {
-  return workplace_.dialogs.confirm(question);
+bool frmLindorm::asked(const QString& question, std::optional<BoxAnswer> preset) const {
+  return workplace_.dialogs.confirm(question, BoxIcon::Question, preset);
 }
 
 void frmLindorm::connectMenus() {
@@ -109,7 +109,8 @@ void frmLindorm::connectOptions() {
   on(ui_->mnuHaeringEsaPreisIni, [this] { mnuHaeringEsaPreisIni_Click(); });
 }
 
-// A repeated statement sends again; it doesn't ask again.
+// A repeated statement sends again; it doesn't ask again. What takes a station away from its shooter isn't
+// done by an Enter too many.
 void frmLindorm::connectAllLines() {
   using Call = void (UserControl1::*)();
   const auto all = [this](QAction* action, Call call, AfterEach after = AfterEach::Nothing) {
@@ -117,7 +118,7 @@ void frmLindorm::connectAllLines() {
   };
   const auto askAll = [this](QAction* action, const QString& question, Call call) {
     onInSteps(action, [this, question, call](Steps& step) {
-      if (asked(question)) forAllLines(step, std::mem_fn(call));
+      if (asked(question, BoxAnswer::No)) forAllLines(step, std::mem_fn(call));
     });
   };
   all(ui_->mnuHaeringAllePreismodusON, &UserControl1::Set_Linie_PreisModus_ON, AfterEach::MessageLoop);
@@ -139,11 +140,12 @@ void frmLindorm::connectCurrentLine() {
   onInSteps(ui_->mnuHaeringAktLinieWerbeEIN, [this](Steps& step) { mnuHaeringAktLinieWerbeEIN_Click(step); });
   on(ui_->mnuHaeringAktLinieWerbeAUS, [this] { currentLine().Set_Linie_Werbefenster_AUS(); });
   onInSteps(ui_->mnuHaeringAktWindows, [this](Steps& step) {
-    if (asked("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?"))
+    if (asked("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?",
+              BoxAnswer::No))
       step([this] { currentLine().Set_Linie_ZurueckWindows(); });
   });
   onInSteps(ui_->mnuHaeringAktShutDown, [this](Steps& step) {
-    if (asked("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?"))
+    if (asked("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?", BoxAnswer::No))
       step([this] { currentLine().Set_Linie_ShutDown(); });
   });
   on(ui_->mnuSchussAktWettbewerb, [this] { currentLine().HaeringSchussWettbewerbAnwaehlen(); });

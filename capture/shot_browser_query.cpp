@@ -41,8 +41,8 @@ void ShotBrowserQuery::setFilter(const QStringList& texts) {
 }
 
 void ShotBrowserQuery::clickTitle(const QString& column) {
-  // The words of the query language hold a "Y" too: only the ordering column is searched.
-  const bool flips = orderColumn_.contains(column);
+  // A plain search in the text, as operators know it: "Klasse" is found in KlasseBezeichnung, "Y" in "BY".
+  const bool flips = order_.contains(column);
   if (!flips) orderColumn_ = column;
   const bool descending = flips && order_.contains(" ASC");
   order_ = " ORDER BY " + orderColumn_ + (descending ? " DESC" : " ASC");

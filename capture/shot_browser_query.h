@@ -20,7 +20,7 @@ class ShotBrowserQuery {
   void clearFilter() { filter_.clear(); }
 
   /// By this column, ascending; descending when the order is by it already, and back. A column whose name is
-  /// part of the ordering one's flips that one's direction.
+  /// found anywhere in the order's text flips that order's direction.
   void clickTitle(const QString& column);
   QString orderColumn() const { return orderColumn_; }  ///< empty before the first click
   bool isDescending() const { return order_.contains(" DESC"); }

@@ -117,7 +117,8 @@ class TestMenuCommands : public QObject {
       office_->boxes.expect(command.question, answer)
           .titled("Hinweis")
           .showing(BoxIcon::Question)
-          .with(BoxButtons::YesNo);
+          .with(BoxButtons::YesNo)
+          .presetting(BoxAnswer::No);
   }
   Expectation& expectFailure(const QString& action, BoxAnswer answer) {
     return office_->boxes

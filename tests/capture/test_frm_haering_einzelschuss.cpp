@@ -1,7 +1,9 @@
 // The entry of a shot by hand on its real window.
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <memory>
 
@@ -79,6 +81,15 @@ void TestFrmHaeringEinzelschuss::showsTheShot() {
                                                           {"txtTeiler", ""}};
   for (const auto& [name, value] : expected) QCOMPARE(text(name), value);
   QCOMPARE(box("Combo1").count(), 4);
+  QStringList labels;
+  for (const QLabel* label : dialog->findChildren<QLabel*>())
+    if (label->text().endsWith(':')) labels << label->text();
+  QCOMPARE(labels,
+           (QStringList{"Standort / Linie:", "Schütze:", "Klassebezeichnung:", "Datum / Zeit:", "Wettbewerb:",
+                        "Klasse:", "Wettbewerbbezeichnung:", "Waffe:", "Treffernummer:", "Wertung:",
+                        "Ringwert:", "Radius:", "Teilerfaktor:", "Teiler:"}));
+  QCOMPARE(the<QPushButton>(*dialog, "cmdSave").text(), "&OK");
+  QCOMPARE(the<QPushButton>(*dialog, "cmdCancel").text(), "&Abbrechen");
   QCOMPARE(box("Combo1").currentText(), "Ring");
   QVERIFY(the<QLineEdit>(*dialog, "txtRingWertMit").hasFocus());
 }

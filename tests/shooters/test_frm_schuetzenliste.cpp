@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <memory>
@@ -123,6 +124,9 @@ void TestFrmSchuetzenListe::startNumbersSortByTheirValue() {
   addSome();
   open();
   QCOMPARE(dialog->windowTitle(), "Schützenliste");
+  QCOMPARE(the<QLabel>(*dialog, "lblSuchname").text().remove('&'), "Schützenname");
+  QCOMPARE(the<QPushButton>(*dialog, "cmdOK").text(), "&OK");
+  QCOMPARE(the<QPushButton>(*dialog, "cmdCancel").text(), "&Abbrechen");
   QCOMPARE(numbers(), (QStringList{"A1", "2a", "10", "107"}));
 }
 

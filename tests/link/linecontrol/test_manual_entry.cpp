@@ -27,6 +27,7 @@ class TestManualEntry : public QObject {
   void twoShots();
   void followsAReceivedShot();
   void goesTheWayOfAnyShot();
+  void noNumberBehindTheLastIsReported();
   void cancelAddsNothing();
   void secondOfTheSameKeyIsRefused();
   void linesRebuiltWhileTyping();
@@ -130,6 +131,19 @@ void TestManualEntry::goesTheWayOfAnyShot() {
   QCOMPARE(office_->line(1).nOffeneSchuss(), 0);
   const auto db = office_->database();
   QCOMPARE(db->openRecordset("Select * from Haering_Daten")->value("Verbucht").toInt(), -1);
+}
+
+void TestManualEntry::noNumberBehindTheLastIsReported() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  office_->fire(1, shotRecord(1, 32767, "9,7", "123,4"));
+  office_->boxes
+      .expect("Fehler: 6 - " + errorDescription(6) + "\nFehler bei mnuPopHaeringManuellNeu_Click_err!",
+              BoxAnswer::Abort)
+      .titled("Fehler")
+      .with(BoxButtons::AbortRetryIgnore);
+  the<QAction>(office_->line(1), "mnuPopHaeringManuellNeu").trigger();
+  QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
 }
 
 void TestManualEntry::cancelAddsNothing() {
