@@ -22,6 +22,7 @@ constexpr double kSmallIcon = 1.15;
 constexpr double kToolBarIcon = 1.70;
 
 constexpr int kRimOpacity = 140;
+constexpr double kDisabledOpacity = 0.5;
 
 }  // namespace
 
@@ -60,7 +61,23 @@ void HouseStyle::drawControl(ControlElement element, const QStyleOption* option,
 
 QPixmap HouseStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
                                         const QStyleOption* option) const {
-  return mode == QIcon::Selected ? pixmap : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+  if (mode != QIcon::Selected && mode != QIcon::Disabled)
+    return QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+  QPixmap result(pixmap.size());
+  result.setDevicePixelRatio(pixmap.devicePixelRatio());
+  result.fill(Qt::transparent);
+  QPainter painter(&result);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (mode == QIcon::Selected) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(option->palette.base());
+    painter.drawRoundedRect(QRectF(QPointF(), pixmap.deviceIndependentSize()), 2, 2);
+    painter.drawPixmap(0, 0, pixmap);
+  } else {
+    painter.setOpacity(kDisabledOpacity);
+    painter.drawPixmap(0, 0, QProxyStyle::generatedIconPixmap(mode, pixmap, option));
+  }
+  return result;
 }
 
 int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

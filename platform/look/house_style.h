@@ -17,7 +17,8 @@ class HouseStyle : public QProxyStyle {
   /// A title that its column has no room for ends in an ellipsis.
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override;
-  /// The mark of a chosen row stays as it is: tinted, it couldn't be told from the others.
+  /// The mark of a chosen row keeps its colours, on a ground that it stands out from; tinted, it couldn't be
+  /// told from the others. What is disabled fades on a light and a dark ground alike.
   QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap,
                               const QStyleOption* option) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;

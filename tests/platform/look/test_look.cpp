@@ -45,6 +45,7 @@ class TestLook : public QObject {
   void unreadableTextKeepsItsHue();
   void cutTitleEndsInAnEllipsis();
   void markOfAChosenRowKeepsItsColours();
+  void disabledIconsFade();
 };
 
 void TestLook::textStandsOut_data() {
@@ -167,6 +168,17 @@ void TestLook::markOfAChosenRowKeepsItsColours() {
   mark.fill(Qt::green);
   const QImage chosen = QIcon(mark).pixmap(QSize(16, 16), QIcon::Selected).toImage();
   QCOMPARE(coloursIn(chosen, chosen.rect()), QSet<QRgb>{QColor(Qt::green).rgb()});
+  mark.fill(Qt::transparent);
+  const QImage ground = QIcon(mark).pixmap(QSize(16, 16), QIcon::Selected).toImage();
+  QCOMPARE(ground.pixelColor(8, 8), qk::look::palette(Scheme::Light).color(QPalette::Base));
+}
+
+void TestLook::disabledIconsFade() {
+  qk::look::apply(*qApp, Scheme::Dark);
+  QPixmap mark(16, 16);
+  mark.fill(Qt::gray);
+  const QImage disabled = QIcon(mark).pixmap(QSize(16, 16), QIcon::Disabled).toImage();
+  QVERIFY(disabled.pixelColor(8, 8).alphaF() < 0.6F);
 }
 
 QTEST_MAIN(TestLook)
