@@ -90,70 +90,6 @@ const Entry kEntries[] = {
     {"linienfreiAll", "Alle Linien", true, true},
 };
 
-/// The menu bar as it reads, a line an entry, indented by its depth.
-const char* const kOutline = R"(&Datei
-  Wettkampf öffnen...
-  Druckereinrichtung...
-  Kurzauswertung Vorschau...
-  Kurzauswertung Drucken
-  &Beenden
-&Bearbeiten
-  Alle Intarso-Schuss einsehen...
-  Ergebnisse anzeigen...
-  Schussbilder anzeigen...
-  Kasse...
-&Optionen
-  Einstellungen
-  Intarso &Netzwerkpfad
-  &Schießstände
-  Disziplinen-Schlüssel
-    Wettkampf...
-    Standard...
-  Schriftart
-    Intarso Disziplin
-    Intarso-Schuss
-  Intarsodaten protokollieren
-  Protokolldatei öffnen
-  Sendedaten an Intarso protokollieren
-  Sende-Protokolldatei öffnen
-  Testdaten laden...
-  Intarso - Output...
-Intarso
-  Alle Linien
-    Auf Preismodus umschalten
-    Preismodus beenden
-    Schütze/Disziplinen senden
-    Schützen abmelden
-    Linien zurück zu Windows
-    Rechner herunterfahren
-    Werbefenster einblenden
-    Werbefenster ausblenden
-  Aktuelle Linie
-    Werbefenster einblenden
-    Werbefenster ausblenden
-    Linie zurück zu Windows
-    Rechner herunterfahren
-  Schuss
-    Akt. Wettbewerb wählen
-    Alle wählen
-    Keinen wählen
-  Offene Linienbefehle löschen
-  Prüfen:    esa_preis.ini + def-Dateien
-  Erstellen: esa_preis.ini + def-Dateien
-  Gruppen - Disziplinen
-Hilfe...
-)";
-
-QString outline(const QList<QAction*>& actions, int depth = 0) {
-  QString text;
-  for (const QAction* action : actions) {
-    if (action->isSeparator()) continue;
-    text += QString(2 * depth, ' ') + action->text() + '\n';
-    if (action->menu()) text += outline(action->menu()->actions(), depth + 1);
-  }
-  return text;
-}
-
 void collect(QMenu* menu, QStringList& names) {
   for (QAction* action : menu->actions()) {
     if (action->menu())
@@ -176,7 +112,6 @@ class TestMenus : public QObject {
   }
   void entries();
   void nothingBesideTheTable();
-  void menusInTheirOrder();
   void mnemonicsAreUnique();
   void toolTips();
 
@@ -236,13 +171,6 @@ void TestMenus::nothingBesideTheTable() {
   shown.sort();
   told.sort();
   QCOMPARE(shown, told);
-}
-
-void TestMenus::menusInTheirOrder() {
-  RangeOffice office;
-  office.markForTestImport();
-  QVERIFY(office.open());
-  QCOMPARE(outline(office.window().menuBar()->actions()), QString(kOutline));
 }
 
 void TestMenus::mnemonicsAreUnique() {

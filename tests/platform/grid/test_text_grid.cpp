@@ -4,19 +4,15 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QToolTip>
 #include <QVBoxLayout>
 #include <memory>
 
 #include "platform/grid/text_grid.h"
-#include "platform/grid/tick_delegate.h"
-#include "platform/look/contrast.h"
 #include "platform/runtime/error.h"
 
 using qk::TextGrid;
@@ -117,9 +113,6 @@ class TestTextGrid : public QObject {
   void aClosedListTakesNoText();
   void theListDropsAndAChoiceIsTakenAtOnce();
   void withoutEntriesTheFieldIsPlain();
-  void cutTitlesShowWholeUnderThePointer();
-  void cellTextIsReadOnAnyGround_data();
-  void cellTextIsReadOnAnyGround();
 
  private:
   std::unique_ptr<Window> window;
@@ -547,54 +540,7 @@ void TestTextGrid::withoutEntriesTheFieldIsPlain() {
   QTest::keyClick(window->grid, Qt::Key_F2);
   QTRY_VERIFY(window->editor());
   QVERIFY(!window->list());
+}
 
-  void TestTextGrid::cutTitlesShowWholeUnderThePointer() {
-    window->table->setText(0, 1, "Bezeichnung des Wettbewerbs & <mehr>");
-    window->table->setText(0, 3, "kurz");
-    QHeaderView* header = window->grid->horizontalHeader();
-    const auto tip = [&](int column) {
-      const QPoint at(header->sectionViewportPosition(column) + 5, header->height() / 2);
-      QHelpEvent event(QEvent::ToolTip, at, header->viewport()->mapToGlobal(at));
-      QCoreApplication::sendEvent(header->viewport(), &event);
-      return QToolTip::text();
-    };
-    tip(3);
-    QVERIFY(!QToolTip::isVisible());
-    QCOMPARE(tip(1), "Bezeichnung des Wettbewerbs &amp; &lt;mehr&gt;");
-    tip(3);
-    QTRY_VERIFY(!QToolTip::isVisible());
-  }
-
-  void TestTextGrid::cellTextIsReadOnAnyGround_data() {
-    QTest::addColumn<QColor>("base");
-    QTest::addColumn<QColor>("own");
-    QTest::newRow("on the grid's light ground") << QColor(Qt::white) << QColor();
-    QTest::newRow("on the grid's dark ground") << QColor(0x1e2023) << QColor();
-    QTest::newRow("on its own ground") << QColor(Qt::white) << QColor(0x00007f);
-  }
-
-  void TestTextGrid::cellTextIsReadOnAnyGround() {
-    QFETCH(QColor, base);
-    QFETCH(QColor, own);
-    struct Shown : qk::TickDelegate {
-      using TickDelegate::initStyleOption;
-    } delegate;
-    const auto textOn = [&](const QColor& fore) {
-      TextTable::CellLook look{{}, fore, {}};
-      if (own.isValid()) look.back = own;
-      window->table->setCellLook(1, 1, look);
-      QStyleOptionViewItem option;
-      option.palette.setColor(QPalette::Base, base);
-      delegate.initStyleOption(&option, window->table->index(0, 1));
-      return option.palette.color(QPalette::Text);
-    };
-    const QColor ground = own.isValid() ? own : base;
-    for (const QColor& fore :
-         {QColor(0, 0, 255), QColor(255, 0, 255), QColor(Qt::black), QColor(Qt::white)}) {
-      QVERIFY(qk::look::contrast(textOn(fore), ground) >= qk::look::kLeastContrast);
-      if (qk::look::contrast(fore, ground) >= qk::look::kLeastContrast) QCOMPARE(textOn(fore), fore);
-    }
-  }
-
-  QTEST_MAIN(TestTextGrid)
+QTEST_MAIN(TestTextGrid)
 #include "test_text_grid.moc"
