@@ -30,6 +30,7 @@ constexpr int kManyFiles = 20;
 // Column widths look at so many rows.
 constexpr int kMeasuredRows = 200;
 constexpr qsizetype kMostPreviewed = 8000;
+constexpr int kPreviewCharacters = 36;
 
 const QString kKeys = "F2 Eingabe    F4 Vorschläge    Leertaste Kreuz    F9 Erstellen";
 
@@ -92,6 +93,8 @@ void frmHaeringDEF::showEvent(QShowEvent* event) {
   if (!opened_) {
     opened_ = true;
     resize(screen()->availableSize() * 9 / 10);
+    const int previewWidth = fontMetrics().averageCharWidth() * kPreviewCharacters;
+    ui_->splDEF->setSizes({width() - previewWidth, previewWidth});
     setFolder(liesText(workplace_.settings, keys::Netzverzeichnis));
     build("Form_Load");
     applyOutput();

@@ -19,6 +19,7 @@ class SuggestionBox : public QComboBox {
 
  public:
   SuggestionBox(const Suggestions& suggestions, QWidget* parent) : QComboBox(parent) {
+    setObjectName("cellEditor");
     setFrame(false);
     setEditable(true);
     setInsertPolicy(NoInsert);

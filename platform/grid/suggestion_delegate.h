@@ -1,6 +1,6 @@
 // Edits the cells of a column with a list of suggestions: a field with a list to drop down. All by keyboard:
 // Down and Up walk through the suggestions, Alt+Down or F4 drops the list, Enter takes over, Esc leaves the
-// cell as it was. A choice from the dropped list is taken over at once.
+// cell as it was. A choice from the dropped list is taken over at once. The field is called "cellEditor".
 #pragma once
 
 #include "platform/grid/suggestions.h"
