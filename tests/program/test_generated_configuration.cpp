@@ -34,7 +34,13 @@ class TestGeneratedConfiguration : public QObject {
     program.press("flexDEF", "F2");
     program.type("flexDEF/cellEditor", text);
     program.press("flexDEF/cellEditor", "Return");
-    program.answer(question, "Ja");
+    answer(program, "Frage", question, "Ja");
+  }
+  /// The box over the generator's own modal window.
+  static void answer(DrivenProgram& program, const QString& title, const QString& text,
+                     const QString& button) {
+    program.waitUntil(text, [&] { return program.modal()["title"].toString() == title; });
+    program.answer(text, button);
   }
 };
 
@@ -56,9 +62,9 @@ void TestGeneratedConfiguration::stationsShootWhatWasGenerated() {
   enter(*program, 0, kWeaponFile, "0_hw_LG.def", "dieser Spalte");
   enter(*program, 0, kTargetFile, "0_hs_LG.def", "dieser Waffenart");
   program->click("cmdErstellen");
-  program->answer("Datei(en) erstellt", "OK");
+  answer(*program, "Hinweis", "Datei(en) erstellt", "OK");
   program->click("cmdClose");
-  program->answer("Sollen die Settings neu eingelesen werden?", "Ja");
+  answer(*program, "Hinweis", "Sollen die Settings neu eingelesen werden?", "Ja");
 
   const auto written = readStationDisciplines(files, range.exchangeFolder());
   QCOMPARE(written.size(), size_t(kRows));
