@@ -4,7 +4,7 @@
 
 #include "platform/dao/convert.h"
 #include "platform/dao/sql/resolver.h"
-#include "platform/dao/sql/sqlite_values.h"
+#include "platform/dao/sql/native_values.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao::sqlite {
@@ -89,13 +89,13 @@ void readDeclaredType(const QString& declared, FieldDef& field) {
 
 QVariant presetOfDefault(const QString& text, FieldType type) {
   if (text.size() >= 2 && text.startsWith('\'') && text.endsWith('\''))
-    return sql::fromSqlite(text.mid(1, text.size() - 2).replace("''", "'"), type);
+    return sql::fromNative(text.mid(1, text.size() - 2).replace("''", "'"), type);
   bool isNumber = false;
   const double number = text.toDouble(&isNumber);
   if (!isNumber) return {};
   if (number == static_cast<double>(static_cast<qlonglong>(number)))
-    return sql::fromSqlite(static_cast<qlonglong>(number), type);
-  return sql::fromSqlite(number, type);
+    return sql::fromNative(static_cast<qlonglong>(number), type);
+  return sql::fromNative(number, type);
 }
 
 QString quotedName(const QString& name) {
@@ -126,7 +126,7 @@ QString columnText(const FieldDef& field, bool primaryNumber, bool notNull) {
   if (hasText(field.type)) text += " COLLATE NOCASE";
   if (notNull) text += " NOT NULL";
   if (const QVariant preset = presetValue(field); preset.isValid())
-    text += " DEFAULT " + literal(sql::toSqlite(preset, sql::kindOf(field.type)));
+    text += " DEFAULT " + literal(sql::toNative(preset, sql::kindOf(field.type)));
   return text;
 }
 

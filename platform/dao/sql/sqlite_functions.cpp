@@ -9,7 +9,7 @@
 
 #include "platform/dao/sql/german_order.h"
 #include "platform/dao/sql/like_pattern.h"
-#include "platform/dao/sql/sqlite_values.h"
+#include "platform/dao/sql/native_values.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/numbers.h"

@@ -4,24 +4,17 @@
 // create.
 #pragma once
 
-#include "platform/dao/sql/writer.h"
+#include "platform/dao/sql/printing_writer.h"
 
 namespace qk::dao::sql {
 
-class SqliteWriter : public Writer {
+class SqliteWriter final : public PrintingWriter {
  public:
-  NativeQuery statement(const Statement& statement) const override;
-  NativeQuery select(const Select& select) const override;
-  /// Columns stand with their source's name.
-  NativeQuery condition(const Expression& expression) const override;
-  NativeQuery orderTerm(const OrderItem& item) const override;
-  QString source(const Source& source, QVariantList& values) const override;
-  QString identifier(const QString& name) const override;
   QVariant toNative(const QVariant& value, FieldType type) const override;
   QVariant fromNative(const QVariant& native, FieldType type) const override;
 
-  /// The select with its literals written out instead of "?", for what SQLite keeps as text (views).
-  QString plainText(const Select& select) const;
+ private:
+  std::unique_ptr<Printer> printer(QVariantList& values, Printer::Literals literals) const override;
 };
 
 }  // namespace qk::dao::sql

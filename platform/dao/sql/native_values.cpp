@@ -1,8 +1,9 @@
-#include "platform/dao/sql/sqlite_values.h"
+#include "platform/dao/sql/native_values.h"
 
 #include <QDateTime>
 #include <cmath>
 
+#include "platform/dao/sql/resolver.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
@@ -77,8 +78,18 @@ QVariant textOf(const QVariant& value) {
   }
 }
 
+/// A decimal text is taken digit by digit: a double holds no more than fifteen of them.
 Money moneyOf(const QVariant& native) {
-  return Money::fromDouble(native.toDouble());
+  if (!isText(native)) return Money::fromDouble(native.toDouble());
+  constexpr qsizetype kDecimals = 4;
+  const QString text = native.toString();
+  const qsizetype mark = text.indexOf(u'.');
+  const QString behind = mark < 0 ? QString() : text.mid(mark + 1);
+  bool ok = false;
+  const qint64 units =
+      QString(text.left(mark < 0 ? text.size() : mark) + behind.leftJustified(kDecimals, u'0'))
+          .toLongLong(&ok);
+  return ok && behind.size() <= kDecimals ? Money::fromUnits(units) : Money::fromDouble(text.toDouble());
 }
 
 }  // namespace
@@ -122,7 +133,7 @@ double serialOfDate(const QDateTime& date) {
   return double(days) + QTime(0, 0).secsTo(date.time()) / kSecondsPerDay;
 }
 
-QVariant toSqlite(const QVariant& value, Kind kind) {
+QVariant toNative(const QVariant& value, Kind kind) {
   if (!value.isValid() || value.isNull()) return {};
   switch (kind) {
     case Kind::Boolean:
@@ -142,7 +153,13 @@ QVariant toSqlite(const QVariant& value, Kind kind) {
   return value;
 }
 
-QVariant fromSqlite(const QVariant& native, FieldType type) {
+QVariant nativeFieldValue(const QVariant& value, FieldType type) {
+  const QVariant native = toNative(value, kindOf(type));
+  if (type != FieldType::Boolean || native.isNull()) return native;
+  return native.toDouble() != 0 ? -1 : 0;
+}
+
+QVariant fromNative(const QVariant& native, FieldType type) {
   if (!native.isValid() || native.isNull()) return {};
   switch (type) {
     case FieldType::Boolean:

@@ -1,5 +1,6 @@
-// Values in the form SQLite stores them: dates as ISO text "YYYY-MM-DD HH:MM:SS", yes/no as -1/0, money as a
-// number with four decimals, everything else as it is.
+// Values in the form in which they travel to an engine and back: dates as ISO text "YYYY-MM-DD HH:MM:SS",
+// yes/no as -1/0, money as a number with four decimals (from an engine also as its text), everything else as
+// it is.
 #pragma once
 
 #include <QVariant>
@@ -15,7 +16,9 @@ QDateTime dateOfSerial(double serial);  ///< days since 30.12.1899
 double serialOfDate(const QDateTime& date);
 
 /// The form for a place of this kind; Error 3464 when the value can't be one.
-QVariant toSqlite(const QVariant& value, Kind kind);
-QVariant fromSqlite(const QVariant& native, FieldType type);
+QVariant toNative(const QVariant& value, Kind kind);
+/// The form for a column of this type.
+QVariant nativeFieldValue(const QVariant& value, FieldType type);
+QVariant fromNative(const QVariant& native, FieldType type);
 
 }  // namespace qk::dao::sql

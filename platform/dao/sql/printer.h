@@ -1,0 +1,132 @@
+// Prints one statement. What all engines print alike stands here; what one of them has its own way for is a
+// hook, whose usual form is SQLite's where it has one. printer.cpp holds the statements,
+// printer_expressions.cpp the expressions.
+#pragma once
+
+#include "platform/dao/sql/tree.h"
+
+namespace qk::dao::sql {
+
+void appendIdentifier(QString& text, const QString& name);
+
+class Printer {
+ public:
+  /// Parameters travel as "?"; written out is for what the engine keeps as text (views).
+  enum class Literals { AsParameters, WrittenOut };
+  Printer(QVariantList& values, Literals literals);
+  virtual ~Printer() = default;
+  Printer(const Printer&) = delete;
+  Printer& operator=(const Printer&) = delete;
+
+  QString take() { return std::move(text_); }
+
+  virtual void select(const Select& select, const std::vector<Kind>& wanted = {});
+  void source(const Source& source);
+  void update(const Update& update);
+  void remove(const Delete& remove);
+  void insert(const Insert& insert);
+  virtual void orderItem(const OrderItem& item) = 0;
+
+  /// Where a truth is asked for.
+  void condition(const Expression& expression);
+  /// Where a value is asked for; a literal takes the form of the wanted kind.
+  void value(const Expression& expression, Kind wanted = Kind::Unknown);
+
+ protected:
+  // --- hooks: statements
+  virtual void core(const Select& select, const std::vector<Kind>& wanted);
+  /// What stands for "*" or "t.*".
+  virtual void star(const SelectItem& item, const Select& select) = 0;
+  virtual void updateOverJoin(const Update& update, const TableSource& target) = 0;
+  /// The condition "its row is one of those that the join brings".
+  virtual void rowOfJoin(const Delete& remove, const TableSource& target) = 0;
+  /// HAVING without GROUP BY: the whole result is one group.
+  virtual void groupOfAll() = 0;
+
+  // --- hooks: expressions
+  virtual void literal(const QVariant& value, Kind wanted) = 0;
+  /// A condition as the value -1 or 0, and a value as a condition.
+  virtual void truthAsValue(const Expression& expression) = 0;
+  virtual void valueAsTruth(const Expression& expression) = 0;
+  /// The opening of the function that makes a value of one kind from one of another, or nullptr.
+  virtual const char* conversion(Kind from, Kind wanted) const = 0;
+  /// One side of a calculation.
+  virtual void number(const Expression& expression) = 0;
+  virtual void quotient(const Binary& binary) = 0;
+  virtual void comparison(const Expression& left, BinaryOperator op, const Expression& right) = 0;
+  virtual void like(const Binary& binary) = 0;
+  virtual void node(const Between& between) = 0;
+  virtual void node(const In& in) = 0;
+  virtual void aggregate(const Expression& whole, const Call& call) = 0;
+
+  // --- what the dialects build with
+  void print(const Expression& expression);
+  void operand(const Expression& expression, Kind wanted = Kind::Unknown);
+  /// One side of a comparison: dates meet numbers as days, texts as text.
+  void compared(const Expression& expression, const Expression& other);
+  void asText(const Expression& expression);
+  void call(const char* function, const Expression& argument, const char* tail = ")");
+  void where(const ExpressionPtr& expression);
+  void groups(const Select& select);
+  void items(const Select& select, const std::vector<Kind>& wanted);
+  void from(const std::vector<SourcePtr>& sources);
+  void name(const QString& name) { appendIdentifier(text_, name); }
+  /// An item of the list: the value, and its name where it has one.
+  virtual void item(const SelectItem& item, const Select& select, Kind wanted);
+
+  QString text_;
+  QVariantList& values_;
+  const Literals literals_;
+  bool qualified_ = true;  ///< whether columns stand with their source's name
+  int unnamed_ = 0;        ///< names given to subselects that have none
+
+ private:
+  void bracketed(const Source& source);
+  void tableSource(const TableSource& table);
+
+  void node(const Expression& whole, const Literal& literal);
+  void node(const Expression& whole, const Column& column);
+  void node(const Expression& whole, const Unary& unary);
+  void node(const Expression& whole, const Binary& binary);
+  void node(const Expression&, const Between& between) { node(between); }
+  void node(const Expression&, const In& in) { node(in); }
+  void node(const Expression& whole, const IsNull& isNull);
+  void node(const Expression& whole, const Call& call);
+  bool scalar(const Call& call);
+  void logic(const Binary& binary);
+  void sum(const Expression& whole, const Binary& binary);
+};
+
+// What the dialects ask of a tree.
+
+template <typename Node>
+const Node* as(const Expression& expression) {
+  return std::get_if<Node>(&expression.node);
+}
+inline const TableSource* tableOf(const Source& source) {
+  return std::get_if<TableSource>(&source.node);
+}
+inline bool isJoin(const Source& source) {
+  return std::holds_alternative<Join>(source.node);
+}
+/// The name under which a table stands in its statement.
+inline const QString& nameOf(const TableSource& table) {
+  return table.alias.isEmpty() ? table.name : table.alias;
+}
+/// Whether the expression is a condition by itself, whose value is -1 or 0.
+bool isTruth(const Expression& expression);
+bool isComposite(const Expression& expression);
+bool hasForeignLetter(const Expression& expression);
+const char* symbolOf(BinaryOperator op);
+/// What a literal beside an expression of this kind is meant as.
+Kind wantedBeside(const Expression& other);
+/// A list of whole numbers so long that it is written out: parameters are limited, and lists of keys may be
+/// long.
+bool isLongList(const In& in);
+
+/// The side that follows the word JOIN in print: a RIGHT JOIN is turned round, for SQLite has indexes at hand
+/// only for the right side.
+const Source& printedRight(const Join& join);
+const Source& printedLeft(const Join& join);
+
+}  // namespace qk::dao::sql

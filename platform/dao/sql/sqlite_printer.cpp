@@ -1,0 +1,205 @@
+#include "platform/dao/sql/sqlite_printer.h"
+
+#include <algorithm>
+
+#include "platform/dao/sql/native_values.h"
+
+namespace qk::dao::sql {
+namespace {
+
+/// Names in an UPDATE over a join: the table it writes to, and the join with the row to change and its new
+/// values.
+constexpr auto kTarget = "\"qk_target\"";
+constexpr auto kNewValues = "\"qk_new\"";
+
+/// Names in the order of the tree, which a rewritten RIGHT JOIN would change. False when one has none.
+bool sourceNames(const Source& source, QStringList& names, bool& reordered) {
+  if (const TableSource* table = tableOf(source)) {
+    names << nameOf(*table);
+  } else if (const auto* inner = std::get_if<SelectSource>(&source.node)) {
+    names << inner->alias;
+  } else {
+    const Join& join = std::get<Join>(source.node);
+    reordered |= join.kind == JoinKind::Right;
+    return sourceNames(*join.left, names, reordered) && sourceNames(*join.right, names, reordered);
+  }
+  return !names.last().isEmpty();
+}
+
+}  // namespace
+
+void SqlitePrinter::star(const SelectItem& item, const Select& select) {
+  if (!item.starTable.isEmpty()) {
+    name(item.starTable);
+    text_ += ".*";
+    return;
+  }
+  QStringList names;
+  bool reordered = false, named = true;
+  for (const SourcePtr& source : select.from) named = sourceNames(*source, names, reordered) && named;
+  if (!reordered || !named) {
+    text_ += u'*';
+    return;
+  }
+  for (qsizetype i = 0; i < names.size(); ++i) {
+    if (i > 0) text_ += ", ";
+    name(names[i]);
+    text_ += ".*";
+  }
+}
+
+void SqlitePrinter::updateOverJoin(const Update& update, const TableSource& target) {
+  const auto newValue = [](std::size_t i) { return QString("v%1").arg(i); };
+  name(target.name);
+  text_ += QString(" AS ") + kTarget + " SET ";
+  for (std::size_t i = 0; i < update.set.size(); ++i) {
+    if (i > 0) text_ += ", ";
+    name(update.set[i].column.name);
+    text_ += QString(" = ") + kNewValues + u'.' + newValue(i);
+  }
+  text_ += " FROM (SELECT ";
+  name(nameOf(target));
+  text_ += ".rowid AS r";
+  for (std::size_t i = 0; i < update.set.size(); ++i) {
+    text_ += ", ";
+    value(*update.set[i].value, update.set[i].kind);
+    text_ += " AS " + newValue(i);
+  }
+  text_ += " FROM ";
+  source(*update.source);
+  where(update.where);
+  text_ += QString(") AS ") + kNewValues + " WHERE " + kTarget + ".rowid = " + kNewValues + ".r";
+}
+
+void SqlitePrinter::rowOfJoin(const Delete& remove, const TableSource& target) {
+  text_ += "rowid IN (SELECT ";
+  name(nameOf(target));
+  text_ += ".rowid FROM ";
+  source(*remove.source);
+  where(remove.where);
+  text_ += u')';
+}
+
+void SqlitePrinter::groupOfAll() {
+  text_ += " GROUP BY NULL";
+}
+
+void SqlitePrinter::orderItem(const OrderItem& item) {
+  value(*item.expression);
+  if (item.expression->kind == Kind::Text) text_ += " COLLATE german";
+  if (item.descending) text_ += " DESC";
+}
+
+void SqlitePrinter::literal(const QVariant& value, Kind wanted) {
+  const QVariant native = toNative(value, wanted);
+  if (literals_ == Literals::AsParameters) {
+    values_ << native;
+    text_ += u'?';
+  } else if (native.isNull()) {
+    text_ += "NULL";
+  } else if (native.userType() == QMetaType::QString) {
+    text_ += u'\'' + native.toString().replace(u'\'', "''") + u'\'';
+  } else if (native.userType() == QMetaType::Double) {
+    text_ += QString::number(native.toDouble(), 'g', 17);
+  } else {
+    text_ += native.toString();
+  }
+}
+
+void SqlitePrinter::truthAsValue(const Expression& expression) {
+  text_ += "-(";
+  print(expression);
+  text_ += u')';
+}
+
+const char* SqlitePrinter::conversion(Kind from, Kind wanted) const {
+  if (wanted != Kind::Text || from == Kind::Text || from == Kind::Unknown) return nullptr;
+  return from == Kind::Date ? "qk_text_date(" : "qk_text(";
+}
+
+void SqlitePrinter::quotient(const Binary& binary) {
+  text_ += "CAST(";
+  value(*binary.left);
+  text_ += " AS REAL) / ";
+  operand(*binary.right);
+}
+
+void SqlitePrinter::side(const Expression& expression, const Expression& other) {
+  if (expression.kind != Kind::Money || !isComposite(expression)) return compared(expression, other);
+  text_ += "round(";
+  value(expression);
+  text_ += ", 4)";
+}
+
+void SqlitePrinter::comparison(const Expression& left, BinaryOperator op, const Expression& right) {
+  side(left, right);
+  if (left.kind == Kind::Text && right.kind == Kind::Text) {
+    const bool order = op != BinaryOperator::Equal && op != BinaryOperator::NotEqual;
+    if (order || hasForeignLetter(left) || hasForeignLetter(right)) {
+      text_ += " COLLATE german";
+    } else if (!as<Column>(left) && !as<Column>(right)) {
+      text_ += " COLLATE NOCASE";  // columns bring it along
+    }
+  }
+  text_ += symbolOf(op);
+  side(right, left);
+}
+
+void SqlitePrinter::like(const Binary& binary) {
+  text_ += binary.left->kind == Kind::Date ? "qk_like_date(" : "qk_like(";
+  value(*binary.left);
+  text_ += ", ";
+  value(*binary.right, Kind::Text);
+  text_ += u')';
+}
+
+void SqlitePrinter::node(const Between& between) {
+  side(*between.value, *between.low);
+  if (between.value->kind == Kind::Text) text_ += " COLLATE german";
+  text_ += between.negated ? " NOT BETWEEN " : " BETWEEN ";
+  side(*between.low, *between.value);
+  text_ += " AND ";
+  side(*between.high, *between.value);
+}
+
+void SqlitePrinter::node(const In& in) {
+  operand(*in.value);
+  if (in.value->kind == Kind::Text) {
+    const bool foreign = std::any_of(in.list.begin(), in.list.end(),
+                                     [](const ExpressionPtr& item) { return hasForeignLetter(*item); });
+    if (foreign) {
+      text_ += " COLLATE german";
+    } else if (!as<Column>(*in.value)) {
+      text_ += " COLLATE NOCASE";
+    }
+  }
+  text_ += in.negated ? " NOT IN (" : " IN (";
+  if (in.select) select(*in.select);
+  const bool longList = isLongList(in);
+  for (std::size_t i = 0; i < in.list.size(); ++i) {
+    if (i > 0) text_ += ", ";
+    const auto* constant = as<Literal>(*in.list[i]);
+    if (longList && constant && constant->value.userType() == QMetaType::LongLong) {
+      text_ += constant->value.toString();
+    } else {
+      value(*in.list[i], wantedBeside(*in.value));
+    }
+  }
+  text_ += u')';
+}
+
+void SqlitePrinter::aggregate(const Expression& whole, const Call& function) {
+  const Expression& first = *function.arguments[0];
+  const bool adds = function.function == "sum" || function.function == "avg";
+  const bool money = whole.kind == Kind::Money && adds;
+  if (money) text_ += "round(";
+  text_ += function.function + u'(';
+  if (adds && first.kind == Kind::Date) {
+    call("qk_serial(", first);
+  } else {
+    value(first);
+  }
+  text_ += money ? "), 4)" : ")";
+}
+
+}  // namespace qk::dao::sql
