@@ -16,11 +16,17 @@ namespace qk::dao {
 
 using NativeRow = QVariantList;
 
+/// An INSERT of one row, and the columns that its values are for.
+struct NewRow {
+  QString text;
+  QStringList columns;
+};
+
 class Engine {
  public:
   virtual ~Engine() = default;
 
-  /// Chooses the engine by the path.
+  /// Chooses the engine by what the file holds: a database, or the address of one on a server.
   static std::unique_ptr<Engine> open(const QString& path, const OpenOptions& options);
   static std::unique_ptr<Engine> create(const QString& path, const OpenOptions& options);
 
@@ -48,7 +54,7 @@ class Engine {
   virtual int write(const QString& text, const QVariantList& values) = 0;
   /// One INSERT of one row, likewise. The key that the row got is known to the caller, but for a number that
   /// the engine assigned itself: that one is the result.
-  virtual qint64 insert(const TableInfo& table, const QString& text, const QVariantList& values) = 0;
+  virtual qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) = 0;
   /// All or nothing; may be nested, the outermost commits.
   virtual void transaction(const std::function<void()>& body) = 0;
 

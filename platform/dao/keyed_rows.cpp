@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kFirstPage = 64;
 constexpr int kLargestPage = 16384;
+/// Upper limit of a table without rows.
+constexpr qint64 kNoKey = std::numeric_limits<qint64>::min();
 
 sql::ExpressionPtr expression(decltype(sql::Expression::node) node, sql::Kind kind) {
   auto made = std::make_unique<sql::Expression>();
@@ -73,7 +75,7 @@ void KeyedRows::fixUpperLimit() {
   const sql::Writer& writer = engine_->writer();
   const QString text = "SELECT max(" + writer.identifier(source.table->key.names.front()) + ") FROM " +
                        writer.identifier(source.table->def.name);
-  limit_ = std::numeric_limits<qint64>::min();
+  limit_ = kNoKey;
   engine_->read(text, {}, [this](const NativeRow& row) {
     if (!row.first().isNull()) limit_ = row.first().toLongLong();
     return false;
@@ -82,6 +84,10 @@ void KeyedRows::fixUpperLimit() {
 
 bool KeyedRows::readPage(KeyList& keys) {
   if (!limit_) fixUpperLimit();
+  if (limit_ == kNoKey) {
+    listed_ = true;
+    return false;
+  }
   const QString& key = plan_->keyColumns;
   const QString after = last_ ? key + " > ? AND " : QString();
   const QString text = "SELECT " + key + plan_->from.text +
@@ -109,7 +115,7 @@ QString KeyedRows::orderClause(bool backwards) const {
   if (indexFields_.isEmpty() && !plan_->orderBy.isEmpty()) terms.append(plan_->orderBy);
   for (const QString& field : indexFields_)
     terms.append(engine_->writer().orderTerm({indexColumn(field), backwards}).text);
-  terms.append(backwards ? plan_->keyColumns + " DESC" : plan_->keyColumns);
+  for (const QString& key : plan_->keyOrder) terms.append(backwards ? key + " DESC" : key);
   return " ORDER BY " + terms.join(", ");
 }
 

@@ -80,7 +80,7 @@ Key RowWriter::insert(const EditBuffer& buffer) {
   const sql::Writer& writer = engine_->writer();
   const auto& fields = target.table->def.fields;
 
-  QStringList names;
+  QStringList columns;
   QVariantList values;
   const bool known = plan_->insertion.columns == buffer.changed;
   QVariantList byField(static_cast<qsizetype>(fields.size()));
@@ -90,17 +90,20 @@ Key RowWriter::insert(const EditBuffer& buffer) {
     if (column.source != plan_->manySide) throw Error(3164);
     values.append(native(static_cast<int>(i), buffer));
     byField[column.baseField] = values.last();
-    if (!known) names.append(writer.identifier(fields[static_cast<size_t>(column.baseField)].name));
+    if (!known) columns.append(fields[static_cast<size_t>(column.baseField)].name);
   }
   if (!known) {
+    QStringList names;
+    for (const QString& column : std::as_const(columns)) names.append(writer.identifier(column));
     const QString table = writer.identifier(target.table->def.name);
-    plan_->insertion.text = names.isEmpty()
+    plan_->insertion.row = {names.isEmpty()
                                 ? "INSERT INTO " + table + " DEFAULT VALUES"
                                 : "INSERT INTO " + table + " (" + names.join(", ") + ") VALUES (" +
-                                      QStringList(names.size(), "?").join(", ") + ")";
+                                      QStringList(names.size(), "?").join(", ") + ")",
+                            columns};
     plan_->insertion.columns = buffer.changed;
   }
-  const qint64 assigned = engine_->insert(*target.table, plan_->insertion.text, values);
+  const qint64 assigned = engine_->insert(*target.table, plan_->insertion.row, values);
 
   Key key(plan_->keyWidth);
   for (qsizetype i = 0; i < target.table->key.names.size(); ++i) {

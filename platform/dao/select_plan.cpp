@@ -1,9 +1,9 @@
 #include "platform/dao/select_plan.h"
 
 #include <algorithm>
-#include <array>
 
 #include "platform/dao/engine.h"
+#include "platform/dao/sql/functions.h"
 #include "platform/dao/sql/parser.h"
 #include "platform/runtime/error.h"
 
@@ -13,33 +13,6 @@ namespace {
 using namespace sql;
 
 constexpr int kCachedPlans = 200;
-
-bool isAggregate(const QString& function) {
-  static const std::array names = {"count", "sum",   "avg",    "min", "max", "first",
-                                   "last",  "stdev", "stdevp", "var", "varp"};
-  return std::any_of(names.begin(), names.end(),
-                     [&](const char* name) { return function == QLatin1String(name); });
-}
-
-bool hasAggregate(const Expression& expression) {
-  struct Visitor {
-    bool any(const ExpressionPtr& part) const { return part && hasAggregate(*part); }
-    bool any(const std::vector<ExpressionPtr>& parts) const {
-      return std::any_of(parts.begin(), parts.end(), [this](const ExpressionPtr& part) { return any(part); });
-    }
-    bool operator()(const Literal&) const { return false; }
-    bool operator()(const Column&) const { return false; }
-    bool operator()(const Unary& unary) const { return any(unary.operand); }
-    bool operator()(const Binary& binary) const { return any(binary.left) || any(binary.right); }
-    bool operator()(const Between& between) const {
-      return any(between.value) || any(between.low) || any(between.high);
-    }
-    bool operator()(const In& in) const { return any(in.value) || any(in.list); }
-    bool operator()(const IsNull& isNull) const { return any(isNull.value); }
-    bool operator()(const Call& call) const { return isAggregate(call.function) || any(call.arguments); }
-  };
-  return std::visit(Visitor{}, expression.node);
-}
 
 bool isPlainSource(const Source& source) {
   if (const auto* table = std::get_if<TableSource>(&source.node)) return table->file.isEmpty();
@@ -133,15 +106,14 @@ void writeParts(SelectPlan& plan, const Writer& writer) {
 
   QStringList keys;
   for (const PlanSource& source : plan.sources)
-    for (qsizetype i = 0; i < source.table->key.names.size(); ++i)
+    for (qsizetype i = 0; i < source.table->key.names.size(); ++i) {
       keys.append(plan.keyColumn(writer, source, i));
+      const FieldDef* field = source.table->def.field(source.table->key.names[i]);
+      plan.keyOrder.append(writer.keyOrder(keys.last(), field ? field->type : FieldType::Long));
+    }
   plan.keyColumns = keys.join(", ");
 
-  const SelectPtr bare = clone(select);
-  bare->where.reset();
-  bare->orderBy.clear();
-  bare->top.reset();
-  plan.row = writer.select(*bare);
+  plan.row = writer.bare(select);
 }
 
 Statement parseSource(const Catalogue& catalogue, const QString& source) {
@@ -163,7 +135,8 @@ QString SelectPlan::conditions(const QStringList& parts) {
 }
 
 NativeQuery SelectPlan::keyListing() const {
-  const QString order = orderBy.isEmpty() ? keyColumns : orderBy + ", " + keyColumns;
+  const QString keys = keyOrder.join(", ");
+  const QString order = orderBy.isEmpty() ? keys : orderBy + ", " + keys;
   NativeQuery query{"SELECT " + keyColumns + from.text + conditions({where.text}) + " ORDER BY " + order,
                     from.values + where.values + orderValues};
   if (select->top) {

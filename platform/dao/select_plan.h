@@ -8,11 +8,10 @@
 #include <vector>
 
 #include "platform/dao/catalogue.h"
+#include "platform/dao/engine.h"
 #include "platform/dao/sql/writer.h"
 
 namespace qk::dao {
-
-class Engine;
 
 /// A base table of a keyed select.
 struct PlanSource {
@@ -51,12 +50,13 @@ struct SelectPlan {
   QString orderBy;          ///< terms of the text's own order, may be empty
   QVariantList orderValues;
   QString keyColumns;    ///< qualified, comma separated
+  QStringList keyOrder;  ///< the same as terms of an order
   sql::NativeQuery row;  ///< "SELECT … FROM …" without a condition
 
   /// The last added row's statement and the columns it names: rows that are added alike share the text.
   struct Insertion {
     std::vector<bool> columns;
-    QString text;
+    NewRow row;
   };
   mutable Insertion insertion;
 

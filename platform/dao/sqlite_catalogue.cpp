@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/dao/sql/parser.h"
 #include "platform/dao/sqlite_schema.h"
-#include "platform/runtime/error.h"
+#include "platform/dao/stored_query.h"
 
 namespace qk::dao {
 
@@ -156,21 +155,7 @@ bool SqliteCatalogue::readQuery(TableInfo& query) const {
                    ->value("SELECT definition FROM " + kFacts + " WHERE kind = 'query' AND owner = ?",
                            {query.def.name})
                    .toString();
-  if (query.text.isEmpty()) return false;
-  try {
-    sql::Statement statement = sql::parseStatement(query.text);
-    auto& select = std::get<sql::Select>(statement);
-    sql::resolve(select, *this);
-    for (const sql::ResultColumn& column : sql::resultColumns(select, *this)) {
-      FieldDef field = column.type;
-      field.name = column.name;
-      field.autoNumber = false;
-      query.def.fields.push_back(field);
-    }
-    return true;
-  } catch (const Error&) {
-    return false;  // a table behind it has changed: what the view shows is left
-  }
+  return describeStoredQuery(query.text, *this, query.def);
 }
 
 }  // namespace qk::dao

@@ -1,6 +1,5 @@
 // Definitions of a SQLite file: tables, fields, indexes, stored queries.
-#include <algorithm>
-
+#include "platform/dao/physical_key.h"
 #include "platform/dao/sqlite_engine.h"
 #include "platform/dao/sqlite_schema.h"
 #include "platform/runtime/error.h"
@@ -10,18 +9,6 @@ namespace qk::dao {
 using sqlite::quotedName;
 
 namespace {
-
-/// The fields that make the table's key: an auto number always is it.
-QStringList physicalKey(const TableDef& table) {
-  for (const FieldDef& field : table.fields)
-    if (field.autoNumber) return {field.name};
-  const IndexDef* primary = table.primary();
-  return primary ? primary->fields : QStringList();
-}
-
-bool sameFields(const QStringList& a, const QStringList& b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), sameName);
-}
 
 QString nameList(const QStringList& names) {
   QStringList quoted;
@@ -50,7 +37,7 @@ void SqliteEngine::createTable(const TableDef& table) {
     for (const FieldDef& field : table.fields)
       if (!field.allowZeroLength) noteFact("field", table.name, field.name, "nonempty");
     for (const IndexDef& index : table.indexes) {
-      if (!index.primary || !sameFields(index.fields, key))
+      if (!index.primary || !isKey(index, key))
         createIndex(table.name, index);
       else if (index.name != "PrimaryKey")
         noteFact("key", table.name, index.name, "");

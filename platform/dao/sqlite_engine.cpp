@@ -106,12 +106,12 @@ int SqliteEngine::write(const QString& text, const QVariantList& values) {
   return connection_->write(text, values);
 }
 
-qint64 SqliteEngine::insert(const TableInfo& table, const QString& text, const QVariantList& values) {
-  if (depth_ > 0 || !numbers_->isUsedUp(table)) return connection_->insert(text, values);
+qint64 SqliteEngine::insert(const TableInfo& table, const NewRow& row, const QVariantList& values) {
+  if (depth_ > 0 || !numbers_->isUsedUp(table)) return connection_->insert(row.text, values);
   qint64 assigned = 0;
   SqliteNumbers::Block next;
   transaction([&] {
-    assigned = connection_->insert(text, values);
+    assigned = connection_->insert(row.text, values);
     next = numbers_->reserve(table);
   });
   numbers_->keep(table, next);

@@ -34,7 +34,7 @@ class SqliteEngine final : public Engine {
   void read(const QString& text, const QVariantList& values,
             const std::function<bool(const NativeRow&)>& take) override;
   int write(const QString& text, const QVariantList& values) override;
-  qint64 insert(const TableInfo& table, const QString& text, const QVariantList& values) override;
+  qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) override;
   void transaction(const std::function<void()>& body) override;
 
   qint64 takeNumber(const TableInfo& table) override;

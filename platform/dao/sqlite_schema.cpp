@@ -3,8 +3,8 @@
 #include <QHash>
 
 #include "platform/dao/convert.h"
-#include "platform/dao/sql/resolver.h"
 #include "platform/dao/sql/native_values.h"
+#include "platform/dao/sql/resolver.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao::sqlite {

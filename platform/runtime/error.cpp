@@ -76,6 +76,7 @@ const QHash<int, QString>& descriptions() {
        "aufgeführten Tabellen beziehen."},
       {3086, "Aus den angegebenen Tabellen kann nicht gelöscht werden."},
       {3112, "Datensätze können nicht gelesen werden; keine Leseberechtigung."},
+      {3122, "Eine Spalte ist weder gruppiert noch Teil einer Aggregatfunktion."},
       {3125,
        "Das ist kein gültiger Name. Stellen Sie sicher, dass er nicht leer ist und keine ungültigen Zeichen "
        "enthält."},

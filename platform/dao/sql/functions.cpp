@@ -38,4 +38,27 @@ const Function* findFunction(QStringView name) {
   return found == kFunctions.end() ? nullptr : &*found;
 }
 
+bool hasAggregate(const Expression& expression) {
+  struct Visitor {
+    bool any(const ExpressionPtr& part) const { return part && hasAggregate(*part); }
+    bool any(const std::vector<ExpressionPtr>& parts) const {
+      return std::any_of(parts.begin(), parts.end(), [this](const ExpressionPtr& part) { return any(part); });
+    }
+    bool operator()(const Literal&) const { return false; }
+    bool operator()(const Column&) const { return false; }
+    bool operator()(const Unary& unary) const { return any(unary.operand); }
+    bool operator()(const Binary& binary) const { return any(binary.left) || any(binary.right); }
+    bool operator()(const Between& between) const {
+      return any(between.value) || any(between.low) || any(between.high);
+    }
+    bool operator()(const In& in) const { return any(in.value) || any(in.list); }
+    bool operator()(const IsNull& isNull) const { return any(isNull.value); }
+    bool operator()(const Call& call) const {
+      const Function* function = findFunction(call.function);
+      return (function && function->aggregate) || any(call.arguments);
+    }
+  };
+  return std::visit(Visitor{}, expression.node);
+}
+
 }  // namespace qk::dao::sql

@@ -19,4 +19,7 @@ struct Function {
 /// By its name in lower case; nullptr for an unknown one.
 const Function* findFunction(QStringView name);
 
+/// Whether a function over groups stands in it.
+bool hasAggregate(const Expression& expression);
+
 }  // namespace qk::dao::sql

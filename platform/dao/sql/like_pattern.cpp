@@ -78,6 +78,10 @@ char16_t baseLetter(char16_t c) {
 
 }  // namespace
 
+char16_t LikePattern::folded(QChar character) {
+  return sql::folded(character);
+}
+
 LikePattern::LikePattern(QStringView pattern) {
   elements_.reserve(std::size_t(pattern.size()));
   for (qsizetype at = 0; at < pattern.size();) {

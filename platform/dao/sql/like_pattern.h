@@ -12,19 +12,24 @@ namespace qk::dao::sql {
 
 class LikePattern {
  public:
-  explicit LikePattern(QStringView pattern);
-  bool matches(QStringView text) const;
-  /// Of UTF-8, as a store hands it over: nothing is converted, for a filter looks at every row.
-  bool matches(QByteArrayView utf8) const;
-
- private:
   struct Element {
     enum class Type { Character, Any, One, Digit, Set } type;
     char16_t character = 0;  ///< folded
     bool negated = false;
     std::vector<std::pair<char16_t, char16_t>> ranges = {};  ///< folded, both ends included
   };
-  static bool matches(const Element& element, char16_t character);
+
+  explicit LikePattern(QStringView pattern);
+  bool matches(QStringView text) const;
+  /// Of UTF-8, as a store hands it over: nothing is converted, for a filter looks at every row.
+  bool matches(QByteArrayView utf8) const;
+
+  const std::vector<Element>& elements() const { return elements_; }
+  /// Whether an element for one character takes this folded one.
+  static bool matches(const Element& element, char16_t folded);
+  static char16_t folded(QChar character);
+
+ private:
   /// Where the beginning decides; nothing where it doesn't.
   std::optional<bool> beginsSo(QByteArrayView utf8) const;
   /// Nothing where the text holds what this reader doesn't know.

@@ -60,8 +60,20 @@ void Printer::select(const Select& select, const std::vector<Kind>& wanted) {
   qualified_ = outerQualified;
 }
 
-void Printer::core(const Select& select, const std::vector<Kind>& wanted) {
+void Printer::bare(const Select& select) {
+  qualify(select);
+  text_ += "SELECT ";
+  items(select, {});
+  from(select.from);
+}
+
+/// Where one table stands alone, its columns need no name before them.
+void Printer::qualify(const Select& select) {
   qualified_ = select.from.size() != 1 || !tableOf(*select.from.front());
+}
+
+void Printer::core(const Select& select, const std::vector<Kind>& wanted) {
+  qualify(select);
   text_ += select.distinct ? "SELECT DISTINCT " : "SELECT ";
   items(select, wanted);
   from(select.from);
@@ -89,7 +101,7 @@ void Printer::groups(const Select& select) {
 
 void Printer::item(const SelectItem& item, const Select& select, Kind wanted) {
   if (!item.expression) return star(item, select);
-  value(*item.expression, wanted);
+  assigned(*item.expression, wanted);
   if (item.alias.isEmpty()) return;
   text_ += " AS ";
   name(item.alias);
@@ -155,7 +167,7 @@ void Printer::update(const Update& update) {
     if (i > 0) text_ += ", ";
     name(update.set[i].column.name);
     text_ += " = ";
-    value(*update.set[i].value, update.set[i].kind);
+    assigned(*update.set[i].value, update.set[i].kind);
   }
   where(update.where);
 }
@@ -193,7 +205,7 @@ void Printer::insert(const Insert& insert) {
   text_ += "VALUES (";
   for (std::size_t i = 0; i < insert.values.size(); ++i) {
     if (i > 0) text_ += ", ";
-    value(*insert.values[i], insert.kinds[i]);
+    assigned(*insert.values[i], insert.kinds[i]);
   }
   text_ += u')';
 }

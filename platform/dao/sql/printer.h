@@ -21,6 +21,8 @@ class Printer {
   QString take() { return std::move(text_); }
 
   virtual void select(const Select& select, const std::vector<Kind>& wanted = {});
+  /// Items and sources alone: a condition may follow.
+  void bare(const Select& select);
   void source(const Source& source);
   void update(const Update& update);
   void remove(const Delete& remove);
@@ -50,6 +52,8 @@ class Printer {
   virtual void valueAsTruth(const Expression& expression) = 0;
   /// The opening of the function that makes a value of one kind from one of another, or nullptr.
   virtual const char* conversion(Kind from, Kind wanted) const = 0;
+  /// A value on its way into a column of that kind.
+  virtual void assigned(const Expression& expression, Kind wanted) { value(expression, wanted); }
   /// One side of a calculation.
   virtual void number(const Expression& expression) = 0;
   virtual void quotient(const Binary& binary) = 0;
@@ -60,12 +64,13 @@ class Printer {
   virtual void aggregate(const Expression& whole, const Call& call) = 0;
 
   // --- what the dialects build with
-  void print(const Expression& expression);
+  virtual void print(const Expression& expression);
   void operand(const Expression& expression, Kind wanted = Kind::Unknown);
   /// One side of a comparison: dates meet numbers as days, texts as text.
   void compared(const Expression& expression, const Expression& other);
   void asText(const Expression& expression);
   void call(const char* function, const Expression& argument, const char* tail = ")");
+  void qualify(const Select& select);
   void where(const ExpressionPtr& expression);
   void groups(const Select& select);
   void items(const Select& select, const std::vector<Kind>& wanted);

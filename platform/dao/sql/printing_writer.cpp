@@ -29,6 +29,10 @@ NativeQuery PrintingWriter::select(const Select& select) const {
   return printed([&](Printer& printer) { printer.select(select); });
 }
 
+NativeQuery PrintingWriter::bare(const Select& select) const {
+  return printed([&](Printer& printer) { printer.bare(select); });
+}
+
 NativeQuery PrintingWriter::condition(const Expression& expression) const {
   return printed([&](Printer& printer) { printer.condition(expression); });
 }

@@ -12,6 +12,7 @@ class PrintingWriter : public Writer {
  public:
   NativeQuery statement(const Statement& statement) const override;
   NativeQuery select(const Select& select) const override;
+  NativeQuery bare(const Select& select) const override;
   /// Columns stand with their source's name.
   NativeQuery condition(const Expression& expression) const override;
   NativeQuery orderTerm(const OrderItem& item) const override;

@@ -17,10 +17,14 @@ class Writer {
   virtual ~Writer() = default;
   virtual NativeQuery statement(const Statement& statement) const = 0;
   virtual NativeQuery select(const Select& select) const = 0;
+  /// The select's items and sources alone, so that a condition of the caller's can follow.
+  virtual NativeQuery bare(const Select& select) const = 0;
   virtual NativeQuery condition(const Expression& expression) const = 0;
   virtual NativeQuery orderTerm(const OrderItem& item) const = 0;
   virtual QString source(const Source& source, QVariantList& values) const = 0;
   virtual QString identifier(const QString& name) const = 0;
+  /// A key column, as a term of the order in which rows stand that nobody has sorted.
+  virtual QString keyOrder(const QString& column, FieldType type) const = 0;
   /// A value in the form the engine stores it for a column of this type (date 0, -1/0, Money …), and back.
   virtual QVariant toNative(const QVariant& value, FieldType type) const = 0;
   virtual QVariant fromNative(const QVariant& native, FieldType type) const = 0;

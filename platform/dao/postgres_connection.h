@@ -1,0 +1,103 @@
+// One connection to a PostgreSQL server, with its prepared statements kept by text.
+//
+// Works on the client library itself, as the SQLite side does: values travel beside the text in one round
+// trip, a read can be given up while it runs, and the state of an error comes with it.
+//
+// A connection that is lost is made anew by the next call. What is certain to have changed nothing is then
+// done again by itself: a read that has brought no row yet, and whatever finds the connection dead before it
+// was sent. Else the call fails with 3043, and what it was asked to store may be stored or not.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QVariantList>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "platform/dao/database.h"
+#include "platform/runtime/error.h"
+
+struct pg_conn;
+struct pg_result;
+
+namespace qk::dao {
+
+class PostgresConnection {
+ public:
+  using Take = std::function<bool(const QVariantList&)>;
+
+  /// Connects; asks for a password where one is wanted and none found.
+  PostgresConnection(ServerAddress address, OpenOptions options);
+  PostgresConnection(const PostgresConnection&) = delete;
+  PostgresConnection& operator=(const PostgresConnection&) = delete;
+
+  const ServerAddress& address() const { return address_; }
+  /// Options that open another connection without a question.
+  OpenOptions optionsOfAnother() const;
+  /// Reads end with 3059 as soon as this says so.
+  void cancelWhen(std::function<bool()> cancelled) { cancelled_ = std::move(cancelled); }
+  /// Hears of each statement before it is sent.
+  void listen(std::function<void(const QString& text)> listener) { listener_ = std::move(listener); }
+
+  /// Hands over row after row until `take` says false; Null is an invalid QVariant, a whole number a
+  /// qlonglong, a fixed-point number its text. Parameters stand as "?".
+  void read(const QString& text, const QVariantList& values, const Take& take);
+  /// The one value of a query's first row.
+  QVariant value(const QString& text, const QVariantList& values = {});
+  /// Affected rows. With `take` for what a statement returns.
+  int write(const QString& text, const QVariantList& values = {}, const Take& take = {});
+
+  void begin();
+  /// Fails unless the server has confirmed it. A lost answer is asked for after reconnecting.
+  void commit();
+  void rollback();
+  bool inTransaction() const { return inTransaction_; }
+
+ private:
+  struct Finish {
+    void operator()(pg_conn* connection) const;
+  };
+  struct Clear {
+    void operator()(pg_result* result) const;
+  };
+  using Result = std::unique_ptr<pg_result, Clear>;
+  struct Statement {
+    QByteArray native;  // with $1, $2 …
+    QByteArray name;    // empty while it isn't prepared
+    bool used = false;
+  };
+  struct Outcome {
+    int affected = 0;
+    bool anyRow = false;
+    std::optional<Error> failure;
+    QByteArray state;
+  };
+
+  void connect();
+  bool tryConnect(QString& message);
+  void ensureAlive();
+  [[noreturn]] void throwLost();
+  Statement& statementOf(const QString& text);
+  void send(Statement& statement, const QVariantList& values, bool rowByRow);
+  Outcome collect(const Take& take);
+  Result nextResult();
+  void waitForAnswer();
+  void cancelStatement();
+  void drain();
+  int run(const QString& text, const QVariantList& values, const Take& take, bool repeatable);
+
+  ServerAddress address_;
+  OpenOptions options_;
+  std::optional<QString> password_;
+  std::function<bool()> cancelled_;
+  std::function<void(const QString&)> listener_;
+  std::unique_ptr<pg_conn, Finish> connection_;
+  QHash<QString, Statement> statements_;
+  int named_ = 0;
+  bool inTransaction_ = false;
+  std::optional<Error> transactionFailure_;
+  QString transactionId_;
+};
+
+}  // namespace qk::dao

@@ -1,0 +1,81 @@
+// A database on a PostgreSQL server: several workstations at once, every commit durable unless asked
+// otherwise.
+//
+// What a lost connection means for a change: outside of transaction() a statement is one commit, and when its
+// answer gets lost nobody knows whether it was stored. The call fails with 3043. A row that is inserted again
+// with the same values after that is looked up first: where it stands, the first attempt has stored it. That
+// takes a key among the values, which a reserved number is. transaction() asks the server for its fate by
+// itself.
+#pragma once
+
+#include <optional>
+
+#include "platform/dao/engine.h"
+#include "platform/dao/postgres_catalogue.h"
+#include "platform/dao/postgres_connection.h"
+#include "platform/dao/postgres_numbers.h"
+#include "platform/dao/sql/postgres_writer.h"
+
+namespace qk::dao {
+
+class PostgresEngine final : public Engine {
+ public:
+  static std::unique_ptr<Engine> open(const QString& path, const ServerAddress& address,
+                                      const OpenOptions& options);
+  static std::unique_ptr<Engine> create(const QString& path, const ServerAddress& address,
+                                        const OpenOptions& options);
+
+  const QString& path() const override { return path_; }
+  bool readOnly() const override { return options_.readOnly; }
+  const sql::Writer& writer() const override { return writer_; }
+
+  std::shared_ptr<const Catalogue> catalogue() override;
+  void createTable(const TableDef& table) override;
+  void dropTable(const TableInfo& table) override;
+  void appendField(const TableInfo& table, const FieldDef& field) override;
+  void appendIndex(const TableInfo& table, const IndexDef& index) override;
+  void createQuery(const QString& name, const sql::Select& select, const QString& text) override;
+
+  std::unique_ptr<Engine> reader(std::function<bool()> cancelled) const override;
+  void read(const QString& text, const QVariantList& values,
+            const std::function<bool(const NativeRow&)>& take) override;
+  int write(const QString& text, const QVariantList& values) override;
+  qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) override;
+  void transaction(const std::function<void()>& body) override;
+
+  qint64 takeNumber(const TableInfo& table) override;
+  void giveBackNumber(const TableInfo& table, qint64 number) override;
+  void reserveNumbers(const TableInfo& table) override;
+
+  qint64 commitCount() const override { return commits_; }
+
+  PostgresConnection& connection() { return *connection_; }  ///< for tests of this engine
+
+ private:
+  PostgresEngine(const QString& path, const ServerAddress& address, const OpenOptions& options);
+  void furnish();
+  void requireFurnished();
+  sql::StoredTable storedTable(const QString& name) const;
+  void define(const std::function<void()>& body);
+  void comment(const QString& object, const QString& text);
+  void createIndex(const TableDef& table, const IndexDef& index);
+  void reserveBlock(const TableInfo& table);
+  bool isStored(const TableInfo& table, const NewRow& row, const QVariantList& values);
+
+  QString path_;
+  OpenOptions options_;
+  std::shared_ptr<PostgresConnection> connection_;
+  sql::PostgresWriter writer_;
+  std::shared_ptr<PostgresCatalogue> catalogue_;
+  PostgresNumbers numbers_;
+  int depth_ = 0;  // of nested transactions
+  qint64 commits_ = 0;
+  /// A row whose storing nobody has confirmed.
+  struct Unanswered {
+    QString text;
+    QVariantList values;
+  };
+  std::optional<Unanswered> unanswered_;
+};
+
+}  // namespace qk::dao

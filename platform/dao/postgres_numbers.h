@@ -1,0 +1,29 @@
+// Auto numbers of a store on a PostgreSQL server, taken from the table's sequence in blocks, so that a number
+// can be read before its row is stored. What is left of a block at closing stays a gap.
+#pragma once
+
+#include <QHash>
+#include <deque>
+#include <optional>
+
+#include "platform/dao/catalogue.h"
+
+namespace qk::dao {
+
+class PostgresNumbers {
+ public:
+  std::optional<qint64> take(const TableInfo& table);
+  void giveBack(const TableInfo& table, qint64 number);
+  /// A block was in use and is used up.
+  bool isUsedUp(const TableInfo& table) const;
+  bool has(const TableInfo& table) const;
+  /// An expression that reserves a block and gives it as text.
+  static QString reservation(const TableInfo& table);
+  void keep(const TableInfo& table, const QString& block);
+  void forget(const TableInfo& table) { blocks_.remove(table.def.name); }
+
+ private:
+  QHash<QString, std::deque<qint64>> blocks_;
+};
+
+}  // namespace qk::dao

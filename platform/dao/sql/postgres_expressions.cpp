@@ -1,0 +1,270 @@
+#include <QDateTime>
+#include <algorithm>
+#include <utility>
+
+#include "platform/dao/sql/native_values.h"
+#include "platform/dao/sql/postgres_like.h"
+#include "platform/dao/sql/postgres_printer.h"
+
+namespace qk::dao::sql {
+namespace {
+
+/// A Null must have a type where it stands alone.
+const char* typeOfNull(Kind kind) {
+  switch (kind) {
+    case Kind::Boolean:
+    case Kind::Number:
+      return "NULL::float8";
+    case Kind::Money:
+      return "NULL::numeric";
+    case Kind::Date:
+      return "NULL::timestamp";
+    case Kind::Text:
+      return "NULL::text";
+    case Kind::Unknown:
+      break;
+  }
+  return "NULL";
+}
+
+bool isOrder(BinaryOperator op) {
+  return op != BinaryOperator::Equal && op != BinaryOperator::NotEqual;
+}
+
+}  // namespace
+
+void PostgresPrinter::literal(const QVariant& value, Kind wanted) {
+  const QVariant native = toNative(value, wanted);
+  if (native.isNull()) {
+    text_ += typeOfNull(wanted);
+    return;
+  }
+  const bool isText = native.userType() == QMetaType::QString;
+  const bool isDate =
+      isText && (wanted == Kind::Date || value.userType() == QMetaType::QDateTime) && wanted != Kind::Text;
+  const bool isReal = native.userType() == QMetaType::Double;
+  if (literals_ == Literals::AsParameters && !writeOut_) {
+    values_ << native;
+    text_ += u'?';
+  } else if (isText) {
+    text_ += u'\'' + native.toString().replace(u'\'', "''") + u'\'';
+  } else {
+    text_ += u'\'' + (isReal ? QString::number(native.toDouble(), 'g', 17) : native.toString()) + u'\'';
+  }
+  text_ += isDate ? "::timestamp(0)" : isText ? "::text" : isReal ? "::float8" : "::int8";
+}
+
+void PostgresPrinter::truthAsValue(const Expression& expression) {
+  text_ += "-(";
+  print(expression);
+  text_ += ")::integer";
+}
+
+void PostgresPrinter::valueAsTruth(const Expression& expression) {
+  text_ += u'(';
+  if (expression.kind == Kind::Date) {
+    call("extract(year FROM ", expression);
+  } else if (expression.kind == Kind::Text) {
+    call("qk_number(", expression);
+  } else {
+    operand(expression);
+  }
+  text_ += " <> 0)";
+}
+
+const char* PostgresPrinter::conversion(Kind from, Kind wanted) const {
+  if (wanted != Kind::Text || from == Kind::Text || from == Kind::Unknown) return nullptr;
+  return from == Kind::Date ? "qk_text_date(" : "qk_text(";
+}
+
+/// A column takes only what is of its kind.
+void PostgresPrinter::assigned(const Expression& expression, Kind wanted) {
+  const Kind from = expression.kind;
+  const char* function = nullptr;
+  if (!as<Literal>(expression) && from != wanted && from != Kind::Unknown) {
+    const bool number = wanted == Kind::Boolean || wanted == Kind::Number || wanted == Kind::Money;
+    if (wanted == Kind::Date) function = "qk_date(";
+    if (number && from == Kind::Text) function = "qk_number(";
+    if (number && from == Kind::Date) function = "qk_serial(";
+  }
+  if (function) {
+    call(function, expression);
+  } else {
+    value(expression, wanted);
+  }
+}
+
+void PostgresPrinter::number(const Expression& expression) {
+  switch (expression.kind) {
+    case Kind::Money:
+      return operand(expression);
+    case Kind::Date:
+      return call("qk_serial(", expression);
+    case Kind::Text:
+      return call("qk_number(", expression);
+    case Kind::Boolean:
+    case Kind::Number:
+    case Kind::Unknown:
+      break;
+  }
+  call("CAST(", expression, " AS float8)");
+}
+
+void PostgresPrinter::quotient(const Binary& binary) {
+  text_ += "CAST(";
+  number(*binary.left);
+  text_ += " AS float8) / NULLIF(CAST(";
+  number(*binary.right);
+  text_ += " AS float8), 0)";
+}
+
+void PostgresPrinter::side(const Expression& expression, const Expression& other) {
+  if (expression.kind == Kind::Money && isComposite(expression)) {
+    text_ += "round(CAST(";
+    value(expression);
+    text_ += " AS numeric), 4)";
+  } else if (expression.kind == Kind::Date && !as<Literal>(expression) && !as<Literal>(other) &&
+             (other.kind == Kind::Money || other.kind == Kind::Boolean)) {
+    call("qk_serial(", expression);
+  } else {
+    compared(expression, other);
+  }
+}
+
+void PostgresPrinter::folded(const Expression& expression, Kind wanted) {
+  text_ += "lower(";
+  if (expression.kind == Kind::Date && !as<Literal>(expression)) {
+    asText(expression);
+  } else {
+    operand(expression, wanted);
+  }
+  text_ += " COLLATE \"C\")";
+}
+
+void PostgresPrinter::comparison(const Expression& left, BinaryOperator op, const Expression& right) {
+  const auto meant = [](const Expression& expression, const Expression& other) {
+    return as<Literal>(expression) && !as<Literal>(other) && other.kind != Kind::Unknown ? other.kind
+                                                                                         : expression.kind;
+  };
+  if (meant(left, right) == Kind::Text || meant(right, left) == Kind::Text)
+    return textComparison(left, op, right);
+  side(left, right);
+  text_ += symbolOf(op);
+  side(right, left);
+}
+
+void PostgresPrinter::textComparison(const Expression& left, BinaryOperator op, const Expression& right) {
+  const bool bothText = left.kind == Kind::Text && right.kind == Kind::Text;
+  if (bothText && (isOrder(op) || hasForeignLetter(left) || hasForeignLetter(right))) {
+    operand(left);
+    text_ += " COLLATE german";
+    text_ += symbolOf(op);
+    return operand(right);
+  }
+  folded(left);
+  text_ += symbolOf(op);
+  folded(right);
+}
+
+void PostgresPrinter::textOf(const Expression& expression) {
+  if (expression.kind == Kind::Text || as<Literal>(expression)) return operand(expression, Kind::Text);
+  call("qk_german(", expression);
+}
+
+void PostgresPrinter::like(const Binary& binary) {
+  const auto* pattern = as<Literal>(*binary.right);
+  if (!pattern || pattern->value.isNull()) {
+    text_ += "qk_like(";
+    textOf(*binary.left);
+    text_ += ", ";
+    value(*binary.right, Kind::Text);
+    text_ += u')';
+    return;
+  }
+  textOf(*binary.left);
+  text_ += " COLLATE \"C\" ~ ";
+  literal(regularExpression(toNative(pattern->value, Kind::Text).toString()), Kind::Text);
+}
+
+void PostgresPrinter::node(const Between& between) {
+  if (between.negated) text_ += "NOT ";
+  text_ += u'(';
+  comparison(*between.value, BinaryOperator::GreaterEqual, *between.low);
+  text_ += " AND ";
+  comparison(*between.value, BinaryOperator::LessEqual, *between.high);
+  text_ += u')';
+}
+
+void PostgresPrinter::node(const In& in) {
+  if (in.select) return inSelect(in);
+  const bool text = in.value->kind == Kind::Text;
+  const bool foreign = text && std::any_of(in.list.begin(), in.list.end(),
+                                           [](const ExpressionPtr& item) { return hasForeignLetter(*item); });
+  if (text && !foreign) {
+    folded(*in.value);
+  } else {
+    operand(*in.value);
+  }
+  if (foreign) text_ += " COLLATE german";
+  text_ += in.negated ? " NOT IN (" : " IN (";
+  const bool longList = isLongList(in);
+  for (std::size_t i = 0; i < in.list.size(); ++i) {
+    if (i > 0) text_ += ", ";
+    const auto* constant = as<Literal>(*in.list[i]);
+    if (longList && constant && constant->value.userType() == QMetaType::LongLong) {
+      text_ += constant->value.toString();
+    } else if (text && !foreign) {
+      folded(*in.list[i]);
+    } else {
+      value(*in.list[i], wantedBeside(*in.value));
+    }
+  }
+  text_ += u')';
+}
+
+void PostgresPrinter::inSelect(const In& in) {
+  const Columns columns = columnsOf(*in.select);
+  const Kind kind = columns.kinds.empty() ? Kind::Unknown : columns.kinds.front();
+  const bool text = in.value->kind == Kind::Text || kind == Kind::Text;
+  if (text) {
+    folded(*in.value);
+  } else {
+    operand(*in.value);
+  }
+  text_ += in.negated ? " NOT IN (" : " IN (";
+  if (text) {
+    const QString column = kind == Kind::Text ? "c1" : kind == Kind::Unknown ? "c1::text" : "qk_text(c1)";
+    text_ += "SELECT " + foldedText(column) + " FROM (";
+  }
+  select(*in.select);
+  text_ += text ? ") AS qk_in(c1))" : ")";
+}
+
+void PostgresPrinter::aggregate(const Expression& whole, const Call& function) {
+  const Select* grouped = std::exchange(grouped_, nullptr);
+  const Expression& first = *function.arguments[0];
+  const bool adds = function.function == "sum" || function.function == "avg";
+  if (adds && whole.kind == Kind::Money) {
+    text_ += "round(" + function.function + "(CAST(";
+    value(first);
+    text_ += " AS numeric)), 4)";
+  } else if (adds) {
+    text_ += function.function + u'(';
+    number(first);
+    text_ += u')';
+  } else if (first.kind == Kind::Text && function.function != "count") {
+    // The least without regard to case, as it is spelled.
+    text_ += "(array_agg(";
+    value(first);
+    text_ += " ORDER BY ";
+    folded(first);
+    text_ += function.function == "max" ? " DESC NULLS LAST))[1]" : " NULLS LAST))[1]";
+  } else {
+    text_ += function.function + u'(';
+    value(first);
+    text_ += u')';
+  }
+  grouped_ = grouped;
+}
+
+}  // namespace qk::dao::sql

@@ -1,0 +1,15 @@
+// What PostgreSQL lacks for the query language, as functions and a collation of the store's own schema. They
+// say the same as the functions of sqlite_functions.cpp.
+#pragma once
+
+#include <QStringList>
+
+namespace qk::dao::sql {
+
+/// Raised with every change below: an older store is furnished anew when it is opened.
+inline constexpr int kPostgresFunctionsVersion = 1;
+
+/// Statements that make them, or make them anew, in the first schema of the search path.
+QStringList postgresFunctions();
+
+}  // namespace qk::dao::sql
