@@ -146,9 +146,19 @@ bool PostgresConnection::tryConnect(QString& message) {
                           settings.constData(),
                           static_cast<const char*>(nullptr)};
   connection_.reset(PQconnectdbParams(keys.data(), values.data(), 0));
-  if (PQstatus(connection_.get()) == CONNECTION_OK) return true;
+  if (PQstatus(connection_.get()) == CONNECTION_OK) {
+    ended_ = false;
+    PQsetNoticeReceiver(connection_.get(), hearNotice, this);
+    return true;
+  }
   message = messageOf(PQerrorMessage(connection_.get()));
   return false;
+}
+
+/// A server that shuts down says good-bye to whoever asks it nothing.
+void PostgresConnection::hearNotice(void* self, const pg_result* notice) {
+  const char* state = PQresultErrorField(notice, PG_DIAG_SQLSTATE);
+  if (state && postgres::isLoss(state)) static_cast<PostgresConnection*>(self)->ended_ = true;
 }
 
 void PostgresConnection::connect() {
@@ -162,7 +172,8 @@ void PostgresConnection::connect() {
     if (!wanted && !wrong)
       throw Error(postgres::kConnectionLost,
                   QString("Die Datenbank %1 ist nicht erreichbar: %2").arg(placeOf(address_), message));
-    password_ = options_.askPassword ? options_.askPassword(address_, wrong) : std::nullopt;
+    // A password that is missing counts as used, too.
+    password_ = options_.askPassword ? options_.askPassword(address_, !wanted) : std::nullopt;
     if (!password_) throw Error(postgres::kNoLogin);
   }
   if (PQserverVersion(connection_.get()) < kOldestServer) {
@@ -183,8 +194,8 @@ void PostgresConnection::throwLost() {
 void PostgresConnection::ensureAlive() {
   if (connection_) {
     pollfd waiting{PQsocket(connection_.get()), POLLIN, 0};
-    if (poll(&waiting, 1, 0) > 0) PQconsumeInput(connection_.get());
-    if (PQstatus(connection_.get()) == CONNECTION_OK) return;
+    while (poll(&waiting, 1, 0) > 0 && PQconsumeInput(connection_.get())) PQisBusy(connection_.get());
+    if (PQstatus(connection_.get()) == CONNECTION_OK && !ended_) return;
   }
   if (inTransaction_) throwLost();
   connect();

@@ -74,6 +74,7 @@ class PostgresConnection {
     QByteArray state;
   };
 
+  static void hearNotice(void* self, const pg_result* notice);
   void connect();
   bool tryConnect(QString& message);
   void ensureAlive();
@@ -95,6 +96,7 @@ class PostgresConnection {
   std::unique_ptr<pg_conn, Finish> connection_;
   QHash<QString, Statement> statements_;
   int named_ = 0;
+  bool ended_ = false;  // by the server, while nobody asked it anything
   bool inTransaction_ = false;
   std::optional<Error> transactionFailure_;
   QString transactionId_;

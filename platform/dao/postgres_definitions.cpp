@@ -74,9 +74,10 @@ void PostgresEngine::createIndex(const TableDef& table, const IndexDef& index) {
   comment("INDEX " + quotedName(postgres::storedName(table.name, index.name)), postgres::indexComment(index));
 }
 
+/// Stored queries on it go with it: PostgreSQL keeps no view without its tables.
 void PostgresEngine::dropTable(const TableInfo& table) {
-  define(
-      [&] { connection_->write((table.query ? "DROP VIEW " : "DROP TABLE ") + quotedName(table.def.name)); });
+  const QString kind = table.query ? "DROP VIEW " : "DROP TABLE ";
+  define([&] { connection_->write(kind + quotedName(table.def.name) + " CASCADE"); });
   numbers_.forget(table);
 }
 

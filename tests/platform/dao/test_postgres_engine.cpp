@@ -26,14 +26,13 @@ class TestPostgresEngine : public QObject {
     Database::create(path)->createTable(articles());
     return path;
   }
+  /// Ends all connections to it and waits until the server has let go of them.
   static void endConnections(const ServerDatabase& server) {
-    server.native(
-        "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = current_database() AND "
-        "pid <> pg_backend_pid()");
-    // It is gone once it doesn't show any more.
-    QTRY_COMPARE(server.native("SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
-                               "pid <> pg_backend_pid()"),
-                 QStringList{"0"});
+    const QString others =
+        " FROM pg_stat_activity WHERE datname = current_database() AND pid <> pg_backend_pid() AND "
+        "backend_type = 'client backend'";
+    server.native("SELECT pg_terminate_backend(pid, 5000)" + others);
+    QCOMPARE(server.native("SELECT count(*)" + others), QStringList{"0"});
   }
 
  private Q_SLOTS:
