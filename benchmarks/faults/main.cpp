@@ -12,6 +12,8 @@ int main(int argc, char** argv) {
   parser.addOption({"ordner", "Empty folder for the runs.", "FOLDER"});
   parser.addOption({"kills", "How often the program is ended by SIGKILL.", "N", "0"});
   parser.addOption({"power", "How often the power fails.", "N", "0"});
+  parser.addOption({"desks", "Two programs on one server, and how many shots they get.", "N", "0"});
+  parser.addOption({"server-kills", "How often the server of the desks is ended by SIGKILL.", "N", "3"});
   parser.addOption({"zufall", "Seed of all chance.", "N", "1"});
   parser.addOption({"power-child", "One power failure, in a process of its own.", "FOLDER"});
   parser.addHelpOption();
@@ -26,6 +28,11 @@ int main(int argc, char** argv) {
     if (const int runs = parser.value("kills").toInt()) {
       folder.mkpath("kills");
       good = qk::faults::runKills(folder.absoluteFilePath("kills"), runs, seed) && good;
+    }
+    if (const int shots = parser.value("desks").toInt()) {
+      folder.mkpath("desks");
+      const int kills = parser.value("server-kills").toInt();
+      good = qk::faults::runDesks(folder.absoluteFilePath("desks"), shots, kills, seed) && good;
     }
     if (const int runs = parser.value("power").toInt()) {
       folder.mkpath("power");

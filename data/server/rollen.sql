@@ -34,20 +34,17 @@ SELECT format('CREATE DATABASE %I OWNER qk_besitzer ENCODING ''UTF8'' TEMPLATE t
 REVOKE ALL ON DATABASE :"datenbank" FROM PUBLIC;
 GRANT CONNECT ON DATABASE :"datenbank" TO qk_buero;
 
--- USAGE to see the tables; CREATE only for the program's own ones, which a desk makes when they are missing.
+-- Nobody keeps anything in the schema that every database has.
 REVOKE ALL ON SCHEMA public FROM PUBLIC;
-GRANT USAGE, CREATE ON SCHEMA public TO qk_besitzer;
-GRANT USAGE, CREATE ON SCHEMA public TO qk_buero;
 
--- The owner's tables: rows only. No TRUNCATE, REFERENCES or TRIGGER. Sequences hand out the auto numbers.
-GRANT SELECT, INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA public TO qk_buero;
-GRANT USAGE, SELECT ON ALL SEQUENCES IN SCHEMA public TO qk_buero;
-ALTER DEFAULT PRIVILEGES FOR ROLE qk_besitzer IN SCHEMA public
-  GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO qk_buero;
-ALTER DEFAULT PRIVILEGES FOR ROLE qk_besitzer IN SCHEMA public GRANT USAGE, SELECT ON SEQUENCES TO qk_buero;
-
--- And the other way round: what a desk made moves along when the owner moves the competition out.
-GRANT SELECT ON ALL TABLES IN SCHEMA public TO qk_besitzer;
-GRANT SELECT ON ALL SEQUENCES IN SCHEMA public TO qk_besitzer;
-ALTER DEFAULT PRIVILEGES FOR ROLE qk_buero IN SCHEMA public GRANT SELECT ON TABLES TO qk_besitzer;
-ALTER DEFAULT PRIVILEGES FOR ROLE qk_buero IN SCHEMA public GRANT SELECT ON SEQUENCES TO qk_besitzer;
+-- All of a competition stands in the schema "dao", which the first command of the owner makes: so the rights are
+-- given beforehand, to whatever the owner will make in this database. USAGE to see the tables; CREATE only for the
+-- program's own ones, which a desk makes when they are missing.
+ALTER DEFAULT PRIVILEGES FOR ROLE qk_besitzer GRANT USAGE, CREATE ON SCHEMAS TO qk_buero;
+-- The owner's tables: rows only. No TRUNCATE, REFERENCES or TRIGGER. Sequences hand out the auto numbers, and are
+-- set where rows came in with numbers of their own.
+ALTER DEFAULT PRIVILEGES FOR ROLE qk_besitzer GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO qk_buero;
+ALTER DEFAULT PRIVILEGES FOR ROLE qk_besitzer GRANT USAGE, SELECT, UPDATE ON SEQUENCES TO qk_buero;
+-- And the other way round: what a desk made, the owner works with and moves out.
+ALTER DEFAULT PRIVILEGES FOR ROLE qk_buero GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO qk_besitzer;
+ALTER DEFAULT PRIVILEGES FOR ROLE qk_buero GRANT USAGE, SELECT, UPDATE ON SEQUENCES TO qk_besitzer;

@@ -167,7 +167,7 @@ void PostgresConnection::connect() {
   QString message;
   while (!tryConnect(message)) {
     const bool wanted = PQconnectionNeedsPassword(connection_.get());
-    const bool wrong = PQconnectionUsedPassword(connection_.get());
+    const bool wrong = !wanted && PQconnectionUsedPassword(connection_.get());
     connection_.reset();
     if (!wanted && !wrong)
       throw Error(postgres::kConnectionLost,

@@ -135,9 +135,9 @@ FieldDef readColumn(const QString& name, const QString& type, bool notNull, cons
     field.type = FieldType::Text;
     field.size = facts["size"].toInt();
   }
-  field.required = notNull || facts["required"].toBool();
-  field.allowZeroLength = !facts["nonempty"].toBool();
   field.autoNumber = preset.contains("qk_next(");
+  field.required = (notNull && !field.autoNumber) || facts["required"].toBool();
+  field.allowZeroLength = !facts["nonempty"].toBool();
   if (!field.autoNumber && !preset.isEmpty()) field.preset = presetOf(preset, field.type);
   return field;
 }

@@ -1,0 +1,240 @@
+// A competition on a server, as a desk opens it: the rights that the script gives, the password asked once,
+// and what is said when the server, the password or the database is missing.
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include "app/competition_opening.h"
+#include "app/ground/unfinished_move.h"
+#include "app/password_question.h"
+#include "platform/dao/row_list.h"
+#include "tests/support/postgres_server.h"
+#include "tests/support/test_workplace.h"
+#include "tools/schema/schema_build.h"
+#include "tools/wettkampf/competition.h"
+#include "tools/wettkampf/move.h"
+
+using namespace qk;
+using namespace qk::test;
+using dao::Database;
+
+namespace {
+
+const QStringList kOwnTables = {"Haering_Daten", "Haering_Gruppen", "Haering_Gruppen_Disziplinen"};
+
+/// psql as a role; its error output, empty when all went well.
+QString psql(const QString& host, const QString& role, const QString& database,
+             const QStringList& arguments) {
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("LC_ALL", "C.UTF-8");
+  environment.insert("PGOPTIONS", "-c search_path=dao");
+  process.setProcessEnvironment(environment);
+  process.start(
+      "psql",
+      QStringList{"-X", "-q", "-h", host, "-U", role, "-d", database, "-v", "ON_ERROR_STOP=1"} + arguments);
+  if (!process.waitForFinished(60000)) return "psql doesn't end";
+  const QString errors = QString::fromUtf8(process.readAllStandardError());
+  return process.exitCode() == 0 ? QString() : "failed: " + errors;
+}
+
+void writeAddress(const QString& path, const dao::ServerAddress& address) {
+  QFile file(path);
+  QVERIFY(file.open(QIODevice::WriteOnly));
+  file.write(serverAddressText(address));
+}
+
+}  // namespace
+
+class TestServerOpening : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void init() {
+    place_ = std::make_unique<TestWorkplace>();
+    global_ = std::make_unique<GlobalVariablen>();
+    global_->SystemVerzeichnis = place_->path("System") + "/";
+    QDir(place_->path()).mkdir("System");
+    createDatabase(place_->path("System/LeerSA.mdb"),
+                   [](Database& db) { buildSchema(db, embeddedSchema("LeerSA.txt")); });
+    opening_ = std::make_unique<CompetitionOpening>(place_->workplace(), *global_);
+    path_ = place_->path("Abend.qkk");
+  }
+  void cleanup() {
+    opening_.reset();
+    global_.reset();
+    place_.reset();
+  }
+
+  void aDeskWorksWithTheRightsOfTheScript();
+  void aDeskCanDoNoMore_data();
+  void aDeskCanDoNoMore();
+  void thePasswordIsAskedOnce();
+  void aWrongPasswordIsAskedAgain();
+  void givingUpThePasswordIsToldOnce();
+  void aServerThatIsAwayIsToldOnce();
+  void aMissingDatabaseIsToldOnce();
+  void anUnfinishedMoveIsToldAndLeftAlone();
+
+ private:
+  void expectRefusal(int number, const QString& text) {
+    place_->dialogs
+        .expect("Fehler: " + QString::number(number) + " - " + text + "\r\nBitte anderen Wettkampf wählen!!!")
+        .titled("Fehler");
+  }
+  /// What opening the competition says.
+  Error errorOfOpening() const {
+    try {
+      Database::open(path_);
+    } catch (const Error& error) {
+      return error;
+    }
+    return Error(0);
+  }
+  /// A database that the script has furnished, with a competition made by its owner.
+  void furnish() {
+    server_ = std::make_unique<PostgresServer>();
+    for (int time = 0; time < 2; ++time)  // it may run again
+      QCOMPARE(psql(server_->folder(), "postgres", "postgres",
+                    {"-v", "datenbank=pokal2026", "-f", QK_SERVER_SCRIPT}),
+               QString());
+    writeAddress(place_->path("besitzer.qkk"), {server_->folder(), 5432, "pokal2026", "qk_besitzer"});
+    makeDemoCompetition(place_->path("besitzer.qkk"));
+    writeAddress(path_, {server_->folder(), 5432, "pokal2026", "qk_buero"});
+  }
+
+  std::unique_ptr<PostgresServer> server_;
+  std::unique_ptr<TestWorkplace> place_;
+  std::unique_ptr<GlobalVariablen> global_;
+  std::unique_ptr<CompetitionOpening> opening_;
+  QString path_;
+};
+
+void TestServerOpening::aDeskWorksWithTheRightsOfTheScript() {
+  furnish();
+  QVERIFY(opening_->setWettkampf(path_));
+  for (const QString& table : kOwnTables) QVERIFY2(global_->Datenbank->hasTable(table), qPrintable(table));
+  QVERIFY(place_->dialogs.asked().isEmpty());
+  for (const char* table : {"Schuss", "Haering_Daten", "MeldeDisziplin"}) {
+    const auto rows = global_->Datenbank->openRecordset(QString("Select * from ") + table);
+    rows->addNew();
+    const int id = rows->value("ID").toInt();
+    rows->update();
+    const QString row = QString(" where ID = %1").arg(id);
+    QCOMPARE(global_->Datenbank->execute(QString("Update ") + table + " set ID = ID" + row), 1);
+    QCOMPARE(global_->Datenbank->execute(QString("Delete * from ") + table + row), 1);
+  }
+  // The owner takes all of it home, the desk's own tables included.
+  opening_->close();
+  moveCompetition({place_->path("besitzer.qkk"), place_->path("daheim.qkk")}, [](const MoveStep&) {});
+  QVERIFY(Database::open(place_->path("daheim.qkk"))->hasTable("Haering_Daten"));
+}
+
+void TestServerOpening::aDeskCanDoNoMore_data() {
+  QTest::addColumn<QString>("statement");
+  for (const char* statement :
+       {R"(DROP TABLE "Schuss")", R"(TRUNCATE "Schuss")", R"(ALTER TABLE "Schuss" ADD COLUMN neu int)",
+        R"(ALTER TABLE "Schuss" RENAME TO weg)", R"(CREATE INDEX ON "Schuss" ("Startnummer"))",
+        R"(CREATE TRIGGER t BEFORE INSERT ON "Schuss" EXECUTE FUNCTION suppress_redundant_updates_trigger())",
+        "CREATE ROLE fremd", "ALTER ROLE qk_buero SUPERUSER", "CREATE DATABASE fremd",
+        "DROP DATABASE pokal2026", "CREATE SCHEMA fremd", "CREATE TEMPORARY TABLE t(a int)",
+        "CREATE EXTENSION dblink", "SELECT * FROM pg_authid", "COPY (SELECT 1) TO PROGRAM 'true'",
+        "SET ROLE qk_besitzer"})
+    QTest::newRow(statement) << QString(statement);
+}
+
+void TestServerOpening::aDeskCanDoNoMore() {
+  QFETCH(QString, statement);
+  if (!server_) furnish();
+  const QString answer = psql(server_->folder(), "qk_buero", "pokal2026", {"-c", statement});
+  QVERIFY2(answer.contains("permission denied") || answer.contains("must be"), qPrintable(answer));
+}
+
+void TestServerOpening::thePasswordIsAskedOnce() {
+  const PostgresServer server;
+  const ServerDatabase database(server.folder(), "qk_secret");
+  database.writeAddress(path_);
+  QStringList asked;
+  const dao::SharedPasswords passwords(passwordQuestion([&](const QString& prompt, const QString&) {
+    asked << prompt;
+    return QString("geheim");
+  }));
+  makeDemoCompetition(path_);
+  QVERIFY(opening_->setWettkampf(path_));
+  for (int line = 0; line < 6; ++line) QVERIFY(Database::open(path_)->hasTable("Haering_Daten"));
+  QCOMPARE(asked,
+           QStringList{"Passwort von qk_secret für den Wettkampf " + placeOf(database.address()) + ":"});
+  QVERIFY(place_->dialogs.asked().isEmpty());
+}
+
+void TestServerOpening::aWrongPasswordIsAskedAgain() {
+  const PostgresServer server;
+  const ServerDatabase database(server.folder(), "qk_secret");
+  database.writeAddress(path_);
+  QStringList asked;
+  const dao::SharedPasswords passwords(passwordQuestion([&](const QString& prompt, const QString&) {
+    asked << prompt;
+    return QString(asked.size() < 3 ? "falsch" : "geheim");
+  }));
+  makeCompetition(path_, {});
+  QCOMPARE(asked.size(), 3);
+  QVERIFY(!asked[0].startsWith("Das Passwort war falsch."));
+  QVERIFY(asked[1].startsWith("Das Passwort war falsch."));
+  QVERIFY(asked[2].startsWith("Das Passwort war falsch."));
+}
+
+void TestServerOpening::givingUpThePasswordIsToldOnce() {
+  const PostgresServer server;
+  const ServerDatabase database(server.folder(), "qk_secret");
+  database.writeAddress(path_);
+  expectRefusal(3029, errorOfOpening().description());
+  QVERIFY(!opening_->setWettkampf(path_));
+}
+
+void TestServerOpening::aServerThatIsAwayIsToldOnce() {
+  const ServerDatabase database;
+  dao::ServerAddress away = database.address();
+  away.host = place_->path("System");
+  writeAddress(path_, away);
+  expectRefusal(3043, errorOfOpening().description());
+  QVERIFY(!opening_->setWettkampf(path_));
+}
+
+void TestServerOpening::aMissingDatabaseIsToldOnce() {
+  const ServerDatabase database;
+  dao::ServerAddress wrong = database.address();
+  wrong.database = "gibtesnicht";
+  writeAddress(path_, wrong);
+  const Error error = errorOfOpening();
+  QVERIFY2(error.description().contains("gibtesnicht"), qPrintable(error.description()));
+  expectRefusal(error.number(), error.description());
+  QVERIFY(!opening_->setWettkampf(path_));
+}
+
+void TestServerOpening::anUnfinishedMoveIsToldAndLeftAlone() {
+  const ServerDatabase database;
+  database.writeAddress(path_);
+  const QString from = place_->path("quelle.qkk");
+  makeCompetition(from, {});
+  try {
+    moveCompetition({from, path_}, [](const MoveStep& step) {
+      if (step.number == 5) throw Error(3026);
+    });
+    QFAIL("the move wasn't interrupted");
+  } catch (const Error&) {
+  }
+  Error told(0);
+  try {
+    refuseUnfinishedMove(*Database::open(path_));
+  } catch (const Error& error) {
+    told = error;
+  }
+  QVERIFY2(told.description().contains(from), qPrintable(told.description()));
+  expectRefusal(kUnfinishedMoveError, told.description());
+  QVERIFY(!opening_->setWettkampf(path_));
+  QVERIFY(!Database::open(path_)->hasTable("Haering_Daten"));
+}
+
+QTEST_GUILESS_MAIN(TestServerOpening)
+#include "test_server_opening.moc"

@@ -1,0 +1,194 @@
+// Moving a competition to a server and back: equal to the last row, and interrupted at any moment it leaves a
+// target on the server that says so.
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "app/ground/unfinished_move.h"
+#include "platform/dao/recordset.h"
+#include "platform/runtime/money.h"
+#include "tests/support/error_of.h"
+#include "tests/support/postgres_server.h"
+#include "tests/tools/move_store.h"
+#include "tools/wettkampf/commands.h"
+#include "tools/wettkampf/competition.h"
+#include "tools/wettkampf/move.h"
+
+using namespace qk;
+using namespace qk::test;
+using dao::Database;
+
+namespace {
+
+constexpr int kManyRows = 100000;
+
+void quiet(const MoveStep&) {}
+
+struct Answer {
+  int status = -1;
+  QString out, errors;
+};
+
+Answer call(const QStringList& arguments) {
+  Answer answer;
+  QTextStream out(&answer.out);
+  QTextStream errors(&answer.errors);
+  answer.status = runCompetitionTool(arguments, out, errors);
+  return answer;
+}
+
+}  // namespace
+
+class TestMoveServer : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void initTestCase();
+  void init();
+
+  void thereAndBackIsEqual();
+  void fromServerToServer();
+  void autoNumbersGoOnAfterTheHighest();
+  void keepsWhatIsOnTheServer();
+  void makesACompetitionOnAServer();
+  void aServerThatIsAwayIsTold();
+  void aMissingDatabaseIsTold();
+  void killedAtAnyMoment_data();
+  void killedAtAnyMoment();
+
+ private:
+  QString path(const QString& name) const { return folder_->filePath(name); }
+
+  QTemporaryDir originals_;
+  std::unique_ptr<QTemporaryDir> folder_;
+  std::unique_ptr<ServerDatabase> database_;
+  QString server_;  // the file that names the database
+};
+
+void TestMoveServer::initTestCase() {
+  const QString small = originals_.filePath("klein.qkk");
+  makeDemoCompetition(small);
+  QFile::copy(small, originals_.filePath("gross.qkk"));
+  addHardTables(*Database::open(small), 2345);
+  addHardTables(*Database::open(originals_.filePath("gross.qkk"), {.durable = false}), kManyRows);
+}
+
+void TestMoveServer::init() {
+  folder_ = std::make_unique<QTemporaryDir>();
+  database_ = std::make_unique<ServerDatabase>();
+  server_ = path("server.qkk");
+  database_->writeAddress(server_);
+}
+
+void TestMoveServer::thereAndBackIsEqual() {
+  const QString from = originals_.filePath("gross.qkk");
+  const MoveResult there = moveCompetition({from, server_}, quiet);
+  QVERIFY(there.rows > kManyRows);
+  QVERIFY(!isUnfinishedMove(*Database::open(server_)));
+  const MoveResult back = moveCompetition({server_, path("zurueck.qkk")}, quiet);
+  QCOMPARE(back.rows, there.rows);
+  const QStringList original = contentsOf(from);
+  QVERIFY(original.size() > kManyRows);
+  QCOMPARE(firstDifference(contentsOf(server_), original), QString());
+  QCOMPARE(firstDifference(contentsOf(path("zurueck.qkk")), original), QString());
+}
+
+void TestMoveServer::fromServerToServer() {
+  const ServerDatabase second;
+  second.writeAddress(path("zweiter.qkk"));
+  moveCompetition({originals_.filePath("klein.qkk"), server_}, quiet);
+  moveCompetition({server_, path("zweiter.qkk")}, quiet);
+  QCOMPARE(firstDifference(contentsOf(path("zweiter.qkk")), contentsOf(originals_.filePath("klein.qkk"))),
+           QString());
+}
+
+void TestMoveServer::autoNumbersGoOnAfterTheHighest() {
+  moveCompetition({originals_.filePath("klein.qkk"), server_}, quiet);
+  const auto store = Database::open(server_);
+  const auto rows = store->openRecordset("Alles");
+  rows->addNew();
+  QCOMPARE(rows->value("ID").toInt(), 2346);
+  rows->setValue("Schütze Name", "Neu");
+  QCOMPARE(rows->value("Betrag").value<Money>().units(), 125000);
+  rows->update();
+}
+
+void TestMoveServer::keepsWhatIsOnTheServer() {
+  makeCompetition(server_, {});
+  const QStringList before = contentsOf(server_);
+  for (const QStringList& more : {QStringList{}, QStringList{"--von-vorn"}}) {
+    const Answer answer = call(QStringList{"umziehen", originals_.filePath("klein.qkk"), server_} + more);
+    QCOMPARE(answer.status, 1);
+    QCOMPARE(answer.errors, QString("Fehler: 3204 - Das Ziel ist nicht leer, es bleibt unverändert.\n"));
+    QCOMPARE(firstDifference(contentsOf(server_), before), QString());
+  }
+}
+
+void TestMoveServer::makesACompetitionOnAServer() {
+  for (const char* command : {"demo", "neu"}) {
+    const ServerDatabase database;
+    const QString to = path(QString(command) + ".qkk");
+    database.writeAddress(to);
+    const Answer made = call({command, to});
+    QCOMPARE(made.errors, QString());
+    QCOMPARE(made.status, 0);
+    QVERIFY(Database::open(to)->hasTable("Wettkampf"));
+    QVERIFY(!isUnfinishedMove(*Database::open(to)));
+    const Answer again = call({command, to});
+    QCOMPARE(again.status, 1);
+    QCOMPARE(again.errors, QString("Den Wettkampf gibt es schon, er bleibt unverändert: %1\n").arg(to));
+  }
+}
+
+void TestMoveServer::aServerThatIsAwayIsTold() {
+  dao::ServerAddress nobody = database_->address();
+  nobody.host = path("");
+  QFile file(path("weg.qkk"));
+  QVERIFY(file.open(QIODevice::WriteOnly));
+  file.write(serverAddressText(nobody));
+  file.close();
+  const Answer answer = call({"umziehen", originals_.filePath("klein.qkk"), path("weg.qkk")});
+  QCOMPARE(answer.status, 1);
+  QVERIFY2(answer.errors.startsWith("Fehler: 3043 - "), qPrintable(answer.errors));
+}
+
+void TestMoveServer::aMissingDatabaseIsTold() {
+  dao::ServerAddress wrong = database_->address();
+  wrong.database = "gibtesnicht";
+  QFile file(path("ohne.qkk"));
+  QVERIFY(file.open(QIODevice::WriteOnly));
+  file.write(serverAddressText(wrong));
+  file.close();
+  const Answer answer = call({"umziehen", originals_.filePath("klein.qkk"), path("ohne.qkk")});
+  QCOMPARE(answer.status, 1);
+  QVERIFY2(answer.errors.contains("gibtesnicht"), qPrintable(answer.errors));
+}
+
+void TestMoveServer::killedAtAnyMoment_data() {
+  QTest::addColumn<QString>("line");
+  QTest::newRow("at once") << QString("Umzug von ");
+  QTest::newRow("first table") << QString("[1/");
+  QTest::newRow("within a table") << QString("Alles: 30.000 Zeilen ...");
+  QTest::newRow("between tables") << QString("[7/");
+  QTest::newRow("while comparing") << QString("Prüfe [");
+}
+
+void TestMoveServer::killedAtAnyMoment() {
+  QFETCH(QString, line);
+  QVERIFY(killMoveAt(originals_.filePath("gross.qkk"), server_, line));
+  const bool begun =
+      !database_->native("SELECT 1 FROM pg_class WHERE relname = '" + kUnfinishedMove + "'").isEmpty();
+  if (begun) {
+    QCOMPARE(errorOf([&] { refuseUnfinishedMove(*Database::open(server_)); }), kUnfinishedMoveError);
+    QCOMPARE(errorOf([&] {
+               moveCompetition({originals_.filePath("klein.qkk"), server_}, quiet);
+             }),
+             kUnfinishedMoveError);
+  }
+  moveCompetition({originals_.filePath("klein.qkk"), server_, true}, quiet);
+  QCOMPARE(firstDifference(contentsOf(server_), contentsOf(originals_.filePath("klein.qkk"))), QString());
+}
+
+QTEST_GUILESS_MAIN(TestMoveServer)
+#include "test_move_server.moc"
