@@ -109,7 +109,7 @@ void writeParts(SelectPlan& plan, const Writer& writer) {
     for (qsizetype i = 0; i < source.table->key.names.size(); ++i) {
       keys.append(plan.keyColumn(writer, source, i));
       const FieldDef* field = source.table->def.field(source.table->key.names[i]);
-      plan.keyOrder.append(writer.keyOrder(keys.last(), field ? field->type : FieldType::Long));
+      plan.keyOrder += writer.keyOrder(keys.last(), field ? field->type : FieldType::Long, source.outer);
     }
   plan.keyColumns = keys.join(", ");
 

@@ -35,8 +35,10 @@ QVariant PostgresWriter::fromNative(const QVariant& native, FieldType type) cons
   return sql::fromNative(native, type);
 }
 
-QString PostgresWriter::keyOrder(const QString& column, FieldType type) const {
-  return kindOf(type) == Kind::Text ? foldedText(column) : column;
+QStringList PostgresWriter::keyOrder(const QString& column, FieldType type, bool outer) const {
+  QStringList terms{kindOf(type) == Kind::Text ? foldedText(column) : column};
+  if (outer) terms.prepend('(' + column + " IS NOT NULL)");
+  return terms;
 }
 
 }  // namespace qk::dao::sql

@@ -28,7 +28,7 @@ class PostgresWriter final : public PrintingWriter {
 
   QVariant toNative(const QVariant& value, FieldType type) const override;
   QVariant fromNative(const QVariant& native, FieldType type) const override;
-  QString keyOrder(const QString& column, FieldType type) const override;
+  QStringList keyOrder(const QString& column, FieldType type, bool outer) const override;
 
  private:
   std::unique_ptr<Printer> printer(QVariantList& values, Printer::Literals literals) const override;

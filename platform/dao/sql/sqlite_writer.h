@@ -12,7 +12,7 @@ class SqliteWriter final : public PrintingWriter {
  public:
   QVariant toNative(const QVariant& value, FieldType type) const override;
   QVariant fromNative(const QVariant& native, FieldType type) const override;
-  QString keyOrder(const QString& column, FieldType) const override { return column; }
+  QStringList keyOrder(const QString& column, FieldType, bool) const override { return {column}; }
 
  private:
   std::unique_ptr<Printer> printer(QVariantList& values, Printer::Literals literals) const override;

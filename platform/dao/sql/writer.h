@@ -23,8 +23,9 @@ class Writer {
   virtual NativeQuery orderTerm(const OrderItem& item) const = 0;
   virtual QString source(const Source& source, QVariantList& values) const = 0;
   virtual QString identifier(const QString& name) const = 0;
-  /// A key column, as a term of the order in which rows stand that nobody has sorted.
-  virtual QString keyOrder(const QString& column, FieldType type) const = 0;
+  /// A key column, as terms of the order in which rows stand that nobody has sorted: Nulls, where an outer
+  /// join may bring them, come first.
+  virtual QStringList keyOrder(const QString& column, FieldType type, bool outer) const = 0;
   /// A value in the form the engine stores it for a column of this type (date 0, -1/0, Money …), and back.
   virtual QVariant toNative(const QVariant& value, FieldType type) const = 0;
   virtual QVariant fromNative(const QVariant& native, FieldType type) const = 0;

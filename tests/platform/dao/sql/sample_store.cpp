@@ -82,6 +82,13 @@ const TableDef* SampleStore::find(const QString& name) const {
   return found == tables_.end() ? nullptr : found->second.get();
 }
 
+std::vector<TableDef> SampleStore::tables() const {
+  std::vector<TableDef> found;
+  for (const auto& [name, definition] : tables_)
+    if (!queries_.contains(definition->name)) found.push_back(*definition);
+  return found;
+}
+
 void SampleStore::table(const QString& name, const QString& columns) {
   auto definition = std::make_unique<TableDef>();
   definition->name = name;
@@ -111,6 +118,7 @@ void SampleStore::query(const QString& name, const QString& text) {
   const Select& select = std::get<Select>(statement);
   auto definition = std::make_unique<TableDef>();
   definition->name = name;
+  queries_ << name;
   QStringList names;
   for (const ResultColumn& column : resultColumns(select, *this)) {
     definition->fields.push_back(column.type);

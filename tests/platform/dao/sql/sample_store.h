@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "platform/dao/sql/sqlite_writer.h"
 
@@ -17,6 +18,8 @@ class SampleStore : public Catalog {
   ~SampleStore() override;
   const TableDef* find(const QString& name) const override;
 
+  /// Definitions of the tables, stored queries left out.
+  std::vector<TableDef> tables() const;
   sqlite3* handle() const { return database_; }
 
   /// Adds a table: "ID* l, Name t, Betrag m", "*" marking primary key columns; types are those of TypeLetter.
@@ -34,6 +37,7 @@ class SampleStore : public Catalog {
 
  private:
   std::map<QString, std::unique_ptr<TableDef>> tables_;
+  QStringList queries_;
   sqlite3* database_ = nullptr;
 };
 
