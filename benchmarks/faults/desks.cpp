@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kLines = 12;
 constexpr int kLinesPerDesk = 6;
+constexpr int kBooked = 5;      ///< shots that a desk books: more don't fit the discipline
 constexpr int kPatience = 900;  ///< seconds
 
 /// One program with its lines, and whoever sits at it.
@@ -45,11 +46,11 @@ void startShooting(const Range& range, const Desk& desk) {
   }
 }
 
-/// All open shots of the line as single results.
+/// The first open shots of the line, as single results.
 void bookLine(const Desk& desk, int line) {
   Walk walk(*desk.program);
   walk.selectLine(line);
-  walk.tickAllShots(line);
+  for (int place = 0; place < kBooked; ++place) walk.clickShot(line, place);
   walk.clickDiscipline(line, "LG Teiler");
   walk.transfer(line);
   desk.program->waitUntil("results", [&] { return walk.hasResults(line); });
@@ -101,7 +102,7 @@ bool shootAndBook(const Range& range, test::PostgresServer& server, const std::a
   for (const Desk& desk : desks) bookLine(desk, desk.firstLine);
   const StoredShots store = storedShots(range.competition());
   return reportShots(QString("2 Arbeitsplätze, %1 SIGKILL des Servers").arg(kills), range, store, {}) &&
-         store.booked == 2 * each && store.open + store.booked == all;
+         store.booked == 2 * kBooked && store.open + store.booked == all;
 }
 
 }  // namespace
