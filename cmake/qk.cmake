@@ -43,21 +43,34 @@ function(qk_library name)
 endfunction()
 
 # qk_test(NAME SOURCES ... LINK ... LABELS ...): a Qt Test program, run offscreen under CTest. The label
-# "postgres" gives it the PostgreSQL cluster of the run (tests/support/postgres_server.h).
+# "postgres" gives it the PostgreSQL cluster of the run (tests/support/postgres_server.h). ON_BOTH_ENGINES runs
+# it twice, its stores (tests/support/test_store.h) being files (label "sqlite"), or, as NAME_postgres,
+# databases on that cluster (label "postgres").
 function(qk_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "ON_BOTH_ENGINES" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE qk_options Qt6::Test ${ARG_LINK})
-  add_test(NAME ${name} COMMAND ${name})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
-  set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=qt.qpa.*=false")
-  if("postgres" IN_LIST ARG_LABELS)
+  if(ARG_ON_BOTH_ENGINES)
+    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support/store_witness.cpp)
+    target_link_libraries(${name} PRIVATE qk_test_store)
+    qk_test_run(${name} ${name} ${ARG_TIMEOUT} "" sqlite ${ARG_LABELS})
+    qk_test_run(${name}_postgres ${name} ${ARG_TIMEOUT} "QK_TEST_ENGINE=postgres" postgres ${ARG_LABELS})
+  else()
+    qk_test_run(${name} ${name} ${ARG_TIMEOUT} "" ${ARG_LABELS})
+  endif()
+endfunction()
+
+# qk_test_run(NAME PROGRAM TIMEOUT ENVIRONMENT LABELS...): one entry of CTest.
+function(qk_test_run name program timeout environment)
+  add_test(NAME ${name} COMMAND ${program})
+  list(APPEND environment "QT_QPA_PLATFORM=offscreen" "LC_ALL=C.UTF-8" "QT_LOGGING_RULES=qt.qpa.*=false")
+  if("postgres" IN_LIST ARGN)
     get_property(postgres_folder GLOBAL PROPERTY QK_POSTGRES_FOLDER)
     list(APPEND environment "QK_TEST_POSTGRES=${postgres_folder}")
     set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED postgres)
   endif()
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
-    ENVIRONMENT "${environment}")
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${timeout} LABELS "${ARGN}" ENVIRONMENT "${environment}")
 endfunction()

@@ -9,6 +9,7 @@
 
 #include "platform/dao/recordset.h"
 #include "platform/runtime/textcodec.h"
+#include "tests/support/test_store.h"
 #include "tools/schema/schema_build.h"
 #include "tools/wettkampf/competition.h"
 #include "tools/wettkampf/exchange.h"
@@ -20,11 +21,11 @@ namespace {
 /// Files that every office begins with; made once for all tests of a program.
 struct Originals {
   Originals() {
-    makeDemoCompetition(folder.filePath("wettkampf"));
     createDatabase(folder.filePath("vorlage"),
                    [](dao::Database& db) { buildSchema(db, embeddedSchema("LeerSA.txt")); });
   }
   QTemporaryDir folder{QDir::tempPath() + "/qkXXXXXX"};
+  const StoreOriginal competition{makeDemoCompetition};
 };
 
 const Originals& originals() {
@@ -67,7 +68,7 @@ RangeOffice::RangeOffice(const QString& LinienAktiv) {
   for (const char* name : {"ErgSchützen.mdb", "QKUtil.mdb", "Scheiben.mdb"})
     QFile::copy(originals().folder.filePath("vorlage"), system + "/" + name);
   competition = place.path("Vereinsabend.qkk");
-  QFile::copy(originals().folder.filePath("wettkampf"), competition);
+  originals().competition.copyTo(competition);
   folder = place.path("esa");
   writeExchangeFolder(place.files, folder);
   place.files.clearJournal();

@@ -7,6 +7,7 @@
 #include "app/ground/unfinished_move.h"
 #include "app/password_question.h"
 #include "platform/settings/settings.h"
+#include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
 #include "tools/schema/schema_build.h"
 #include "tools/wettkampf/competition.h"
@@ -27,7 +28,9 @@ class TestCompetitionOpening : public QObject {
   void initTestCase() {
     createDatabase(originals_.filePath("vorlage"),
                    [](dao::Database& db) { buildSchema(db, embeddedSchema("LeerSA.txt")); });
-    makeCompetition(originals_.filePath("wettkampf"), {"Abendschießen", "Grünau", QDate(2026, 7, 1)});
+    original_ = std::make_unique<StoreOriginal>([](const QString& path) {
+      makeCompetition(path, {"Abendschießen", "Grünau", QDate(2026, 7, 1)});
+    });
   }
   void init() {
     place_ = std::make_unique<TestWorkplace>();
@@ -38,7 +41,7 @@ class TestCompetitionOpening : public QObject {
     opening_ = std::make_unique<CompetitionOpening>(place_->workplace(), *global_);
     opening_->onCaption = [this](const QString& caption) { caption_ = caption; };
     path_ = place_->path("Abend.qkk");
-    QVERIFY(QFile::copy(originals_.filePath("wettkampf"), path_));
+    original_->copyTo(path_);
   }
   void cleanup() {
     opening_.reset();
@@ -76,6 +79,7 @@ class TestCompetitionOpening : public QObject {
         rs->setValue("GruppenName", "doppelt");
         rs->update();
       }
+      prepareStore(place_->path("Ziel.qkk"));
       makeCompetition(place_->path("Ziel.qkk"), {"", "", QDate(2026, 7, 1)});
       QVERIFY(TabelleAnlegen(place_->workplace(), vorlage(), "Haering_Gruppen", place_->path("Ziel.qkk")));
       db->execute("Delete * from Haering_Gruppen");
@@ -243,6 +247,7 @@ class TestCompetitionOpening : public QObject {
   void aFailureLeavesOpenWhatWasOpen() {
     QVERIFY(opening_->setWettkampf(path_));
     const QString other = place_->path("leer.qkk");
+    prepareStore(other);
     dao::Database::create(other);
     for (int i = 0; i < kOwnTables.size(); ++i)
       TabelleAnlegen(place_->workplace(), vorlage(), kOwnTables.at(i), other);
@@ -376,6 +381,7 @@ class TestCompetitionOpening : public QObject {
   }
 
   QTemporaryDir originals_{QDir::tempPath() + "/qkXXXXXX"};
+  std::unique_ptr<StoreOriginal> original_;
   std::unique_ptr<TestWorkplace> place_;
   std::unique_ptr<GlobalVariablen> global_;
   std::unique_ptr<CompetitionOpening> opening_;

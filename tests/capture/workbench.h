@@ -11,6 +11,7 @@
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/numbers.h"
 #include "tests/capture/shots.h"
+#include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
 #include "tools/schema/schema_build.h"
 #include "tools/wettkampf/competition.h"
@@ -26,7 +27,7 @@ class Workbench : public TestWorkplace {
   /// The competition, made at first use: empty but for its own tables.
   dao::Database& store() {
     if (!store_) {
-      Files().write(path("Pokal.qkk"), emptyCompetition());
+      emptyCompetition().copyTo(path("Pokal.qkk"));
       store_ = dao::Database::open(path("Pokal.qkk"));
     }
     return *store_;
@@ -84,16 +85,13 @@ class Workbench : public TestWorkplace {
   }
 
  private:
-  /// Made once: the bytes of a closed competition file with the tables of both programs.
-  static const QByteArray& emptyCompetition() {
-    static const QByteArray bytes = [] {
-      const QTemporaryDir folder;
-      const QString file = folder.filePath("leer.qkk");
+  /// With the tables of both programs.
+  static const StoreOriginal& emptyCompetition() {
+    static const StoreOriginal made([](const QString& file) {
       makeCompetition(file, {});
       dao::Database::open(file)->createTable(*embeddedSchema("LeerSA.txt").table("Haering_Daten"));
-      return Files().read(file);
-    }();
-    return bytes;
+    });
+    return made;
   }
 
   static QString cellText(const QVariant& value) {

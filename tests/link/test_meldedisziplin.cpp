@@ -5,6 +5,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "tests/link/records.h"
+#include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
 
 using namespace qk;
@@ -28,6 +29,7 @@ class TestMeldeDisziplin : public QObject {
  private Q_SLOTS:
   void init() {
     place_ = std::make_unique<TestWorkplace>();
+    prepareStore(place_->path("wettkampf.qkk"));
     db_ = dao::Database::create(place_->path("wettkampf.qkk"));
     db_->createTable({"MeldeDisziplin",
                       {{"ID", dao::FieldType::Long, 0, true},

@@ -1,6 +1,7 @@
 #include "tests/shooters/competition.h"
 
 #include "platform/dao/recordset.h"
+#include "tests/support/test_store.h"
 
 namespace qk::test {
 
@@ -35,10 +36,8 @@ void createTable(dao::Database& database, const QString& name, std::vector<Field
   database.createTable(table);
 }
 
-}  // namespace
-
-std::unique_ptr<dao::Database> makeCompetition(const QString& path) {
-  auto database = dao::Database::create(path);
+void makeOriginal(const QString& path) {
+  const auto database = dao::Database::create(path);
   std::vector<FieldDef> shooter{number("ID"),      text("Startnummer"), text("Name"),     number("VereinsID"),
                                 number("lMannID"), text("GebDat"),      text("AusweisNr")};
   // What else stands in the list, so that the shown columns come at their positions.
@@ -78,7 +77,14 @@ std::unique_ptr<dao::Database> makeCompetition(const QString& path) {
                         "SELECT " + columns.join(", ") +
                             " FROM (Schützen LEFT JOIN Verein ON Schützen.VereinsID = Verein.ID)"
                             " LEFT JOIN Mannschaften ON Schützen.lMannID = Mannschaften.ID");
-  return database;
+}
+
+}  // namespace
+
+std::unique_ptr<dao::Database> makeCompetition(const QString& path) {
+  static const StoreOriginal original(makeOriginal);
+  original.copyTo(path);
+  return dao::Database::open(path);
 }
 
 void addShooter(dao::Database& database, const Shooter& shooter) {

@@ -13,6 +13,8 @@
 namespace qk::test {
 namespace {
 
+std::atomic<int> made = 0;
+
 QString newFolder() {
   static std::atomic<int> count = 0;
   const QString root = QDir("/dev/shm").exists() ? "/dev/shm" : QDir::tempPath();
@@ -77,10 +79,22 @@ void PostgresServer::again() {
 
 ServerDatabase::ServerDatabase() : ServerDatabase(sharedFolder()) {}
 
-ServerDatabase::ServerDatabase(const QString& folder, const QString& user) {
-  static std::atomic<int> count = 0;
-  address_ = {folder, 5432, QString("qk_%1_%2").arg(QCoreApplication::applicationPid()).arg(++count), user};
-  run(folder, "postgres", user, "CREATE DATABASE " + address_.database + " TEMPLATE template0");
+ServerDatabase::ServerDatabase(const QString& folder, const QString& user)
+    : ServerDatabase(folder, user, "template0") {}
+
+ServerDatabase::ServerDatabase(const QString& folder, const QString& user, const QString& original) {
+  address_ = {folder, 5432, QString("qk_%1_%2").arg(QCoreApplication::applicationPid()).arg(++made), user};
+  run(folder, "postgres", user,
+      "CREATE DATABASE " + address_.database + " TEMPLATE " + original + " STRATEGY file_copy");
+}
+
+int ServerDatabase::count() {
+  return made;
+}
+
+std::unique_ptr<ServerDatabase> ServerDatabase::copyOf(const ServerDatabase& original) {
+  const dao::ServerAddress& address = original.address();
+  return std::unique_ptr<ServerDatabase>(new ServerDatabase(address.host, address.user, address.database));
 }
 
 ServerDatabase::~ServerDatabase() {

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 #include "platform/dao/server_address.h"
 
@@ -28,13 +29,16 @@ class PostgresServer {
   QString folder_;
 };
 
-/// An empty database that belongs to the plain role qk_test; dropped with the object.
+/// A database, at first empty, that belongs to the plain role qk_test; dropped with the object.
 class ServerDatabase {
  public:
   /// On the shared cluster.
   ServerDatabase();
   /// folder: of the cluster; user: "qk_test", or "qk_secret" who needs the password "geheim".
   explicit ServerDatabase(const QString& folder, const QString& user = "qk_test");
+  /// Beside another one, with the same content; nobody may be connected to that one.
+  static std::unique_ptr<ServerDatabase> copyOf(const ServerDatabase& original);
+  static int count();  ///< made so far by this program
   ~ServerDatabase();
   ServerDatabase(const ServerDatabase&) = delete;
   ServerDatabase& operator=(const ServerDatabase&) = delete;
@@ -46,6 +50,8 @@ class ServerDatabase {
   QStringList native(const QString& text) const;
 
  private:
+  ServerDatabase(const QString& folder, const QString& user, const QString& original);
+
   dao::ServerAddress address_;
 };
 

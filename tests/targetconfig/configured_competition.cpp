@@ -1,30 +1,22 @@
 #include "tests/targetconfig/configured_competition.h"
 
-#include <QTemporaryDir>
-
 #include "platform/dao/recordset.h"
+#include "tests/support/test_store.h"
 #include "tools/wettkampf/competition.h"
 
 namespace qk::test {
 
 namespace {
 
-/// An empty competition, made once a run: making it costs more than most tests.
-const QString& emptyCompetition() {
-  static const QTemporaryDir folder;
-  static const QString path = [] {
-    const QString made = folder.filePath("leer.qkk");
-    makeCompetition(made, {});
-    return made;
-  }();
-  return path;
+const StoreOriginal& emptyCompetition() {
+  static const StoreOriginal made([](const QString& path) { makeCompetition(path, {}); });
+  return made;
 }
 
 }  // namespace
 
 ConfiguredCompetition::ConfiguredCompetition(Complain complain) : place(std::move(complain)) {
-  place.files.copy(emptyCompetition(), place.path("wettkampf.qkk"));
-  place.files.clearJournal();
+  emptyCompetition().copyTo(place.path("wettkampf.qkk"));
   dao::OpenOptions options;
   options.durable = false;
   database_ = dao::Database::open(place.path("wettkampf.qkk"), options);

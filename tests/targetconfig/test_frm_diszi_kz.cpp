@@ -3,8 +3,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTest>
 #include <memory>
 
@@ -16,6 +14,7 @@
 #include "targetconfig/frmDisziKZ.h"
 #include "tests/support/drive.h"
 #include "tests/support/manners.h"
+#include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
 #include "tools/schema/schema_build.h"
 #include "tools/wettkampf/competition.h"
@@ -104,15 +103,7 @@ class TestFrmDisziKZ : public QObject {
   }
   /// From now on that row can't be changed; the failure that comes of it.
   Error lockRow(int id) {
-    {
-      QSqlDatabase raw = QSqlDatabase::addDatabase("QSQLITE", "lock");
-      raw.setDatabaseName(file);
-      raw.open();
-      QSqlQuery(raw).exec(QString("CREATE TRIGGER locked BEFORE UPDATE ON MeldeDisziplin WHEN old.ID = %1 "
-                                  "BEGIN SELECT RAISE(ABORT, 'gesperrt'); END")
-                              .arg(id));
-    }
-    QSqlDatabase::removeDatabase("lock");
+    refuseChanges(file, "MeldeDisziplin", id);
     try {
       database->execute(QString("UPDATE MeldeDisziplin SET Anzeigen = 0 where ID = %1").arg(id));
     } catch (const Error& error) {
@@ -137,7 +128,9 @@ class TestFrmDisziKZ : public QObject {
 void TestFrmDisziKZ::init() {
   place = std::make_unique<TestWorkplace>();
   file = place->path("Pokal.qkk");
-  createDatabase(file, [](dao::Database& db) { buildSchema(db, embeddedSchema("LeerSA.txt")); });
+  static const StoreOriginal original(
+      [](const QString& path) { buildSchema(*dao::Database::create(path), embeddedSchema("LeerSA.txt")); });
+  original.copyTo(file);
   database = dao::Database::open(file);
   global.SystemVerzeichnis = place->path("system/");
 }

@@ -11,6 +11,7 @@
 #include "targetconfig/frmHaeringGruppenDisziplinen.h"
 #include "tests/support/drive.h"
 #include "tests/support/manners.h"
+#include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
 #include "tools/wettkampf/competition.h"
 
@@ -26,9 +27,13 @@ class TestFrmHaeringGruppen : public QObject {
     place = std::make_unique<TestWorkplace>();
     place->files.makeFolder(place->path("esa"));
     setFolder(place->path("esa/"));
-    db = dao::Database::create(place->path("Pokal.qkk"));
-    for (const char* table : {"Haering_Gruppen", "Haering_Gruppen_Disziplinen"})
-      db->createTable(*embeddedSchema("LeerSA.txt").table(table));
+    static const StoreOriginal original([](const QString& path) {
+      const auto store = dao::Database::create(path);
+      for (const char* table : {"Haering_Gruppen", "Haering_Gruppen_Disziplinen"})
+        store->createTable(*embeddedSchema("LeerSA.txt").table(table));
+    });
+    original.copyTo(place->path("Pokal.qkk"));
+    db = dao::Database::open(place->path("Pokal.qkk"));
   }
   void cleanup() {
     dialog.reset();

@@ -5,6 +5,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/textcodec.h"
+#include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
 
 using namespace qk;
@@ -169,7 +170,8 @@ class TestLineDisciplines : public QObject {
     return all;
   }
   std::unique_ptr<dao::Database> groups() {
-    auto db = dao::Database::create(place_->path("gruppen.mdb"));
+    prepareStore(place_->path("gruppen.qkk"));
+    auto db = dao::Database::create(place_->path("gruppen.qkk"));
     db->createTable({"Haering_Gruppen_Disziplinen",
                      {{"GruppenID", dao::FieldType::Long}, {"DisziplinName", dao::FieldType::Text}},
                      {}});

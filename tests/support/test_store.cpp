@@ -1,0 +1,93 @@
+#include "tests/support/test_store.h"
+
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <map>
+#include <stdexcept>
+
+#include "tests/support/postgres_server.h"
+
+namespace qk::test {
+namespace {
+
+/// The databases of this program, by the files that name them.
+std::map<QString, std::unique_ptr<ServerDatabase>>& databases() {
+  static std::map<QString, std::unique_ptr<ServerDatabase>> all;
+  return all;
+}
+
+void keep(const QString& path, std::unique_ptr<ServerDatabase> database) {
+  std::erase_if(databases(), [](const auto& known) { return !QFileInfo(known.first).dir().exists(); });
+  database->writeAddress(path);
+  databases()[path] = std::move(database);
+}
+
+}  // namespace
+
+class StoreOriginal::Folder {
+ public:
+  Folder() : folder_(QDir::tempPath() + "/qkXXXXXX") {}
+  QString store() const { return folder_.filePath("original"); }
+
+ private:
+  QTemporaryDir folder_;
+};
+
+bool storesOnServer() {
+  static const bool onServer = qEnvironmentVariable("QK_TEST_ENGINE") == "postgres";
+  return onServer;
+}
+
+void prepareStore(const QString& path) {
+  if (storesOnServer()) keep(path, std::make_unique<ServerDatabase>());
+}
+
+void refuseChanges(const QString& path, const QString& table, int id) {
+  if (storesOnServer()) {
+    const ServerDatabase& database = *databases().at(path);
+    database.native(
+        "CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
+        "$$ BEGIN RAISE EXCEPTION 'gesperrt'; END $$");
+    database.native(
+        QString("CREATE TRIGGER refused BEFORE UPDATE ON dao.\"%1\" FOR EACH ROW WHEN (old.\"ID\" = "
+                "%2) EXECUTE FUNCTION refuse()")
+            .arg(table)
+            .arg(id));
+    return;
+  }
+  sqlite3* store = nullptr;
+  const QString trigger = QString(
+                              "CREATE TRIGGER refused BEFORE UPDATE ON \"%1\" WHEN old.ID = %2 "
+                              "BEGIN SELECT RAISE(ABORT, 'gesperrt'); END")
+                              .arg(table)
+                              .arg(id);
+  const bool made = sqlite3_open(path.toUtf8().constData(), &store) == SQLITE_OK &&
+                    sqlite3_exec(store, trigger.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+  sqlite3_close(store);
+  if (!made) throw std::runtime_error("no trigger in " + path.toStdString());
+}
+
+StoreOriginal::StoreOriginal(const std::function<void(const QString& path)>& make)
+    : folder_(std::make_unique<Folder>()) {
+  if (storesOnServer()) {
+    database_ = std::make_unique<ServerDatabase>();
+    database_->writeAddress(folder_->store());
+  }
+  make(folder_->store());
+}
+
+StoreOriginal::~StoreOriginal() = default;
+
+void StoreOriginal::copyTo(const QString& path) const {
+  if (QFile::exists(path)) throw std::runtime_error("a store is there: " + path.toStdString());
+  if (database_)
+    keep(path, ServerDatabase::copyOf(*database_));
+  else if (!QFile::copy(folder_->store(), path))
+    throw std::runtime_error("can't copy a store to " + path.toStdString());
+}
+
+}  // namespace qk::test

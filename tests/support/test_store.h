@@ -1,0 +1,50 @@
+// Competitions and other stores for tests, on the engine that this run of the test program is for: files, or
+// databases on a server (QK_TEST_ENGINE=postgres; qk_test(… ON_BOTH_ENGINES) registers a run for each).
+//
+//   const StoreOriginal original([](const QString& path) { makeDemoCompetition(path); });  // once a program
+//   original.copyTo(place.path("Pokal.qkk"));                                              // in each test
+#pragma once
+
+#include <QString>
+#include <QTest>
+#include <functional>
+#include <memory>
+
+/// Ends a test whose subject is the file itself, where stores are databases; the reason goes to the output.
+#define QK_ONLY_AS_FILE(reason)                                       \
+  do {                                                                \
+    if (qk::test::storesOnServer()) QSKIP("only as a file: " reason); \
+  } while (false)
+
+namespace qk::test {
+
+class ServerDatabase;
+
+bool storesOnServer();
+
+/// Where a store is to be made. As a file there is nothing to do; for a server a file is written that names
+/// an empty database. It goes when the file's folder is gone, or at the end of the program.
+void prepareStore(const QString& path);
+
+/// From now on every change of the table's row of that ID fails in the store.
+void refuseChanges(const QString& path, const QString& table, int id);
+
+/// A store that is made once, and copied as often as tests want it.
+class StoreOriginal {
+ public:
+  /// `make` makes a store at the path that it gets, and closes it.
+  explicit StoreOriginal(const std::function<void(const QString& path)>& make);
+  ~StoreOriginal();
+  StoreOriginal(const StoreOriginal&) = delete;
+  StoreOriginal& operator=(const StoreOriginal&) = delete;
+
+  /// A copy of its own, at a path where nothing is yet.
+  void copyTo(const QString& path) const;
+
+ private:
+  class Folder;
+  std::unique_ptr<Folder> folder_;
+  std::unique_ptr<ServerDatabase> database_;  ///< on a server
+};
+
+}  // namespace qk::test
