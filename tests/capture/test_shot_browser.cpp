@@ -340,7 +340,6 @@ void TestShotBrowser::aSortSaysSoAndKnowsTheCount() {
 }
 
 void TestShotBrowser::aReadingThatFailsLaterIsReported() {
-  QK_ONLY_AS_FILE("a block of the file is lost");
   addMany();
   bench->damageStore();
   const Error error = bench->failureOf([this] {

@@ -71,6 +71,25 @@ void refuseChanges(const QString& path, const QString& table, int id) {
   if (!made) throw std::runtime_error("no trigger in " + path.toStdString());
 }
 
+void damage(const QString& path, const QString& table) {
+  if (storesOnServer()) {
+    const ServerDatabase& database = *databases().at(path);
+    const QString stored = "dao.\"" + table + '"';
+    database.native(
+        "CREATE FUNCTION damaged() RETURNS boolean LANGUAGE plpgsql AS "
+        "$$ BEGIN RAISE EXCEPTION 'invalid page in block 7' USING ERRCODE = 'XX001'; END $$");
+    const QString middle = database.native("SELECT (min(\"ID\") + max(\"ID\")) / 2 FROM " + stored).first();
+    database.native("CREATE POLICY damage ON " + stored + " USING (\"ID\" <> " + middle + " OR damaged())");
+    database.native("ALTER TABLE " + stored + " ENABLE ROW LEVEL SECURITY, FORCE ROW LEVEL SECURITY");
+    return;
+  }
+  constexpr int kBlock = 4096;
+  QFile file(path);
+  const bool opened = file.open(QIODevice::ReadWrite) && file.seek(file.size() / kBlock / 2 * kBlock);
+  if (!opened || file.write(QByteArray(kBlock, '\0')) != kBlock)
+    throw std::runtime_error("can't damage " + path.toStdString());
+}
+
 StoreOriginal::StoreOriginal(const std::function<void(const QString& path)>& make)
     : folder_(std::make_unique<Folder>()) {
   if (storesOnServer()) {

@@ -6,15 +6,8 @@
 #pragma once
 
 #include <QString>
-#include <QTest>
 #include <functional>
 #include <memory>
-
-/// Ends a test whose subject is the file itself, where stores are databases; the reason goes to the output.
-#define QK_ONLY_AS_FILE(reason)                                       \
-  do {                                                                \
-    if (qk::test::storesOnServer()) QSKIP("only as a file: " reason); \
-  } while (false)
 
 namespace qk::test {
 
@@ -28,6 +21,10 @@ void prepareStore(const QString& path);
 
 /// From now on every change of the table's row of that ID fails in the store.
 void refuseChanges(const QString& path, const QString& table, int id);
+
+/// As if the disk had lost a block in the middle of the table, which is the store's largest: what stands
+/// there can't be read. Nobody may have the store open.
+void damage(const QString& path, const QString& table);
 
 /// A store that is made once, and copied as often as tests want it.
 class StoreOriginal {
