@@ -33,6 +33,7 @@ Error errorOf(const QByteArray& state, const QString& message) {
       {"40P01", 3260},                   // deadlock
       {"40001", 3260},                   // serialization
       {"57014", 3059},                   // cancelled
+      {"XX001", 3049}, {"XX002", 3049},  // damaged
       {"25006", 3027},                   // read only
   };
   const auto number = numbers.constFind(state);

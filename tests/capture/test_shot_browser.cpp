@@ -362,8 +362,10 @@ void TestShotBrowser::aReadingThatFailsLaterIsReported() {
   bench->expectError(error, "Fehler bei gridInput_Fetch_err!", BoxAnswer::Abort, "Fehler: ");
   type(*window, "filter_Liniennummer", "3");
   QTRY_VERIFY(bench->dialogs.done());
-  QVERIFY(grid().rows()->count() > 0);
-  QCOMPARE(grid().rows()->index(0, columnOf("Liniennummer")).data().toString(), "3");
+  if (!storesOnServer()) {  // a server sorts what it has found, and all of it, before the first row comes
+    QVERIFY(grid().rows()->count() > 0);
+    QCOMPARE(grid().rows()->index(0, columnOf("Liniennummer")).data().toString(), "3");
+  }
   click(*window, "cmdClose");
   QVERIFY(!window->isVisible());
 }
