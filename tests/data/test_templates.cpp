@@ -5,6 +5,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
+#include "tests/support/test_store.h"
 #include "tools/wettkampf/competition.h"
 
 using qk::dao::Database;
@@ -187,6 +188,7 @@ void TestTemplates::travelIntoACompetition() {
   QFETCH(QString, table);
   const QTemporaryDir folder(QDir::tempPath() + "/vorlageXXXXXX");
   const QString path = folder.filePath("w.qkk");
+  qk::test::prepareStore(path);
   qk::makeCompetition(path, {});
   const auto leer = open("LeerSA.mdb");
   const QString statement = QString("SELECT %1.* INTO %1 IN '%2' FROM %1").arg(table, path);

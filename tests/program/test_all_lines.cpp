@@ -1,13 +1,12 @@
 // A full range on the real binary: 24 lines are signed on, sent, shot on and signed off with the commands for
 // all lines, against stations in a process of their own.
-#include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/settings/settings.h"
+#include "tests/program/range_folder.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/reckoning.h"
 #include "tools/rundgang/walk.h"
@@ -51,13 +50,13 @@ class TestAllLines : public QObject {
   /// How often a command went out, by the protocol of what was sent.
   int sent(const QString& command) const;
 
-  std::unique_ptr<QTemporaryDir> folder_;
+  std::unique_ptr<test::RangeFolder> folder_;
   std::unique_ptr<Range> range_;
   std::unique_ptr<DrivenProgram> program_;
 };
 
 void TestAllLines::init() {
-  folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/qk-linien-XXXXXX");
+  folder_ = std::make_unique<test::RangeFolder>();
   range_ = std::make_unique<Range>(
       RangeOptions{folder_->path(), QString(kLines, '1'), 10, 1, {"--schuss", QString::number(kShots)}});
   Settings(folder_->path() + "/einstellungen").setValue("Tarvex", "Häring", "SendeProtokollAktiv", "1");

@@ -1,10 +1,9 @@
 // The real binary writes the stations' configuration, and the stations, a process of their own, work with it.
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "platform/runtime/files.h"
 #include "targetconfig/station_files.h"
+#include "tests/program/range_folder.h"
 #include "tools/rundgang/desk.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/walk.h"
@@ -45,7 +44,7 @@ class TestGeneratedConfiguration : public QObject {
 };
 
 void TestGeneratedConfiguration::stationsShootWhatWasGenerated() {
-  QTemporaryDir folder(QDir::tempPath() + "/qk-generator-XXXXXX");
+  const test::RangeFolder folder;
   Range range({folder.path(), "1", 0, 1, {}});
   Files files;
   for (const QString& name : files.list(range.exchangeFolder(), "0_hd*"))

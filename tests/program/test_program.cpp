@@ -1,9 +1,8 @@
 // The real binary as a process of its own: one instance, competitions that don't open, and the fatal end.
-#include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
+#include "tests/program/range_folder.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/walk.h"
 
@@ -13,11 +12,9 @@ class TestProgram : public QObject {
   Q_OBJECT
 
  private:
-  /// A range in a folder without a dot in its path.
   struct Place {
-    Place() : folder(QDir::tempPath() + "/qk-programm-XXXXXX"), range({folder.path(), "11", 0, 1, {}}) {}
-    QTemporaryDir folder;
-    Range range;
+    test::RangeFolder folder;
+    Range range{{folder.path(), "11", 0, 1, {}}};
   };
 
   static void write(const QString& path, const QByteArray& content) {

@@ -7,6 +7,7 @@
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
+#include "tests/support/test_store.h"
 #include "tools/wettkampf/competition.h"
 
 using qk::dao::Database;
@@ -143,6 +144,11 @@ class TestCompetition : public QObject {
 
  private:
   QString path(const QString& name) const { return folder_.filePath(name); }
+  /// Where a competition is to be made.
+  QString place(const QString& name) const {
+    qk::test::prepareStore(path(name));
+    return path(name);
+  }
 
   QTemporaryDir folder_{QDir::tempPath() + "/wettkampfXXXXXX"};
   std::unique_ptr<Database> empty_;
@@ -150,8 +156,8 @@ class TestCompetition : public QObject {
 };
 
 void TestCompetition::initTestCase() {
-  qk::makeCompetition(path("leer.qkk"), {"Frühjahrsschießen", "Öd", QDate(2026, 3, 14)});
-  qk::makeDemoCompetition(path("demo.qkk"));
+  qk::makeCompetition(place("leer.qkk"), {"Frühjahrsschießen", "Öd", QDate(2026, 3, 14)});
+  qk::makeDemoCompetition(place("demo.qkk"));
   empty_ = Database::open(path("leer.qkk"));
   demo_ = Database::open(path("demo.qkk"));
 }
@@ -333,7 +339,7 @@ void TestCompetition::demoHasRowsInEveryTable() {
 }
 
 void TestCompetition::demoIsTheSameTwice() {
-  qk::makeDemoCompetition(path("nochmal.qkk"));
+  qk::makeDemoCompetition(place("nochmal.qkk"));
   const auto again = Database::open(path("nochmal.qkk"));
   QCOMPARE(digest(*again), digest(*demo_));
   QVERIFY(digest(*again) != digest(*empty_));

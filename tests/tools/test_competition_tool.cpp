@@ -4,6 +4,7 @@
 #include <QtTest>
 
 #include "platform/dao/database.h"
+#include "tests/support/test_store.h"
 #include "tools/wettkampf/commands.h"
 
 namespace {
@@ -41,6 +42,11 @@ class TestCompetitionTool : public QObject {
 
  private:
   QString path(const QString& name) const { return folder_.filePath(name); }
+  /// Where a competition is to be made.
+  QString place(const QString& name) const {
+    qk::test::prepareStore(path(name));
+    return path(name);
+  }
   QTemporaryDir folder_;
 };
 
@@ -85,7 +91,7 @@ void TestCompetitionTool::refusesWrongCalls() {
 }
 
 void TestCompetitionTool::makesAFileOnce() {
-  const QString file = path("einmal.qkk");
+  const QString file = place("einmal.qkk");
   QCOMPARE(call({"neu", file, "--name", "Herbstpokal", "--datum", "01.10.2026"}).status, 0);
   QFile made(file);
   QVERIFY(made.open(QIODevice::ReadOnly));
@@ -127,20 +133,20 @@ void TestCompetitionTool::namesAMissingExchangeParent() {
 }
 
 void TestCompetitionTool::hintsAtTheExtension() {
-  const Answer answer = call({"neu", path("ohne")});
+  const Answer answer = call({"neu", place("ohne")});
   QCOMPARE(answer.status, 0);
   QVERIFY(answer.out.contains("Hinweis: QK-Intarso öffnet nur Dateien mit der Endung qkk."));
 }
 
 void TestCompetitionTool::demoWritesTheExchangeFolder() {
-  const Answer answer = call({"demo", path("demo.qkk"), "--austausch", path("esa")});
+  const Answer answer = call({"demo", place("demo.qkk"), "--austausch", path("esa")});
   QCOMPARE(answer.errors, QString());
   QCOMPARE(answer.status, 0);
   QVERIFY(QFile::exists(path("esa/esa_preis.ini")));
 }
 
 void TestCompetitionTool::binaryReturnsItsStatus() {
-  QCOMPARE(QProcess::execute(QK_WETTKAMPF, {"neu", path("prozess.qkk")}), 0);
+  QCOMPARE(QProcess::execute(QK_WETTKAMPF, {"neu", place("prozess.qkk")}), 0);
   QVERIFY(qk::dao::Database::open(path("prozess.qkk"))->hasTable("Disziplin"));
   QProcess again;
   again.start(QK_WETTKAMPF, {"neu", path("prozess.qkk")});

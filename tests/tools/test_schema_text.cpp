@@ -5,6 +5,7 @@
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
+#include "tests/support/test_store.h"
 #include "tools/schema/schema_build.h"
 
 using qk::dao::FieldType;
@@ -220,6 +221,7 @@ void TestSchemaText::buildsWhatTheTextSays() {
       "Abfrage Namen\n  SELECT T.Name AS [T.Name] FROM T\n"
       "Zeilen T\n  ID | Name\n  7 | Öd\n  9 |\n",
       "probe.txt");
+  qk::test::prepareStore(folder.filePath("t"));
   qk::createDatabase(folder.filePath("t"), [&](qk::dao::Database& db) { qk::buildSchema(db, schema); });
   const auto database = qk::dao::Database::open(folder.filePath("t"));
   QCOMPARE(database->tableDef("T").indexes.size(), size_t{2});

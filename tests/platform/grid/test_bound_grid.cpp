@@ -14,6 +14,7 @@
 #include "platform/grid/bound_rows.h"
 #include "platform/runtime/error.h"
 #include "tests/support/drive.h"
+#include "tests/support/test_store.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -87,6 +88,7 @@ class TestBoundGrid : public QObject {
 
 void TestBoundGrid::init() {
   folder = std::make_unique<QTemporaryDir>();
+  prepareStore(folder->filePath("lager"));
   database = dao::Database::create(folder->filePath("lager"), {.durable = false});
   dao::FieldDef id{.name = "ID", .type = dao::FieldType::Long, .autoNumber = true};
   database->createTable({"Artikel",
