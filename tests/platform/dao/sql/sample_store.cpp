@@ -68,6 +68,26 @@ void bindValue(sqlite3_stmt* statement, int position, const QVariant& value) {
 
 }  // namespace
 
+TableDef sampleTable(const QString& name, const QString& columns) {
+  TableDef table{name, {}, {}};
+  IndexDef key{"PrimaryKey", {}, true, true, true};
+  for (const QString& column : columns.split(", ")) {
+    const qsizetype blank = column.lastIndexOf(u' ');
+    QString field = column.left(blank);
+    const FieldType type = typeOfLetter(column[blank + 1]);
+    if (field.endsWith(u'*')) {
+      field.chop(1);
+      key.fields << field;
+    }
+    table.fields.push_back({field, type});
+  }
+  if (key.fields.isEmpty()) return table;
+  for (FieldDef& field : table.fields)
+    field.autoNumber = key.fields == QStringList{field.name} && field.type == FieldType::Long;
+  table.indexes.push_back(key);
+  return table;
+}
+
 SampleStore::SampleStore() {
   sqlite3_open(":memory:", &database_);
   registerSqliteFunctions(database_);
@@ -82,34 +102,13 @@ const TableDef* SampleStore::find(const QString& name) const {
   return found == tables_.end() ? nullptr : found->second.get();
 }
 
-std::vector<TableDef> SampleStore::tables() const {
-  std::vector<TableDef> found;
-  for (const auto& [name, definition] : tables_)
-    if (!queries_.contains(definition->name)) found.push_back(*definition);
-  return found;
-}
-
-void SampleStore::table(const QString& name, const QString& columns) {
-  auto definition = std::make_unique<TableDef>();
-  definition->name = name;
-  IndexDef key{"PrimaryKey", {}, true, true, true};
+void SampleStore::table(const TableDef& table) {
   QStringList native;
-  for (const QString& column : columns.split(", ")) {
-    const qsizetype blank = column.lastIndexOf(u' ');
-    QString field = column.left(blank);
-    if (field.endsWith(u'*')) {
-      field.chop(1);
-      key.fields << field;
-    }
-    definition->fields.push_back({field, typeOfLetter(column[blank + 1])});
-    native << "\"" + field + "\" " + nativeType(definition->fields.back().type);
-  }
-  if (!key.fields.isEmpty()) {
-    definition->indexes.push_back(key);
-    native << "PRIMARY KEY (\"" + key.fields.join("\", \"") + "\")";
-  }
-  this->native("CREATE TABLE \"" + name + "\" (" + native.join(", ") + ")");
-  tables_[name.toCaseFolded()] = std::move(definition);
+  for (const FieldDef& field : table.fields) native << "\"" + field.name + "\" " + nativeType(field.type);
+  for (const IndexDef& key : table.indexes)
+    if (key.primary) native << "PRIMARY KEY (\"" + key.fields.join("\", \"") + "\")";
+  this->native("CREATE TABLE \"" + table.name + "\" (" + native.join(", ") + ")");
+  tables_[table.name.toCaseFolded()] = std::make_unique<TableDef>(table);
 }
 
 void SampleStore::query(const QString& name, const QString& text) {
@@ -118,7 +117,6 @@ void SampleStore::query(const QString& name, const QString& text) {
   const Select& select = std::get<Select>(statement);
   auto definition = std::make_unique<TableDef>();
   definition->name = name;
-  queries_ << name;
   QStringList names;
   for (const ResultColumn& column : resultColumns(select, *this)) {
     definition->fields.push_back(column.type);

@@ -4,7 +4,6 @@
 
 #include <map>
 #include <memory>
-#include <vector>
 
 #include "platform/dao/sql/sqlite_writer.h"
 
@@ -12,19 +11,20 @@ struct sqlite3;
 
 namespace qk::dao::sql::test {
 
+/// A table: "ID* l, Name t, Betrag m", "*" marking primary key columns; a lone whole number among them counts itself.
+/// y yes/no, i integer, l long, m money, d double, c date, t text, b binary
+TableDef sampleTable(const QString& name, const QString& columns);
+
 class SampleStore : public Catalog {
  public:
   SampleStore();
   ~SampleStore() override;
   const TableDef* find(const QString& name) const override;
 
-  /// Definitions of the tables, stored queries left out.
-  std::vector<TableDef> tables() const;
   sqlite3* handle() const { return database_; }
 
-  /// Adds a table: "ID* l, Name t, Betrag m", "*" marking primary key columns; types are those of TypeLetter.
-  /// y yes/no, i integer, l long, m money, d double, c date, t text, b binary
-  void table(const QString& name, const QString& columns);
+  void table(const TableDef& table);
+  void table(const QString& name, const QString& columns) { table(sampleTable(name, columns)); }
   /// A stored query, as a view with the result's names.
   void query(const QString& name, const QString& text);
 
@@ -37,7 +37,6 @@ class SampleStore : public Catalog {
 
  private:
   std::map<QString, std::unique_ptr<TableDef>> tables_;
-  QStringList queries_;
   sqlite3* database_ = nullptr;
 };
 

@@ -2,57 +2,70 @@
 
 namespace qk::dao::sql::test {
 
-std::unique_ptr<SampleStore> competitionStore() {
-  auto store = std::make_unique<SampleStore>();
-  store->table("Schützen",
+std::vector<TableDef> competitionTables() {
+  std::vector<TableDef> tables;
+  const auto table = [&](const char* name, const QString& columns) {
+    tables.push_back(sampleTable(name, columns));
+  };
+  table("Schützen",
                "ID* l, Startnummer t, Name t, VereinsID l, KlassenID l, lMannID l, Strasse t, PLZ t, Ort t, "
                "Gebdat c");
-  store->table("Verein", "ID* l, Name t, Kurzname t");
-  store->table("Mannschaften", "ID* l, MannName t, VereinID l, GruppenID l");
-  store->table("MannschaftsGruppen", "MannGrpID* l, Bezeichnung t");
-  store->table("SchuetzenGruppen", "SchGrpID* l, Bezeichnung t");
-  store->table("SchuetzenGruppenZuordnung", "SchuetzeID l, GruppenID l");
-  store->table("Schützenklassen", "ID* l, Klasse t, KZ t, Alter von i, Alter bis i, Auflage y, Geschlecht t");
-  store->table("Disziplin", "ID* l, Name t, CmdIndex l, Ringe y, Teiler y, ZusatzTeiler i");
-  store->table("DisziplinKlasse", "KlasseID l, DisziID l");
-  store->table("DisziplinWaffen", "DisziID l, WaffenID l, KZ t");
-  store->table("Kombination_Name", "ID* l, Kombinationsname t, CmdIndex l");
-  store->table("Kombination_Diszi", "KombiID l, disziID l");
-  store->table("MeldeDisziplin", "ID* l, MeldeDisziplin t, MeldeKZ t, ScheibenKZ t, TeilerfaktorESA d");
-  store->table("Schuetzen_SPO_Anmeldungen", "SchuetzeID l, SPOID l, SPOKey t, MannID l");
+  table("Verein", "ID* l, Name t, Kurzname t");
+  table("Mannschaften", "ID* l, MannName t, VereinID l, GruppenID l");
+  table("MannschaftsGruppen", "MannGrpID* l, Bezeichnung t");
+  table("SchuetzenGruppen", "SchGrpID* l, Bezeichnung t");
+  table("SchuetzenGruppenZuordnung", "SchuetzeID l, GruppenID l");
+  table("Schützenklassen", "ID* l, Klasse t, KZ t, Alter von i, Alter bis i, Auflage y, Geschlecht t");
+  table("Disziplin", "ID* l, Name t, CmdIndex l, Ringe y, Teiler y, ZusatzTeiler i");
+  table("DisziplinKlasse", "KlasseID l, DisziID l");
+  table("DisziplinWaffen", "DisziID l, WaffenID l, KZ t");
+  table("Kombination_Name", "ID* l, Kombinationsname t, CmdIndex l");
+  table("Kombination_Diszi", "KombiID l, disziID l");
+  table("MeldeDisziplin", "ID* l, MeldeDisziplin t, MeldeKZ t, ScheibenKZ t, TeilerfaktorESA d");
+  table("Schuetzen_SPO_Anmeldungen", "SchuetzeID l, SPOID l, SPOKey t, MannID l");
   const QString results =
       "ID* l, Ergebnis d, Startnummer t, MannID l, KlassenID l, DisziID l, VorMannID l, WTyp t, Datum c, "
       "Betrag m";
-  store->table("Schuss", results);
-  store->table("SchussSerien", results);
-  store->table("Haering_Daten",
+  table("Schuss", results);
+  table("SchussSerien", results);
+  table("Haering_Daten",
                "WettbewerbBezeichnung t, Liniennummer i, Schütze t, RingwertmitZehntel d, ZeitAbsolut t, "
-               "Datum c, Startnummer t, Key t, ID* l, Verbucht y, Verworfen y, BuchungsZeitpunkt c");
-  store->table("Haering_Gruppen", "ID* l, GruppenName t");
-  store->table("Haering_Gruppen_Disziplinen", "ID* l, GruppenID l, GruppenName t, DisziplinName t");
-  store->table("Kasse_Eingang",
+               "Datum t, Startnummer t, Key t, ID* l, Verbucht y, Verworfen y, BuchungsZeitpunkt c");
+  table("Haering_Gruppen", "ID* l, GruppenName t");
+  table("Haering_Gruppen_Disziplinen", "ID* l, GruppenID l, GruppenName t, DisziplinName t");
+  table("Kasse_Eingang",
                "ID* l, Startnummer t, KasseID l, Betrag m, Offen y, MannID l, VereinID l, VereinIDBasis l, "
                "MannIDBasis l, DatumEingang c");
-  store->table("Kasse_Verwaltung", "ID* l, Platz l, Bezeichnung t, Betrag m, Verein y, ArtikelNr t");
-  store->table("Kasse_DisziKombi", "ID* l, EinlageID l, DisziKombiID l, DisziKZ i, Anzahl l");
-  store->table("Kasse_Schuetzenklassen", "ID* l, KasseEinlageID l, SchuetzenKlasseID l");
-  store->table(
+  table("Kasse_Verwaltung", "ID* l, Platz l, Bezeichnung t, Betrag m, Verein y, ArtikelNr t");
+  table("Kasse_DisziKombi", "ID* l, EinlageID l, DisziKombiID l, DisziKZ i, Anzahl l");
+  table("Kasse_Schuetzenklassen", "ID* l, KasseEinlageID l, SchuetzenKlasseID l");
+  table(
       "ScheibenNummern",
       "ID* l, Bezeichnung t, Scheibentyp t, AktuelleNummer l, DisziKombi l, VorgabeID l, Anzeigen i, "
       "PCAnzeige t, Sortierung l");
-  store->table("Schuetzen_ScheibenNummern",
+  table("Schuetzen_ScheibenNummern",
                "ID* l, Startnummer t, Scheibennummer l, Kaufdatum c, Speicherdatum c, StapelID l, "
                "DisziKombiID l, DisziKombiWahl l");
-  store->table("AuswertProfil", "ID* l, Name t, Teiler y, nShowKurzAuswertung i, Typ i");
-  store->table("AwProfilDiszi", "AwProfilID l, DisziID l");
-  store->table("Auswert_Waffen", "AuswertID l, WaffenID l");
-  store->table("Auswert_Klassen", "AuswertID l, KlassenID l");
-  store->table("Profile", "AwProfilID l, AuswertProfil_Name t, Disziplin_Name t, Typ i, DisziID l");
-  store->table("EinzelErgebnisse", "ID* l, WkID l, DisziID l, Startnummer t, Ergebnis d, Datum c");
-  store->table("Listen", "ID* l, Beschreibung t, Sort l");
-  store->query("Schützenliste",
-               "SELECT Schützen.ID, Startnummer, Schützen.Name AS [Schützen.Name], Verein.Name AS "
-               "[Verein.Name] FROM Schützen LEFT JOIN Verein ON Schützen.VereinsID = Verein.ID");
+  table("AuswertProfil", "ID* l, Name t, Teiler y, nShowKurzAuswertung i, Typ i");
+  table("AwProfilDiszi", "AwProfilID l, DisziID l");
+  table("Auswert_Waffen", "AuswertID l, WaffenID l");
+  table("Auswert_Klassen", "AuswertID l, KlassenID l");
+  table("Profile", "AwProfilID l, AuswertProfil_Name t, Disziplin_Name t, Typ i, DisziID l");
+  table("EinzelErgebnisse", "ID* l, WkID l, DisziID l, Startnummer t, Ergebnis d, Datum c");
+  table("Listen", "ID* l, Beschreibung t, Sort l");
+  return tables;
+}
+
+StoredQuery shooterList() {
+  return {"Schützenliste",
+          "SELECT Schützen.ID, Startnummer, Schützen.Name AS [Schützen.Name], Verein.Name AS [Verein.Name] FROM "
+          "Schützen LEFT JOIN Verein ON Schützen.VereinsID = Verein.ID"};
+}
+
+std::unique_ptr<SampleStore> competitionStore() {
+  auto store = std::make_unique<SampleStore>();
+  for (const TableDef& table : competitionTables()) store->table(table);
+  store->query(shooterList().name, shooterList().text);
   return store;
 }
 
@@ -199,6 +212,42 @@ QStringList readingStatements() {
       "AuswertProfil.ID = 1 AND SchussSerien.Startnummer = '107' ORDER BY SchussSerien.Ergebnis DESC;",
       "Select * from DisziplinWaffen where KZ = 'LG'",
       "Select * from Auswert_Waffen where AuswertID = 1 AND WaffenID = 2",
+      "Select * from Disziplin order by CmdIndex",
+      "Select * from Disziplin order by Name",
+      "Select * from MeldeDisziplin",
+      "Select * from MeldeDisziplin order by MeldeKZ",
+      "Select * from Haering_Gruppen_Disziplinen",
+      "Select * from Haering_Gruppen_Disziplinen WHERE GruppenID = 2",
+      "Select * from Haering_Daten  WHERE BuchungsZeitpunkt LIKE '20.11*' AND Verworfen LIKE '0*'",
+      "Select * from Haering_Daten  WHERE ZeitAbsolut LIKE '1*' ORDER BY BuchungsZeitpunkt ASC",
+      "Select * from Haering_Daten  WHERE Key LIKE '10-*' ORDER BY RingwertmitZehntel DESC",
+      "Select * from Haering_Daten  ORDER BY Schütze DESC",
+      "Select * from Haering_Daten  ORDER BY Verbucht ASC",
+      "Select * from Disziplin where ID = 4",
+      "Select * from Kasse_Eingang where Startnummer = '' order by DatumEingang",
+      "Select * from Schützenliste WHERE Schützen.Name like '**' order by val(Startnummer)",
+      "Select * from Schützenliste WHERE Schützen.Name like '*STRASSE*' order by val(Startnummer)",
+      "SELECT ScheibenNummern.*, DisziplinKombinationName.Name as Vorgabe FROM ScheibenNummern LEFT JOIN "
+      "(SELECT Name, ID, 0 as Art from Disziplin Union SELECT Kombinationsname as Name, ID, 1 as Art  from "
+      "Kombination_Name) as DisziplinKombinationName ON (ScheibenNummern.DisziKombi = "
+      "DisziplinKombinationName.Art) AND (ScheibenNummern.VorgabeID = DisziplinKombinationName.ID) WHERE "
+      "ScheibenNummern.Anzeigen = 1 AND (ScheibenNummern.PCAnzeige LIKE '*ü*' or ScheibenNummern.PCAnzeige "
+      "= '') order by Bezeichnung",
+      "Select * from Listen",
+      "Select * from Einzelergebnisse where WKID = 1 AND DisziID = 4 order by Ergebnis DESC",
+      "Select * from EinzelErgebnisse where WKID = 1 AND DISZIID = 4 order by Startnummer, "
+      "DateValue([Datum]), Ergebnis ASC",
+      "Select * from EinzelErgebnisse where WKID = 1 AND DISZIID = 4 order by Startnummer, "
+      "Month([Datum]),Ergebnis DESC",
+      "Select * from EinzelErgebnisse where WKID = 1 AND DISZIID = 4 ORDER BY ERGEBNIS ASC",
+      "Select * from EinzelErgebnisse where WKID = 1 ORDER BY ERGEBNIS  DESC",
+      "Select * from EinzelErgebnisse where WKID = 1 ORDER BY ERGEBNIS ASC",
+      " SELECT Max(DateValue([Datum])) AS LetzerSchießtag FROM SchussSerien WHERE DisziId=4",
+      "Select * from Auswert_Klassen where AuswertID = 1",
+      "Select * from DisziplinWaffen where WaffenID = 2",
+      "SELECT Schuss.* FROM (Schuss INNER JOIN AwProfilDiszi ON Schuss.DisziID = AwProfilDiszi.DisziID) INNER "
+      "JOIN AuswertProfil ON AwProfilDiszi.AwProfilID = AuswertProfil.ID WHERE AuswertProfil.ID = 1 AND "
+      "Schuss.Startnummer = '107' ORDER BY Schuss.Ergebnis;",
   };
 }
 
@@ -226,6 +275,12 @@ QStringList actionStatements() {
       "SchussSerien WHERE ID IN (1, 2)",
       "UPDATE Schuss SET DisziId = 5 WHERE DisziId =4 AND Startnummer ='107'",
       "UPDATE SchussSerien SET DisziId = 5 WHERE ID in (1, 2)",
+      "INSERT INTO Schuss ( Ergebnis, Startnummer, WTyp, Datum, DisziID) SELECT Ergebnis, Startnummer, WTyp, "
+      "Datum, 5 FROM Schuss WHERE ID IN (3)",
+      "INSERT INTO SchussSerien ( Ergebnis, Startnummer, DisziID) SELECT Ergebnis, Startnummer, 5 FROM "
+      "SchussSerien WHERE DisziID = 4 AND STARTNUMMER = '107'",
+      "UPDATE Schuss SET DisziId = 5 WHERE ID in (1, 2)",
+      "UPDATE SchussSerien SET DisziId = 5 WHERE DisziId =4 AND Startnummer ='107'",
       "Delete * from Haering_Gruppen_Disziplinen where GruppenID = 1",
       "Delete * from Haering_Gruppen where ID = 1",
       "Delete * from Schuetzen_Scheibennummern where ID = 1",
@@ -237,7 +292,7 @@ QStringList actionStatements() {
 }
 
 QStringList criteria() {
-  return {"ID = 5", "Startnummer = '107'", "Verbucht = 0 AND Liniennummer = 3"};
+  return {"ID = 5", "ID = 4711", "Startnummer = '107'", "Verbucht = 0 AND Liniennummer = 3"};
 }
 
 }  // namespace qk::dao::sql::test

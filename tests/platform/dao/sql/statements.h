@@ -7,7 +7,13 @@
 
 namespace qk::dao::sql::test {
 
-/// Tables and the stored query of a small competition, with rows.
+std::vector<TableDef> competitionTables();
+struct StoredQuery {
+  QString name, text;
+};
+StoredQuery shooterList();
+
+/// Tables and the stored query of a small competition, empty.
 std::unique_ptr<SampleStore> competitionStore();
 
 QStringList readingStatements();
