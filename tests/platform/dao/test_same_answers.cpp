@@ -14,7 +14,7 @@ class TestSameAnswers : public QObject {
   std::unique_ptr<TwinStores> twins_;
   quint32 first_ = 1, count_ = 1500;
   int run_ = 0, failed_ = 0;
-  QStringList differences_;
+  int different_ = 0;
 
   void heed(quint32 seed, const QString& difference) {
     ++run_;
@@ -22,11 +22,11 @@ class TestSameAnswers : public QObject {
       failed_ += twins_->lastFailed();
       return;
     }
-    differences_ << QString("seed %1: %2").arg(seed).arg(difference);
+    ++different_;
+    qWarning("seed %u: %s", seed, qPrintable(difference));
   }
   void refill() {
     for (const TableDef& table : randomQueryTables()) {
-      if (table.name != "Werte" && table.name != "Orte" && table.name != "Lose") continue;
       if (twins_->file().hasTable(table.name))
         for (Database* database : {&twins_->file(), &twins_->server()}) database->dropTable(table.name);
       twins_->createTable(table);
@@ -46,12 +46,10 @@ class TestSameAnswers : public QObject {
   }
   void cleanupTestCase() { twins_.reset(); }
 
+  void init() { run_ = failed_ = different_ = 0; }
   void cleanup() {
-    qInfo("%d statements, %d the same error, %d different", run_, failed_, int(differences_.size()));
-    const QString all = differences_.join("\n");
-    run_ = failed_ = 0;
-    differences_.clear();
-    QVERIFY2(all.isEmpty(), qPrintable(all));
+    qInfo("%d statements, %d the same error, %d different", run_, failed_, different_);
+    QCOMPARE(different_, 0);
   }
 
   void readings() {
