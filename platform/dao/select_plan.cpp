@@ -5,6 +5,7 @@
 #include "platform/dao/engine.h"
 #include "platform/dao/sql/functions.h"
 #include "platform/dao/sql/parser.h"
+#include "platform/dao/sql/printer.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
@@ -61,7 +62,25 @@ void bindColumns(SelectPlan& plan) {
   }
 }
 
+/// Tables whose rows have a number of the engine's own are known by it only where no brackets stand around
+/// their join, as they do in print when a RIGHT JOIN is turned round.
+bool hidesKeys(const Source& source, const SelectPlan& plan, bool bracketed) {
+  if (const auto* join = std::get_if<Join>(&source.node)) {
+    const bool inner = bracketed || std::holds_alternative<Join>(printedRight(*join).node);
+    return hidesKeys(printedLeft(*join), plan, bracketed) || hidesKeys(printedRight(*join), plan, inner);
+  }
+  const auto* table = std::get_if<TableSource>(&source.node);
+  const TableInfo* info = table ? plan.catalogue->info(table->name) : nullptr;
+  return bracketed && info && !info->query && !info->def.field(info->key.names.front());
+}
+
 bool collectSources(SelectPlan& plan) {
+  bool first = true;
+  for (const SourcePtr& source : plan.select->from) {
+    const bool bracketed = !first && std::holds_alternative<Join>(source->node);
+    if (hidesKeys(*source, plan, bracketed)) return false;
+    first = false;
+  }
   for (const BoundSource& bound : boundSources(*plan.select)) {
     const TableInfo* table = bound.table.isEmpty() ? nullptr : plan.catalogue->info(bound.table);
     if (!table || table->query) return false;

@@ -54,6 +54,7 @@ Error errorOf(int code, const QString& message) {
     default:
       break;
   }
+  if (message.contains("integer overflow")) return Error(6);
   if (message.contains("no such table")) return Error(3078, errorDescription(3078) + " (" + message + ")");
   if (message.contains("no such column")) return Error(3061, errorDescription(3061) + " (" + message + ")");
   return Error(3000, "Reservierter Fehler (" + QString::number(code) + "): " + message);

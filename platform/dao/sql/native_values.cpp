@@ -44,6 +44,13 @@ QVariant numberOf(const QVariant& value) {
   }
 }
 
+/// Whole numbers round halves to even.
+QVariant wholeOf(const QVariant& value, double least, double greatest) {
+  const double rounded = std::nearbyint(numberOf(value).toDouble());
+  if (!(rounded >= least && rounded <= greatest)) throw Error(6);
+  return qlonglong(rounded);
+}
+
 QVariant booleanOf(const QVariant& value) {
   if (isText(value)) {
     const QString text = value.toString().trimmed();
@@ -93,6 +100,17 @@ Money moneyOf(const QVariant& native) {
 }
 
 }  // namespace
+
+std::pair<double, double> limitsOf(Kind kind) {
+  switch (kind) {
+    case Kind::Byte:
+      return {0, 255};
+    case Kind::Integer:
+      return {-32768, 32767};
+    default:
+      return {-2147483648.0, 2147483647.0};
+  }
+}
 
 QString isoText(const QDateTime& date) {
   return date.toString(u"yyyy-MM-dd HH:mm:ss");
@@ -145,6 +163,12 @@ QVariant toNative(const QVariant& value, Kind kind) {
       return dateOf(value);
     case Kind::Text:
       return textOf(value);
+    case Kind::Byte:
+    case Kind::Integer:
+    case Kind::Long: {
+      const auto [least, greatest] = limitsOf(kind);
+      return wholeOf(value, least, greatest);
+    }
     case Kind::Unknown:
       break;
   }

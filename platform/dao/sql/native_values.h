@@ -15,6 +15,9 @@ QDateTime dateOfIso(QStringView iso);
 QDateTime dateOfSerial(double serial);  ///< days since 30.12.1899
 double serialOfDate(const QDateTime& date);
 
+/// The least and the greatest number that a column of whole numbers takes.
+std::pair<double, double> limitsOf(Kind kind);
+
 /// The form for a place of this kind; Error 3464 when the value can't be one.
 QVariant toNative(const QVariant& value, Kind kind);
 /// The form for a column of this type.

@@ -14,6 +14,9 @@ const char* typeOfNull(Kind kind) {
   switch (kind) {
     case Kind::Boolean:
     case Kind::Number:
+    case Kind::Byte:
+    case Kind::Integer:
+    case Kind::Long:
       return "NULL::float8";
     case Kind::Money:
       return "NULL::numeric";
@@ -62,36 +65,12 @@ void PostgresPrinter::truthAsValue(const Expression& expression) {
 
 void PostgresPrinter::valueAsTruth(const Expression& expression) {
   text_ += u'(';
-  if (expression.kind == Kind::Date) {
-    call("extract(year FROM ", expression);
-  } else if (expression.kind == Kind::Text) {
-    call("qk_number(", expression);
-  } else {
+  if (isNumeric(expression.kind) && expression.kind != Kind::Money) {
     operand(expression);
+  } else {
+    number(expression);
   }
   text_ += " <> 0)";
-}
-
-const char* PostgresPrinter::conversion(Kind from, Kind wanted) const {
-  if (wanted != Kind::Text || from == Kind::Text || from == Kind::Unknown) return nullptr;
-  return from == Kind::Date ? "qk_text_date(" : "qk_text(";
-}
-
-/// A column takes only what is of its kind.
-void PostgresPrinter::assigned(const Expression& expression, Kind wanted) {
-  const Kind from = expression.kind;
-  const char* function = nullptr;
-  if (!as<Literal>(expression) && from != wanted && from != Kind::Unknown) {
-    const bool number = wanted == Kind::Boolean || wanted == Kind::Number || wanted == Kind::Money;
-    if (wanted == Kind::Date) function = "qk_date(";
-    if (number && from == Kind::Text) function = "qk_number(";
-    if (number && from == Kind::Date) function = "qk_serial(";
-  }
-  if (function) {
-    call(function, expression);
-  } else {
-    value(expression, wanted);
-  }
 }
 
 void PostgresPrinter::number(const Expression& expression) {
@@ -102,12 +81,9 @@ void PostgresPrinter::number(const Expression& expression) {
       return call("qk_serial(", expression);
     case Kind::Text:
       return call("qk_number(", expression);
-    case Kind::Boolean:
-    case Kind::Number:
-    case Kind::Unknown:
-      break;
+    default:
+      return call("CAST(", expression, " AS float8)");
   }
-  call("CAST(", expression, " AS float8)");
 }
 
 void PostgresPrinter::quotient(const Binary& binary) {
@@ -118,42 +94,22 @@ void PostgresPrinter::quotient(const Binary& binary) {
   text_ += " AS float8), 0)";
 }
 
-void PostgresPrinter::side(const Expression& expression, const Expression& other) {
-  if (expression.kind == Kind::Money && isComposite(expression)) {
-    text_ += "round(CAST(";
-    value(expression);
-    text_ += " AS numeric), 4)";
-  } else if (expression.kind == Kind::Date && !as<Literal>(expression) && !as<Literal>(other) &&
-             (other.kind == Kind::Money || other.kind == Kind::Boolean)) {
-    call("qk_serial(", expression);
-  } else {
-    compared(expression, other);
-  }
+void PostgresPrinter::side(const Expression& expression, Kind wanted) {
+  const bool rounded = expression.kind == Kind::Money && isComposite(expression);
+  if (!rounded) return converted(expression, wanted);
+  if (wanted == Kind::Text) text_ += "qk_text(";
+  call("qk_money(CAST(", expression, " AS float8))");
+  if (wanted == Kind::Text) text_ += u')';
 }
 
-void PostgresPrinter::folded(const Expression& expression, Kind wanted) {
+void PostgresPrinter::folded(const Expression& expression) {
   text_ += "lower(";
-  if (expression.kind == Kind::Date && !as<Literal>(expression)) {
-    asText(expression);
-  } else {
-    operand(expression, wanted);
-  }
+  side(expression, Kind::Text);
   text_ += " COLLATE \"C\")";
 }
 
 void PostgresPrinter::comparison(const Expression& left, BinaryOperator op, const Expression& right) {
-  const auto meant = [](const Expression& expression, const Expression& other) {
-    return as<Literal>(expression) && !as<Literal>(other) && other.kind != Kind::Unknown ? other.kind
-                                                                                         : expression.kind;
-  };
-  if (meant(left, right) == Kind::Text || meant(right, left) == Kind::Text)
-    return textComparison(left, op, right);
-  side(left, right);
-  text_ += symbolOf(op);
-  side(right, left);
-}
-
-void PostgresPrinter::textComparison(const Expression& left, BinaryOperator op, const Expression& right) {
+  const Kind kind = comparedAs(left, right);
   const bool bothText = left.kind == Kind::Text && right.kind == Kind::Text;
   if (bothText && (isOrder(op) || hasForeignLetter(left) || hasForeignLetter(right))) {
     operand(left);
@@ -161,9 +117,14 @@ void PostgresPrinter::textComparison(const Expression& left, BinaryOperator op, 
     text_ += symbolOf(op);
     return operand(right);
   }
-  folded(left);
+  if (kind == Kind::Text) {
+    folded(left);
+    text_ += symbolOf(op);
+    return folded(right);
+  }
+  side(left, kind);
   text_ += symbolOf(op);
-  folded(right);
+  side(right, kind);
 }
 
 void PostgresPrinter::textOf(const Expression& expression) {
@@ -186,17 +147,7 @@ void PostgresPrinter::like(const Binary& binary) {
   literal(regularExpression(toNative(pattern->value, Kind::Text).toString()), Kind::Text);
 }
 
-void PostgresPrinter::node(const Between& between) {
-  if (between.negated) text_ += "NOT ";
-  text_ += u'(';
-  comparison(*between.value, BinaryOperator::GreaterEqual, *between.low);
-  text_ += " AND ";
-  comparison(*between.value, BinaryOperator::LessEqual, *between.high);
-  text_ += u')';
-}
-
-void PostgresPrinter::node(const In& in) {
-  if (in.select) return inSelect(in);
+void PostgresPrinter::list(const In& in) {
   const bool text = in.value->kind == Kind::Text;
   const bool foreign = text && std::any_of(in.list.begin(), in.list.end(),
                                            [](const ExpressionPtr& item) { return hasForeignLetter(*item); });
@@ -222,22 +173,22 @@ void PostgresPrinter::node(const In& in) {
   text_ += u')';
 }
 
-void PostgresPrinter::inSelect(const In& in) {
-  const Columns columns = columnsOf(*in.select);
-  const Kind kind = columns.kinds.empty() ? Kind::Unknown : columns.kinds.front();
-  const bool text = in.value->kind == Kind::Text || kind == Kind::Text;
-  if (text) {
-    folded(*in.value);
-  } else {
-    operand(*in.value);
-  }
-  text_ += in.negated ? " NOT IN (" : " IN (";
-  if (text) {
-    const QString column = kind == Kind::Text ? "c1" : kind == Kind::Unknown ? "c1::text" : "qk_text(c1)";
-    text_ += "SELECT " + foldedText(column) + " FROM (";
-  }
-  select(*in.select);
-  text_ += text ? ") AS qk_in(c1))" : ")";
+void PostgresPrinter::selectOfTexts(const Select& select, Kind kind) {
+  const QString column = kind == Kind::Text      ? "c1"
+                         : kind == Kind::Unknown ? "c1::text"
+                         : kind == Kind::Date    ? "qk_text_date(c1)"
+                                                 : "qk_text(c1)";
+  text_ += "SELECT " + foldedText(column) + " FROM (";
+  this->select(select);
+  text_ += ") AS qk_in(c1)";
+}
+
+/// A column of whole numbers rounds by itself; but only of doubles it rounds halves to even.
+void PostgresPrinter::rounded(const Expression& expression, Kind wanted) {
+  if (wanted == Kind::Money) text_ += "qk_stored_money(";
+  text_ += "CAST(";
+  number(expression);
+  text_ += wanted == Kind::Money ? " AS float8))" : " AS float8)";
 }
 
 void PostgresPrinter::aggregate(const Expression& whole, const Call& function) {

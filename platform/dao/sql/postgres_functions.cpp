@@ -57,10 +57,10 @@ END $$)sql",
   SELECT coalesce(substring(t FROM '^\s*([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?)')::float8, 0) $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_val(t text) RETURNS float8 LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
   SELECT coalesce(substring(t FROM '^[ \t]*([+-]?(?:\d+\.?\d*|\.\d+))')::float8, 0) $$)sql",
-    R"sql(CREATE OR REPLACE FUNCTION qk_val(n float8) RETURNS float8 LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
-  SELECT qk_val(qk_german(n)) $$)sql",
-    R"sql(CREATE OR REPLACE FUNCTION qk_val(d timestamp) RETURNS float8 LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
-  SELECT extract(year FROM d)::float8 $$)sql",
+    R"sql(CREATE OR REPLACE FUNCTION qk_stored_money(n float8) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
+  SELECT round((n * 10000)::numeric::float8)::bigint::numeric / 10000 $$)sql",
+    R"sql(CREATE OR REPLACE FUNCTION qk_money(n float8) RETURNS numeric LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
+  SELECT CASE WHEN abs(n) < 9e14 THEN qk_stored_money(n) ELSE n::numeric END $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_round(n float8, part int) RETURNS float8 LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
   SELECT CASE part WHEN 0 THEN floor(n) ELSE trunc(n) END $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_idiv(a float8, b float8) RETURNS bigint LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
@@ -105,8 +105,8 @@ END $$)sql",
   SELECT upper(t COLLATE "de-x-icu") $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_lcase(t text) RETURNS text LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
   SELECT lower(t COLLATE "de-x-icu") $$)sql",
-    // Numbers follow what is there: whoever stored a row with a number of his own has moved them on. One look a
-    // statement is enough.
+    // Numbers follow what is there: whoever stored a row with a number of his own has moved them on. One look
+    // a statement is enough.
     R"sql(CREATE OR REPLACE FUNCTION qk_next(tab text, col text) RETURNS bigint LANGUAGE plpgsql AS $$
 DECLARE
   sequence_ CONSTANT regclass := pg_get_serial_sequence(tab, col);
@@ -134,7 +134,7 @@ $$)sql",
 /// Functions of a value that may be a date, a number or a text.
 constexpr const char* kOfAnyKind[] = {
     R"sql(CREATE OR REPLACE FUNCTION qk_text(x %1) RETURNS text LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
-  SELECT coalesce(qk_german(x), '') $$)sql",
+  SELECT qk_german(x) $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_datevalue(x %1) RETURNS timestamp LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
   SELECT date_trunc('day', qk_date(x)) $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_serial(x %1) RETURNS float8 LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
@@ -143,7 +143,7 @@ constexpr const char* kOfAnyKind[] = {
   SELECT CASE part WHEN 0 THEN extract(year FROM qk_date(x)) WHEN 1 THEN extract(month FROM qk_date(x))
               ELSE extract(day FROM qk_date(x)) END::int $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_text_date(x %1) RETURNS text LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
-  SELECT coalesce(qk_german(qk_date(x)), qk_german(x), '') $$)sql",
+  SELECT coalesce(qk_german(qk_date(x)), qk_german(x)) $$)sql",
 };
 
 }  // namespace

@@ -7,7 +7,7 @@
 namespace qk::dao::sql {
 
 /// Raised with every change below: an older store is furnished anew when it is opened.
-inline constexpr int kPostgresFunctionsVersion = 1;
+inline constexpr int kPostgresFunctionsVersion = 2;
 
 /// Statements that make them, or make them anew, in the first schema of the search path.
 QStringList postgresFunctions();

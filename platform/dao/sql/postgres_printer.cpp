@@ -82,7 +82,7 @@ void PostgresPrinter::core(const Select& select, const std::vector<Kind>& wanted
     if (group.kind == Kind::Text && as<Column>(group)) {
       folded(group);
     } else {
-      value(group);
+      sortable(group);
     }
   }
   if (!select.having) return;
@@ -104,8 +104,14 @@ void PostgresPrinter::print(const Expression& expression) {
   if (shownByOne) text_ += u')';
 }
 
-void PostgresPrinter::term(const Expression& expression, bool descending) {
+/// A bare constant would be the number of a column.
+void PostgresPrinter::sortable(const Expression& expression) {
   value(expression);
+  if (expression.kind == Kind::Unknown && as<Literal>(expression)) text_ += "::text";
+}
+
+void PostgresPrinter::term(const Expression& expression, bool descending) {
+  sortable(expression);
   if (expression.kind == Kind::Text) text_ += " COLLATE german";
   text_ += nullsOf(descending);
 }
@@ -130,7 +136,7 @@ void PostgresPrinter::order(const Select& select) {
     if (group->kind == Kind::Text && as<Column>(*group)) {
       folded(*group);
     } else {
-      value(*group);
+      sortable(*group);
     }
     text_ += nullsOf(false);
   }

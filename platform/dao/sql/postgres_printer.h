@@ -34,6 +34,7 @@ class PostgresPrinter final : public Printer {
   void numbered(const Columns& columns, std::size_t more);
   QStringList keysOf(const Columns& columns) const;
   void numberedOrder(const Select& select, const Columns& columns, bool fromItems);
+  void sortable(const Expression& expression);
   void term(const Expression& expression, bool descending);
 
   void core(const Select& select, const std::vector<Kind>& wanted) override;
@@ -43,22 +44,20 @@ class PostgresPrinter final : public Printer {
   void groupOfAll() override {}
 
   void print(const Expression& expression) override;
-  void assigned(const Expression& expression, Kind wanted) override;
   void literal(const QVariant& value, Kind wanted) override;
   void truthAsValue(const Expression& expression) override;
   void valueAsTruth(const Expression& expression) override;
-  const char* conversion(Kind from, Kind wanted) const override;
   void number(const Expression& expression) override;
   void quotient(const Binary& binary) override;
   void comparison(const Expression& left, BinaryOperator op, const Expression& right) override;
-  void textComparison(const Expression& left, BinaryOperator op, const Expression& right);
   void like(const Binary& binary) override;
-  void node(const Between& between) override;
-  void node(const In& in) override;
-  void inSelect(const In& in);
+  void rounded(const Expression& expression, Kind wanted) override;
+  void list(const In& in) override;
+  void textOfIn(const Expression& value) override { folded(value); }
+  void selectOfTexts(const Select& select, Kind kind) override;
   void aggregate(const Expression& whole, const Call& call) override;
-  void side(const Expression& expression, const Expression& other);
-  void folded(const Expression& expression, Kind wanted = Kind::Text);
+  void side(const Expression& expression, Kind wanted);
+  void folded(const Expression& expression);
   void textOf(const Expression& expression);
 
   const TableLookup& tables_;

@@ -44,7 +44,7 @@ void Printer::select(const Select& select, const std::vector<Kind>& wanted) {
     // SQLite takes a LIMIT only at the end of a union.
     const bool limited = isUnion && part->top;
     if (limited) text_ += "SELECT * FROM (";
-    core(*part, wanted);
+    core(*part, part == &select || !wanted.empty() ? wanted : kindsOfItems(select));
     if (limited) text_ += QString(" LIMIT %1)").arg(*part->top);
     if (part->unionNext) text_ += part->unionAll ? " UNION ALL " : " UNION ";
   }

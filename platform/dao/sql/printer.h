@@ -50,24 +50,31 @@ class Printer {
   /// A condition as the value -1 or 0, and a value as a condition.
   virtual void truthAsValue(const Expression& expression) = 0;
   virtual void valueAsTruth(const Expression& expression) = 0;
-  /// The opening of the function that makes a value of one kind from one of another, or nullptr.
-  virtual const char* conversion(Kind from, Kind wanted) const = 0;
-  /// A value on its way into a column of that kind.
-  virtual void assigned(const Expression& expression, Kind wanted) { value(expression, wanted); }
   /// One side of a calculation.
   virtual void number(const Expression& expression) = 0;
   virtual void quotient(const Binary& binary) = 0;
+  /// A number on its way into a column of whole numbers or of money, where the column itself doesn't see to
+  /// it.
+  virtual void rounded(const Expression& expression, Kind wanted) = 0;
   virtual void comparison(const Expression& left, BinaryOperator op, const Expression& right) = 0;
   virtual void like(const Binary& binary) = 0;
-  virtual void node(const Between& between) = 0;
-  virtual void node(const In& in) = 0;
+  /// A list that something else than a constant is looked for in.
+  virtual void list(const In& in) = 0;
+  void inSelect(const In& in);
+  void inConstant(const In& in);
+  /// IN's value as text, and its select with a column of texts.
+  virtual void textOfIn(const Expression& value) = 0;
+  virtual void selectOfTexts(const Select& select, Kind kind) = 0;
   virtual void aggregate(const Expression& whole, const Call& call) = 0;
 
   // --- what the dialects build with
   virtual void print(const Expression& expression);
   void operand(const Expression& expression, Kind wanted = Kind::Unknown);
-  /// One side of a comparison: dates meet numbers as days, texts as text.
-  void compared(const Expression& expression, const Expression& other);
+  /// A value made one of that kind: a date counts its days where a number is wanted, and is German text where
+  /// a text is.
+  void converted(const Expression& expression, Kind wanted);
+  /// A value on its way into a column of that kind.
+  void assigned(const Expression& expression, Kind wanted);
   void asText(const Expression& expression);
   void call(const char* function, const Expression& argument, const char* tail = ")");
   void qualify(const Select& select);
@@ -93,11 +100,12 @@ class Printer {
   void node(const Expression& whole, const Column& column);
   void node(const Expression& whole, const Unary& unary);
   void node(const Expression& whole, const Binary& binary);
-  void node(const Expression&, const Between& between) { node(between); }
-  void node(const Expression&, const In& in) { node(in); }
+  void node(const Expression& whole, const Between& between);
+  void node(const Expression& whole, const In& in);
   void node(const Expression& whole, const IsNull& isNull);
   void node(const Expression& whole, const Call& call);
   bool scalar(const Call& call);
+  bool ofText(const Call& call);
   void logic(const Binary& binary);
   void sum(const Expression& whole, const Binary& binary);
 };
@@ -125,6 +133,13 @@ bool hasForeignLetter(const Expression& expression);
 const char* symbolOf(BinaryOperator op);
 /// What a literal beside an expression of this kind is meant as.
 Kind wantedBeside(const Expression& other);
+bool isNumeric(Kind kind);
+bool isWhole(Kind kind);
+/// The kind as which two values are compared: a literal takes that of the other side, texts make texts of
+/// what they meet, and numbers make days of dates.
+Kind comparedAs(const Expression& left, const Expression& right);
+/// The kinds of the columns of a union, which those of its first part are; none where a star hides them.
+std::vector<Kind> kindsOfItems(const Select& select);
 /// A list of whole numbers so long that it is written out: parameters are limited, and lists of keys may be
 /// long.
 bool isLongList(const In& in);

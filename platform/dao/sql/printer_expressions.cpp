@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/dao/sql/native_values.h"
 #include "platform/dao/sql/printer.h"
 
 namespace qk::dao::sql {
@@ -83,6 +84,33 @@ Kind wantedBeside(const Expression& other) {
   return as<Literal>(other) ? Kind::Unknown : other.kind;
 }
 
+bool isNumeric(Kind kind) {
+  return kind == Kind::Boolean || kind == Kind::Number || kind == Kind::Money;
+}
+
+bool isWhole(Kind kind) {
+  return kind == Kind::Byte || kind == Kind::Integer || kind == Kind::Long;
+}
+
+Kind comparedAs(const Expression& left, const Expression& right) {
+  if (left.kind == Kind::Unknown || right.kind == Kind::Unknown)
+    return left.kind == Kind::Unknown ? right.kind : left.kind;
+  const bool leftFixed = as<Literal>(left) != nullptr, rightFixed = as<Literal>(right) != nullptr;
+  if (leftFixed != rightFixed) return leftFixed ? right.kind : left.kind;
+  if (left.kind == Kind::Text || right.kind == Kind::Text) return Kind::Text;
+  if (left.kind == Kind::Date && right.kind == Kind::Date) return Kind::Date;
+  return left.kind == Kind::Money || right.kind == Kind::Money ? Kind::Money : Kind::Number;
+}
+
+std::vector<Kind> kindsOfItems(const Select& select) {
+  std::vector<Kind> kinds;
+  for (const SelectItem& item : select.items) {
+    if (!item.expression) return {};
+    kinds.push_back(item.expression->kind);
+  }
+  return kinds;
+}
+
 bool isLongList(const In& in) {
   return in.list.size() > kLongList && in.value->kind == Kind::Number;
 }
@@ -103,14 +131,40 @@ void Printer::value(const Expression& expression, Kind wanted) {
   if (const auto* constant = as<Literal>(expression)) {
     return literal(constant->value, wanted == Kind::Unknown ? expression.kind : wanted);
   }
-  const char* function = conversion(expression.kind, wanted);
-  if (function) text_ += function;
+  const bool becomesText =
+      wanted == Kind::Text && expression.kind != Kind::Text && expression.kind != Kind::Unknown;
+  if (becomesText) text_ += expression.kind == Kind::Date ? "qk_text_date(" : "qk_text(";
   if (isTruth(expression)) {
     truthAsValue(expression);
   } else {
     print(expression);
   }
-  if (function) text_ += u')';
+  if (becomesText) text_ += u')';
+}
+
+void Printer::converted(const Expression& expression, Kind wanted) {
+  const Kind from = expression.kind;
+  if (as<Literal>(expression) || from == Kind::Unknown || from == wanted) return operand(expression, wanted);
+  if (wanted == Kind::Date) return call("qk_date(", expression);
+  if (isNumeric(wanted) && !isNumeric(from)) return number(expression);
+  operand(expression, wanted);
+}
+
+void Printer::assigned(const Expression& expression, Kind wanted) {
+  if (const auto* constant = as<Literal>(expression); constant && wanted == Kind::Boolean) {
+    const QVariant given = toNative(constant->value, wanted);
+    return literal(given.isNull() ? given : QVariant(given.toDouble() != 0), wanted);
+  }
+  if (as<Literal>(expression) || expression.kind == Kind::Unknown) return converted(expression, wanted);
+  if (isWhole(wanted) ||
+      (wanted == Kind::Money && (expression.kind != Kind::Money || isComposite(expression))))
+    return rounded(expression, wanted);
+  if (wanted != Kind::Boolean || expression.kind == Kind::Boolean) return converted(expression, wanted);
+  text_ += "CASE WHEN ";
+  converted(expression, Kind::Number);
+  text_ += " <> 0 THEN -1 WHEN ";
+  converted(expression, Kind::Number);
+  text_ += " = 0 THEN 0 END";
 }
 
 void Printer::operand(const Expression& expression, Kind wanted) {
@@ -209,12 +263,48 @@ void Printer::sum(const Expression& whole, const Binary& binary) {
   if (date) text_ += u')';
 }
 
+void Printer::node(const Expression&, const In& in) {
+  if (in.select) return inSelect(in);
+  if (as<Literal>(*in.value)) return inConstant(in);
+  list(in);
+}
+
+/// No column says as what the members of the list are meant: each pair says it by itself.
+void Printer::inConstant(const In& in) {
+  text_ += in.negated ? "NOT (" : "(";
+  for (std::size_t i = 0; i < in.list.size(); ++i) {
+    if (i > 0) text_ += " OR ";
+    comparison(*in.value, BinaryOperator::Equal, *in.list[i]);
+  }
+  text_ += u')';
+}
+
+/// The value takes the kind of the select's column, but for texts, which make texts of what they meet.
+void Printer::inSelect(const In& in) {
+  const std::vector<Kind> kinds = kindsOfItems(*in.select);
+  const Kind kind = kinds.empty() ? in.value->kind : kinds.front();
+  const bool text = kind == Kind::Text || in.value->kind == Kind::Text;
+  if (!text) {
+    converted(*in.value, kind);
+  } else {
+    textOfIn(*in.value);
+  }
+  text_ += in.negated ? " NOT IN (" : " IN (";
+  if (text) {
+    selectOfTexts(*in.select, kind);
+  } else {
+    select(*in.select);
+  }
+  text_ += u')';
+}
+
 void Printer::asText(const Expression& expression) {
   if (const auto* constant = as<Literal>(expression)) {
     return literal(constant->value.isNull() ? QVariant(QString("")) : constant->value, Kind::Text);
   }
-  if (expression.kind == Kind::Text) return call("coalesce(", expression, ", '')");
-  call(expression.kind == Kind::Date ? "qk_text_date(" : "qk_text(", expression);
+  text_ += "coalesce(";
+  value(expression, Kind::Text);
+  text_ += ", '')";
 }
 
 void Printer::call(const char* function, const Expression& argument, const char* tail) {
@@ -223,12 +313,13 @@ void Printer::call(const char* function, const Expression& argument, const char*
   text_ += tail;
 }
 
-void Printer::compared(const Expression& expression, const Expression& other) {
-  const bool constant = as<Literal>(other) || as<Literal>(expression);
-  if (!constant && expression.kind == Kind::Date && other.kind == Kind::Number)
-    return call("qk_serial(", expression);
-  if (!constant && expression.kind == Kind::Date && other.kind == Kind::Text) return asText(expression);
-  operand(expression, wantedBeside(other));
+void Printer::node(const Expression&, const Between& between) {
+  if (between.negated) text_ += "NOT ";
+  text_ += u'(';
+  comparison(*between.value, BinaryOperator::GreaterEqual, *between.low);
+  text_ += " AND ";
+  comparison(*between.value, BinaryOperator::LessEqual, *between.high);
+  text_ += u')';
 }
 
 void Printer::node(const Expression&, const IsNull& isNull) {
@@ -245,11 +336,13 @@ bool Printer::scalar(const Call& function) {
     bool number;  ///< its argument is one
   };
   static constexpr Own kOwn[] = {
-      {"val", "qk_val(", ")", false},          {"datevalue", "qk_datevalue(", ")", false},
-      {"year", "qk_datepart(", ", 0)", false}, {"month", "qk_datepart(", ", 1)", false},
-      {"day", "qk_datepart(", ", 2)", false},  {"int", "qk_round(", ", 0)", true},
-      {"fix", "qk_round(", ", 1)", true},      {"ucase", "qk_ucase(", ")", false},
-      {"lcase", "qk_lcase(", ")", false},      {"abs", "abs(", ")", true},
+      {"datevalue", "qk_datevalue(", ")", false},
+      {"year", "qk_datepart(", ", 0)", false},
+      {"month", "qk_datepart(", ", 1)", false},
+      {"day", "qk_datepart(", ", 2)", false},
+      {"int", "qk_round(", ", 0)", true},
+      {"fix", "qk_round(", ", 1)", true},
+      {"abs", "abs(", ")", true},
   };
   const Expression& first = *function.arguments[0];
   for (const Own& own : kOwn) {
@@ -263,13 +356,21 @@ bool Printer::scalar(const Call& function) {
     text_ += own.tail;
     return true;
   }
-  if (function.function != "len") return false;
-  if (first.kind == Kind::Text) {
-    call("length(", first);
-  } else {
-    call("length(nullif(qk_text(", first, "), ''))");
+  return ofText(function);
+}
+
+/// The functions of a text; whatever else they meet is taken by its German text.
+bool Printer::ofText(const Call& function) {
+  static constexpr std::pair<const char*, const char*> kOfText[] = {
+      {"val", "qk_val("}, {"len", "length("}, {"ucase", "qk_ucase("}, {"lcase", "qk_lcase("}};
+  for (const auto& [name, opening] : kOfText) {
+    if (function.function != QLatin1String(name)) continue;
+    text_ += opening;
+    value(*function.arguments[0], Kind::Text);
+    text_ += u')';
+    return true;
   }
-  return true;
+  return false;
 }
 
 void Printer::node(const Expression& whole, const Call& function) {
@@ -283,15 +384,15 @@ void Printer::node(const Expression& whole, const Call& function) {
     text_ += "CASE WHEN ";
     condition(first);
     text_ += " THEN ";
-    value(*function.arguments[1]);
+    converted(*function.arguments[1], whole.kind);
     text_ += " ELSE ";
-    value(*function.arguments[2], wantedBeside(*function.arguments[1]));
+    converted(*function.arguments[2], whole.kind);
     text_ += " END";
   } else if (called == "nz") {
     text_ += "coalesce(";
-    value(first);
+    converted(first, whole.kind);
     text_ += ", ";
-    value(*function.arguments[1], wantedBeside(first));
+    converted(*function.arguments[1], whole.kind);
     text_ += u')';
   } else if (called == "isnull") {
     operand(first);

@@ -342,7 +342,9 @@ Kind Resolver::node(Call& call, Place place) {
     case Function::Result::Amount:
       break;
   }
-  const Kind kind = call.arguments[std::size_t(function->argument)]->kind;
+  Kind kind = call.arguments[std::size_t(function->argument)]->kind;
+  // IIf and Nz: where one of the two values is a bare Null, the other one says the kind.
+  if (kind == Kind::Unknown && count > 1) kind = call.arguments.back()->kind;
   if (function->result == Function::Result::Amount && kind != Kind::Money) return Kind::Number;
   return kind;
 }
@@ -352,11 +354,13 @@ void Resolver::update(Update& update) {
   bindSources(*update.source, catalog_, false, bindings_);
   conditions(*update.source);
   for (Assignment& assignment : update.set) {
-    assignment.kind = node(assignment.column, Place::Row);
+    node(assignment.column, Place::Row);
     const Binding& target = bindings_[std::size_t(assignment.column.source)];
     if (!target.table || assignment.column.source != update.set.front().column.source) {
       throw Error(3073);
     }
+    const int field = target.find(assignment.column.name);
+    assignment.kind = storedKindOf(target.field(field).type);
     expression(assignment.value, Place::Row);
   }
   expression(update.where, Place::Row);
@@ -396,7 +400,7 @@ void Resolver::insert(Insert& insert) {
                   QString("Die INSERT-INTO-Anweisung enthält den unbekannten Feldnamen '%1'.").arg(column));
     }
     column = target.field(field).name;
-    insert.kinds.push_back(kindOf(target.field(field).type));
+    insert.kinds.push_back(storedKindOf(target.field(field).type));
   }
   std::size_t width = insert.values.size();
   if (insert.select) {

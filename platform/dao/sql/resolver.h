@@ -47,5 +47,7 @@ int manySide(const Select& select, const Catalog& catalog);
 
 /// What a value of a column of this type is compared and printed as.
 Kind kindOf(FieldType type);
+/// The same, and the kind of whole number that the column takes.
+Kind storedKindOf(FieldType type);
 
 }  // namespace qk::dao::sql

@@ -18,6 +18,12 @@ FieldType typeOf(Kind kind) {
       return FieldType::Currency;
     case Kind::Date:
       return FieldType::Date;
+    case Kind::Byte:
+      return FieldType::Byte;
+    case Kind::Integer:
+      return FieldType::Integer;
+    case Kind::Long:
+      return FieldType::Long;
     case Kind::Text:
     case Kind::Unknown:
       break;
@@ -103,6 +109,19 @@ Kind kindOf(FieldType type) {
       break;
   }
   return Kind::Unknown;
+}
+
+Kind storedKindOf(FieldType type) {
+  switch (type) {
+    case FieldType::Byte:
+      return Kind::Byte;
+    case FieldType::Integer:
+      return Kind::Integer;
+    case FieldType::Long:
+      return Kind::Long;
+    default:
+      return kindOf(type);
+  }
 }
 
 bool sameName(const QString& a, const QString& b) {

@@ -12,10 +12,13 @@
 #include "platform/dao/sql/native_values.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
+#include "platform/runtime/money.h"
 #include "platform/runtime/numbers.h"
 
 namespace qk::dao::sql {
 namespace {
+
+constexpr auto kOverflow = "integer overflow";  // as SQLite says it of its own functions
 
 bool isNull(sqlite3_value* value) {
   return sqlite3_value_type(value) == SQLITE_NULL;
@@ -110,9 +113,11 @@ void qkLikeDate(sqlite3_context* context, int, sqlite3_value** arguments) {
   like(context, arguments, true);
 }
 void qkText(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
   answer(context, germanText(arguments[0]));
 }
 void qkTextDate(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
   answer(context, germanDateText(arguments[0]));
 }
 
@@ -166,6 +171,42 @@ void qkModulo(sqlite3_context* context, int, sqlite3_value** arguments) {
   wholeDivision(context, arguments, true);
 }
 
+/// The number that a text begins with, 0 for one that begins with none.
+void qkNumber(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
+  const double number = sqlite3_value_double(arguments[0]);
+  if (!std::isfinite(number)) return sqlite3_result_error(context, kOverflow, -1);
+  sqlite3_result_double(context, number);
+}
+
+/// Four decimals, without the dust of doubles. What is too much for money stays as it is, or is an error.
+void money(sqlite3_context* context, sqlite3_value* value, bool stored) {
+  if (isNull(value)) return sqlite3_result_null(context);
+  const double given = sqlite3_value_double(value);
+  try {
+    sqlite3_result_double(context, Money::fromDouble(given).toDouble());
+  } catch (const Error&) {
+    if (stored) return sqlite3_result_error(context, kOverflow, -1);
+    sqlite3_result_double(context, given);
+  }
+}
+
+void qkMoney(sqlite3_context* context, int, sqlite3_value** arguments) {
+  money(context, arguments[0], false);
+}
+void qkStoredMoney(sqlite3_context* context, int, sqlite3_value** arguments) {
+  money(context, arguments[0], true);
+}
+
+/// A number for a column of whole numbers that takes none below or above the two limits.
+void qkWhole(sqlite3_context* context, int, sqlite3_value** arguments) {
+  if (isNull(arguments[0])) return sqlite3_result_null(context);
+  const double whole = std::nearbyint(sqlite3_value_double(arguments[0]));
+  if (!(whole >= sqlite3_value_double(arguments[1]) && whole <= sqlite3_value_double(arguments[2])))
+    return sqlite3_result_error(context, kOverflow, -1);
+  sqlite3_result_int64(context, sqlite3_int64(whole));
+}
+
 void qkUpper(sqlite3_context* context, int, sqlite3_value** arguments) {
   if (isNull(arguments[0])) return sqlite3_result_null(context);
   answer(context, germanText(arguments[0]).toUpper());
@@ -193,6 +234,10 @@ constexpr Registration kRegistrations[] = {
     {"qk_round", 2, qkRound},
     {"qk_idiv", 2, qkIntegerDivide},
     {"qk_mod", 2, qkModulo},
+    {"qk_number", 1, qkNumber},
+    {"qk_money", 1, qkMoney},
+    {"qk_stored_money", 1, qkStoredMoney},
+    {"qk_whole", 3, qkWhole},
     {"qk_ucase", 1, qkUpper},
     {"qk_lcase", 1, qkLower},
 };

@@ -62,7 +62,7 @@ void SqlitePrinter::updateOverJoin(const Update& update, const TableSource& targ
   text_ += ".rowid AS r";
   for (std::size_t i = 0; i < update.set.size(); ++i) {
     text_ += ", ";
-    value(*update.set[i].value, update.set[i].kind);
+    assigned(*update.set[i].value, update.set[i].kind);
     text_ += " AS " + newValue(i);
   }
   text_ += " FROM ";
@@ -112,37 +112,44 @@ void SqlitePrinter::truthAsValue(const Expression& expression) {
   text_ += u')';
 }
 
-const char* SqlitePrinter::conversion(Kind from, Kind wanted) const {
-  if (wanted != Kind::Text || from == Kind::Text || from == Kind::Unknown) return nullptr;
-  return from == Kind::Date ? "qk_text_date(" : "qk_text(";
+void SqlitePrinter::number(const Expression& expression) {
+  if (expression.kind == Kind::Date) return call("qk_serial(", expression);
+  if (expression.kind == Kind::Text) return call("qk_number(", expression);
+  operand(expression);
 }
 
 void SqlitePrinter::quotient(const Binary& binary) {
   text_ += "CAST(";
-  value(*binary.left);
+  number(*binary.left);
   text_ += " AS REAL) / ";
-  operand(*binary.right);
+  number(*binary.right);
 }
 
-void SqlitePrinter::side(const Expression& expression, const Expression& other) {
-  if (expression.kind != Kind::Money || !isComposite(expression)) return compared(expression, other);
-  text_ += "round(";
-  value(expression);
-  text_ += ", 4)";
+/// Money comes without the dust of doubles.
+void SqlitePrinter::side(const Expression& expression, Kind wanted) {
+  if (expression.kind != Kind::Money || !isComposite(expression)) return converted(expression, wanted);
+  if (wanted == Kind::Text) text_ += "qk_text(";
+  call("qk_money(", expression);
+  if (wanted == Kind::Text) text_ += u')';
 }
 
 void SqlitePrinter::comparison(const Expression& left, BinaryOperator op, const Expression& right) {
-  side(left, right);
-  if (left.kind == Kind::Text && right.kind == Kind::Text) {
+  const Kind kind = comparedAs(left, right);
+  const auto isTextColumn = [](const Expression& expression) {
+    return expression.kind == Kind::Text && as<Column>(expression);
+  };
+  side(left, kind);
+  if (kind == Kind::Text) {
     const bool order = op != BinaryOperator::Equal && op != BinaryOperator::NotEqual;
-    if (order || hasForeignLetter(left) || hasForeignLetter(right)) {
+    const bool bothText = left.kind == Kind::Text && right.kind == Kind::Text;
+    if (bothText && (order || hasForeignLetter(left) || hasForeignLetter(right))) {
       text_ += " COLLATE german";
-    } else if (!as<Column>(left) && !as<Column>(right)) {
+    } else if (!isTextColumn(left) && !isTextColumn(right)) {
       text_ += " COLLATE NOCASE";  // columns bring it along
     }
   }
   text_ += symbolOf(op);
-  side(right, left);
+  side(right, kind);
 }
 
 void SqlitePrinter::like(const Binary& binary) {
@@ -153,16 +160,32 @@ void SqlitePrinter::like(const Binary& binary) {
   text_ += u')';
 }
 
-void SqlitePrinter::node(const Between& between) {
-  side(*between.value, *between.low);
-  if (between.value->kind == Kind::Text) text_ += " COLLATE german";
-  text_ += between.negated ? " NOT BETWEEN " : " BETWEEN ";
-  side(*between.low, *between.value);
-  text_ += " AND ";
-  side(*between.high, *between.value);
+void SqlitePrinter::rounded(const Expression& expression, Kind wanted) {
+  if (wanted == Kind::Money) {
+    text_ += "qk_stored_money(";
+    number(expression);
+    text_ += u')';
+    return;
+  }
+  const auto [least, greatest] = limitsOf(wanted);
+  text_ += "qk_whole(";
+  number(expression);
+  text_ += ", " + QString::number(qint64(least)) + ", " + QString::number(qint64(greatest)) + u')';
 }
 
-void SqlitePrinter::node(const In& in) {
+void SqlitePrinter::textOfIn(const Expression& value) {
+  operand(value, Kind::Text);
+  if (!as<Column>(value) || value.kind != Kind::Text) text_ += " COLLATE NOCASE";
+}
+
+void SqlitePrinter::selectOfTexts(const Select& select, Kind kind) {
+  if (kind == Kind::Text) return this->select(select);
+  text_ += "WITH qk_in(c1) AS (";
+  this->select(select);
+  text_ += kind == Kind::Date ? ") SELECT qk_text_date(c1) FROM qk_in" : ") SELECT qk_text(c1) FROM qk_in";
+}
+
+void SqlitePrinter::list(const In& in) {
   operand(*in.value);
   if (in.value->kind == Kind::Text) {
     const bool foreign = std::any_of(in.list.begin(), in.list.end(),
@@ -174,7 +197,6 @@ void SqlitePrinter::node(const In& in) {
     }
   }
   text_ += in.negated ? " NOT IN (" : " IN (";
-  if (in.select) select(*in.select);
   const bool longList = isLongList(in);
   for (std::size_t i = 0; i < in.list.size(); ++i) {
     if (i > 0) text_ += ", ";
@@ -192,14 +214,15 @@ void SqlitePrinter::aggregate(const Expression& whole, const Call& function) {
   const Expression& first = *function.arguments[0];
   const bool adds = function.function == "sum" || function.function == "avg";
   const bool money = whole.kind == Kind::Money && adds;
-  if (money) text_ += "round(";
+  if (money) text_ += "qk_money(";
   text_ += function.function + u'(';
-  if (adds && first.kind == Kind::Date) {
-    call("qk_serial(", first);
+  if (adds) {
+    number(first);
   } else {
     value(first);
+    if (first.kind == Kind::Text && !as<Column>(first)) text_ += " COLLATE NOCASE";
   }
-  text_ += money ? "), 4)" : ")";
+  text_ += money ? "))" : ")";
 }
 
 }  // namespace qk::dao::sql

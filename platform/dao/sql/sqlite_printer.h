@@ -18,17 +18,17 @@ class SqlitePrinter final : public Printer {
 
   void literal(const QVariant& value, Kind wanted) override;
   void truthAsValue(const Expression& expression) override;
-  void valueAsTruth(const Expression& expression) override { print(expression); }
-  const char* conversion(Kind from, Kind wanted) const override;
-  void number(const Expression& expression) override { operand(expression); }
+  void valueAsTruth(const Expression& expression) override { number(expression); }
+  void number(const Expression& expression) override;
   void quotient(const Binary& binary) override;
   void comparison(const Expression& left, BinaryOperator op, const Expression& right) override;
   void like(const Binary& binary) override;
-  void node(const Between& between) override;
-  void node(const In& in) override;
+  void rounded(const Expression& expression, Kind wanted) override;
+  void list(const In& in) override;
+  void textOfIn(const Expression& value) override;
+  void selectOfTexts(const Select& select, Kind kind) override;
   void aggregate(const Expression& whole, const Call& call) override;
-  /// Money without the dust of doubles.
-  void side(const Expression& expression, const Expression& other);
+  void side(const Expression& expression, Kind wanted);
 };
 
 }  // namespace qk::dao::sql

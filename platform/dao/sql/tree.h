@@ -20,7 +20,8 @@ struct Select;
 using ExpressionPtr = std::unique_ptr<Expression>;
 using SelectPtr = std::unique_ptr<Select>;
 
-enum class Kind { Unknown, Boolean, Number, Money, Date, Text };  ///< what a value is compared and printed as
+/// What a value is compared and printed as. The last three are only of columns that values are stored in.
+enum class Kind { Unknown, Boolean, Number, Money, Date, Text, Byte, Integer, Long };
 
 struct Literal {
   QVariant value;  ///< qlonglong, double, QString, QDateTime, bool; invalid for Null

@@ -10,16 +10,16 @@ const QStringList kTexts{"Txt", "NrText", "Notiz"};
 const QStringList kDates{"Am"};
 
 const QStringList kWritten[] = {
-    {"0", "1", "-1", "2", "3", "9.5", "0.1", "1.2345", "-0.5", "1e3", "2.5", "3.5", "1000000", "123456789.25", "True",
-     "False", "Null"},
-    {"'Müller'", "'MÜLLER'", "'strasse'", "'Straße'", "'äpfel'", "'arg'", "''", "'9'", "'10'", "'107'", "'9,5'",
-     "'9.5'", "'-1'", "'O''Neill'", "'a*b'", "'20.11.2026'", "'lg'", "Null"},
+    {"0", "1", "-1", "2", "3", "9.5", "0.1", "1.2345", "-0.5", "1e3", "2.5", "3.5", "1000000", "123456789.25",
+     "True", "False", "Null"},
+    {"'Müller'", "'MÜLLER'", "'strasse'", "'Straße'", "'äpfel'", "'arg'", "''", "'9'", "'10'", "'107'",
+     "'9,5'", "'9.5'", "'-1'", "'O''Neill'", "'a*b'", "'20.11.2026'", "'lg'", "Null"},
     {"#11/20/2026#", "#2026-11-18#", "#11/20/2026 23:59:59#", "#12/30/1899#", "#8/18/2026#", "Null"}};
-const QStringList kPatterns{"'*'",      "'m*'",       "'*ü*'",     "'?????r'", "'[a-m]*'", "'[!a-m]*'", "'*[äöü]*'",
-                            "'#*'",     "'##7'",      "'9,*'",     "'-*'",     "'20.11*'", "'*2026*'",  "'*:*'",
-                            "'[[]x]'",  "'*%*'",      "'*_*'",     "'\\'",     "''",       "'1##'",     "'*[*]*'",
-                            "'STRA?E'", "'*[0-9]*'",  "'[ß]*'",    "'stras*'", "'?'",      "'*ß*'",     "'[!#]*'",
-                            "'*,5'",    "'[a-z'",     "'*[a-]*'",  "'*e+*'",   "'0*'",     "' *'",      "'*[-0]*'"};
+const QStringList kPatterns{
+    "'*'",     "'m*'",  "'*ü*'",    "'?????r'", "'[a-m]*'",  "'[!a-m]*'", "'*[äöü]*'", "'#*'",    "'##7'",
+    "'9,*'",   "'-*'",  "'20.11*'", "'*2026*'", "'*:*'",     "'[[]x]'",   "'*%*'",     "'*_*'",   "'\\'",
+    "''",      "'1##'", "'*[*]*'",  "'STRA?E'", "'*[0-9]*'", "'[ß]*'",    "'stras*'",  "'?'",     "'*ß*'",
+    "'[!#]*'", "'*,5'", "'[a-z'",   "'*[a-]*'", "'*e+*'",    "'0*'",      "' *'",      "'*[-0]*'"};
 
 }  // namespace
 
@@ -27,7 +27,8 @@ std::vector<TableDef> randomQueryTables() {
   const auto table = [](const QString& name, const QString& columns) {
     return sql::test::sampleTable(name, columns);
   };
-  TableDef values = table("Werte", "ID* l, Txt t, NrText t, Notiz t, Zahl l, Kurz i, Wert d, Betrag m, Am c, Ja y");
+  TableDef values =
+      table("Werte", "ID* l, Txt t, NrText t, Notiz t, Zahl l, Kurz i, Wert d, Betrag m, Am c, Ja y");
   values.fields[3].type = FieldType::Memo;
   return {values, table("Orte", "ID* l, Name t, WerteID l, Preis m, Seit c, Offen y, Punkte d"),
           table("Lose", "OrteID l, Nr t, Gewinn m, Gezogen c")};
@@ -170,7 +171,8 @@ QString RandomQuery::condition(int depth) {
     case 4: {
       const Kind of = kind();
       const QString left = value(of, depth - 1), low = literal(of);
-      return left + (below(4) ? " BETWEEN " : " NOT BETWEEN ") + low + " AND " + literal(below(6) ? of : kind());
+      return left + (below(4) ? " BETWEEN " : " NOT BETWEEN ") + low + " AND " +
+             literal(below(6) ? of : kind());
     }
     case 5:
       return in(depth);
@@ -237,7 +239,9 @@ RandomQuery::Reading RandomQuery::plain() {
 
 RandomQuery::Reading RandomQuery::grouped() {
   qualifier_.clear();
-  if (below(3) == 0) return {"SELECT " + aggregate() + " AS A, " + aggregate() + " AS B FROM Werte WHERE " + condition(2), false};
+  if (below(3) == 0)
+    return {"SELECT " + aggregate() + " AS A, " + aggregate() + " AS B FROM Werte WHERE " + condition(2),
+            false};
   const QString by = value(kind(), below(2));
   QString text = "SELECT " + by + " AS G, " + aggregate() + " AS A, " + aggregate() + " AS B FROM Werte";
   if (below(2)) text += " WHERE " + condition(2);
@@ -253,23 +257,26 @@ RandomQuery::Reading RandomQuery::joined() {
   switch (below(4)) {
     case 0: {
       const QString text = "SELECT " + (below(4) ? QString() : QString("TOP %1 ").arg(1 + below(9))) + items +
-                           " FROM Werte" + oneOf(kJoins) + "Orte ON Werte.ID = Orte.WerteID WHERE " + condition(2);
+                           " FROM Werte" + oneOf(kJoins) + "Orte ON Werte.ID = Orte.WerteID WHERE " +
+                           condition(2);
       return {text + order({"Werte.ID", "Orte.ID"}), true};
     }
     case 1:
-      return {"SELECT Lose.*, Name, Txt FROM (Lose" + oneOf(kJoins) + "Orte ON Lose.OrteID = Orte.ID)" + oneOf(kJoins) +
-                  "Werte ON Orte.WerteID = Werte.ID WHERE " + condition(2),
+      return {"SELECT Lose.*, Name, Txt FROM (Lose" + oneOf(kJoins) + "Orte ON Lose.OrteID = Orte.ID)" +
+                  oneOf(kJoins) + "Werte ON Orte.WerteID = Werte.ID WHERE " + condition(2),
               false};
     case 2: {
       const QString join = oneOf(kJoins);
       return {"SELECT Werte.ID, Werte.Txt, B.Bez, B.Art FROM Werte" + join +
-                  "(SELECT Name AS Bez, WerteID, 0 AS Art FROM Orte UNION SELECT Nr AS Bez, OrteID, 1 AS Art FROM Lose) "
+                  "(SELECT Name AS Bez, WerteID, 0 AS Art FROM Orte UNION SELECT Nr AS Bez, OrteID, 1 AS Art "
+                  "FROM Lose) "
                   "AS B ON (Werte.ID = B.WerteID)" +
                   (below(2) ? " AND (Werte.Ja = B.Art)" : "") + " WHERE " + condition(2),
               false};
     }
     default:
-      return {"SELECT " + items + " FROM Werte, Orte WHERE Werte.ID = Orte.WerteID AND " + condition(2), false};
+      return {"SELECT " + items + " FROM Werte, Orte WHERE Werte.ID = Orte.WerteID AND " + condition(2),
+              false};
   }
 }
 
@@ -313,7 +320,8 @@ QString RandomQuery::action() {
       return "DELETE * FROM Werte WHERE ID > 9 AND " + condition(2);
     case 1: {
       qualifier_ = "Werte.";
-      return "DELETE Orte.* FROM Orte INNER JOIN Werte ON Orte.WerteID = Werte.ID WHERE Orte.ID > 9 AND " + condition(2);
+      return "DELETE Orte.* FROM Orte INNER JOIN Werte ON Orte.WerteID = Werte.ID WHERE Orte.ID > 9 AND " +
+             condition(2);
     }
     case 2: {
       const QString txt = text(1), amount = number(1), day = date(1);
@@ -321,9 +329,10 @@ QString RandomQuery::action() {
              number(1) + " FROM Werte WHERE ID < 4 AND " + condition(1);
     }
     case 3:
-      return "INSERT INTO Werte ( Txt, Zahl, Betrag, Am, Ja ) VALUES (" + literal(below(6) ? Kind::Text : kind()) + ", " +
-             literal(below(6) ? Kind::Number : kind()) + ", " + literal(Kind::Number) + ", " +
-             literal(below(6) ? Kind::Date : kind()) + ", " + oneOf({"True", "False", "-1", "0"}) + ")";
+      return "INSERT INTO Werte ( Txt, Zahl, Betrag, Am, Ja ) VALUES (" +
+             literal(below(6) ? Kind::Text : kind()) + ", " + literal(below(6) ? Kind::Number : kind()) +
+             ", " + literal(Kind::Number) + ", " + literal(below(6) ? Kind::Date : kind()) + ", " +
+             oneOf({"True", "False", "-1", "0"}) + ")";
     case 4: {
       qualifier_ = "Werte.";
       const QString name = text(1), price = number(1);

@@ -4,6 +4,7 @@
 
 #include "tests/platform/dao/random_query.h"
 #include "tests/platform/dao/twin_rows.h"
+#include "tests/support/error_of.h"
 
 using namespace qk::dao;
 using namespace qk::dao::test;
@@ -48,11 +49,106 @@ class TestSameAnswers : public QObject {
 
   void init() { run_ = failed_ = different_ = 0; }
   void cleanup() {
-    qInfo("%d statements, %d the same error, %d different", run_, failed_, different_);
+    if (run_ > 0) qInfo("%d statements, %d the same error, %d different", run_, failed_, different_);
     QCOMPARE(different_, 0);
   }
 
+  /// What the engines once did differently, or both wrongly: "text" on a table of one row brings "expected".
+  void meetings_data() {
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char* expression, const char* expected) {
+      QTest::newRow(expression) << QString(expression) << QString(expected);
+    };
+    row("Len(#11/20/2026#)", "10");
+    row("UCase(#11/20/2026#)", "20.11.2026");
+    row("Val(#11/20/2026#)", "20,11");
+    row("LCase(9.5)", "9,5");
+    row("UCase(IIf(False, 1, Null))", "NULL");
+    row("#11/20/2026# > 9.5", "-1");
+    row("9.5 IN (1, '9,5')", "-1");
+    row("#11/20/2026# IN (Null, 46346)", "-1");
+    row("IIf(False, 1, #11/20/2026#)", "46346");
+    row("IIf(False, Null, 'a')", "a");
+    row("Nz(Null, #11/20/2026#)", "2026-11-20T00:00:00.000");
+    row("2 / #11/20/2026#", "4,31536702196522E-05");
+    row("1 / 0", "NULL");
+    row("5 MOD 0", "NULL");
+    row("'9.5' * 2", "19");
+    row("'x' + 1", "1");
+    row("1 + Null", "NULL");
+    row("(1 + Null) & 'a'", "a");
+    row("(1 + Null) = (Name & '')", "NULL");
+    row("#11/20/2026# - #11/18/2026#", "2");
+    row("'b' BETWEEN 'A' AND 'C'", "-1");
+    row("3 BETWEEN '1' AND 10", "-1");
+  }
+  void meetings() {
+    QFETCH(QString, expression);
+    QFETCH(QString, expected);
+    const QString text = "SELECT TOP 1 " + expression + " AS A FROM Orte ORDER BY ID";
+    QCOMPARE(read(twins_->file(), text).rows, QStringList{expected});
+    QCOMPARE(read(twins_->server(), text).rows, QStringList{expected});
+  }
+
+  void truthsAreTakenOfDays() {
+    // The plain 0 date is no.
+    const QString text = "SELECT Count(*) FROM Werte WHERE Am AND Am = #12/30/1899#";
+    QCOMPARE(read(twins_->file(), text).rows, QStringList{"0"});
+    QCOMPARE(read(twins_->server(), text).rows, QStringList{"0"});
+  }
+
+  void storedValuesAreRounded_data() {
+    QTest::addColumn<QString>("assignment");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char* assignment, const char* expected) {
+      QTest::newRow(assignment) << QString(assignment) << QString(expected);
+    };
+    row("Zahl = 2.5", "2");
+    row("Zahl = ID + 2.5", "4");
+    row("Kurz = -0.5", "0");
+    row("Betrag = ID * 1.00005", "1");
+    row("Betrag = ID / 3", "0,3333");
+    row("Ja = ID + 4", "-1");
+    row("Ja = 2", "-1");
+    row("Zahl = #11/20/2026#", "46346");
+    row("Wert = Am - Am", "0");
+    row("Zahl = '7'", "7");
+    row("Kurz = ID + 100000", "error 6");
+    row("Kurz = 100000", "error 6");
+    row("Betrag = ID * 1e15", "error 6");
+  }
+  void storedValuesAreRounded() {
+    QFETCH(QString, assignment);
+    QFETCH(QString, expected);
+    const QString column = assignment.section(' ', 0, 0);
+    for (Database* database : {&twins_->file(), &twins_->server()}) {
+      database->execute("UPDATE Werte SET Am = #11/20/2026# WHERE ID = 1");
+      const int error =
+          qk::test::errorOf([&] { database->execute("UPDATE Werte SET " + assignment + " WHERE ID = 1"); });
+      const QStringList rows = read(*database, "SELECT " + column + " FROM Werte WHERE ID = 1").rows;
+      QCOMPARE(error ? QString("error %1").arg(error) : rows.value(0), expected);
+    }
+  }
+
+  void aTableWithoutAKeyStandsBehindARightJoin() {
+    const QString text =
+        "SELECT Lose.*, Name FROM (Lose INNER JOIN Orte ON Lose.OrteID = Orte.ID) RIGHT JOIN Werte ON "
+        "Orte.WerteID = Werte.ID";
+    QCOMPARE(twins_->compareRows(text, Order::Open), QString());
+    QVERIFY(!twins_->lastFailed());
+  }
+
+  void sortingAndGroupingByNothing() {
+    for (const char* text : {"SELECT * FROM Werte ORDER BY Null, ID DESC",
+                             "SELECT Null AS G, Count(*) AS A FROM Werte GROUP BY Null"}) {
+      QCOMPARE(twins_->compareRows(text, Order::Open), QString());
+      QVERIFY(!twins_->lastFailed());
+    }
+  }
+
   void readings() {
+    refill();  // the rows above were changed
     for (quint32 seed = first_; seed < first_ + count_; ++seed) {
       const RandomQuery::Reading reading = RandomQuery(seed).reading();
       heed(seed, twins_->compareRows(reading.text, reading.ordered ? Order::Defined : Order::Open));
@@ -70,8 +166,9 @@ class TestSameAnswers : public QObject {
     for (quint32 seed = first_; seed < first_ + count_ / 4; ++seed) {
       QString difference = twins_->compareAction(RandomQuery(seed).action());
       const bool failed = twins_->lastFailed();
-      for (const QString& table : {"Werte", "Orte", "Lose"})
-        if (const QString rows = twins_->compareRows(table, Order::Defined); difference.isEmpty() && !rows.isEmpty())
+      for (const char* table : {"Werte", "Orte", "Lose"})
+        if (const QString rows = twins_->compareRows(table, Order::Defined);
+            difference.isEmpty() && !rows.isEmpty())
           difference = RandomQuery(seed).action() + "\n  leaves " + rows;
       heed(seed, difference);
       failed_ += failed;

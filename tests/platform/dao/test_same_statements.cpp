@@ -67,7 +67,8 @@ class TestSameStatements : public QObject {
 
   /// What the language means, beyond what the program asks for.
   void meaningIsTheSame_data() {
-    rows({"select ID from Schützen order by Name, ID",
+    rows(
+        {"select ID from Schützen order by Name, ID",
          "select * from Schützen where Name = 'müller'",
          "select ucase(Name) as Name from Verein union select ucase(Name) from Schützen order by Name",
          "select distinct Name from Verein order by Name desc",
@@ -140,7 +141,8 @@ class TestSameStatements : public QObject {
     QVERIFY(match.hasMatch());
     static const TwinStores::Pair fromFile = twins_->emptyPair(), fromServer = twins_->emptyPair();
     QStringList brought;
-    for (const auto& [source, paths] : {std::pair(&twins_->file(), fromFile), {&twins_->server(), fromServer}})
+    for (const auto& [source, paths] :
+         {std::pair(&twins_->file(), fromFile), {&twins_->server(), fromServer}})
       for (const QString& path : {paths.file, paths.server}) {
         const auto other = Database::open(path);
         if (other->hasTable(match.captured(1))) other->dropTable(match.captured(1));

@@ -1,5 +1,5 @@
-// Rows that make engines differ: German letters in both cases, Null and empty texts, numbers as texts, money to
-// four decimals, plain 0 dates, times.
+// Rows that make engines differ: German letters in both cases, Null and empty texts, numbers as texts, money
+// to four decimals, plain 0 dates, times.
 #pragma once
 
 #include "tests/platform/dao/twin_stores.h"

@@ -114,8 +114,10 @@ QString TwinStores::compared(const QString& text, const Outcome& file, const Out
 QString TwinStores::compareRows(const QString& select, Order order) {
   Outcome file = read(*file_, select), server = read(*server_, select);
   if (order == Order::Open) {
-    file.rows.sort();
-    server.rows.sort();
+    for (Outcome* outcome : {&file, &server}) {
+      for (QString& row : outcome->rows) row = row.toLower();
+      outcome->rows.sort();
+    }
   }
   return compared(select, file, server);
 }

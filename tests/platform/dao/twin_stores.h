@@ -28,7 +28,8 @@ struct Outcome {
   QString text() const;
 };
 
-/// How the rows of two stores are compared.
+/// How the rows of two stores are compared. Where the order is open, so is the spelling: of texts that are
+/// equal one stands for all of a group.
 enum class Order { Defined, Open };
 
 class TwinStores {

@@ -11,8 +11,8 @@ struct sqlite3;
 
 namespace qk::dao::sql::test {
 
-/// A table: "ID* l, Name t, Betrag m", "*" marking primary key columns; a lone whole number among them counts itself.
-/// y yes/no, i integer, l long, m money, d double, c date, t text, b binary
+/// A table: "ID* l, Name t, Betrag m", "*" marking primary key columns; a lone whole number among them counts
+/// itself. y yes/no, i integer, l long, m money, d double, c date, t text, b binary
 TableDef sampleTable(const QString& name, const QString& columns);
 
 class SampleStore : public Catalog {

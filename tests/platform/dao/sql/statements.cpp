@@ -8,8 +8,8 @@ std::vector<TableDef> competitionTables() {
     tables.push_back(sampleTable(name, columns));
   };
   table("Schützen",
-               "ID* l, Startnummer t, Name t, VereinsID l, KlassenID l, lMannID l, Strasse t, PLZ t, Ort t, "
-               "Gebdat c");
+        "ID* l, Startnummer t, Name t, VereinsID l, KlassenID l, lMannID l, Strasse t, PLZ t, Ort t, "
+        "Gebdat c");
   table("Verein", "ID* l, Name t, Kurzname t");
   table("Mannschaften", "ID* l, MannName t, VereinID l, GruppenID l");
   table("MannschaftsGruppen", "MannGrpID* l, Bezeichnung t");
@@ -29,23 +29,22 @@ std::vector<TableDef> competitionTables() {
   table("Schuss", results);
   table("SchussSerien", results);
   table("Haering_Daten",
-               "WettbewerbBezeichnung t, Liniennummer i, Schütze t, RingwertmitZehntel d, ZeitAbsolut t, "
-               "Datum t, Startnummer t, Key t, ID* l, Verbucht y, Verworfen y, BuchungsZeitpunkt c");
+        "WettbewerbBezeichnung t, Liniennummer i, Schütze t, RingwertmitZehntel d, ZeitAbsolut t, "
+        "Datum t, Startnummer t, Key t, ID* l, Verbucht y, Verworfen y, BuchungsZeitpunkt c");
   table("Haering_Gruppen", "ID* l, GruppenName t");
   table("Haering_Gruppen_Disziplinen", "ID* l, GruppenID l, GruppenName t, DisziplinName t");
   table("Kasse_Eingang",
-               "ID* l, Startnummer t, KasseID l, Betrag m, Offen y, MannID l, VereinID l, VereinIDBasis l, "
-               "MannIDBasis l, DatumEingang c");
+        "ID* l, Startnummer t, KasseID l, Betrag m, Offen y, MannID l, VereinID l, VereinIDBasis l, "
+        "MannIDBasis l, DatumEingang c");
   table("Kasse_Verwaltung", "ID* l, Platz l, Bezeichnung t, Betrag m, Verein y, ArtikelNr t");
   table("Kasse_DisziKombi", "ID* l, EinlageID l, DisziKombiID l, DisziKZ i, Anzahl l");
   table("Kasse_Schuetzenklassen", "ID* l, KasseEinlageID l, SchuetzenKlasseID l");
-  table(
-      "ScheibenNummern",
-      "ID* l, Bezeichnung t, Scheibentyp t, AktuelleNummer l, DisziKombi l, VorgabeID l, Anzeigen i, "
-      "PCAnzeige t, Sortierung l");
+  table("ScheibenNummern",
+        "ID* l, Bezeichnung t, Scheibentyp t, AktuelleNummer l, DisziKombi l, VorgabeID l, Anzeigen i, "
+        "PCAnzeige t, Sortierung l");
   table("Schuetzen_ScheibenNummern",
-               "ID* l, Startnummer t, Scheibennummer l, Kaufdatum c, Speicherdatum c, StapelID l, "
-               "DisziKombiID l, DisziKombiWahl l");
+        "ID* l, Startnummer t, Scheibennummer l, Kaufdatum c, Speicherdatum c, StapelID l, "
+        "DisziKombiID l, DisziKombiWahl l");
   table("AuswertProfil", "ID* l, Name t, Teiler y, nShowKurzAuswertung i, Typ i");
   table("AwProfilDiszi", "AwProfilID l, DisziID l");
   table("Auswert_Waffen", "AuswertID l, WaffenID l");
@@ -57,9 +56,10 @@ std::vector<TableDef> competitionTables() {
 }
 
 StoredQuery shooterList() {
-  return {"Schützenliste",
-          "SELECT Schützen.ID, Startnummer, Schützen.Name AS [Schützen.Name], Verein.Name AS [Verein.Name] FROM "
-          "Schützen LEFT JOIN Verein ON Schützen.VereinsID = Verein.ID"};
+  return {
+      "Schützenliste",
+      "SELECT Schützen.ID, Startnummer, Schützen.Name AS [Schützen.Name], Verein.Name AS [Verein.Name] FROM "
+      "Schützen LEFT JOIN Verein ON Schützen.VereinsID = Verein.ID"};
 }
 
 std::unique_ptr<SampleStore> competitionStore() {
@@ -245,7 +245,8 @@ QStringList readingStatements() {
       " SELECT Max(DateValue([Datum])) AS LetzerSchießtag FROM SchussSerien WHERE DisziId=4",
       "Select * from Auswert_Klassen where AuswertID = 1",
       "Select * from DisziplinWaffen where WaffenID = 2",
-      "SELECT Schuss.* FROM (Schuss INNER JOIN AwProfilDiszi ON Schuss.DisziID = AwProfilDiszi.DisziID) INNER "
+      "SELECT Schuss.* FROM (Schuss INNER JOIN AwProfilDiszi ON Schuss.DisziID = AwProfilDiszi.DisziID) "
+      "INNER "
       "JOIN AuswertProfil ON AwProfilDiszi.AwProfilID = AuswertProfil.ID WHERE AuswertProfil.ID = 1 AND "
       "Schuss.Startnummer = '107' ORDER BY Schuss.Ergebnis;",
   };

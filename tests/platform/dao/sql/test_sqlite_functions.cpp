@@ -156,7 +156,14 @@ class TestSqliteFunctions : public QObject {
     row("qk_val(9.5)", "9.0");
     row("qk_val(NULL)", "NULL");
     row("qk_text(9.75)", "9,75");
-    row("qk_text(NULL)", "");
+    row("qk_text(NULL)", "NULL");
+    row("qk_number(' 1e3x')", "1000.0");
+    row("qk_number('x')", "0.0");
+    row("qk_whole(2.5, 0, 255)", "2");
+    row("qk_whole(NULL, 0, 255)", "NULL");
+    row("qk_money(3.08625)", "3.0862");
+    row("qk_money(1e18)", "1.0e+18");
+    row("qk_stored_money(NULL)", "NULL");
     row("qk_text_date('2026-11-20 00:00:00')", "20.11.2026");
     row("qk_text_date('unbekannt')", "unbekannt");
     row("qk_datevalue('20.11.2026 10:41:07')", "2026-11-20 00:00:00");
