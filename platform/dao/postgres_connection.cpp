@@ -1,12 +1,12 @@
 #include "platform/dao/postgres_connection.h"
 
 #include <libpq-fe.h>
-#include <poll.h>
 
 #include <QThread>
 #include <array>
 
 #include "platform/dao/postgres_errors.h"
+#include "platform/dao/socket_ready.h"
 
 namespace qk::dao {
 namespace {
@@ -130,6 +130,8 @@ bool PostgresConnection::tryConnect(QString& message) {
                         "password",
                         "connect_timeout",
                         "keepalives_idle",
+                        "keepalives_interval",
+                        "keepalives_count",
                         "tcp_user_timeout",
                         "client_encoding",
                         "options",
@@ -141,6 +143,8 @@ bool PostgresConnection::tryConnect(QString& message) {
                           password_ ? password.constData() : nullptr,
                           "5",
                           "10",
+                          "2",
+                          "3",
                           "10000",
                           "UTF8",
                           settings.constData(),
@@ -193,8 +197,8 @@ void PostgresConnection::throwLost() {
 /// A connection that the server has ended says so before anything is sent.
 void PostgresConnection::ensureAlive() {
   if (connection_) {
-    pollfd waiting{PQsocket(connection_.get()), POLLIN, 0};
-    while (poll(&waiting, 1, 0) > 0 && PQconsumeInput(connection_.get())) PQisBusy(connection_.get());
+    const int socket = PQsocket(connection_.get());
+    while (isReadable(socket, 0) && PQconsumeInput(connection_.get())) PQisBusy(connection_.get());
     if (PQstatus(connection_.get()) == CONNECTION_OK && !ended_) return;
   }
   if (inTransaction_) throwLost();
@@ -253,13 +257,12 @@ void PostgresConnection::cancelStatement() {
 void PostgresConnection::waitForAnswer() {
   bool told = false;
   while (PQisBusy(connection_.get())) {
-    pollfd waiting{PQsocket(connection_.get()), POLLIN, 0};
-    const int ready = poll(&waiting, 1, cancelled_ && !told ? kCancelSlice : -1);
+    const bool ready = isReadable(PQsocket(connection_.get()), cancelled_ && !told ? kCancelSlice : -1);
     if (cancelled_ && !told && cancelled_()) {
       cancelStatement();
       told = true;
     }
-    if (ready > 0 && !PQconsumeInput(connection_.get())) throwLost();
+    if (ready && !PQconsumeInput(connection_.get())) throwLost();
   }
 }
 

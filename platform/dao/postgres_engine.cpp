@@ -1,6 +1,7 @@
 #include "platform/dao/postgres_engine.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "platform/dao/postgres_errors.h"
 #include "platform/dao/postgres_schema.h"
@@ -14,6 +15,19 @@ namespace {
 
 /// Guards the furnishing of one database against another program that does the same.
 constexpr auto kFurnishLock = "SELECT pg_advisory_xact_lock(7113)";
+
+/// Where the row's auto number stands among its values; -1 when the server gives it one.
+qsizetype numberColumn(const TableInfo& table, const NewRow& row) {
+  if (table.autoNumber < 0) return -1;
+  return row.columns.indexOf(table.def.fields[static_cast<size_t>(table.autoNumber)].name);
+}
+
+/// The condition that finds a row by all its values.
+QString thisRow(const NewRow& row) {
+  QStringList conditions;
+  for (const QString& column : row.columns) conditions.append(quotedName(column) + " IS NOT DISTINCT FROM ?");
+  return " WHERE " + conditions.join(" AND ");
+}
 
 }  // namespace
 
@@ -105,12 +119,20 @@ int PostgresEngine::write(const QString& text, const QVariantList& values) {
 }
 
 qint64 PostgresEngine::insert(const TableInfo& table, const NewRow& row, const QVariantList& values) {
-  if (unanswered_ && depth_ == 0) {
-    const bool sameRow = unanswered_->text == row.text && unanswered_->values == values;
-    const bool stored = sameRow && isStored(table, row, values);
-    unanswered_.reset();
-    if (stored) return 0;  // the key is among the values
+  try {
+    if (depth_ == 0 && wasStored(table, row, values)) return 0;  // the key is among the values
+    return insertNow(table, row, values);
+  } catch (const Error& error) {
+    if (error.number() == postgres::kConnectionLost && depth_ == 0) {
+      unanswered_.push_back({row.text, values});
+      if (const qsizetype at = numberColumn(table, row); at >= 0)
+        numbers_.doubt(table, values[at].toLongLong());
+    }
+    throw;
   }
+}
+
+qint64 PostgresEngine::insertNow(const TableInfo& table, const NewRow& row, const QVariantList& values) {
   QString text = row.text;
   const bool numbered = table.key.integer;
   if (numbered) text += " RETURNING " + quotedName(table.key.names.first());
@@ -123,28 +145,52 @@ qint64 PostgresEngine::insert(const TableInfo& table, const NewRow& row, const Q
     if (next) numbers_.keep(table, returned.last().toString());
     return true;
   };
-  try {
-    connection_->write(text, values, numbered ? PostgresConnection::Take(take) : PostgresConnection::Take());
-  } catch (const Error& error) {
-    if (error.number() == postgres::kConnectionLost && depth_ == 0) unanswered_ = {row.text, values};
-    throw;
-  }
+  connection_->write(text, values, numbered ? PostgresConnection::Take(take) : PostgresConnection::Take());
   if (depth_ == 0) ++commits_;
   return assigned;
+}
+
+/// Whether this is a row that got no answer, and it is there. A row that was given up and comes again bears
+/// another number: what is there takes that over.
+bool PostgresEngine::wasStored(const TableInfo& table, const NewRow& row, const QVariantList& values) {
+  const qsizetype number = numberColumn(table, row);
+  const auto isThisRow = [&](const Unanswered& other) {
+    QVariantList numbered = other.values;
+    if (number >= 0 && number < numbered.size()) numbered[number] = values[number];
+    return other.text == row.text && numbered == values;
+  };
+  const auto first = std::partition(unanswered_.begin(), unanswered_.end(), std::not_fn(isThisRow));
+  if (first == unanswered_.end()) return false;
+  auto found =
+      std::find_if(first, unanswered_.end(), [&](const Unanswered& other) { return other.values == values; });
+  bool stored = isStored(table, row, values);
+  for (auto other = first; !stored && other != unanswered_.end(); ++other)
+    if (other->values != values && renumber(table, row, other->values, values[number])) {
+      stored = true;
+      found = other;
+    }
+  if (!stored)
+    unanswered_.erase(first, unanswered_.end());
+  else if (found != unanswered_.end())
+    unanswered_.erase(found);
+  return stored;
 }
 
 /// A key that was reserved is nobody else's; together with all other values it is this row.
 bool PostgresEngine::isStored(const TableInfo& table, const NewRow& row, const QVariantList& values) {
   const bool keyKnown = std::all_of(table.key.names.begin(), table.key.names.end(),
                                     [&](const QString& name) { return row.columns.contains(name); });
-  if (!keyKnown) return false;
-  QStringList conditions;
-  for (const QString& column : row.columns) conditions.append(quotedName(column) + " IS NOT DISTINCT FROM ?");
-  return connection_
-             ->value(
-                 "SELECT count(*) FROM " + quotedName(table.def.name) + " WHERE " + conditions.join(" AND "),
-                 values)
-             .toLongLong() > 0;
+  return keyKnown &&
+         connection_->value("SELECT count(*) FROM " + quotedName(table.def.name) + thisRow(row), values)
+                 .toLongLong() > 0;
+}
+
+bool PostgresEngine::renumber(const TableInfo& table, const NewRow& row, const QVariantList& stored,
+                              const QVariant& number) {
+  return connection_->write("UPDATE " + quotedName(table.def.name) + " SET " +
+                                quotedName(table.def.fields[static_cast<size_t>(table.autoNumber)].name) +
+                                " = ?" + thisRow(row),
+                            QVariantList{number} + stored) > 0;
 }
 
 void PostgresEngine::transaction(const std::function<void()>& body) {
@@ -181,8 +227,9 @@ void PostgresEngine::reserveNumbers(const TableInfo& table) {
   if (table.autoNumber >= 0 && !numbers_.has(table)) reserveBlock(table);
 }
 
+/// Numbers that get lost on the way are a gap, so it may be asked again.
 void PostgresEngine::reserveBlock(const TableInfo& table) {
-  connection_->write("SELECT " + PostgresNumbers::reservation(table), {}, [&](const QVariantList& row) {
+  connection_->read("SELECT " + PostgresNumbers::reservation(table), {}, [&](const QVariantList& row) {
     numbers_.keep(table, row.first().toString());
     return true;
   });

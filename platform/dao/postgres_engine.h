@@ -8,7 +8,7 @@
 // itself.
 #pragma once
 
-#include <optional>
+#include <vector>
 
 #include "platform/dao/engine.h"
 #include "platform/dao/postgres_catalogue.h"
@@ -60,7 +60,11 @@ class PostgresEngine final : public Engine {
   void comment(const QString& object, const QString& text);
   void createIndex(const TableDef& table, const IndexDef& index);
   void reserveBlock(const TableInfo& table);
+  qint64 insertNow(const TableInfo& table, const NewRow& row, const QVariantList& values);
+  bool wasStored(const TableInfo& table, const NewRow& row, const QVariantList& values);
   bool isStored(const TableInfo& table, const NewRow& row, const QVariantList& values);
+  bool renumber(const TableInfo& table, const NewRow& row, const QVariantList& stored,
+                const QVariant& number);
 
   QString path_;
   OpenOptions options_;
@@ -70,12 +74,12 @@ class PostgresEngine final : public Engine {
   PostgresNumbers numbers_;
   int depth_ = 0;  // of nested transactions
   qint64 commits_ = 0;
-  /// A row whose storing nobody has confirmed.
+  /// Rows whose storing nobody has confirmed.
   struct Unanswered {
     QString text;
     QVariantList values;
   };
-  std::optional<Unanswered> unanswered_;
+  std::vector<Unanswered> unanswered_;
 };
 
 }  // namespace qk::dao

@@ -18,7 +18,7 @@ std::optional<qint64> PostgresNumbers::take(const TableInfo& table) {
 }
 
 void PostgresNumbers::giveBack(const TableInfo& table, qint64 number) {
-  blocks_[table.def.name].push_front(number);
+  if (!doubtful_.value(table.def.name).contains(number)) blocks_[table.def.name].push_front(number);
 }
 
 bool PostgresNumbers::isUsedUp(const TableInfo& table) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <deque>
 #include <optional>
 
@@ -13,7 +14,9 @@ namespace qk::dao {
 class PostgresNumbers {
  public:
   std::optional<qint64> take(const TableInfo& table);
+  /// Nothing comes back of a number that a row may bear after all.
   void giveBack(const TableInfo& table, qint64 number);
+  void doubt(const TableInfo& table, qint64 number) { doubtful_[table.def.name].insert(number); }
   /// A block was in use and is used up.
   bool isUsedUp(const TableInfo& table) const;
   bool has(const TableInfo& table) const;
@@ -24,6 +27,7 @@ class PostgresNumbers {
 
  private:
   QHash<QString, std::deque<qint64>> blocks_;
+  QHash<QString, QSet<qint64>> doubtful_;
 };
 
 }  // namespace qk::dao

@@ -7,6 +7,12 @@
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
+namespace {
+
+/// Whether the statement went through is open.
+constexpr int kConnectionLost = 3043;
+
+}  // namespace
 
 RowWriter::RowWriter(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan)
     : engine_(std::move(engine)), plan_(std::move(plan)) {}
@@ -166,7 +172,13 @@ void RowWriter::remove(const Key& key) {
   const PlanSource& source = plan_->target();
   const QString text =
       "DELETE FROM " + engine_->writer().identifier(source.table->def.name) + keyCondition(*source.table);
-  if (engine_->write(text, keyOf(source, key)) == 0) throw Error(3167);
+  try {
+    if (engine_->write(text, keyOf(source, key)) == 0 && unansweredRemoval_ != key) throw Error(3167);
+    unansweredRemoval_.reset();
+  } catch (const Error& error) {
+    if (error.number() == kConnectionLost) unansweredRemoval_ = key;
+    throw;
+  }
 }
 
 }  // namespace qk::dao

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/dao/select_plan.h"
@@ -36,7 +37,7 @@ class RowWriter {
   /// Each changed column goes to its base table, all or none; 3167 when a row is gone. The key as it is
   /// afterwards.
   Key update(const Key& key, const EditBuffer& buffer);
-  /// Deletes the row of the many side; 3167 when it's gone.
+  /// Deletes the row of the many side; 3167 when it's gone, but for a deletion that got no answer before.
   void remove(const Key& key);
 
  private:
@@ -48,6 +49,7 @@ class RowWriter {
 
   std::shared_ptr<Engine> engine_;
   std::shared_ptr<const SelectPlan> plan_;
+  std::optional<Key> unansweredRemoval_;
 };
 
 }  // namespace qk::dao

@@ -1,11 +1,13 @@
 #include "platform/dao/server_address.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QList>
 #include <QStringConverter>
 #include <algorithm>
-#include <optional>
 
 #include "platform/runtime/error.h"
+#include "platform/runtime/files.h"
 
 namespace qk::dao {
 namespace {
@@ -27,6 +29,12 @@ std::optional<QString> plainText(const QByteArray& content) {
   });
   if (decoder.hasError() || hasControls) return {};
   return text;
+}
+
+QByteArray beginningOf(const QString& path) {
+  QFile file(Files().resolve(path));
+  if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return {};
+  return file.read(kLargestAddressFile);
 }
 
 struct Line {
@@ -93,6 +101,16 @@ ServerAddress parseServerAddress(const QByteArray& content) {
   for (const char* key : {"host", "datenbank", "benutzer"})
     if (!seen.contains(QLatin1String(key))) refuse(QString("'%1' fehlt.").arg(QLatin1String(key)));
   return address;
+}
+
+bool isServerFile(const QString& path) {
+  return isServerAddress(beginningOf(path));
+}
+
+std::optional<ServerAddress> serverAddressIn(const QString& path) {
+  const QByteArray content = beginningOf(path);
+  if (!isServerAddress(content)) return {};
+  return parseServerAddress(content);
 }
 
 QByteArray serverAddressText(const ServerAddress& address) {

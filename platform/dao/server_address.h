@@ -15,6 +15,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <optional>
 
 namespace qk::dao {
 
@@ -35,6 +36,10 @@ inline constexpr qint64 kLargestAddressFile = 4096;
 bool isServerAddress(const QByteArray& content);
 /// Error 3343 that tells the line or the entry where the text is no usable address.
 ServerAddress parseServerAddress(const QByteArray& content);
+/// Whether the file at the path is one of these, be it right or not.
+bool isServerFile(const QString& path);
+/// The server that the file names; nothing where it is no such file.
+std::optional<ServerAddress> serverAddressIn(const QString& path);
 /// A text that parseServerAddress() reads as this address.
 QByteArray serverAddressText(const ServerAddress& address);
 

@@ -1,0 +1,241 @@
+// Connections that break between a request and its answer: nothing is stored twice, nothing gets lost, and
+// what is certain to have changed nothing is done again without a word.
+#include <QtTest>
+#include <utility>
+
+#include "platform/dao/postgres_engine.h"
+#include "tests/platform/dao/store_factory.h"
+#include "tests/support/cutting_proxy.h"
+#include "tests/support/postgres_server.h"
+
+using namespace qk;
+using namespace qk::dao;
+using qk::test::CuttingProxy;
+using qk::test::ServerDatabase;
+using Cut = qk::test::CuttingProxy::Cut;
+
+class TestLostAnswers : public QObject {
+  Q_OBJECT
+
+  QTemporaryDir folder_;
+  std::unique_ptr<ServerDatabase> server_;
+  std::unique_ptr<CuttingProxy> proxy_;
+  std::unique_ptr<Database> database_;
+
+  std::unique_ptr<Recordset> articlesOf(const QString& condition = {}) const {
+    return database_->openRecordset("Select * from Artikel" + condition);
+  }
+  QStringList stored() const {
+    return server_->native("SELECT \"ID\", \"Name\" FROM dao.\"Artikel\" ORDER BY \"ID\"");
+  }
+  /// Begins a new row; its number.
+  static int begin(Recordset& rows, const QString& name) {
+    rows.addNew();
+    rows.setValue("Name", name);
+    rows.setValue("Preis", "1,2345");
+    rows.setValue("Am", "20.11.2026 10:41:07");
+    return rows.value("ID").toInt();
+  }
+  static QString row(int id, const QString& name) { return QString::number(id) + "|" + name; }
+  /// Stores the row, which fails as its connection breaks.
+  void loseUpdate(Recordset& rows, const QByteArray& words, Cut cut) {
+    const int before = proxy_->cuts();
+    proxy_->cutNext(words, cut);
+    QCOMPARE(errorOf([&] { rows.update(); }), 3043);
+    QCOMPARE(proxy_->cuts(), before + 1);
+  }
+
+ private Q_SLOTS:
+  void init() {
+    server_ = std::make_unique<ServerDatabase>();
+    proxy_ = std::make_unique<CuttingProxy>(server_->address().host);
+    ServerAddress address = server_->address();
+    address.host = proxy_->folder();
+    const QString path = folder_.filePath(address.database + ".qkk");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(serverAddressText(address));
+    file.close();
+    database_ = Database::create(path);
+    database_->createTable(articles());
+  }
+  void cleanup() {
+    database_.reset();
+    proxy_.reset();
+    server_.reset();
+  }
+
+  void aRepeatedUpdateStoresTheRowOnce_data() {
+    QTest::addColumn<Cut>("cut");
+    QTest::addColumn<int>("storedBefore");
+    QTest::newRow("request lost") << Cut::Request << 0;
+    QTest::newRow("answer lost") << Cut::Answer << 1;
+  }
+  void aRepeatedUpdateStoresTheRowOnce() {
+    QFETCH(Cut, cut);
+    QFETCH(int, storedBefore);
+    const auto rows = articlesOf();
+    const int id = begin(*rows, "Schuß");
+    loseUpdate(*rows, "INSERT INTO", cut);
+    QCOMPARE(stored().size(), storedBefore);
+    rows->update();
+    QCOMPARE(stored(), QStringList{row(id, "Schuß")});
+    const int next = begin(*rows, "Schuß");
+    rows->update();
+    QCOMPARE(stored(), QStringList({row(id, "Schuß"), row(next, "Schuß")}));
+  }
+
+  /// With statements that are prepared meanwhile, and beyond the first block of numbers.
+  void everyRowOfManyIsStoredOnce() {
+    const auto rows = articlesOf();
+    QStringList expected;
+    for (int i = 0; i < 80; ++i) {
+      const int id = begin(*rows, "Nr. " + QString::number(i));
+      const QByteArray name = rows->value("Name").toString().toUtf8();
+      if (i % 4 == 3) loseUpdate(*rows, name, i % 8 == 3 ? Cut::Answer : Cut::Request);
+      rows->update();
+      expected.append(row(id, name));
+    }
+    QCOMPARE(stored(), expected);
+  }
+
+  /// A station keeps its shot until it is stored: an aborted one comes again as a new row.
+  void aRowThatWasGivenUpIsTakenUpByTheSameRow() {
+    int id = 0;
+    for (const Cut cut : {Cut::Answer, Cut::Request}) {
+      const auto given = articlesOf();
+      begin(*given, "Schuß");
+      loseUpdate(*given, "INSERT INTO", cut);
+      given->cancelUpdate();
+      const auto again = articlesOf();
+      id = begin(*again, "Schuß");
+      again->update();
+      QCOMPARE(stored(), QStringList{row(id, "Schuß")});
+      database_->execute("Delete * from Artikel");
+    }
+  }
+
+  void aRowThatWasGivenUpStandsInNobodysWay() {
+    const auto rows = articlesOf();
+    const int lost = begin(*rows, "aufgegeben");
+    loseUpdate(*rows, "INSERT INTO", Cut::Answer);
+    rows->cancelUpdate();
+    const int other = begin(*rows, "andere");
+    rows->update();
+    QCOMPARE(stored(), QStringList({row(lost, "aufgegeben"), row(other, "andere")}));
+  }
+
+  void twoLostRowsAreBothKept() {
+    const auto one = articlesOf(), two = articlesOf();
+    const int first = begin(*one, "a"), second = begin(*two, "b");
+    loseUpdate(*one, "INSERT INTO", Cut::Answer);
+    loseUpdate(*two, "INSERT INTO", Cut::Answer);
+    one->update();
+    two->update();
+    QCOMPARE(stored(), QStringList({row(first, "a"), row(second, "b")}));
+  }
+
+  void aLostReservationCostsOnlyNumbers_data() { aRepeatedUpdateStoresTheRowOnce_data(); }
+  void aLostReservationCostsOnlyNumbers() {
+    QFETCH(Cut, cut);
+    const auto rows = articlesOf();
+    proxy_->cutNext("qk_reserve", cut);
+    const int id = begin(*rows, "a");
+    QCOMPARE(proxy_->cuts(), 1);
+    rows->update();
+    QCOMPARE(stored(), QStringList{row(id, "a")});
+  }
+
+  void aChangeCanBeRepeated() {
+    const auto rows = articlesOf();
+    const int id = begin(*rows, "alt");
+    rows->update();
+    for (const Cut cut : {Cut::Answer, Cut::Request}) {
+      const auto changed = articlesOf();
+      changed->edit();
+      changed->setValue("Name", "neu");
+      loseUpdate(*changed, "UPDATE", cut);
+      changed->update();
+      QCOMPARE(stored(), QStringList{row(id, "neu")});
+      QCOMPARE(changed->value("Name").toString(), QString("neu"));
+      database_->execute("Update Artikel set Name = 'alt'");
+    }
+  }
+
+  void aDeletionCanBeRepeated() {
+    const auto rows = articlesOf();
+    addArticle(*rows, "a");
+    addArticle(*rows, "b");
+    for (const Cut cut : {Cut::Answer, Cut::Request}) {
+      rows->moveFirst();
+      proxy_->cutNext("DELETE", cut);
+      QCOMPARE(errorOf([&] { rows->remove(); }), 3043);
+      rows->remove();
+      QCOMPARE(errorOf([&] { rows->remove(); }), cut == Cut::Answer ? 3167 : 3021);
+    }
+    QVERIFY(stored().isEmpty());
+  }
+
+  void aTransactionKnowsItsFate_data() { aRepeatedUpdateStoresTheRowOnce_data(); }
+  void aTransactionKnowsItsFate() {
+    QFETCH(Cut, cut);
+    Engine& engine = database_->engine();
+    const qint64 commits = engine.commitCount();
+    proxy_->cutNext("COMMIT", cut);
+    const int error = errorOf([&] {
+      engine.transaction([&] {
+        database_->execute("INSERT INTO Artikel (ID, Name) VALUES (1, 'a')");
+        database_->execute("INSERT INTO Artikel (ID, Name) VALUES (2, 'b')");
+      });
+    });
+    QCOMPARE(proxy_->cuts(), 1);
+    const bool committed = cut == Cut::Answer;
+    QCOMPARE(error, committed ? 0 : 3043);
+    QCOMPARE(stored().size(), committed ? 2 : 0);
+    QCOMPARE(engine.commitCount(), commits + (committed ? 1 : 0));
+    database_->execute("INSERT INTO Artikel (ID, Name) VALUES (3, 'c')");
+    QCOMPARE(stored().last(), row(3, "c"));
+  }
+
+  void aLostBeginningStoresNothing() {
+    for (const Cut cut : {Cut::Answer, Cut::Request}) {
+      proxy_->cutNext("BEGIN", cut);
+      const auto add = [&] {
+        database_->engine().transaction([&] { database_->execute("INSERT INTO Artikel (ID) VALUES (1)"); });
+      };
+      QCOMPARE(errorOf(add), 3043);
+      QVERIFY(stored().isEmpty());
+      QCOMPARE(errorOf(add), 0);
+      database_->execute("Delete * from Artikel");
+    }
+    QCOMPARE(proxy_->cuts(), 2);
+  }
+
+  void aReadIsRepeatedUntilItHasBroughtARow() {
+    addArticle(*articlesOf(), "a");
+    Engine& engine = database_->engine();
+    const QString many = "SELECT 'Zeile' || i FROM generate_series(1, 20000) i";
+    int count = 0;
+    const auto take = [&](const NativeRow&) {
+      ++count;
+      return true;
+    };
+    for (const Cut cut : {Cut::Request, Cut::Answer}) {
+      proxy_->cutNext("generate_series", cut);
+      engine.read(many, {}, take);
+      QCOMPARE(std::exchange(count, 0), 20000);
+      proxy_->cutNext("Artikel", cut);
+      QCOMPARE(walk(*articlesOf(), "Name"), QStringList{"a"});
+    }
+    QCOMPARE(proxy_->cuts(), 4);
+    proxy_->cutNext("generate_series", Cut::InAnswer);
+    QCOMPARE(errorOf([&] { engine.read(many + " WHERE true", {}, take); }), 3043);
+    QVERIFY(count > 0 && count < 20000);
+    count = 0;
+    engine.read(many, {}, take);
+    QCOMPARE(count, 20000);
+  }
+};
+
+QTEST_GUILESS_MAIN(TestLostAnswers)
+#include "test_lost_answers.moc"

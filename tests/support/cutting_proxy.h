@@ -1,0 +1,54 @@
+// Stands between a program and the server of a PostgreSQL cluster and cuts the connection at a chosen moment,
+// as a network does: before a request arrives, or after the server has done it and before its answer is
+// heard.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace qk::test {
+
+class CuttingProxy {
+ public:
+  enum class Cut {
+    Request,   ///< the server never hears of it
+    Answer,    ///< the server has answered, and nothing of it arrives
+    InAnswer,  ///< the beginning of a long answer arrives
+  };
+
+  /// serverFolder: of the cluster's socket.
+  explicit CuttingProxy(const QString& serverFolder);
+  ~CuttingProxy();
+  CuttingProxy(const CuttingProxy&) = delete;
+  CuttingProxy& operator=(const CuttingProxy&) = delete;
+
+  /// Takes the place of the server's folder in an address.
+  QString folder() const { return folder_.path(); }
+  /// Cuts the connection of the next request that contains the words, once.
+  void cutNext(const QByteArray& words, Cut cut);
+  /// How often it has cut so far.
+  int cuts() const { return cuts_; }
+
+ private:
+  struct Link;
+  void serve();
+  bool passOn(Link& link);
+  bool answer(Link& link);
+
+  QTemporaryDir folder_;
+  QByteArray server_;
+  int listener_ = -1;
+  int wake_[2] = {-1, -1};
+  std::mutex mutex_;
+  QByteArray words_;
+  Cut cut_ = Cut::Answer;
+  std::atomic<int> cuts_ = 0;
+  std::thread thread_;
+};
+
+}  // namespace qk::test
