@@ -6,6 +6,7 @@
 #include "app/ground/feld_wert.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/unfinished_move.h"
+#include "platform/dao/server_address.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/datetext.h"
@@ -21,6 +22,7 @@ constexpr int kBadName = 3126;
 constexpr int kNoDatabase = 3024;
 constexpr int kNoPassword = 3029;
 constexpr int kNoServer = 3043;
+constexpr int kUnknownFormat = 3343;
 
 QString numberAndDescription(const Error& error) {
   return "Fehler: " + QString::number(error.number()) + " - " + error.description();
@@ -50,9 +52,10 @@ bool askAgain(const Workplace& workplace, const Error& error, const QString& sWe
 }
 
 /// A store that nobody could open a moment later either: an unfinished move, no right password, a server that
-/// is away or hasn't the database.
-bool isOutOfReach(const Error& error) {
-  return error.number() == kUnfinishedMoveError || error.number() == kNoPassword ||
+/// is away or hasn't the database, a text that names no server.
+bool isOutOfReach(const Error& error, const QString& sWettkampf) {
+  return (error.number() == kUnknownFormat && dao::isServerFile(sWettkampf)) ||
+         error.number() == kUnfinishedMoveError || error.number() == kNoPassword ||
          error.number() == kNoServer || error.number() == kNoDatabase;
 }
 
@@ -153,7 +156,7 @@ bool CompetitionOpening::isWithinReach() const {
     refuseUnfinishedMove(*dao::Database::open(sWettkampf_));
     return true;
   } catch (const Error& error) {
-    if (!isOutOfReach(error)) return true;
+    if (!isOutOfReach(error, sWettkampf_)) return true;
     refuse(error);
     return false;
   }

@@ -75,6 +75,9 @@ class TestServerOpening : public QObject {
   void givingUpThePasswordIsToldOnce();
   void aServerThatIsAwayIsToldOnce();
   void aMissingDatabaseIsToldOnce();
+  void aWrongServerFileIsToldOnce_data();
+  void aWrongServerFileIsToldOnce();
+  void aDatabaseWithoutACompetitionsTablesIsToldOnce();
   void anUnfinishedMoveIsToldAndLeftAlone();
 
  private:
@@ -210,6 +213,33 @@ void TestServerOpening::aMissingDatabaseIsToldOnce() {
   QVERIFY2(error.description().contains("gibtesnicht"), qPrintable(error.description()));
   expectRefusal(error.number(), error.description());
   QVERIFY(!opening_->setWettkampf(path_));
+}
+
+void TestServerOpening::aWrongServerFileIsToldOnce_data() {
+  QTest::addColumn<QByteArray>("text");
+  QTest::addColumn<QString>("why");
+  QTest::newRow("word") << QByteArray("host=stand\nport=5432\ndatenbak=pokal\nbenutzer=buero\n")
+                        << "Zeile 3: 'datenbak' ist unbekannt.";
+  QTest::newRow("missing") << QByteArray("host=stand\nbenutzer=buero\n") << "'datenbank' fehlt.";
+  QTest::newRow("port") << QByteArray("port=viele\n") << "Zeile 1: 'viele' ist keine Portnummer.";
+  QTest::newRow("password") << QByteArray("host=stand\npasswort=geheim\n")
+                            << "Zeile 2: Ein Passwort darf nicht in der Datei stehen.";
+}
+
+void TestServerOpening::aWrongServerFileIsToldOnce() {
+  QFETCH(QByteArray, text);
+  QFETCH(QString, why);
+  place_->files.write(path_, text);
+  expectRefusal(3343, "Die Datei nennt keinen brauchbaren Datenbankserver: " + why);
+  QVERIFY(!opening_->setWettkampf(path_));
+}
+
+void TestServerOpening::aDatabaseWithoutACompetitionsTablesIsToldOnce() {
+  const ServerDatabase database;
+  database.writeAddress(path_);
+  expectRefusal(3343, "Die Datenbank " + placeOf(database.address()) + " ist noch nicht eingerichtet.");
+  QVERIFY(!opening_->setWettkampf(path_));
+  QCOMPARE(database.native("SELECT to_regnamespace('dao') IS NULL"), QStringList{"t"});
 }
 
 void TestServerOpening::anUnfinishedMoveIsToldAndLeftAlone() {
