@@ -133,6 +133,26 @@ class TestHouse : public QObject {
     QCOMPARE(wrong.join('\n'), QString());
   }
 
+  /// A test that makes a store makes it where the engine of its run has it.
+  void testsMakeStoresOnEitherEngine() {
+    static const QRegularExpression making(
+        "\\b(Database::create|makeCompetition|makeDemoCompetition|createDatabase)\\b[({]");
+    // What each of them is about: the engines themselves, the way from one to the other, and a server's
+    // rights and passwords.
+    const QStringList aboutEngines = {"tests/platform/dao/", "tests/tools/test_move",
+                                      "tests/app/test_server_opening.cpp"};
+    QStringList wrong, makers;
+    for (auto it = sources().begin(); it != sources().end(); ++it) {
+      const auto isAbout = [&](const QString& start) { return it.key().startsWith(start); };
+      if (!it.key().startsWith("tests/") || matches(it->text, making).isEmpty()) continue;
+      if (std::any_of(aboutEngines.begin(), aboutEngines.end(), isAbout)) continue;
+      makers << it.key();
+      if (!it->includes.contains("tests/support/test_store.h")) wrong << it.key();
+    }
+    QVERIFY(makers.size() > 5);
+    QCOMPARE(wrong.join('\n'), QString());
+  }
+
   void noFileOutgrowsAReader() {
     QStringList wrong;
     for (auto it = sources().begin(); it != sources().end(); ++it)

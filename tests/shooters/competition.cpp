@@ -81,7 +81,7 @@ void makeOriginal(const QString& path) {
 
 }  // namespace
 
-std::unique_ptr<dao::Database> makeCompetition(const QString& path) {
+std::unique_ptr<dao::Database> newCompetition(const QString& path) {
   static const StoreOriginal original(makeOriginal);
   original.copyTo(path);
   return dao::Database::open(path);

@@ -23,7 +23,7 @@ struct Shooter {
 
 /// Makes the file with its tables and the query "Schützenliste" (what it shows stands at 1, 4, 12, 25, 26,
 /// 27, 29).
-std::unique_ptr<dao::Database> makeCompetition(const QString& path);
+std::unique_ptr<dao::Database> newCompetition(const QString& path);
 void addShooter(dao::Database& database, const Shooter& shooter);
 /// One row of any table, columns by name.
 void addRow(dao::Database& database, const QString& table, const QVariantMap& values);

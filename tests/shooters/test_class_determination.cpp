@@ -19,7 +19,7 @@ class TestClassDetermination : public QObject {
     place = std::make_unique<TestWorkplace>();
     global.sWettkampf = place->path("Wettkampf.qkk");
     global.RefDatum = QDate(2026, 11, 20);
-    database = makeCompetition(global.sWettkampf);
+    database = newCompetition(global.sWettkampf);
   }
   void cleanup() {
     database.reset();

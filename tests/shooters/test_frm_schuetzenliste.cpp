@@ -28,7 +28,7 @@ class TestFrmSchuetzenListe : public QObject {
   void initTestCase() { look::apply(*qApp, look::Scheme::Light); }
   void init() {
     place = std::make_unique<TestWorkplace>();
-    database = makeCompetition(place->path("Wettkampf.qkk"));
+    database = newCompetition(place->path("Wettkampf.qkk"));
   }
   void cleanup() {
     dialog.reset();

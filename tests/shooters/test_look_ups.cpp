@@ -17,7 +17,7 @@ class TestLookUps : public QObject {
  private Q_SLOTS:
   void init() {
     place = std::make_unique<TestWorkplace>();
-    database = makeCompetition(place->path("Wettkampf.qkk"));
+    database = newCompetition(place->path("Wettkampf.qkk"));
   }
   void cleanup() {
     database.reset();

@@ -46,9 +46,13 @@ void prepareStore(const QString& path) {
   if (storesOnServer()) keep(path, std::make_unique<ServerDatabase>());
 }
 
+const ServerDatabase& serverDatabase(const QString& path) {
+  return *databases().at(path);
+}
+
 void refuseChanges(const QString& path, const QString& table, int id) {
   if (storesOnServer()) {
-    const ServerDatabase& database = *databases().at(path);
+    const ServerDatabase& database = serverDatabase(path);
     database.native(
         "CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
         "$$ BEGIN RAISE EXCEPTION 'gesperrt'; END $$");
@@ -73,7 +77,7 @@ void refuseChanges(const QString& path, const QString& table, int id) {
 
 void damage(const QString& path, const QString& table) {
   if (storesOnServer()) {
-    const ServerDatabase& database = *databases().at(path);
+    const ServerDatabase& database = serverDatabase(path);
     const QString stored = "dao.\"" + table + '"';
     database.native(
         "CREATE FUNCTION damaged() RETURNS boolean LANGUAGE plpgsql AS "

@@ -1,8 +1,8 @@
 // Competitions and other stores for tests, on the engine that this run of the test program is for: files, or
 // databases on a server (QK_TEST_ENGINE=postgres; qk_test(… ON_BOTH_ENGINES) registers a run for each).
 //
-//   const StoreOriginal original([](const QString& path) { makeDemoCompetition(path); });  // once a program
-//   original.copyTo(place.path("Pokal.qkk"));                                              // in each test
+//   const StoreOriginal original(makeDemoCompetition);  // once a program
+//   original.copyTo(place.path("Pokal.qkk"));           // in each test
 #pragma once
 
 #include <QString>
@@ -18,6 +18,9 @@ bool storesOnServer();
 /// Where a store is to be made. As a file there is nothing to do; for a server a file is written that names
 /// an empty database. It goes when the file's folder is gone, or at the end of the program.
 void prepareStore(const QString& path);
+
+/// The database of a store on the server.
+const ServerDatabase& serverDatabase(const QString& path);
 
 /// From now on every change of the table's row of that ID fails in the store.
 void refuseChanges(const QString& path, const QString& table, int id);
