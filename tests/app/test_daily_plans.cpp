@@ -105,7 +105,7 @@ class TestDailyPlans : public QObject {
   /// The check sees what it is there for: without its index the look-up of open shots reads all shots.
   void aMissingIndexIsSeen() {
     RangeOffice office;
-    QVERIFY(office.open());
+    workADay(office);  // an empty table isn't even looked into
     office.drop();
     dropIndex(office.competition);
     CaughtStatements caught;
