@@ -116,7 +116,7 @@ void DefinitionRows::readSuggestions(dao::Database& db, Files& files, const QStr
   suggestions_[Wertung] = parseSuggestions(SuggestedScoring);
   suggestions_[DateiWaffe] = parseSuggestions(fileList(files, folder, "0_hw*.def"));
   suggestions_[DateiScheibe] = parseSuggestions(fileList(files, folder, "0_hs*.def"));
-  suggestions_[DefDatei] = parseSuggestions(fileList(files, folder, "0_hd_*.def"));
+  suggestions_[DefDatei] = parseSuggestions(fileList(files, folder, "0_hd*.def"));
   suggestions_[DateiName] = suggestions_[DefDatei];
 }
 

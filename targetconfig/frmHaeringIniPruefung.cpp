@@ -104,7 +104,13 @@ void frmHaeringIniPruefung::cmdCheck_Click() {
   setChecking(true);
   QElapsedTimer portion;
   portion.start();
-  const bool whole = reported(report("cmdCheck_Click"), [&](Steps& step) {
+  bool failed = false;
+  const auto noticed = [&failed, tell = report("cmdCheck_Click")](const Error& error) {
+    const ErrorAnswer answer = tell(error);
+    failed = answer != ErrorAnswer::Retry;
+    return answer;
+  };
+  reported(noticed, [&](Steps& step) {
     checkConfiguration(workplace_.files, ui_->lblHaeringPfad->text(), step, [&](const CheckRow& row) {
       showRow(row);
       if (portion.elapsed() > kPortionMilliseconds) {
@@ -115,7 +121,7 @@ void frmHaeringIniPruefung::cmdCheck_Click() {
       return !stop_;
     });
   });
-  if (!whole && rows_.empty()) ui_->flexPruefung->setEmptyText("esa_preis.ini ist nicht lesbar");
+  if (failed && rows_.empty()) ui_->flexPruefung->setEmptyText("esa_preis.ini ist nicht lesbar");
   const bool stopped = stop_;
   setChecking(false);
   showCounts();

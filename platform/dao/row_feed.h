@@ -38,9 +38,9 @@ class RowFeed {
     KeyList keys;
     bool restart = false;  ///< what came before doesn't count any more; the keys begin anew
     bool complete = false;
-    std::optional<Error> failure;  ///< complete too: nothing more comes
-    bool resting = false;          ///< nothing more comes until goOn()
-    std::optional<int> expected;   ///< how many there will be, where they were counted
+    std::optional<Error> failure = {};  ///< complete too: nothing more comes
+    bool resting = false;               ///< nothing more comes until goOn()
+    std::optional<int> expected = {};   ///< how many there will be, where they were counted
   };
 
   /// `notify` runs in the feed's thread whenever something waits to be taken.

@@ -43,6 +43,7 @@ class TestDefinitionFiles : public QObject {
   void golden();
   void nothingButTheHeader();
   void theCounterHasNoGaps();
+  void aMissingRuleLeavesItsKey();
   void twoRowsOfOneName();
   void scoringAndSighters_data();
   void scoringAndSighters();
@@ -155,6 +156,13 @@ void TestDefinitionFiles::theCounterHasNoGaps() {
   QVERIFY(ini.contains("[W1]\r\nBezeichnung = \"a\"") && ini.contains("[W2]\r\nBezeichnung = \"c\""));
   QVERIFY(!ini.contains("[W3]"));
   QCOMPARE(office_->names("0_hd*"), (QStringList{"0_hd_LG_a.def", "0_hd_LG_c.def"}));
+}
+
+void TestDefinitionFiles::aMissingRuleLeavesItsKey() {
+  office_->addKey("2.10", "Luftpistole", "LP");
+  build({"a"});
+  QVERIFY(createWithSuccess(Output::Def));
+  QVERIFY(office_->content("0_hd_LG_a.def").contains("\">RegelNummer\"\r\n\"\"\r\n\">WertungsRadius\""));
 }
 
 void TestDefinitionFiles::twoRowsOfOneName() {

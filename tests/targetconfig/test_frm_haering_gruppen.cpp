@@ -160,6 +160,13 @@ void TestFrmHaeringGruppen::showsGroupsAndDisciplines() {
   addGroup("Auflage");
   openOnThree();
   QCOMPARE(dialog->windowTitle(), "Häring Gruppen - Disziplinen");
+  for (const auto& [name, caption] : {std::pair{"cmdNewKombi", "&Neu"},
+                                      {"cmdSave", "S&peichern"},
+                                      {"cmdDelete", "&Löschen"},
+                                      {"cmdWahlAlle", "Alle wählen"},
+                                      {"cmdWahlKeine", "Keine wählen"},
+                                      {"cmdClose", "&Schließen"}})
+    QCOMPARE(the<QPushButton>(*dialog, name).text(), caption);
   QCOMPARE(groups(), (QStringList{"Auflage", "Pistole"}));
   QCOMPARE(list().item(1)->data(Qt::UserRole).toInt(), second);
   QVERIFY(list().selectedItems().isEmpty());

@@ -110,6 +110,9 @@ void TestFrmHaeringIniPruefung::opensOnTheStoredFolder() {
   QCOMPARE(label("lblHaeringPfad"), place->path("esa") + QDir::separator());
   QCOMPARE(grid().table()->rows(), 1);
   QCOMPARE(grid().table()->columns(), 1);
+  for (const auto& [name, caption] :
+       {std::pair{"cmdCheck", "Prüfen"}, {"cmdExplorer", "Explorer"}, {"cmdClose", "&Schließen"}})
+    QCOMPARE(the<QPushButton>(*dialog, name).text(), caption);
   QVERIFY(!usable("cmdKopieren"));
   QVERIFY(!usable("cmdDrucken"));
 }
@@ -204,6 +207,12 @@ void TestFrmHaeringIniPruefung::aMissingIniIsReported() {
   QCOMPARE(grid().table()->rows(), 1);
   QCOMPARE(label("lblAnzahl"), "");
   QVERIFY(usable("cmdCheck"));
+  const QImage unreadable = grid().viewport()->grab().toImage();
+  // Passing over it doesn't make it a file without disciplines.
+  place->dialogs.expect("Fehler: 53 - Datei nicht gefunden\nFehler bei cmdCheck_Click_err!",
+                        BoxAnswer::Ignore);
+  click(*dialog, "cmdCheck");
+  QCOMPARE(grid().viewport()->grab().toImage(), unreadable);
   // The folder came back while the box stood open.
   place->dialogs.expect("Fehler: 53 - Datei nicht gefunden\nFehler bei cmdCheck_Click_err!", BoxAnswer::Retry)
       .during([this] { writeSample(); });

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -96,6 +97,11 @@ void TestFrmHaeringOutput::cleanup() {
 void TestFrmHaeringOutput::opensOnTheLineAndTheCommands() {
   open(3);
   QCOMPARE(dialog->windowTitle(), "Intarso Output");
+  for (const auto& [name, caption] : {std::pair{"cmdSenden", "Senden"},
+                                      {"cmdAlleWaehlen", "&Alle wählen"},
+                                      {"cmdKeineWaehlen", "&Keine wählen"},
+                                      {"cmdClose", "Schließen"}})
+    QCOMPARE(the<QPushButton>(*dialog, name).text(), caption);
   const auto& commands = the<QComboBox>(*dialog, "cmbOutput");
   QStringList entries;
   for (int i = 0; i < commands.count(); ++i) entries << commands.itemText(i);

@@ -103,6 +103,10 @@ void TestFrmWerbeFenster::cleanup() {
 void TestFrmWerbeFenster::offersTheLinesInUse() {
   open();
   QCOMPARE(dialog->windowTitle(), "Auswahl Werbefenster");
+  for (const auto& [name, caption] : {std::pair{"cmdAlleWaehlen", "&Alle wählen"},
+                                      {"cmdKeineWaehlen", "&Keine wählen"},
+                                      {"chkZufall", "an gewählte Linien zufällig vergeben"}})
+    QCOMPARE(the<QAbstractButton>(*dialog, name).text(), caption);
   QCOMPARE(textsOf(lines()), (QStringList{"Linie 1", "Linie 3", "Linie 4"}));
   QCOMPARE(lines().selectedItems().size(), 3);
   click(*dialog, "cmdKeineWaehlen");
