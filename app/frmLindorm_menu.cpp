@@ -293,7 +293,6 @@ void frmLindorm::mnuHaeringEsaPreisIni_Click() {
 
 /// The groups at the lines follow what was changed here.
 void frmLindorm::mnuHaeringGruppenDisziplinen_Click(Steps& step) {
-  if (!global_.Datenbank) return workplace_.dialogs.note("Bitte öffnen Sie einen Wettkampf.");
   frmHaeringGruppenDisziplinen(workplace_, *global_.Datenbank, this).exec();
   forAllLines(step, std::mem_fn(&UserControl1::Fill_HaeringGruppen));
 }

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include "platform/look/plain_tip.h"
+
 namespace qk {
 
 look::Mark markOf(CheckState state) {
@@ -76,8 +78,7 @@ bool CheckDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
   initStyleOption(&shown, index);
   const int room = option.rect.width() - indentOf(option, index) - shown.fontMetrics.averageCharWidth();
   const bool cut = shown.fontMetrics.horizontalAdvance(shown.text) > room;
-  QToolTip::showText(event->globalPos(), cut ? "<qt>" + shown.text.toHtmlEscaped() + "</qt>" : QString(),
-                     view);
+  QToolTip::showText(event->globalPos(), plainTip(cut ? shown.text : QString()), view);
   return true;
 }
 

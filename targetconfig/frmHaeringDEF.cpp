@@ -150,6 +150,10 @@ void frmHaeringDEF::applyOutput() {
   const bool iniAlone = ui_->optOutput_0->isChecked();
   rows_.setOutput(iniAlone ? Output::Ini : ui_->optOutput_2->isChecked() ? Output::Def : Output::IniUndDef);
   ui_->flexDEF->setStretchColumn(iniAlone ? C::DefDatei : C::Rest);
+  // The keys mustn't work on a cell out of sight.
+  const QModelIndex current = ui_->flexDEF->currentIndex();
+  if (current.isValid() && rows_.table().columnWidth(current.column()) == 0)
+    showCell(current.row() + 1, iniAlone ? C::DefDatei : C::Bezeichnung);
 }
 
 void frmHaeringDEF::cmdAuswahlDirecotry_Click() {
@@ -209,6 +213,7 @@ void frmHaeringDEF::afterEdit(int row, int column) {
   if (column == C::Gewaehlt) return;
   edited_ = true;
   ui_->lblTasten->setText(kKeys);
+  widen(column);
   if (!C::fillDownQuestion(row, column)) return;
   editedCell_ = {row, column};
   // The cell is still open: a box now would take the focus from it, and the edit would come twice.
@@ -220,6 +225,7 @@ void frmHaeringDEF::askFillDown() {
   const auto [row, column] = *std::exchange(editedCell_, std::nullopt);
   const Box question{*C::fillDownQuestion(row, column), "Frage", BoxIcon::Question, BoxButtons::YesNo};
   if (workplace_.dialogs.show(question) == BoxAnswer::Yes) rows_.fillDown(row, column);
+  widen(column);
 }
 
 void frmHaeringDEF::showCell(int row, int column) {
@@ -227,6 +233,12 @@ void frmHaeringDEF::showCell(int row, int column) {
   const QModelIndex cell = rows_.table().index(row - 1, column);
   ui_->flexDEF->setCurrentIndex(cell);
   ui_->flexDEF->scrollTo(cell);
+}
+
+/// What was typed is longer than what the column was made for.
+void frmHaeringDEF::widen(int column) {
+  const int wanted = static_cast<const QAbstractItemView*>(ui_->flexDEF)->sizeHintForColumn(column);
+  if (wanted > ui_->flexDEF->columnWidth(column)) ui_->flexDEF->setColumnWidth(column, wanted);
 }
 
 /// Many cells change at once; looking at them once will do.

@@ -52,6 +52,7 @@ class frmHaeringDEF : public QDialog {
   bool goOnWriting(int written, int all);
   void setWriting(bool writing);
   void showCell(int row, int column);
+  void widen(int column);
   void showCount();
   void scheduleView();
   void showPreview();

@@ -10,6 +10,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "platform/dialog/dialogs.h"
+#include "platform/look/plain_tip.h"
 #include "platform/runtime/files.h"
 #include "platform/widgets/empty_text.h"
 #include "targetconfig/station_files.h"
@@ -110,6 +111,7 @@ void frmHaeringGruppenDisziplinen::fillGroups() {
     for (const DisciplineGroup& group : groups_.all()) {
       auto* entry = new QListWidgetItem(group.name, ui_->lstHaeringGruppen);
       entry->setData(Qt::UserRole, group.id);
+      entry->setToolTip(plainTip(group.name));
       if (group.id == chosen) ui_->lstHaeringGruppen->setCurrentItem(entry);
     }
   });

@@ -7,6 +7,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "platform/dialog/dialogs.h"
+#include "platform/look/plain_tip.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/textcodec.h"
@@ -51,6 +52,7 @@ frmHaeringOutput::frmHaeringOutput(const Workplace& workplace, const GlobalVaria
   ui_->cmbOutput->setCompleter(nullptr);  // what is typed is sent, not what it resembles
   ui_->tblStand->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   ui_->tblStand->horizontalHeader()->setSectionResizeMode(Command, QHeaderView::Stretch);
+  ui_->tblStand->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   ui_->tblStand->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   connectLineList(*ui_->List1, *ui_->cmdAlleWaehlen, *ui_->cmdKeineWaehlen, *ui_->lblAnzahl);
   setEmptyText(ui_->List1, "Keine Linien");
@@ -130,7 +132,7 @@ void frmHaeringOutput::showOutputs() {
     QTableWidgetItem* cell = table.item(row, column);
     if (!cell) table.setItem(row, column, cell = new QTableWidgetItem);
     cell->setText(text);
-    cell->setToolTip(column == Command ? text.toHtmlEscaped() : QString());
+    cell->setToolTip(column == Command ? plainTip(text) : QString());
   };
   for (int row = 0; row < table.rowCount(); ++row) {
     const LineOutput& output = outputs_[static_cast<size_t>(row)];

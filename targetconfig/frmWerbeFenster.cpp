@@ -1,5 +1,6 @@
 #include "targetconfig/frmWerbeFenster.h"
 
+#include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QStyle>
@@ -90,9 +91,7 @@ void frmWerbeFenster::Form_Load() {
   const int height = kIconLines * fontMetrics().height();
   ui_->lstBilder->setIconSize({height * 4 / 3, height});
   // Entries keep their height and the place of their text while their pictures are still on the way.
-  QPixmap blank(ui_->lstBilder->iconSize() * devicePixelRatio());
-  blank.setDevicePixelRatio(devicePixelRatio());
-  blank.fill(Qt::transparent);
+  const QPixmap blank = blankIcon();
   ui_->lstBilder->clear();
   for (const QString& name : workplace_.files.list(folder_, "*.bmp"))
     new QListWidgetItem(QIcon(blank), name, ui_->lstBilder);
@@ -157,12 +156,26 @@ void frmWerbeFenster::loadVisibleIcons() {
   icons_->load(paths, list.iconSize() * devicePixelRatio());
 }
 
+QPixmap frmWerbeFenster::blankIcon() const {
+  QPixmap blank(ui_->lstBilder->iconSize() * devicePixelRatio());
+  blank.setDevicePixelRatio(devicePixelRatio());
+  blank.fill(Qt::transparent);
+  return blank;
+}
+
 void frmWerbeFenster::showIcon(int row, const SmallPicture& picture) {
   QListWidgetItem& entry = *ui_->lstBilder->item(row);
   entry.setData(kIconIsThere, true);
   entry.setToolTip(picture.fault.isEmpty() ? sizeText(picture.size) : picture.fault);
   if (picture.image.isNull()) {
-    entry.setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    // In the middle of the room that pictures have: names stand below each other.
+    QPixmap icon = blankIcon();
+    QPainter painter(&icon);
+    style()
+        ->standardIcon(QStyle::SP_MessageBoxWarning)
+        .paint(&painter, {QPoint(), ui_->lstBilder->iconSize()});
+    painter.end();
+    entry.setIcon(icon);
     return;
   }
   QPixmap icon = QPixmap::fromImage(picture.image);

@@ -47,6 +47,7 @@ class frmWerbeFenster : public QDialog {
   /// The picture that a line gets. Error 9 for a random one of none.
   QString nextPicture();
   void loadVisibleIcons();
+  QPixmap blankIcon() const;
   void showIcon(int row, const SmallPicture& picture);
   void showPreview();
   QString pathOf(const QListWidgetItem& entry) const;

@@ -1,4 +1,5 @@
 #include "platform/grid/text_grid.h"
+#include "platform/look/plain_tip.h"
 
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -141,7 +142,7 @@ bool TextGrid::eventFilter(QObject* watched, QEvent* event) {
   const int column = header->logicalIndexAt(help->pos());
   const bool cut = column >= 0 && header->sectionSizeHint(column) > header->sectionSize(column);
   const QString title = cut ? table_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString() : "";
-  QToolTip::showText(help->globalPos(), title.toHtmlEscaped(), header->viewport());
+  QToolTip::showText(help->globalPos(), plainTip(title), header->viewport());
   return true;
 }
 

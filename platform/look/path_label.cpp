@@ -5,6 +5,8 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "platform/look/plain_tip.h"
+
 namespace qk {
 
 namespace {
@@ -33,8 +35,7 @@ QSize PathLabel::minimumSizeHint() const {
 bool PathLabel::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QLabel::event(event);
   const bool cut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
-  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                     cut ? "<qt>" + text().toHtmlEscaped() + "</qt>" : QString(), this);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(cut ? text() : QString()), this);
   return true;
 }
 

@@ -43,6 +43,18 @@ double ListPages::headHeight() const {
   return titleLine_ + line_ * static_cast<double>(head_.size() + 1);
 }
 
+/// What should stand on one page from this row on: a row at the margin with all that is set in below it, or,
+/// where a page is too short for that, with the first of it.
+double ListPages::heightTogether(size_t row, double room) const {
+  const double own = places_[row].height;
+  if (rows_[row].depth > 0) return own;
+  double all = own;
+  size_t behind = row + 1;
+  for (; behind < rows_.size() && rows_[behind].depth > 0; ++behind) all += places_[behind].height;
+  if (all <= room || behind == row + 1) return all;
+  return own + places_[row + 1].height;
+}
+
 int ListPages::layOut(QPaintDevice& device, const QSizeF& page) {
   device_ = &device;
   page_ = page;
@@ -58,11 +70,9 @@ int ListPages::layOut(QPaintDevice& device, const QSizeF& page) {
     first = next;
     top = 0;
   };
+  for (size_t i = 0; i < rows_.size(); ++i) places_[i].height = heightOf(rows_[i]);
   for (size_t i = 0; i < rows_.size(); ++i) {
-    places_[i].height = heightOf(rows_[i]);
-    const bool leads = rows_[i].depth == 0 && i + 1 < rows_.size() && rows_[i + 1].depth > 0;
-    const double needed = places_[i].height + (leads ? heightOf(rows_[i + 1]) : 0);
-    if (top + needed > bottom && i > first) turn(i);
+    if (top + heightTogether(i, bottom) > bottom && i > first) turn(i);
     places_[i].top = top;
     top += places_[i].height;
   }
@@ -84,10 +94,17 @@ void ListPages::paintHead(QPainter& painter) const {
 }
 
 void ListPages::paintFoot(QPainter& painter, int page) const {
+  const QString number = QString("Seite %1 von %2").arg(page + 1).arg(pages_.size());
   painter.setPen(Qt::black);
   painter.setFont(font_);
   painter.drawText(QRectF(0, page_.height() - line_, page_.width(), line_), Qt::AlignRight | Qt::AlignVCenter,
-                   QString("Seite %1 von %2").arg(page + 1).arg(pages_.size()));
+                   number);
+  if (page == 0) return;
+  // A sheet that has come apart from the first says what it belongs to.
+  const QFontMetricsF metrics(font_, painter.device());
+  const double room = page_.width() - metrics.horizontalAdvance(number) - line_;
+  painter.drawText(QRectF(0, page_.height() - line_, room, line_), Qt::AlignLeft | Qt::AlignVCenter,
+                   metrics.elidedText(title_, Qt::ElideRight, room));
 }
 
 void ListPages::paint(QPainter& painter, int page) const {

@@ -1,6 +1,6 @@
 // A list of texts on paper: a heading on the first page, then the rows, each whole on its page, long ones
-// wrapped, and "Seite x von y" below. A row at the margin doesn't stand alone at the end of a page when
-// deeper ones follow.
+// wrapped, and "Seite x von y" below, from the second page on with the title. A row at the margin and those
+// set in below it stay on one page where it holds them; else the first of them stays with it.
 #pragma once
 
 #include <QColor>
@@ -42,6 +42,7 @@ class ListPages : public Pages {
   /// Where a row's text begins, behind its mark.
   double textLeft(const ListRow& row) const;
   double heightOf(const ListRow& row) const;
+  double heightTogether(size_t row, double room) const;
   double headHeight() const;
   void paintHead(QPainter& painter) const;
   void paintFoot(QPainter& painter, int page) const;

@@ -5,6 +5,8 @@
 #include <QStyle>
 #include <QToolTip>
 
+#include "platform/look/plain_tip.h"
+
 namespace qk {
 
 QSize ElidedLabel::minimumSizeHint() const {
@@ -20,7 +22,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 
 bool ElidedLabel::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && fontMetrics().horizontalAdvance(text()) > contentsRect().width()) {
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text().toHtmlEscaped(), this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(text()), this);
     return true;
   }
   return QLabel::event(event);

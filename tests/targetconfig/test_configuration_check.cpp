@@ -7,6 +7,8 @@
 using namespace qk;
 using namespace qk::test;
 
+constexpr int kNoLimit = 1000;
+
 class TestConfigurationCheck : public QObject {
   Q_OBJECT
 
@@ -68,7 +70,7 @@ class TestConfigurationCheck : public QObject {
   std::unique_ptr<TestWorkplace> place;
   std::vector<CheckRow> rows;
   bool whole = false;
-  int limit = 1000;
+  int limit = kNoLimit;
 };
 
 void TestConfigurationCheck::aWholeConfiguration() {
@@ -106,6 +108,7 @@ void TestConfigurationCheck::anEmptyNameIsMissing() {
 void TestConfigurationCheck::aNameOfBlanksIsMissing() {
   write("esa_preis.ini", "Definition = a.def\n");
   write("a.def", "DateiWaffe\n\"   \"\n");
+  write("   ", "");
   QCOMPARE(walk(), (QStringList{"+\ta.def", "-\t\tDatei nicht vorhanden: DateiWaffe:    "}));
 }
 
@@ -227,6 +230,20 @@ void TestConfigurationCheck::theSinkMayStopTheWalk() {
   write("esa_preis.ini", "Bezeichnung=A\nDefinition=a.def\nBezeichnung=B\n");
   write("a.def", "DateiWaffe\na.def\nDateiWaffe\na.def\n");
   for (limit = 1; limit <= 4; ++limit) QCOMPARE(walk().size(), limit);
+  // Nor is anything looked for behind it: the folder may be at the other end of a network.
+  place->files.clearLooks();
+  limit = 3;
+  walk();
+  QCOMPARE(place->files.looks(), 2);
+  QStringList reads;
+  place->files.before([&](FileStep step, const QString& path) {
+    if (step == FileStep::Read) reads << path.section('/', -1);
+  });
+  limit = 2;
+  walk();
+  place->files.before({});
+  limit = kNoLimit;
+  QCOMPARE(reads, QStringList{"esa_preis.ini"});
 }
 
 void TestConfigurationCheck::anotherKindOfFileIsNoCrash() {

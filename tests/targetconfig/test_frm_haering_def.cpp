@@ -51,6 +51,8 @@ class TestFrmHaeringDef : public QObject {
   void filterHidesRows();
   void namingRewritesTitles();
   void outputSwitchesColumns();
+  void theCurrentCellStaysInSight();
+  void columnsGrowWithWhatIsTyped();
   void editingByKeyboard();
   void fillDownAsksOnce();
   void fillDownRefused();
@@ -258,6 +260,27 @@ void TestFrmHaeringDef::outputSwitchesColumns() {
   QVERIFY(shown(C::DefDatei) && !shown(C::KennNummer) && !shown(C::DateiName) && !shown(C::Rest));
   click(*window_, "optOutput_2");
   QVERIFY(!shown(C::DefDatei) && shown(C::KennNummer) && shown(C::DateiName));
+}
+
+void TestFrmHaeringDef::theCurrentCellStaysInSight() {
+  openWith({"Glück", "Meister"});
+  stand(2, C::DateiScheibe);
+  click(*window_, "optOutput_0");
+  QCOMPARE(grid().currentIndex(), table().index(1, C::DefDatei));
+  click(*window_, "optOutput_1");
+  QCOMPARE(grid().currentIndex(), table().index(1, C::Bezeichnung));
+  click(*window_, "optOutput_0");
+  QCOMPARE(grid().currentIndex(), table().index(1, C::Bezeichnung));
+}
+
+void TestFrmHaeringDef::columnsGrowWithWhatIsTyped() {
+  openWith({"a", "b"});
+  const QString longName = "0_hw_" + QString(40, 'x') + ".def";
+  for (const int number : {C::SchiessZeit, C::DateiWaffe}) {
+    if (number == C::DateiWaffe) box(kColumnQuestion, BoxAnswer::Yes);
+    enter(1, number, longName);
+    QVERIFY(grid().columnWidth(number) > grid().fontMetrics().horizontalAdvance(longName));
+  }
 }
 
 void TestFrmHaeringDef::editingByKeyboard() {

@@ -3,7 +3,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
+#include <QTextDocumentFragment>
 
 #include "platform/dao/recordset.h"
 #include "platform/grid/text_grid.h"
@@ -46,6 +48,7 @@ class TestFrmHaeringGruppen : public QObject {
   void aFolderWithoutItsSeparator();
   void aMissingIniKeepsTheGroups_data();
   void aMissingIniKeepsTheGroups();
+  void withoutAStoredFolderThereIsNone();
   void anUnreadableIniIsReported();
   void aGroupTicksItsTitles();
   void aTitleThatIsGoneVanishesOnSaving();
@@ -65,6 +68,7 @@ class TestFrmHaeringGruppen : public QObject {
   void failuresOfTheStore();
   void aNewGroupThatCantBeStored();
   void aMemberThatCantBeStored();
+  void aLongNameIsCutAndHasATip();
   void manners();
 
  private:
@@ -213,6 +217,15 @@ void TestFrmHaeringGruppen::aMissingIniKeepsTheGroups() {
   QCOMPARE(groups(), (QStringList{"Auflage", "Neu"}));
   click(*dialog, "cmdSave");  // empties the group: there is nothing that could be ticked
   QCOMPARE(members(id), QStringList());
+}
+
+void TestFrmHaeringGruppen::withoutAStoredFolderThereIsNone() {
+  TestWorkplace fresh;
+  fresh.dialogs.expect(missingText("esa_preis.ini")).titled("Fehler");
+  dialog = std::make_unique<frmHaeringGruppenDisziplinen>(fresh.workplace(), *db);
+  dialog->show();
+  QVERIFY(fresh.dialogs.done());
+  dialog.reset();
 }
 
 void TestFrmHaeringGruppen::anUnreadableIniIsReported() {
@@ -472,6 +485,14 @@ void TestFrmHaeringGruppen::aMemberThatCantBeStored() {
                         BoxAnswer::Ignore);
   click(*dialog, "cmdSave");
   QCOMPARE(members(id), (QStringList{"LG", "KK"}));
+}
+
+void TestFrmHaeringGruppen::aLongNameIsCutAndHasATip() {
+  const QString name = "Auflage & Luftpistole " + QString(60, 'x');
+  addGroup(name);
+  openOnThree();
+  QVERIFY(!list().horizontalScrollBar()->isVisible());
+  QCOMPARE(QTextDocumentFragment::fromHtml(list().item(0)->toolTip()).toPlainText(), name);
 }
 
 void TestFrmHaeringGruppen::manners() {

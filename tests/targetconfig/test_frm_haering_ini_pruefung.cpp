@@ -213,6 +213,12 @@ void TestFrmHaeringIniPruefung::aMissingIniIsReported() {
                         BoxAnswer::Ignore);
   click(*dialog, "cmdCheck");
   QCOMPARE(grid().viewport()->grab().toImage(), unreadable);
+  // An empty file that came back at the second look isn't a missing one.
+  place->dialogs.expect("Fehler: 53 - Datei nicht gefunden\nFehler bei cmdCheck_Click_err!", BoxAnswer::Retry)
+      .during([this] { write("esa_preis.ini", ""); });
+  click(*dialog, "cmdCheck");
+  QVERIFY(grid().viewport()->grab().toImage() != unreadable);
+  place->files.remove(place->path("esa/esa_preis.ini"));
   // The folder came back while the box stood open.
   place->dialogs.expect("Fehler: 53 - Datei nicht gefunden\nFehler bei cmdCheck_Click_err!", BoxAnswer::Retry)
       .during([this] { writeSample(); });

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QTimer>
 #include <QTimerEvent>
 #include <memory>
@@ -43,6 +44,7 @@ class TestFrmHaeringOutput : public QObject {
   void aFailedLineCanBeSkipped();
   void aFlagIsNotWrittenWithoutItsCommand();
   void showsWhatStandsThere();
+  void aCommandIsShownAsItStands();
   void showsWhetherTheStationHasTakenIt();
   void showsWhatOthersSend();
   void aFolderThatIsGoneHasTakenNothing();
@@ -254,6 +256,15 @@ void TestFrmHaeringOutput::showsWhatStandsThere() {
   QCOMPARE(shown(0), "1|75107 ; Ärmel||noch nicht übernommen");
   QCOMPARE(shown(1), "3|53||übernommen");
   QCOMPARE(shown(2), "4|||–");
+}
+
+void TestFrmHaeringOutput::aCommandIsShownAsItStands() {
+  place->files.write(file("HServ1.nrt"), "\"75107 ; <b>Kurz</b> & Lang\"\r\n");
+  open();
+  const QString tip = the<QTableWidget>(*dialog, "tblStand").item(0, 1)->toolTip();
+  QVERIFY(Qt::mightBeRichText(tip));
+  QCOMPARE(QTextDocumentFragment::fromHtml(tip).toPlainText(), "75107 ; <b>Kurz</b> & Lang");
+  QCOMPARE(the<QTableWidget>(*dialog, "tblStand").item(1, 1)->toolTip(), QString());
 }
 
 void TestFrmHaeringOutput::showsWhetherTheStationHasTakenIt() {

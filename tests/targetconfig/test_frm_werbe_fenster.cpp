@@ -273,6 +273,8 @@ void TestFrmWerbeFenster::brokenPicturesHaveANote() {
   QTRY_COMPARE(read(), 2);
   QVERIFY(pictures().item(0)->toolTip().startsWith(note));
   QCOMPARE(pictures().item(1)->toolTip(), "40 × 30 Pixel");
+  // Its name stands below the others.
+  QCOMPARE(pictures().item(0)->icon().actualSize(pictures().iconSize()), pictures().iconSize());
   // Whether the station can show it is the station's affair.
   click(*dialog, "cmdOK");
   QVERIFY(dialog->sBildName().startsWith("1\ta.bmp;"));

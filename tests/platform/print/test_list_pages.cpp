@@ -67,18 +67,49 @@ class TestListPages : public QObject {
     QCOMPARE(next, size_t(200));
   }
 
-  void aLeadingRowTakesOneBelowItAlong() {
+  void rowsOfOneTitleStayTogether() {
     ImagePaper paper;
     for (int before = 20; before < 120; ++before) {
       std::vector<ListRow> all = rows(before);
       all.push_back({0, look::Mark::None, "Titel"});
-      all.push_back({1, look::Mark::Tick, "darunter"});
+      for (int below = 1; below <= 3; ++below)
+        all.push_back({below == 1 ? 1 : 2, look::Mark::Tick, "darunter"});
       ListPages pages("Liste", {}, all, qApp->font());
       paper.sheets.clear();
       paper.print(pages);
+      for (int page = 0; page < paper.sheets.size(); ++page) {
+        const size_t behind = pages.rowsOn(page).second;
+        QVERIFY2(behind <= size_t(before) || behind == all.size(), qPrintable(QString::number(before)));
+      }
+    }
+  }
+
+  void aTitleOfManyRowsTakesTheFirstAlong() {
+    ImagePaper paper;
+    for (int before = 20; before < 120; ++before) {
+      std::vector<ListRow> all = rows(before);
+      all.push_back({0, look::Mark::None, "Titel"});
+      for (const ListRow& below : rows(300, 1)) all.push_back(below);
+      ListPages pages("Liste", {}, all, qApp->font());
+      paper.sheets.clear();
+      paper.print(pages);
+      QVERIFY(paper.sheets.size() > 4);
       for (int page = 0; page < paper.sheets.size(); ++page)
         QVERIFY2(pages.rowsOn(page).second != size_t(before) + 1, qPrintable(QString::number(before)));
     }
+  }
+
+  void furtherSheetsNameTheirList() {
+    ImagePaper paper;
+    ListPages pages("Liste", {}, rows(100), qApp->font());
+    paper.print(pages);
+    const auto inkOfFoot = [&](int page) {
+      const QImage& sheet = paper.sheets[page];
+      const int top = sheet.height() * 98 / 100;
+      return pixelsOf(sheet.copy(0, top, sheet.width() / 3, sheet.height() - top), Qt::black);
+    };
+    QCOMPARE(inkOfFoot(0), 0);
+    QVERIFY(inkOfFoot(1) > 10);
   }
 
   void aLongRowIsWrapped() {
