@@ -209,19 +209,12 @@ void TextGrid::showEvent(QShowEvent* event) {
   QTableView::showEvent(event);
 }
 
-void TextGrid::connectNotify(const QMetaMethod& signal) {
-  QTableView::connectNotify(signal);
-  followDoubleClicks();
-}
-
-void TextGrid::disconnectNotify(const QMetaMethod& signal) {
-  QTableView::disconnectNotify(signal);
-  followDoubleClicks();
-}
-
-void TextGrid::followDoubleClicks() {
-  if (!delegate_) return;
-  delegate_->setTicksOnDoubleClick(!isSignalConnected(QMetaMethod::fromSignal(&TextGrid::doubleClickedAt)));
+/// Whether somebody acts on double clicks is asked here and not when connections come and go: that news comes
+/// while the toolkit holds its locks, and asking it back then waits for ever.
+void TextGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (delegate_)
+    delegate_->setTicksOnDoubleClick(!isSignalConnected(QMetaMethod::fromSignal(&TextGrid::doubleClickedAt)));
+  QTableView::mouseDoubleClickEvent(event);
 }
 
 QModelIndex TextGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

@@ -51,8 +51,7 @@ class TextGrid : public QTableView {
   void focusInEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
-  void connectNotify(const QMetaMethod& signal) override;
-  void disconnectNotify(const QMetaMethod& signal) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
@@ -68,7 +67,6 @@ class TextGrid : public QTableView {
   bool tickCurrentRow();
   bool editCurrentRow(QKeyEvent* event, EditTrigger trigger);
   bool dropSuggestions();
-  void followDoubleClicks();
 
   TextTable* table_ = nullptr;
   TickDelegate* delegate_ = nullptr;

@@ -93,6 +93,7 @@ class TestTextGrid : public QObject {
   void currentRowCountsWithTheHeader();
   void doubleClickTellsTheCell();
   void theSecondClickOfADoubleClick();
+  void listenersMayGoFirst();
   void rightClickMakesTheRowCurrent();
   void theKeyboardAsksForThePopup();
   void theFocusShowsTheRowItStandsOn();
@@ -306,6 +307,22 @@ void TestTextGrid::theSecondClickOfADoubleClick() {
                    [this](int row) { window->table->setText(row, 0, "-1"); });
   window->doubleClick(3, 0);
   QCOMPARE(window->table->text(3, 0), "-1");
+}
+
+void TestTextGrid::listenersMayGoFirst() {
+  // Many: whether two objects share a lock of the toolkit is a matter of their addresses.
+  std::vector<std::unique_ptr<QObject>> listeners;
+  int heard = 0;
+  for (int i = 0; i < 2000; ++i) {
+    listeners.push_back(std::make_unique<QObject>());
+    QObject::connect(window->grid, &TextGrid::doubleClickedAt, listeners.back().get(), [&heard] { ++heard; });
+  }
+  window->doubleClick(3, 1);
+  QCOMPARE(heard, 2000);
+  listeners.clear();
+  window->doubleClick(2, 0);
+  QCOMPARE(heard, 2000);
+  QCOMPARE(window->table->text(2, 0), "0");
 }
 
 void TestTextGrid::rightClickMakesTheRowCurrent() {
