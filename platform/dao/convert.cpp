@@ -11,6 +11,7 @@
 namespace qk::dao {
 namespace {
 
+constexpr int kOverflow = 6;
 constexpr int kTypeMismatch = 3421;
 constexpr int kTextTooLong = 3163;
 constexpr int kDefaultTextSize = 255;
@@ -77,7 +78,7 @@ int yesNo(const QVariant& value) {
   return number(value) != 0 ? -1 : 0;
 }
 
-QDateTime date(const QVariant& value) {
+QDateTime anyDate(const QVariant& value) {
   switch (value.typeId()) {
     case QMetaType::QDateTime:
       return value.toDateTime();
@@ -96,10 +97,23 @@ QDateTime date(const QVariant& value) {
   return dateZero().addDays(static_cast<qint64>(wholeDays)).addMSecs(milliseconds);
 }
 
+/// The years that every engine and the texts of dates can hold.
+QDateTime date(const QVariant& value) {
+  QDateTime found = anyDate(value);
+  if (const int year = found.date().year(); year < 100 || year > 9999) throw Error(kTypeMismatch);
+  return found;
+}
+
+double finite(double value) {
+  if (!std::isfinite(value)) throw Error(kOverflow);
+  return value;
+}
+
+/// Without NUL characters: not every engine holds them.
 QString text(const QVariant& value) {
   switch (value.typeId()) {
     case QMetaType::QString:
-      return value.toString();
+      return value.toString().remove(QChar(u'\0'));
     case QMetaType::QDate:
     case QMetaType::QDateTime:
       return dateText(value.toDateTime());
@@ -132,9 +146,9 @@ QVariant convertedValue(const QVariant& value, const FieldDef& field) {
     case FieldType::Currency:
       return QVariant::fromValue(isMoney(value) ? value.value<Money>() : Money::fromDouble(number(value)));
     case FieldType::Single:
-      return static_cast<double>(static_cast<float>(number(value)));
+      return finite(static_cast<double>(static_cast<float>(number(value))));
     case FieldType::Double:
-      return number(value);
+      return finite(number(value));
     case FieldType::Date:
       return date(value);
     case FieldType::Text:

@@ -4,6 +4,7 @@
 
 #include <QThread>
 #include <array>
+#include <charconv>
 
 #include "platform/dao/postgres_errors.h"
 #include "platform/dao/socket_ready.h"
@@ -48,6 +49,12 @@ QByteArray numbered(const QString& text) {
 }
 
 /// PostgreSQL holds no NUL character in a text.
+QByteArray textParameter(const QString& text) {
+  if (text.contains(QChar(u'\0')))
+    throw Error(3421, "Ein Text enthält das Zeichen NUL, das der Datenbankserver nicht speichern kann.");
+  return text.toUtf8();
+}
+
 QByteArray parameter(const QVariant& value) {
   switch (value.typeId()) {
     case QMetaType::Bool:
@@ -59,8 +66,15 @@ QByteArray parameter(const QVariant& value) {
     case QMetaType::QByteArray:
       return value.toByteArray();
     default:
-      return value.toString().remove(QChar(u'\0')).toUtf8();
+      return textParameter(value.toString());
   }
+}
+
+/// The greatest one is none for Qt, which takes it for a rounded greater one.
+float single(const QByteArray& text) {
+  float value = 0;
+  const auto read = std::from_chars(text.constBegin(), text.constEnd(), value);
+  return read.ec == std::errc() ? value : text.toFloat();
 }
 
 QVariant cell(const PGresult* result, int column) {
@@ -76,7 +90,7 @@ QVariant cell(const PGresult* result, int column) {
     case OidType:
       return text.toLongLong();
     case Float4:
-      return static_cast<double>(text.toFloat());
+      return static_cast<double>(single(text));
     case Float8:
       return text.toDouble();
     case Bytes:

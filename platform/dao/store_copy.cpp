@@ -13,6 +13,11 @@ namespace {
 /// Values in one statement: below the limit of every engine, and few enough that it is planned quickly.
 constexpr qsizetype kLargestStatement = 1000;
 
+/// A value that the target can't hold.
+bool isOfAValue(const Error& error) {
+  return error.number() == 6 || error.number() == 3421;
+}
+
 class RowInserter {
  public:
   RowInserter(Engine& engine, const TableDef& table)
@@ -59,7 +64,12 @@ qint64 copyTable(Database& source, Database& target, const QString& table, const
   qint64 copied = 0;
   std::vector<QVariantList> rows;
   while (pages.next(rows)) {
-    inserter.insert(rows);
+    try {
+      inserter.insert(rows);
+    } catch (const Error& error) {
+      if (!isOfAValue(error)) throw;
+      throw Error(error.number(), QString("Tabelle »%1«: %2").arg(table, error.description()));
+    }
     copied += static_cast<qint64>(rows.size());
     if (progress) progress(copied);
   }

@@ -134,7 +134,7 @@ void addHardTables(Database& store, int rows) {
   add(store, "Textschlüssel",
       {{"Z", QVariant::fromValue(Money::fromUnits(1))},
        {"ä", QVariant::fromValue(Money::fromUnits(-1))},
-       {"B", QVariant::fromValue(Money::fromUnits(92233720368547758))}});
+       {"B", QVariant::fromValue(Money::fromUnits(999'999'999'999'999))}});
   store.createTable(
       {"Paare",
        {{"Links", FieldType::Long}, {"Rechts", FieldType::Text, 20}, {"Zahl", FieldType::Long}},

@@ -4,8 +4,10 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <limits>
 
 #include "app/ground/unfinished_move.h"
+#include "platform/dao/engine.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/money.h"
 #include "tests/support/error_of.h"
@@ -52,6 +54,7 @@ class TestMoveServer : public QObject {
   void autoNumbersGoOnAfterTheHighest();
   void keepsWhatIsOnTheServer();
   void makesACompetitionOnAServer();
+  void aValueThatTheTargetCannotHoldIsNamed();
   void aServerThatIsAwayIsTold();
   void aMissingDatabaseIsTold();
   void killedAtAnyMoment_data();
@@ -139,6 +142,30 @@ void TestMoveServer::makesACompetitionOnAServer() {
     QCOMPARE(again.status, 1);
     QCOMPARE(again.errors, QString("Den Wettkampf gibt es schon, er bleibt unverändert: %1\n").arg(to));
   }
+}
+
+void TestMoveServer::aValueThatTheTargetCannotHoldIsNamed() {
+  const QString from = path("quelle.qkk");
+  makeCompetition(from, {});
+  const QString nul = QString("a") + QChar(u'\0') + "b";
+  Database::open(from)->engine().write(R"(INSERT INTO "Verein" ("ID", "Name") VALUES (1, ?))", {nul});
+  Answer answer = call({"umziehen", from, server_});
+  QVERIFY(answer.status != 0);
+  QVERIFY2(answer.errors.contains("Tabelle »Verein«: Ein Text enthält das Zeichen NUL"),
+           qPrintable(answer.errors));
+  QVERIFY(isUnfinishedMove(*Database::open(server_)));
+
+  const ServerDatabase second;
+  second.writeAddress(path("zweiter.qkk"));
+  const auto store = Database::create(path("zweiter.qkk"));
+  store->createTable({"Kasse", {{"Betrag", dao::FieldType::Currency}}, {}});
+  const auto rows = store->openRecordset("Kasse");
+  rows->addNew();
+  rows->setValue("Betrag", QVariant::fromValue(Money::fromUnits(std::numeric_limits<qint64>::max())));
+  rows->update();
+  answer = call({"umziehen", path("zweiter.qkk"), path("datei.qkk")});
+  QVERIFY(answer.status != 0);
+  QVERIFY2(answer.errors.contains("Tabelle »Kasse«: Überlauf"), qPrintable(answer.errors));
 }
 
 void TestMoveServer::aServerThatIsAwayIsTold() {

@@ -2,6 +2,8 @@
 
 #include "platform/dao/sql/native_values.h"
 #include "platform/dao/sql/sqlite_printer.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/money.h"
 
 namespace qk::dao::sql {
 
@@ -9,8 +11,13 @@ std::unique_ptr<Printer> SqliteWriter::printer(QVariantList& values, Printer::Li
   return std::make_unique<SqlitePrinter>(values, literals);
 }
 
+/// Money is a double there, which doesn't hold every digit beyond the fifteenth.
 QVariant SqliteWriter::toNative(const QVariant& value, FieldType type) const {
-  return nativeFieldValue(value, type);
+  const QVariant native = nativeFieldValue(value, type);
+  if (value.userType() == qMetaTypeId<Money>() &&
+      Money::fromDouble(native.toDouble()) != value.value<Money>())
+    throw Error(6);
+  return native;
 }
 
 QVariant SqliteWriter::fromNative(const QVariant& native, FieldType type) const {

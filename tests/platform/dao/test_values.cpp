@@ -1,5 +1,7 @@
 // Values on their way into a field and back.
 #include <QtTest>
+#include <cmath>
+#include <limits>
 
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/money.h"
@@ -99,6 +101,81 @@ class TestValues : public QObject {
     QCOMPARE(kept("geld", "1573,45").value<Money>().units(), 15734500);
     QCOMPARE(kept("geld", 0.1).value<Money>().units(), 1000);
     QCOMPARE(kept("geld", -3).value<Money>().units(), -30000);
+  }
+
+  void numbersKeepTheirLastDigit() {
+    for (const double value :
+         {0.1, 1.0 / 3.0, 12345678.0, -1.5e-30, double(std::numeric_limits<float>::max()),
+          double(std::numeric_limits<float>::min()), 16777217.0}) {
+      const double single = static_cast<double>(static_cast<float>(value));
+      QCOMPARE(kept("einfach", value).toDouble(), single);
+      QVERIFY(std::signbit(rows_->value("einfach").toDouble()) == std::signbit(single));
+    }
+    for (const double value : {0.1, 0.1 + 0.2, 1.0 / 3.0, 12345678.123456789, 9007199254740993.0,
+                               std::numeric_limits<double>::max(), std::numeric_limits<double>::min(),
+                               -std::numeric_limits<double>::denorm_min()}) {
+      const QVariant stored = kept("doppelt", value);
+      QVERIFY2(stored.typeId() == QMetaType::Double && stored.toDouble() == value,
+               qPrintable(QString::number(value, 'g', 17)));
+    }
+    QCOMPARE(walk(*database_->openRecordset("Select * from T where einfach = 0.5"), "ID").size(), 0);
+    kept("einfach", 0.5);
+    QCOMPARE(walk(*database_->openRecordset("Select * from T where einfach = 0.5"), "ID").size(), 1);
+  }
+
+  /// No column holds them on the old engine either.
+  void whatIsNoNumberIsRefused() {
+    const double infinite = std::numeric_limits<double>::infinity(), none = std::nan("");
+    for (const char* field : {"byte", "kurz", "lang"})
+      for (const QVariant& value : {QVariant(infinite), QVariant(none), QVariant(qint64(1) << 40),
+                                    QVariant("99999999999999999999"), QVariant("-99999999999999999999")})
+        QCOMPARE(refused(field, value), 3421);
+    for (const char* field : {"einfach", "doppelt"})
+      for (const double value : {infinite, -infinite, none}) QCOMPARE(refused(field, value), 6);
+    QCOMPARE(refused("einfach", 1e39), 6);
+    QCOMPARE(refused("geld", none), 6);
+  }
+
+  /// Where an engine can't hold an amount to the last digit, it says so.
+  void moneyAtItsEnds() {
+    const auto money = [](qint64 units) { return QVariant::fromValue(Money::fromUnits(units)); };
+    for (const qint64 units :
+         {qint64(1), qint64(-1), qint64(999'999'999'999'999), qint64(-999'999'999'999'999)})
+      QCOMPARE(kept("geld", money(units)).value<Money>().units(), units);
+    constexpr qint64 most = std::numeric_limits<qint64>::max(), least = std::numeric_limits<qint64>::min();
+    for (const qint64 units : {most, most - 1, least, least + 1, qint64(9'007'199'254'740'993)}) {
+      rows_->addNew();
+      rows_->setValue("geld", money(units));
+      if (const int error = errorOf([&] { rows_->update(); }); error != 0) {
+        QCOMPARE(error, 6);
+        rows_->cancelUpdate();
+        continue;
+      }
+      rows_->moveLast();
+      QCOMPARE(rows_->value("geld").value<Money>().units(), units);
+    }
+    QCOMPARE(refused("geld", 922337203685478.0), 6);
+    QCOMPARE(refused("geld", -922337203685478.0), 6);
+  }
+
+  void datesAtTheirEnds() {
+    for (const QDate day : {QDate(100, 1, 1), QDate(1582, 10, 15), QDate(1899, 12, 29), QDate(1899, 12, 30),
+                            QDate(2000, 2, 29), QDate(9999, 12, 31)})
+      for (const QTime time : {QTime(0, 0), QTime(23, 59, 59)})
+        QCOMPARE(kept("tag", QDateTime(day, time)).toDateTime(), QDateTime(day, time));
+    for (const QDate day : {QDate(99, 12, 31), QDate(10000, 1, 1), QDate(-5, 1, 1)})
+      QCOMPARE(refused("tag", QDateTime(day, QTime(0, 0))), 3421);
+    QCOMPARE(refused("tag", 2958466), 3421);
+    QCOMPARE(refused("tag", -657435), 3421);
+    QCOMPARE(kept("tag", 2958465).toDateTime(), QDateTime(QDate(9999, 12, 31), QTime(0, 0)));
+    QCOMPARE(kept("tag", -657434).toDateTime(), QDateTime(QDate(100, 1, 1), QTime(0, 0)));
+  }
+
+  void aNulIsLeftOutOfATextAsOnlyOneEngineHoldsIt() {
+    const QString whole = QString("a") + QChar(u'\0') + "b";
+    QCOMPARE(kept("text", whole), QVariant("ab"));
+    QCOMPARE(kept("memo", whole), QVariant("ab"));
+    QCOMPARE(kept("memo", QString::fromUtf8("😀\t\x7f")), QVariant(QString::fromUtf8("😀\t\x7f")));
   }
 
   void datesAndTheirZero() {
