@@ -488,7 +488,7 @@ void TestFrmHaeringGruppen::aMemberThatCantBeStored() {
 }
 
 void TestFrmHaeringGruppen::aLongNameIsCutAndHasATip() {
-  const QString name = "Auflage & Luftpistole " + QString(60, 'x');
+  const QString name = "Auflage <b> & Luftpistole " + QString(60, 'x');
   addGroup(name);
   openOnThree();
   QVERIFY(!list().horizontalScrollBar()->isVisible());
