@@ -15,9 +15,10 @@ namespace {
 
 std::atomic<int> made = 0;
 
-QString newFolder() {
+QString newFolder(PostgresServer::Storage storage) {
   static std::atomic<int> count = 0;
-  const QString root = QDir("/dev/shm").exists() ? "/dev/shm" : QDir::tempPath();
+  const bool inMemory = storage == PostgresServer::Storage::Memory && QDir("/dev/shm").exists();
+  const QString root = inMemory ? "/dev/shm" : QDir::tempPath();
   return QString("%1/qk-postgres-%2-%3").arg(root).arg(QCoreApplication::applicationPid()).arg(++count);
 }
 
@@ -61,8 +62,10 @@ QStringList run(const QString& folder, const QString& database, const QString& u
 
 }  // namespace
 
-PostgresServer::PostgresServer() : folder_(newFolder()) {
+PostgresServer::PostgresServer(Storage storage) : folder_(newFolder(storage)) {
+  if (storage == Storage::Disk) qputenv("QK_TEST_FSYNC", "on");
   cluster({"start", folder_, QString::number(QCoreApplication::applicationPid())});
+  qunsetenv("QK_TEST_FSYNC");
 }
 
 PostgresServer::~PostgresServer() {

@@ -16,7 +16,9 @@ namespace qk::test {
 /// A cluster by itself, for tests that stop and restart it.
 class PostgresServer {
  public:
-  PostgresServer();  ///< starts it
+  /// In memory, where a commit waits for nothing; or on the disk, where it is durable.
+  enum class Storage { Memory, Disk };
+  explicit PostgresServer(Storage storage = Storage::Memory);  ///< starts it
   ~PostgresServer();
   PostgresServer(const PostgresServer&) = delete;
   PostgresServer& operator=(const PostgresServer&) = delete;

@@ -191,7 +191,8 @@ QVariant fromNative(const QVariant& native, FieldType type) {
     case FieldType::Byte:
     case FieldType::Integer:
     case FieldType::Long:
-      return native.toInt();
+      return native.userType() == QMetaType::LongLong ? native.toInt()
+                                                      : int(std::nearbyint(native.toDouble()));
     case FieldType::Single:
     case FieldType::Double:
       return native.toDouble();

@@ -196,9 +196,9 @@ void PostgresPrinter::aggregate(const Expression& whole, const Call& function) {
   const Expression& first = *function.arguments[0];
   const bool adds = function.function == "sum" || function.function == "avg";
   if (adds && whole.kind == Kind::Money) {
-    text_ += "round(" + function.function + "(CAST(";
+    text_ += "qk_money(CAST(" + function.function + "(CAST(";
     value(first);
-    text_ += " AS numeric)), 4)";
+    text_ += " AS numeric)) AS float8))";
   } else if (adds) {
     text_ += function.function + u'(';
     number(first);

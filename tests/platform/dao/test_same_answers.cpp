@@ -139,6 +139,17 @@ class TestSameAnswers : public QObject {
     QVERIFY(!twins_->lastFailed());
   }
 
+  void aMeanOfMoneyIsRoundedAsMoneyIs() {
+    for (Database* database : {&twins_->file(), &twins_->server()}) {
+      database->execute("UPDATE Orte SET Preis = 1.0001");
+      database->execute("UPDATE Orte SET Preis = 1 WHERE ID MOD 2 = 0");
+      QCOMPARE(read(*database, "SELECT Avg(Preis) AS A FROM Orte WHERE ID < 3").rows, QStringList{"1"});
+      const QString mixed =
+          "SELECT Len(Name) AS A FROM Orte WHERE ID = 0 UNION SELECT -2.5 * Preis FROM Orte";
+      QCOMPARE(read(*database, mixed + " WHERE ID = 2").rows, QStringList{"-2"});
+    }
+  }
+
   void sortingAndGroupingByNothing() {
     for (const char* text : {"SELECT * FROM Werte ORDER BY Null, ID DESC",
                              "SELECT Null AS G, Count(*) AS A FROM Werte GROUP BY Null"}) {
