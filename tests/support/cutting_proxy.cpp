@@ -8,12 +8,13 @@
 #include <array>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace qk::test {
 namespace {
 
-/// What of a long answer still arrives: whole rows, as they come in messages far smaller than that.
+/// Bytes of a long answer that still arrive: many rows, and a piece of one.
 constexpr qsizetype kBeginning = 20000;
 
 sockaddr_un addressOf(const QByteArray& path) {
@@ -125,8 +126,9 @@ bool CuttingProxy::passOn(Link& link) {
 bool CuttingProxy::answer(Link& link) {
   const QByteArray bytes = received(link.server);
   if (bytes.isEmpty()) return false;
-  link.arrived = link.cut ? link.arrived + bytes.size() : 0;
+  const qsizetype before = std::exchange(link.arrived, link.cut ? link.arrived + bytes.size() : 0);
   if (link.cut == Cut::Answer || (link.cut == Cut::InAnswer && link.arrived > kBeginning)) {
+    if (link.cut == Cut::InAnswer) sendAll(link.program, bytes.left(kBeginning - before));
     ++cuts_;
     return false;
   }
