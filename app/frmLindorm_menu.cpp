@@ -7,6 +7,7 @@
 
 #include "app/frmHilfe.h"
 #include "app/frmLindorm.h"
+#include "app/ground/printing.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "app/ground/temp_module_ui.h"
@@ -59,7 +60,10 @@ void frmLindorm::connectMenus() {
 
 void frmLindorm::connectFileMenus() {
   onInSteps(ui_->mnuDateiWettkampfOpen, [this](Steps& step) { mnuDateiWettkampfOpen_Click(step); });
-  on(ui_->mnuDateiPrinterSetup, [this] { workplace_.dialogs.printerSetup(); });
+  on(ui_->mnuDateiPrinterSetup, [this] {
+    CurrentPrinter printer = currentPrinter(workplace_);
+    if (const auto chosen = workplace_.dialogs.printerSetup(printer.setup())) printer.keep(*chosen);
+  });
   on(ui_->mnuExit, [this] { close(); });
   on(ui_->mnuEditSchussAlle, [this] {
     frmHaeringSchussAlle browser(workplace_, this);

@@ -24,7 +24,7 @@ class NoDialogs : public Dialogs {
   QString openFile(const QString&, const QString&) override { return {}; }
   QString chooseFolder(const QString&, const QString&) override { return {}; }
   std::optional<FontChoice> chooseFont(const FontChoice&) override { return std::nullopt; }
-  void printerSetup() override {}
+  std::optional<PrinterSetup> printerSetup(const PrinterSetup&) override { return std::nullopt; }
 };
 
 struct InFolder {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "app/ground/printing.h"
 #include "platform/print/paper.h"
 #include "platform/workplace.h"
 #include "targetconfig/configuration_check.h"
@@ -45,7 +46,7 @@ class frmHaeringIniPruefung : public QDialog {
   Workplace workplace_;
   std::unique_ptr<Ui::frmHaeringIniPruefung> ui_;
   std::vector<CheckRow> rows_;  // of the grid, in its order
-  PrinterPaper printer_;
+  PrinterPaper printer_{currentPrinter(workplace_)};
   Paper* paper_ = &printer_;
   bool checking_ = false;
   bool stop_ = false;

@@ -4,6 +4,7 @@
 #include <QString>
 #include <optional>
 
+#include "platform/print/printer_setup.h"
 #include "platform/runtime/retry.h"
 
 namespace qk {
@@ -38,8 +39,9 @@ class Dialogs {
   virtual QString openFile(const QString& filter, const QString& start = {}) = 0;
   virtual QString chooseFolder(const QString& prompt, const QString& start = {}) = 0;
   virtual std::optional<FontChoice> chooseFont(const FontChoice& current) = 0;
-  /// The system's printer set-up.
-  virtual void printerSetup() = 0;
+  /// The printer set-up; `current` is shown first. Nothing when cancelled. What was chosen is the caller's to
+  /// keep.
+  virtual std::optional<PrinterSetup> printerSetup(const PrinterSetup& current) = 0;
 
   /// Convenience: a question with Yes and No, title "Hinweis"; true for Yes.
   bool confirm(const QString& text, BoxIcon icon = BoxIcon::Question, std::optional<BoxAnswer> preset = {});

@@ -13,11 +13,11 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
 
 #include "platform/dialog/font_convert.h"
+#include "platform/dialog/printer_setup_dialog.h"
+#include "platform/print/current_printer.h"
 
 namespace qk {
 
@@ -208,10 +208,10 @@ std::optional<FontChoice> MessageBoxes::chooseFont(const FontChoice& current) {
   return FontChoice{fontText(fromFont(dialog->selectedFont())), fromColour(colour)};
 }
 
-void MessageBoxes::printerSetup() {
-  QPrinter printer;
-  Modal<QPrintDialog> dialog(&printer, parentWindow());
-  dialog.exec();
+std::optional<PrinterSetup> MessageBoxes::printerSetup(const PrinterSetup& current) {
+  Modal<PrinterSetupDialog> dialog(installedPrinters(), current, parentWindow());
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog->setup();
 }
 
 QStringList nameFilters(const QString& filter) {

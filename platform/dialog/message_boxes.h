@@ -14,7 +14,7 @@ class MessageBoxes : public Dialogs {
   QString openFile(const QString& filter, const QString& start) override;
   QString chooseFolder(const QString& prompt, const QString& start) override;
   std::optional<FontChoice> chooseFont(const FontChoice& current) override;
-  void printerSetup() override;
+  std::optional<PrinterSetup> printerSetup(const PrinterSetup& current) override;
 
   /// An input box whose text can't be read on the screen. Empty when cancelled.
   QString password(const QString& prompt, const QString& title);

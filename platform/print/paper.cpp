@@ -29,7 +29,8 @@ bool printerChosen(QPrinter& printer) {
 }  // namespace
 
 bool PrinterPaper::print(Pages& pages) {
-  QPrinter printer(QPrinter::HighResolution);
+  const std::unique_ptr<QPrinter> device = current_.make();
+  QPrinter& printer = *device;
   printer.setDocName(pages.name());
   printer.setPageMargins(
       QMarginsF(kMarginMillimetres, kMarginMillimetres, kMarginMillimetres, kMarginMillimetres),

@@ -4,6 +4,8 @@
 #include <QSizeF>
 #include <QString>
 
+#include "platform/print/current_printer.h"
+
 class QPaintDevice;
 class QPainter;
 
@@ -31,10 +33,15 @@ class Paper {
   virtual bool print(Pages& pages) = 0;
 };
 
-/// Asks for a printer and prints on it.
+/// Asks on which printer, beginning with the current one, and prints.
 class PrinterPaper : public Paper {
  public:
+  explicit PrinterPaper(const CurrentPrinter& current) : current_(current) {}
+
   bool print(Pages& pages) override;
+
+ private:
+  CurrentPrinter current_;
 };
 
 }  // namespace qk

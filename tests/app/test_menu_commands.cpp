@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QTest>
 
+#include "app/ground/printing.h"
+#include "platform/dialog/printer_setup_dialog.h"
 #include "platform/runtime/textcodec.h"
 #include "tests/app/range_office.h"
 
@@ -241,9 +243,21 @@ void TestMenuCommands::viewerGetsCompetitionAndStartNumber() {
 
 void TestMenuCommands::printerSetup() {
   for (const char* action : {"mnuDateiPrinterSetup", "prsetup"}) {
-    office_->boxes.expectPrinterSetup();
+    const PrinterSetup chosen{action, "A5", true};
+    office_->boxes.expectPrinterSetup(chosen).titled("Druckereinrichtung");
     run(action);
     QVERIFY(office_->boxes.done());
+    // Another program start reads it from the same place.
+    Settings later(office_->place.settings.filePath());
+    QCOMPARE(CurrentPrinter(later, "Tarvex", "Häring").setup(), chosen);
+    QCOMPARE(currentPrinter(office_->workplace()).setup(), chosen);
+    office_->boxes.expectPrinterSetup(std::nullopt).during([&] {
+      auto* dialog = qobject_cast<PrinterSetupDialog*>(QApplication::activeModalWidget());
+      QVERIFY(dialog);
+      QCOMPARE(dialog->setup(), chosen);
+    });
+    run(action);
+    QCOMPARE(currentPrinter(office_->workplace()).setup(), chosen);
   }
 }
 

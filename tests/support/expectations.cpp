@@ -21,6 +21,8 @@ QString nameOf(Asked kind) {
       return "font dialog";
     case Asked::PrinterSetup:
       return "printer set-up";
+    case Asked::Print:
+      return "print dialog";
     case Asked::Window:
       return "window";
   }
@@ -138,9 +140,16 @@ Expectation& Expectations::expectFont(const std::optional<FontChoice>& reply) {
   return expectation;
 }
 
-Expectation& Expectations::expectPrinterSetup() {
+Expectation& Expectations::expectPrinterSetup(const std::optional<PrinterSetup>& reply) {
   Expectation& expectation = expect({});
   expectation.kind = Asked::PrinterSetup;
+  expectation.printer = reply;
+  return expectation;
+}
+
+Expectation& Expectations::expectPrint() {
+  Expectation& expectation = expect({});
+  expectation.kind = Asked::Print;
   return expectation;
 }
 

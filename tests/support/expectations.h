@@ -26,7 +26,7 @@ using Complain = std::function<void(const QString& complaint)>;
 /// Fails the running test.
 void failTest(const QString& complaint);
 
-enum class Asked { Box, Input, OpenFile, Folder, Font, PrinterSetup, Window };
+enum class Asked { Box, Input, OpenFile, Folder, Font, PrinterSetup, Print, Window };
 
 struct Expectation {
   Asked kind = Asked::Box;
@@ -34,6 +34,7 @@ struct Expectation {
   BoxAnswer answer = BoxAnswer::Ok;
   std::optional<QString> reply;  ///< of an input or chooser; without one it is cancelled
   std::optional<FontChoice> font;
+  std::optional<PrinterSetup> printer;
   std::optional<QString> title;
   std::optional<BoxButtons> buttons;
   std::optional<BoxIcon> icon;
@@ -60,7 +61,9 @@ class Expectations {
   Expectation& expectOpenFile(const QString& filter, const std::optional<QString>& reply);
   Expectation& expectFolder(const QString& prompt, const std::optional<QString>& reply);
   Expectation& expectFont(const std::optional<FontChoice>& reply);
-  Expectation& expectPrinterSetup();
+  Expectation& expectPrinterSetup(const std::optional<PrinterSetup>& reply);
+  /// The question on which printer to print; cancelled. Real boxes only.
+  Expectation& expectPrint();
   /// A modal window of the program (or any other dialog) by object name or class; real boxes only.
   Expectation& expectWindow(const QString& name, std::function<void(QWidget&)> drive);
 

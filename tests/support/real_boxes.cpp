@@ -17,6 +17,7 @@
 
 #include "platform/dialog/font_convert.h"
 #include "platform/dialog/message_boxes.h"
+#include "platform/dialog/printer_setup_dialog.h"
 
 namespace qk::test {
 
@@ -103,8 +104,10 @@ void RealBoxes::answer(QDialog* dialog) {
     answerFile(*file);
   else if (auto* font = qobject_cast<QFontDialog*>(dialog))
     answerFont(*font);
+  else if (auto* printer = qobject_cast<PrinterSetupDialog*>(dialog))
+    answerPrinterSetup(*printer);
   else if (qobject_cast<QPrintDialog*>(dialog)) {
-    take(Asked::PrinterSetup, {}, dialog->windowTitle());
+    take(Asked::Print, {}, dialog->windowTitle());
     dialog->reject();
   } else
     answerWindow(*dialog);
@@ -170,6 +173,15 @@ void RealBoxes::answerFont(QFontDialog& dialog) {
   run(taken->meanwhile);
   if (!taken->font) return dialog.reject();
   dialog.setCurrentFont(toFont(parseFontText(taken->font->font)));
+  dialog.accept();
+}
+
+void RealBoxes::answerPrinterSetup(PrinterSetupDialog& dialog) {
+  const std::optional<Expectation> taken = take(Asked::PrinterSetup, {}, dialog.windowTitle());
+  if (!taken) return dialog.reject();
+  run(taken->meanwhile);
+  if (!taken->printer) return dialog.reject();
+  dialog.setSetup(*taken->printer);
   dialog.accept();
 }
 

@@ -12,6 +12,10 @@ class QFontDialog;
 class QInputDialog;
 class QMessageBox;
 
+namespace qk {
+class PrinterSetupDialog;
+}
+
 namespace qk::test {
 
 class RealBoxes : public QObject, public Expectations {
@@ -31,6 +35,7 @@ class RealBoxes : public QObject, public Expectations {
   void answerFile(QFileDialog& dialog);
   /// Sets the font only; the colour has a dialog of its own behind the button "cmdFarbe".
   void answerFont(QFontDialog& dialog);
+  void answerPrinterSetup(PrinterSetupDialog& dialog);
   void answerWindow(QDialog& dialog);
 };
 

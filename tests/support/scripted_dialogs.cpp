@@ -34,8 +34,9 @@ std::optional<FontChoice> ScriptedDialogs::chooseFont(const FontChoice&) {
   return taken ? taken->font : std::nullopt;
 }
 
-void ScriptedDialogs::printerSetup() {
-  take(Asked::PrinterSetup, {}, {});
+std::optional<PrinterSetup> ScriptedDialogs::printerSetup(const PrinterSetup&) {
+  const std::optional<Expectation> taken = take(Asked::PrinterSetup, {}, {});
+  return taken ? taken->printer : std::nullopt;
 }
 
 }  // namespace qk::test

@@ -14,7 +14,7 @@ class ScriptedDialogs : public Dialogs, public Expectations {
   QString openFile(const QString& filter, const QString& start) override;
   QString chooseFolder(const QString& prompt, const QString& start) override;
   std::optional<FontChoice> chooseFont(const FontChoice& current) override;
-  void printerSetup() override;
+  std::optional<PrinterSetup> printerSetup(const PrinterSetup& current) override;
 
  private:
   QString reply(Asked kind, const QString& text, const QString& title);

@@ -148,16 +148,18 @@ class TestListPages : public QObject {
   }
 
   void theOperatorMayCancelThePrinter() {
-    StrictMessages messages;
+    TestWorkplace place;
     RealBoxes boxes;
-    boxes.expectPrinterSetup();
+    const CurrentPrinter printer(place.settings, "Haus", "Druck");
+    boxes.expectPrint();
     ListPages pages("Liste", {}, rows(3), qApp->font());
-    QVERIFY(!PrinterPaper().print(pages));
+    QVERIFY(!PrinterPaper(printer).print(pages));
   }
 
   void aChosenPrinterGetsThePages() {
-    QTemporaryDir folder;
-    const QString file = folder.filePath("liste.pdf");
+    TestWorkplace place;
+    const CurrentPrinter printer(place.settings, "Haus", "Druck");
+    const QString file = place.path("liste.pdf");
     QTimer::singleShot(0, this, [&] {
       auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
       QVERIFY(dialog);
@@ -166,7 +168,7 @@ class TestListPages : public QObject {
       dialog->done(QDialog::Accepted);
     });
     ListPages pages("Liste", {}, rows(100), qApp->font());
-    QVERIFY(PrinterPaper().print(pages));
+    QVERIFY(PrinterPaper(printer).print(pages));
     QFile pdf(file);
     QVERIFY(pdf.open(QIODevice::ReadOnly));
     const QByteArray content = pdf.readAll();

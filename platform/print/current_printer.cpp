@@ -1,0 +1,66 @@
+#include "platform/print/current_printer.h"
+
+#include <QPageSize>
+#include <QPrinter>
+#include <QPrinterInfo>
+
+#include "platform/runtime/error.h"
+#include "platform/settings/settings.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kPrinterError = 482;
+
+const QString kName = "Drucker";
+const QString kPaper = "DruckerPapier";
+const QString kLandscape = "DruckerQuerformat";
+
+/// The paper of that key; not valid for one that nobody knows.
+QPageSize pageSize(const QString& key) {
+  for (int id = 0; id <= QPageSize::LastPageSize; ++id)
+    if (QPageSize::key(static_cast<QPageSize::PageSizeId>(id)) == key)
+      return QPageSize(static_cast<QPageSize::PageSizeId>(id));
+  return QPageSize();
+}
+
+}  // namespace
+
+CurrentPrinter::CurrentPrinter(Settings& settings, QString application, QString section)
+    : settings_(settings), application_(std::move(application)), section_(std::move(section)) {}
+
+PrinterSetup CurrentPrinter::setup() const {
+  return {settings_.value(application_, section_, kName), settings_.value(application_, section_, kPaper),
+          settings_.flag(application_, section_, kLandscape)};
+}
+
+void CurrentPrinter::keep(const PrinterSetup& setup) {
+  settings_.setValue(application_, section_, kPaper, setup.paper);
+  settings_.setValue(application_, section_, kLandscape, setup.landscape ? "1" : "0");
+  settings_.setValue(application_, section_, kName, setup.name);
+}
+
+std::unique_ptr<QPrinter> CurrentPrinter::make() const {
+  const PrinterSetup chosen = setup();
+  if (!chosen.name.isEmpty() && !QPrinterInfo::availablePrinterNames().contains(chosen.name))
+    throw Error(kPrinterError, errorDescription(kPrinterError) + ": " + chosen.name);
+  auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  if (!chosen.name.isEmpty()) printer->setPrinterName(chosen.name);
+  if (const QPageSize paper = pageSize(chosen.paper); paper.isValid()) printer->setPageSize(paper);
+  printer->setPageOrientation(chosen.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
+  return printer;
+}
+
+std::vector<InstalledPrinter> installedPrinters() {
+  std::vector<InstalledPrinter> found;
+  for (const QPrinterInfo& info : QPrinterInfo::availablePrinters()) {
+    InstalledPrinter printer{info.printerName(), info.isDefault(), {}};
+    for (const QPageSize& size : info.supportedPageSizes())
+      if (size.id() != QPageSize::Custom) printer.papers.push_back({size.key(), size.name()});
+    found.push_back(std::move(printer));
+  }
+  return found;
+}
+
+}  // namespace qk
