@@ -11,6 +11,7 @@
 
 #include "platform/grid/bound_rows.h"
 #include "platform/grid/filter_header.h"
+#include "platform/grid/open_editors.h"
 #include "platform/grid/tick_delegate.h"
 
 namespace qk {
@@ -44,6 +45,7 @@ class BoundGrid::CellDelegate : public TickDelegate {
 };
 
 BoundGrid::BoundGrid(QWidget* parent) : QTableView(parent), header_(new FilterHeader(this)) {
+  takeOverEditsBeforeActions();
   setHorizontalHeader(header_);
   setItemDelegate(new CellDelegate(this));
   verticalHeader()->hide();

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/grid/open_editors.h"
 #include "platform/grid/suggestion_delegate.h"
 #include "platform/grid/tick_delegate.h"
 #include "platform/runtime/error.h"
@@ -36,6 +37,7 @@ bool startsNumber(const QString& text) {
 }  // namespace
 
 TextGrid::TextGrid(QWidget* parent) : QTableView(parent), delegate_(new TickDelegate(this)) {
+  takeOverEditsBeforeActions();
   setItemDelegate(delegate_);
   setSelectionBehavior(SelectRows);
   setSelectionMode(SingleSelection);
