@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/ground/settings_keys.h"
+#include "app/ground/temp_module.h"
 #include "link/commands.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/clock.h"
@@ -78,17 +79,17 @@ void LineExchange::send(QString sCommand, bool bWarten, const Life& life) {
 /// Waits for the station to take over the pending command. False when the operator drops the new one, or when
 /// this line died meanwhile.
 bool LineExchange::stationIsFree(const QString& flag, const Life& life) {
-  Files& files = workplace_.files;
   Waits& waits = workplace_.waits;
-  if (!files.exists(flag)) return true;
+  const auto pending = [&] { return DateiVorhanden(workplace_.files, flag); };
+  if (!pending()) return true;
 
   showSendState(SendState::Waiting);
-  for (int pass = 0; pass < waitPasses && files.exists(flag); ++pass) {
+  for (int pass = 0; pass < waitPasses && pending(); ++pass) {
     waits.runMessageLoop();
     waits.sleep(waitMilliseconds);
     if (life.expired()) return false;
   }
-  if (!files.exists(flag)) return true;
+  if (!pending()) return true;
 
   const bool goOn = workplace_.dialogs.confirm("Achtung: Der zuletzt gesendete Befehl an der Linie (" +
                                                    QString::number(nLinie_) +
@@ -152,7 +153,7 @@ bool LineExchange::takeLine(const QString& line, const std::shared_ptr<HaeringSc
   const QString received = QString(line).remove('"');
   if (!line.trimmed().isEmpty()) logIncoming(received);
 
-  const ErrorReport ask = fehlerReport(workplace_.dialogs, {});
+  const ErrorReport ask = importReport(workplace_.dialogs, nLinie_, received);
   const ErrorReport report = [&](const Error& error) {
     const ErrorAnswer answer = ask(error);
     return life.expired() ? ErrorAnswer::Abort : answer;  // the database may have died with the line
@@ -192,6 +193,15 @@ void LineExchange::logIncoming(const QString& line) {
 
 void LineExchange::schreibeEmpfangsFlagge() {
   workplace_.files.write(inFlag_, "\r\n");
+}
+
+ErrorReport importReport(Dialogs& dialogs, int nLinie, const QString& record) {
+  constexpr qsizetype enough = 300;  // whoever mutilates a record may make it long
+  const QString shown = record.size() > enough ? record.left(enough) + "…" : record;
+  const QString where = "\nLinie " + QString::number(nLinie) + ", Datensatz: " + shown;
+  return [ask = fehlerReport(dialogs, {}), where](const Error& error) {
+    return ask(Error(error.number(), error.description() + where));
+  };
 }
 
 QString SummenZeileHaering(const QString& line) {

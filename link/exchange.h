@@ -102,6 +102,9 @@ class LineExchange {
   std::shared_ptr<const char> life_;
 };
 
+/// The report of an import: says of which line and record it speaks. `dialogs` outlives it.
+ErrorReport importReport(Dialogs& dialogs, int nLinie, const QString& record);
+
 /// The text of a station's sum line (code 22, a semicolon, the text), untrimmed; empty for any other line.
 QString SummenZeileHaering(const QString& line);
 

@@ -8,6 +8,7 @@
 #include "platform/dao/recordset.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/runtime/error.h"
+#include "platform/runtime/named_field.h"
 #include "platform/runtime/numbers.h"
 
 namespace qk {
@@ -28,22 +29,27 @@ bool cutRecord(QString& line, Record& record) {
   if (!terminated) line += separator;
   line.remove('"');
 
-  QStringView rest = QStringView(line).chopped(separator.size());
-  // A terminator hidden behind a closing quote doesn't open a further field.
-  if (!terminated && rest.endsWith(separator)) rest.chop(separator.size());
-  for (size_t field = 0; field + 1 < recordFields; ++field) {
+  // From the left, each field up to its separator: a terminator that lost its last blank ends the field
+  // before it all the same, and what is left of it is none.
+  QStringView rest = line;
+  // Nor is what a terminator leaves that was hidden behind a closing quote.
+  if (const QStringView own = rest.chopped(separator.size()); !terminated && own.endsWith(separator))
+    rest = own;
+  for (QStringView& field : record) {
     const qsizetype end = rest.indexOf(separator);
     if (end < 0) return false;
-    record[field] = rest.first(end);
+    field = rest.first(end);
     rest = rest.sliced(end + separator.size());
   }
-  const qsizetype end = rest.indexOf(separator);
-  record[recordFields - 1] = end < 0 ? rest : rest.first(end);
   return true;
 }
 
-qint16 wholeNumber(QStringView field) {
-  return toInt16(parseStrict(field));
+qint16 wholeNumber(const char* name, QStringView field) {
+  return readNamed(name, field, [&] { return toInt16(parseStrict(field)); });
+}
+
+double realNumber(const char* name, QStringView field) {
+  return readNamed(name, field, [&] { return parseStrict(field); });
 }
 
 /// The factor is 0 only where its look-up failed and the failure was ignored.
@@ -78,21 +84,21 @@ bool HaeringSchuss::Haering_Import_Zeile(QString& sInput, dao::Database* db, con
     step([&] { ZeilenCode = field[0].toString(); });
     step([&] { WettbewerbBezeichnung = field[1].toString(); });
     step([&] { KlasseBezeichnung = field[2].toString(); });
-    step([&] { OrtStandnummer = wholeNumber(field[3]); });
-    step([&] { LinienNummer = wholeNumber(field[4]); });
+    step([&] { OrtStandnummer = wholeNumber("Standnummer", field[3]); });
+    step([&] { LinienNummer = wholeNumber("Liniennummer", field[4]); });
     step([&] { SchuetzenName = field[5].toString(); });
     step([&] { ProbeMatch = field[6].toString(); });
-    step([&] { Wertung = wholeNumber(field[7]); });
-    step([&] { TrefferNummer = wholeNumber(field[8]); });
-    step([&] { RingMitZehntel = parseStrict(ring); });
-    step([&] { RingOhneZehntel = ringOhneZehntel(ring); });
+    step([&] { Wertung = wholeNumber("Wertung", field[7]); });
+    step([&] { TrefferNummer = wholeNumber("Treffernummer", field[8]); });
+    step([&] { RingMitZehntel = realNumber("Ringwert", ring); });
+    step([&] { RingOhneZehntel = readNamed("Ringwert", ring, [&] { return ringOhneZehntel(ring); }); });
     step([&] { Ring0XZehntel = ring0XZehntel(ring); });
     step([&] { RingXXZehntel = ringXXZehntel(ring); });
     step([&] { LagePfeilzeichen = field[10].toString(); });
-    step([&] { X = parseStrict(field[11]); });
-    step([&] { Y = parseStrict(field[12]); });
-    step([&] { Radius = parseStrict(field[13]); });
-    step([&] { PHiPosition = parseStrict(field[14]); });
+    step([&] { X = realNumber("X", field[11]); });
+    step([&] { Y = realNumber("Y", field[12]); });
+    step([&] { Radius = realNumber("Radius", field[13]); });
+    step([&] { PHiPosition = realNumber("Winkel", field[14]); });
     step([&] { AbsoluteZeit = field[15].toString(); });
     step([&] { RelativeZeit = field[16].toString(); });
     step([&] { Datum = field[17].toString(); });

@@ -2,7 +2,7 @@
 //
 // A record is one line of text. Fields are separated by " ; " (a semicolon alone doesn't separate), numbers
 // carry a decimal comma, double quotes anywhere are noise. A shot record has at least 21 fields; further ones
-// are ignored.
+// are ignored. A final " ; " may stand or not, or lack its last blank.
 #pragma once
 
 #include <QString>
@@ -54,7 +54,8 @@ class HaeringSchuss {
   /// Fills the object from a record line and returns true. A line of fewer than 21 fields returns false and
   /// touches no field. `sInput` is changed in place: a missing final " ; " is added, double quotes are
   /// removed. Statements run one by one under `report`; after an ignored failure the field keeps its former
-  /// value, an abort returns false. `db` is the competition (may be null) and must outlive the call.
+  /// value, an abort returns false. A number that can't be read names its field. `db` is the competition (may
+  /// be null) and must outlive the call.
   bool Haering_Import_Zeile(QString& sInput, dao::Database* db, const ErrorReport& report);
 };
 

@@ -1,4 +1,10 @@
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <QFile>
 #include <QTest>
+#include <algorithm>
 
 #include "platform/runtime/textcodec.h"
 #include "tests/link/plain_line.h"
@@ -19,10 +25,35 @@ int errorOf(const std::function<void()>& call) {
   return 0;
 }
 
+/// A file that a look finds and nobody can open, whatever his rights: a socket.
+class UnreadableFile {
+ public:
+  explicit UnreadableFile(const QString& path) : socket_(::socket(AF_UNIX, SOCK_STREAM, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray name = QFile::encodeName(path);
+    std::copy_n(name.constData(), std::min<size_t>(size_t(name.size()), sizeof address.sun_path - 1),
+                address.sun_path);
+    if (::bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+      failTest("no socket at " + path);
+  }
+  ~UnreadableFile() { ::close(socket_); }
+  UnreadableFile(const UnreadableFile&) = delete;
+  UnreadableFile& operator=(const UnreadableFile&) = delete;
+
+ private:
+  int socket_;
+};
+
 const QString question =
     "Achtung: Der zuletzt gesendete Befehl an der Linie (3)\r\nwurde noch nicht von ESA-Intarso "
     "übernommen!\r\n\r\n"
     "Wollen Sie fortfahren (und die Abarbeitung des letzten Befehl abwarten)?";
+
+/// What the box over a field that can't be read says: which field, which line, which record.
+QString unreadable(const QString& field, const QString& record) {
+  return "Fehler: 13 - " + errorDescription(13) + ": " + field + "\nLinie 3, Datensatz: " + record + "\n";
+}
 
 }  // namespace
 
@@ -137,6 +168,14 @@ class TestExchange : public QObject {
     QCOMPARE(place_->waits.sleeps(), QList<int>(5, 500));
     QCOMPARE(content("HServ3.nrt"), QByteArray("\"12\"\r\n"));
     QCOMPARE(states_, (QList{SendState::Waiting, SendState::Sent, SendState::Hidden}));
+  }
+
+  void aFlagThatCannotBeReadHoldsNothingUp() {
+    const UnreadableFile flag(file("HServ3.ctl"));
+    QVERIFY(exists("HServ3.ctl"));
+    QCOMPARE(errorOf([&] { exchange_->Output_2_ESA("12", true); }), 13);  // nor can it be written
+    QVERIFY(place_->waits.sleeps().isEmpty());
+    QCOMPARE(content("HServ3.nrt"), QByteArray("\"12\"\r\n"));
   }
 
   void stationStaysSilentAnswerNo() {
@@ -329,6 +368,19 @@ class TestExchange : public QObject {
     QVERIFY(!exists("HSlav3.ctl"));
   }
 
+  /// Each of the three is taken over only while the next one waits for it, long after the pause between them.
+  void eachAnswerToCode78WaitsForTheOneBefore() {
+    put("HServ3.ctl", "\"\"\r\n");
+    stationListens();
+    place_->waits.inEachSleep([this](int number) {
+      if (place_->waits.sleeps().at(number - 1) == 500) stationTakes();
+    });
+    report({shotRecordNumber(17, "78")});
+    exchange_->tick();
+    QCOMPARE(place_->waits.sleeps(), (QList<int>{500, 200, 500, 200, 500}));
+    QCOMPARE(commands_, (QStringList{"67", "13", "67"}));
+  }
+
   void code78DecidesByTheLine() {
     report({"  " + shotRecordNumber(17, "780")});
     stationListens();
@@ -420,7 +472,7 @@ class TestExchange : public QObject {
 
   void importFailureAsks() {
     report({shotRecordWith(3, "eins")});
-    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\n", BoxAnswer::Ignore)
+    place_->dialogs.expect(unreadable("Standnummer „eins“", shotRecordWith(3, "eins")), BoxAnswer::Ignore)
         .titled("Fehler")
         .with(BoxButtons::AbortRetryIgnore);
     exchange_->tick();
@@ -432,7 +484,7 @@ class TestExchange : public QObject {
     fields[0] = "22";
     fields[3] = "eins";
     report({shotRecord(fields)});
-    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\n", BoxAnswer::Abort);
+    place_->dialogs.expect(unreadable("Standnummer „eins“", shotRecord(fields)), BoxAnswer::Abort);
     exchange_->tick();
     QVERIFY(line_->rows.isEmpty());
     QCOMPARE(line_->sums, QStringList{" LG Meister "});
@@ -487,9 +539,8 @@ class TestExchange : public QObject {
     fields[0] = "22";  // would be a sum line once the import gave up
     fields[3] = "eins";
     report({shotRecord(fields)});
-    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\n", BoxAnswer::Retry).during([this] {
-      exchange_.reset();
-    });
+    place_->dialogs.expect(unreadable("Standnummer „eins“", shotRecord(fields)), BoxAnswer::Retry)
+        .during([this] { exchange_.reset(); });
     exchange_->tick();
     QVERIFY(line_->sums.isEmpty());
     QVERIFY(exists("HSlav3.ctl"));
@@ -512,62 +563,6 @@ class TestExchange : public QObject {
     shot->Key = "b";
     QVERIFY(WennHaeringKeyNichtVorhanden(shots, "a"));
     QVERIFY(!WennHaeringKeyNichtVorhanden(shots, "b"));
-  }
-
-  // --- clearing ---
-
-  void clearsAllLines() {
-    for (const QString name :
-         {"HServ1.nrt", "HServ1.ctl", "HSlav12.nrt", "HSlav12.ctl", "esa_preis.ini", "HServ.txt"})
-      put(name, "x");
-    place_->files.clearJournal();
-    place_->waits.clear();
-    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), file(""),
-                                       [](const Error&) { return ErrorAnswer::Abort; }));
-    QCOMPARE(place_->files.journal(), (QStringList{"remove HServ1.nrt", "remove HServ1.ctl",
-                                                   "remove HSlav12.nrt", "remove HSlav12.ctl"}));
-    QCOMPARE(place_->waits.messageLoops(), 4);
-    QVERIFY(exists("esa_preis.ini") && exists("HServ.txt"));
-  }
-
-  void clearsNothing() {
-    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), file(""),
-                                       [](const Error&) { return ErrorAnswer::Abort; }));
-    QVERIFY(place_->files.journal().isEmpty());
-  }
-
-  void clearsInTheWrongPlaceWithoutASeparator() {
-    put("HServ1.nrt", "x");
-    QString folder = file("");
-    folder.chop(1);
-    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), folder,
-                                       [](const Error&) { return ErrorAnswer::Abort; }));
-    QVERIFY(exists("HServ1.nrt"));
-  }
-
-  void aNameTakenForTheFolderIsNeverDeletedElsewhere() {
-    put("HServ1.nrt", "x");
-    place_->files.write(place_->path("austauschHServ1.nrt"), "x");
-    QString folder = file("");
-    folder.chop(1);
-    QList<int> numbers;
-    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), folder, [&](const Error& error) {
-      numbers << error.number();
-      return ErrorAnswer::Ignore;
-    }));
-    QCOMPARE(numbers, QList<int>{53});
-    QVERIFY(exists("HServ1.nrt") && place_->files.exists(place_->path("austauschHServ1.nrt")));
-  }
-
-  void clearingAsksAboutAStuckFile() {
-    for (const QString name : {"HServ1.nrt", "HServ2.nrt", "HServ3.nrt"}) put(name, "x");
-    place_->files.fail(FileStep::Remove, "HServ1.nrt", 70);
-    QList<ErrorAnswer> answers = {ErrorAnswer::Retry, ErrorAnswer::Ignore};
-    QVERIFY(loescheOffeneLinienbefehle(place_->workplace(), file(""),
-                                       [&](const Error&) { return answers.takeFirst(); }));
-    QVERIFY(exists("HServ1.nrt") && !exists("HServ2.nrt") && !exists("HServ3.nrt"));
-    QVERIFY(!loescheOffeneLinienbefehle(place_->workplace(), file(""),
-                                        [](const Error&) { return ErrorAnswer::Abort; }));
   }
 };
 

@@ -106,6 +106,24 @@ class TestHaeringSchuss : public QObject {
     QCOMPARE(with.SchuetzeStartnummer, "107");
   }
 
+  void aTerminatorMayLoseItsLastBlank_data() {
+    QTest::addColumn<QString>("end");
+    QTest::newRow("at the end") << " ;";
+    QTest::newRow("before a closing quote") << " ;\"";
+    QTest::newRow("behind a whole one") << " ; ;";
+    QTest::newRow("before a whole one") << " ; ; ";
+  }
+  void aTerminatorMayLoseItsLastBlank() {
+    QFETCH(QString, end);
+    HaeringSchuss plain, cut, twenty;
+    QVERIFY(import(plain, shotRecord()));
+    QVERIFY(import(cut, (end.endsWith('"') ? "\"" : "") + shotRecord() + end));
+    compareRecords(plain, cut);
+    QCOMPARE(cut.SchuetzeStartnummer, "107");
+    // What is left of the terminator is no field.
+    QVERIFY(!import(twenty, shotRecord(shotFields().mid(0, 20)) + (end.startsWith(" ; ") ? " ;" : end)));
+  }
+
   void quotesAreNoiseAnywhere() {
     HaeringSchuss plain, quoted;
     QVERIFY(import(plain, shotRecord()));
@@ -227,6 +245,23 @@ class TestHaeringSchuss : public QObject {
     QString line = shotRecordWith(field, value);
     QVERIFY(!shot.Haering_Import_Zeile(line, nullptr, answers.report()));
     QCOMPARE(answers.numbers, numbers);
+  }
+
+  void aFailureNamesItsField() {
+    QString said;
+    HaeringSchuss shot;
+    QString line = shotRecordWith(9, "9.7");
+    shot.Haering_Import_Zeile(line, nullptr, [&](const Error& error) {
+      said = error.description();
+      return ErrorAnswer::Abort;
+    });
+    QCOMPARE(said, errorDescription(13) + ": Ringwert „9.7“");
+    line = shotRecordWith(4, "40000");
+    shot.Haering_Import_Zeile(line, nullptr, [&](const Error& error) {
+      said = error.description();
+      return ErrorAnswer::Abort;
+    });
+    QCOMPARE(said, errorDescription(6) + ": Liniennummer „40000“");
   }
 
   void ignoringKeepsTheFormerValue() {
