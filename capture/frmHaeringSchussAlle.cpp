@@ -81,7 +81,11 @@ void frmHaeringSchussAlle::openCompetition() {
 
 void frmHaeringSchussAlle::refresh(const QString& routine) {
   if (!database_) return;
-  if (!reported(report(routine), [this](Steps&) { rows_->open(*database_, query_.text()); })) rows_->clear();
+  bool opened = false;
+  reported(report(routine),
+           [&](Steps& step) { opened = step([&] { rows_->open(*database_, query_.text()); }); });
+  // Whatever the answer: rows of a former query would be deleted for those of this one.
+  if (!opened) rows_->clear();
 }
 
 void frmHaeringSchussAlle::filterChange() {
