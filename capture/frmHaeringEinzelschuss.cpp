@@ -18,12 +18,11 @@ frmHaeringEinzelschuss::frmHaeringEinzelschuss(const Workplace& workplace, Haeri
   ui_->Combo1->setCurrentIndex(-1);
   ui_->cmbWettbewerbe->addItems(wettbewerbeListe(sWettbewerbe));
   ui_->cmbWettbewerbe->setCurrentIndex(-1);
+  ui_->cmbWettbewerbe->setCompleter(nullptr);  // what is typed is stored, not what it resembles
   SchussInFormular();
   connect(ui_->txtRadius, &QLineEdit::textChanged, this, &frmHaeringEinzelschuss::txtRadius_Change);
-  // A factor that is typed after the radius still makes the missing teiler; one that stands there is kept.
-  connect(ui_->txtTeilerFaktor, &QLineEdit::editingFinished, this, [this] {
-    if (ui_->txtTeiler->text().isEmpty() && !ui_->txtRadius->text().isEmpty()) txtRadius_Change();
-  });
+  connect(ui_->txtTeilerFaktor, &QLineEdit::textChanged, this,
+          &frmHaeringEinzelschuss::txtTeilerFaktor_Change);
   connect(ui_->cmdSave, &QPushButton::clicked, this, &frmHaeringEinzelschuss::cmdSave_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   resize(sizeHint().expandedTo(QSize(110 * fontMetrics().averageCharWidth(), 0)));
@@ -85,7 +84,19 @@ void frmHaeringEinzelschuss::cmdSave_Click() {
   accept();
 }
 
+/// A factor that comes after the radius still makes the missing teiler, and follows it while it is typed. A
+/// teiler of any other origin is kept.
+void frmHaeringEinzelschuss::txtTeilerFaktor_Change() {
+  const QString shown = ui_->txtTeiler->text();
+  if (ui_->txtRadius->text().isEmpty() || (!shown.isEmpty() && shown != lateTeiler_)) return;
+  const auto teiler = teilerText(ui_->txtRadius->text(), ui_->txtTeilerFaktor->text());
+  if (!teiler) return;
+  lateTeiler_ = *teiler;
+  ui_->txtTeiler->setText(lateTeiler_);
+}
+
 void frmHaeringEinzelschuss::txtRadius_Change() {
+  lateTeiler_.clear();
   if (const auto teiler = teilerText(ui_->txtRadius->text(), ui_->txtTeilerFaktor->text()))
     ui_->txtTeiler->setText(*teiler);
 }

@@ -38,10 +38,12 @@ class frmHaeringEinzelschuss : public QDialog {
   void EingabePruefen(bool& bFehler);
   void cmdSave_Click();
   void txtRadius_Change();
+  void txtTeilerFaktor_Change();
 
   Workplace workplace_;
   HaeringSchuss& SchussHaering_;
   std::unique_ptr<Ui::frmHaeringEinzelschuss> ui_;
+  QString lateTeiler_;  ///< the teiler that a factor behind its radius has made; empty when none has
   bool bOK_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "app/ground/temp_module.h"
+#include "platform/runtime/named_field.h"
 #include "platform/runtime/numbers.h"
 
 namespace qk {
@@ -17,8 +18,24 @@ double typedNumber(const QString& text) {
   return parseStrict(grouped.match(text).hasMatch() ? QString(text).remove('.') : text);
 }
 
-qint16 typedWhole(const QString& text) {
-  return toInt16(typedNumber(text));
+/// What can't be read names its field; a decimal point is what people type who think in another language.
+template <class Reading>
+auto typedField(const QString& name, const QString& text, Reading&& reading) {
+  try {
+    return readNamed(name, text, reading);
+  } catch (const Error& error) {
+    if (!text.contains('.')) throw;
+    throw Error(error.number(), error.description() + " (Dezimalstellen stehen hinter einem Komma: " +
+                                    QString(text).replace('.', ',') + ")");
+  }
+}
+
+double typedNumber(const QString& name, const QString& text) {
+  return typedField(name, text, [&] { return typedNumber(text); });
+}
+
+qint16 typedWhole(const QString& name, const QString& text) {
+  return typedField(name, text, [&] { return toInt16(typedNumber(text)); });
 }
 
 QString textUnlessZero(double value) {
@@ -98,8 +115,8 @@ SchussFormular formOf(const HaeringSchuss& schuss) {
 }
 
 void fillShot(HaeringSchuss& schuss, const SchussFormular& form, Steps& step) {
-  step([&] { schuss.OrtStandnummer = typedWhole(form.standort); });
-  step([&] { schuss.LinienNummer = typedWhole(form.linie); });
+  step([&] { schuss.OrtStandnummer = typedWhole("Standort", form.standort); });
+  step([&] { schuss.LinienNummer = typedWhole("Linie", form.linie); });
   schuss.SchuetzenName = form.schuetze;
   schuss.SchuetzeStartnummer = form.startnummer;
   schuss.KlasseBezeichnung = form.klassebezeichnung;
@@ -109,12 +126,12 @@ void fillShot(HaeringSchuss& schuss, const SchussFormular& form, Steps& step) {
   schuss.RegelNummerKlasse = form.klasse;
   schuss.WettbewerbBezeichnung = form.wettbewerbbezeichnung;
   schuss.sWaffe = form.waffe;
-  step([&] { schuss.TrefferNummer = typedWhole(form.trefferNummer); });
+  step([&] { schuss.TrefferNummer = typedWhole("Treffernummer", form.trefferNummer); });
   if (form.wertung >= 0) schuss.Wertung = kWertungen.at(size_t(form.wertung)).value;
-  step([&] { schuss.RingMitZehntel = typedNumber(form.ringwert); });
-  step([&] { schuss.Radius = typedNumber(form.radius); });
-  step([&] { schuss.dblTeilerFaktor = typedNumber(form.teilerfaktor); });
-  step([&] { schuss.dblTeiler = typedNumber(form.teiler); });
+  step([&] { schuss.RingMitZehntel = typedNumber("Ringwert", form.ringwert); });
+  step([&] { schuss.Radius = typedNumber("Radius", form.radius); });
+  step([&] { schuss.dblTeilerFaktor = typedNumber("Teilerfaktor", form.teilerfaktor); });
+  step([&] { schuss.dblTeiler = typedNumber("Teiler", form.teiler); });
   step([&] { leiteRingeAb(schuss, numberText(schuss.RingMitZehntel)); });
   schuss.Key = schussKey(schuss.LinienNummer, schuss.TrefferNummer, schuss.Datum, schuss.AbsoluteZeit);
 }

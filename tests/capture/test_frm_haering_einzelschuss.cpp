@@ -35,6 +35,8 @@ class TestFrmHaeringEinzelschuss : public QObject {
   void unknownWertungLeavesTheList();
   void radiusMakesTheTeiler();
   void aLateFactorMakesTheMissingTeiler();
+  void theTeilerFollowsTheFactorBeingTyped();
+  void whatIsTypedIsNotCompleted();
   void okTakesTheFields();
   void faultsKeepTheWindow();
   void unreadableNumberKeepsTheWindow();
@@ -142,6 +144,39 @@ void TestFrmHaeringEinzelschuss::aLateFactorMakesTheMissingTeiler() {
   QCOMPARE(text("txtTeiler"), "41");
 }
 
+void TestFrmHaeringEinzelschuss::theTeilerFollowsTheFactorBeingTyped() {
+  open();
+  type(*dialog, "txtRadius", "100");
+  auto& factor = the<QLineEdit>(*dialog, "txtTeilerFaktor");
+  factor.setFocus();
+  factor.clear();
+  typeInto(factor, "2");
+  QCOMPARE(text("txtTeiler"), "50,0");
+  typeInto(factor, ",");
+  QCOMPARE(text("txtTeiler"), "50,0");
+  typeInto(factor, "5");
+  QCOMPARE(text("txtTeiler"), "40,0");
+  // A teiler of the operator's own stays; so does one that came with the radius.
+  type(*dialog, "txtTeiler", "41");
+  type(*dialog, "txtTeilerFaktor", "5");
+  QCOMPARE(text("txtTeiler"), "41");
+  type(*dialog, "txtRadius", "200");
+  QCOMPARE(text("txtTeiler"), "40,0");
+  type(*dialog, "txtTeilerFaktor", "4");
+  QCOMPARE(text("txtTeiler"), "40,0");
+}
+
+void TestFrmHaeringEinzelschuss::whatIsTypedIsNotCompleted() {
+  for (const QString typed : {"LG", "lp 20"}) {
+    open();
+    enterGoodHit();
+    type(*dialog, "cmbWettbewerbe", typed);
+    press(*dialog, "cmbWettbewerbe", Qt::Key_Return);
+    QVERIFY(dialog->bOK());
+    QCOMPARE(shot.WettbewerbBezeichnung, typed);
+  }
+}
+
 void TestFrmHaeringEinzelschuss::okTakesTheFields() {
   open();
   enterGoodHit();
@@ -181,7 +216,10 @@ void TestFrmHaeringEinzelschuss::unreadableNumberKeepsTheWindow() {
   enterGoodHit();
   type(*dialog, "txtRingWertMit", "9.7");
   place->dialogs
-      .expect("Fehler: 13 - " + errorDescription(13) + "\nFehler bei FormularInSchuss_err!", BoxAnswer::Abort)
+      .expect("Fehler: 13 - " + errorDescription(13) +
+                  ": Ringwert „9.7“ (Dezimalstellen stehen hinter einem Komma: 9,7)\nFehler bei "
+                  "FormularInSchuss_err!",
+              BoxAnswer::Abort)
       .titled("Fehler")
       .with(BoxButtons::AbortRetryIgnore);
   click(*dialog, "cmdSave");
