@@ -75,7 +75,6 @@ class TransferRun {
   }
 
   void run(const Disziplin& d) {
-    if (!shots_.empty() && !shooter_) throw Error(91);
     switch (kindOf(d)) {
       case DisciplineKind::Teiler:
         runTeiler(d);
@@ -146,38 +145,41 @@ class TransferRun {
     return "Zt" + QString::number(static_cast<int>(std::floor(random_.next() * 50001))) + "-" + now_;
   }
 
-  template <class Record>
-  std::shared_ptr<Record> newRecord(const Disziplin& d) const {
-    auto record = std::make_shared<Record>();
-    record->Datum = now_;
-    record->DisziID = d.ID;
-    record->DisziplinName = d.Name;
-    record->Startnummer = shooter_->Startnummer;
-    // Crossed as it may look: the column of the team holds the club, the column before it the team.
-    record->MannId = shooter_->VereinsID;
-    record->VorMannId = shooter_->lMannID;
-    record->KlassenID = shooter_->KlassenID;
-    return record;
+  const Schuetze& shooter() const {
+    if (!shooter_) throw Error(91);
+    return *shooter_;
   }
 
-  template <class Record>
-  static void join(KeyedCollection<Record>& collection, const std::shared_ptr<Record>& record,
-                   const ErrorReport& report) {
-    reported(report, [&](Steps& step) { step([&] { collection.add(record, record->Key); }); });
+  /// Makes a record, lets `fill` write what is its own, and adds it under its key.
+  template <class Record, class Fill>
+  void save(KeyedCollection<Record>& collection, const Disziplin& d, const ErrorReport& report, Fill&& fill) {
+    reported(report, [&](Steps& step) {
+      const auto record = std::make_shared<Record>();
+      record->Datum = now_;
+      record->DisziID = d.ID;
+      record->DisziplinName = d.Name;
+      fill(*record);
+      step([&] { record->Startnummer = shooter().Startnummer; });
+      // Crossed as it may look: the column of the team holds the club, the column before it the team.
+      step([&] { record->MannId = shooter().VereinsID; });
+      step([&] { record->KlassenID = shooter().KlassenID; });
+      step([&] { record->VorMannId = shooter().lMannID; });
+      step([&] { collection.add(record, record->Key); });
+    });
   }
 
   void SaveTeilerInKlasse(const Disziplin& d, const CountedShot& counted, const QString& keyStart) {
     if (results_.m_colTeilerErg.contains("Zt" + counted.hitKey)) return;
     const HaeringSchuss& s = counted.shot;
-    const auto record = newRecord<QKTeilerDisziplin>(d);
-    record->Key = keyStart + counted.hitKey;
-    record->Art = "T";
-    record->ergebnis = s.dblTeiler;
-    record->ScheibenNr = s.TrefferNummer;
-    record->WTyp = s.sWaffe;
-    record->X = s.X;
-    record->Y = s.Y;
-    join(results_.m_colTeilerErg, record, saveTeilerReport_);
+    save(results_.m_colTeilerErg, d, saveTeilerReport_, [&](QKTeilerDisziplin& record) {
+      record.Key = keyStart + counted.hitKey;
+      record.Art = "T";
+      record.ergebnis = s.dblTeiler;
+      record.ScheibenNr = s.TrefferNummer;
+      record.WTyp = s.sWaffe;
+      record.X = s.X;
+      record.Y = s.Y;
+    });
   }
 
   void SaveDSBInKlasse(const Disziplin& d, size_t first, size_t end) {
@@ -192,29 +194,29 @@ class TransferRun {
       sSerie += "T:" + s.teilerText + ";";
       sWaffe = s.shot.sWaffe;
     }
-    const auto record = newRecord<QKTeilerDisziplin>(d);
-    record->Key = chanceKey();
-    record->Art = "RT";
-    record->ergebnis = d.dblMaxSerieDSB - dblRinge + dblBest;
-    record->WTyp = sWaffe;
-    record->DSBRinge = dblRinge;
-    record->DSBTeiler = dblBest;
-    record->SerieXY = sSerie;
-    record->DSBMaxRinge = d.dblMaxSerieDSB;
-    join(results_.m_colTeilerErg, record, saveDSBReport_);
+    save(results_.m_colTeilerErg, d, saveDSBReport_, [&](QKTeilerDisziplin& record) {
+      record.Key = chanceKey();
+      record.Art = "RT";
+      record.ergebnis = d.dblMaxSerieDSB - dblRinge + dblBest;
+      record.WTyp = sWaffe;
+      record.DSBRinge = dblRinge;
+      record.DSBTeiler = dblBest;
+      record.SerieXY = sSerie;
+      record.DSBMaxRinge = d.dblMaxSerieDSB;
+    });
   }
 
   void SaveSerieInKlasse(const Disziplin& d, const Series& series) {
-    const auto record = newRecord<QKRingDisziplin>(d);
-    record->Key = chanceKey();
-    record->ergebnis = series.dblSumme;
-    record->Anz = QString::number(d.RingSerie) + "er";
-    record->WTyp = series.sWaffe;
-    record->Folge = series.sFolge;
-    record->Einzelfolge = series.sEinzelfolge.left(EinzelfolgeWidth);
-    record->Einzelfolge2 = series.sEinzelfolge.mid(EinzelfolgeWidth);
-    record->EinzelfolgeTeiler = series.sEinzelTeiler;
-    join(results_.m_colRingErg, record, saveSerieReport_);
+    save(results_.m_colRingErg, d, saveSerieReport_, [&](QKRingDisziplin& record) {
+      record.Key = chanceKey();
+      record.ergebnis = series.dblSumme;
+      record.Anz = QString::number(d.RingSerie) + "er";
+      record.WTyp = series.sWaffe;
+      record.Folge = series.sFolge;
+      record.Einzelfolge = series.sEinzelfolge.left(EinzelfolgeWidth);
+      record.Einzelfolge2 = series.sEinzelfolge.mid(EinzelfolgeWidth);
+      record.EinzelfolgeTeiler = series.sEinzelTeiler;
+    });
   }
 
   const Schuetze* shooter_;

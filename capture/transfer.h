@@ -33,13 +33,13 @@ struct PendingResults {
 struct TransferSurroundings {
   QDateTime now;
   Random& random;
-  /// Answers for a record that can't join its collection (Error 457: two records with the same key);
-  /// `routine` is the name of the routine that met it.
+  /// Answers for a statement that failed while a record was made (Error 457: another one has the same key);
+  /// `routine` is the name of the routine that makes it. An abort leaves that record out.
   std::function<ErrorAnswer(const Error& error, const QString& routine)> report;
 };
 
-/// The shots are those ticked, in the order of the open shots. Without a shooter Error 91.
-/// Results are complete up to the failure when an Error leaves.
+/// The shots are those ticked, in the order of the open shots. Each record is made under the report of its
+/// routine: without a shooter the four statements that ask him are Error 91, one by one. No Error leaves.
 void transferShots(const std::vector<std::shared_ptr<HaeringSchuss>>& shots,
                    const std::vector<std::shared_ptr<Disziplin>>& disciplines, const Schuetze* shooter,
                    const TransferSurroundings& surroundings, PendingResults& results);

@@ -20,6 +20,7 @@ class TestLineTicking : public QObject {
   void tickingAllWithoutAShooter();
   void tickingASeries();
   void tickingASeriesOfACombination();
+  void theFirstMatchCounts();
   void tickingASeriesOfNobody();
   void tickingASeriesWithoutARow();
   void tickingTheStationsSeries_data();
@@ -91,10 +92,15 @@ void TestLineTicking::tickingAllWithoutAShooter() {
   Line line;
   line.receive(shots("4x9"));
   line.choose({0});
+  line.capture->HaeringSchussAnAbwaehlen(true);
+  QCOMPARE(line.capture->bestResults().beste, QStringList{"    36,0 - 10m Luftgewehr"});
   line.capture->setShooter(nullptr);
-  line.bench.expectError(91, "Fehler beim Übertragen der Tarvex Disziplinen!", BoxAnswer::Abort);
+  line.bench.expectError(91, "Fehler bei SaveSerieInKlasse_err!", BoxAnswer::Abort);
   line.capture->HaeringSchussAnAbwaehlen(true);
   QCOMPARE(line.pending(), QStringList());
+  // The lists say what is pending: nothing.
+  QCOMPARE(line.capture->bestResults().beste, QStringList());
+  QCOMPARE(line.capture->bestResults().serien, QStringList());
 }
 
 void TestLineTicking::tickingASeries() {
@@ -125,6 +131,36 @@ void TestLineTicking::tickingASeriesOfACombination() {
   QVERIFY(line.capture->lstKombiTarvex().isTicked(0));
   QCOMPARE(line.capture->m_colDisziplinen().count(), 2);
   QCOMPARE(line.pending().size(), 5);
+}
+
+void TestLineTicking::theFirstMatchCounts() {
+  Line line;
+  line.bench.fill(R"(
+Zeilen Disziplin
+  ID | Name        | CmdIndex | Ringe | Teiler | RingSerie
+  8  | 50m LG Pokal | 8       | ja    | nein   | 2
+  9  | 25m LG Pokal | 9       | ja    | nein   | 3
+Zeilen Kombination_Name
+  ID | Kombinationsname | CmdIndex
+  8  | Zum Königspaar   | 8
+  9  | Vom Königspaar   | 9
+Zeilen Kombination_Diszi
+  ID | KombiID | disziID
+  8  | 8       | 8
+  9  | 9       | 9
+)");
+  line.capture->fillLists();
+  const Shots all = shots("4x9");
+  for (const auto& s : all) s->WettbewerbBezeichnung = "20 LG Pokal";
+  line.receive(all);
+  line.capture->HaeringSchussWettbewerbAnwaehlen(1, [](int) {});
+  QCOMPARE(line.ticks(), QString("xx.."));
+  QCOMPARE(line.capture->m_colDisziplinen().at(0)->Name, QString("50m LG Pokal"));
+  for (int row = 1; row <= 4; ++row) line.capture->flex().setText(row, 1, "Königspaar");
+  line.capture->HaeringSchussWettbewerbAnwaehlen(1, [](int) {});
+  QCOMPARE(line.ticks(), QString("xx.."));
+  QVERIFY(line.capture->lstKombiTarvex().isTicked(1));
+  QVERIFY(!line.capture->lstKombiTarvex().isTicked(2));
 }
 
 void TestLineTicking::tickingASeriesOfNobody() {

@@ -315,16 +315,32 @@ void TestTransfer::retryAddsOnceTheKeyIsFree() {
   QCOMPARE(results.m_colRingErg.count(), 1);
 }
 
+/// The four statements that ask the shooter fail in the routine that saves, one after the other.
 void TestTransfer::withoutShooter() {
   CountingRandom random;
   PendingResults results;
-  const TransferSurroundings surroundings{noon(), random,
-                                          [](const Error&, const QString&) { return ErrorAnswer::Ignore; }};
-  try {
-    transferShots(shots("9"), disciplines("Ring 2"), nullptr, surroundings, results);
-    QFAIL("no error");
-  } catch (const Error& error) {
-    QCOMPARE(error.number(), 91);
+  QStringList reports;
+  ErrorAnswer answer = ErrorAnswer::Ignore;
+  const TransferSurroundings surroundings{noon(), random, [&](const Error& error, const QString& routine) {
+                                            reports << QString::number(error.number()) + " " + routine;
+                                            return answer;
+                                          }};
+  const QList<std::pair<QString, QString>> kinds{
+      {"Teiler", "SaveTeilerInKlasse"}, {"RT 1", "SaveDSBInKlasse"}, {"Ring 1", "SaveSerieInKlasse"}};
+  for (const auto& [discipline, routine] : kinds) {
+    results = {};
+    reports.clear();
+    answer = ErrorAnswer::Ignore;
+    transferShots(shots("9"), disciplines(discipline), nullptr, surroundings, results);
+    QCOMPARE(reports, QStringList(4, "91 " + routine));
+    QCOMPARE(results.m_colTeilerErg.count() + results.m_colRingErg.count(), 1);
+    results = {};
+    reports.clear();
+    // What is aborted is one record; the next one is tried.
+    answer = ErrorAnswer::Abort;
+    transferShots(shots("2x9"), disciplines(discipline), nullptr, surroundings, results);
+    QCOMPARE(reports, QStringList(2, "91 " + routine));
+    QCOMPARE(results.m_colTeilerErg.count() + results.m_colRingErg.count(), 0);
   }
   transferShots({}, disciplines("Ring 2"), nullptr, surroundings, results);
   QVERIFY(results.m_colRingErg.isEmpty());
