@@ -37,7 +37,6 @@ void CheckList::untickAll() {
 
 void CheckList::setCurrent(int position) {
   entry(position);
-  if (current_ == position) return;
   current_ = position;
   Q_EMIT currentChanged(position);
 }

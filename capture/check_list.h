@@ -40,7 +40,7 @@ class CheckList : public QAbstractListModel {
 
  Q_SIGNALS:
   void ticked(int position);  ///< the operator changed a tick
-  void currentChanged(int position);
+  void currentChanged(int position);  ///< each time it is set: a view may stand elsewhere by then
 
  private:
   struct Entry {

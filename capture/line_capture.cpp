@@ -205,16 +205,21 @@ void LineCapture::storeAfterTransfer(const QString& missing, bool bUndVerbuchen)
 
 void LineCapture::SpeichernInDatenbank(bool bUndVerbuchen) {
   reported(fehlerReport(workplace_.dialogs, "Fehler bei SpeichernInDatenbank_err!"), [&](Steps& step) {
-    if (!SpeichereErgebnisse(workplace_, db_, pending_)) return;
+    const auto results = SpeichereErgebnisse(workplace_, db_, pending_);
+    if (!results) return;
     const PictureCaption caption = caption_ ? caption_() : PictureCaption{};
     SpeichernInGrafikDatenbank(workplace_, db_, caption, m_colHaeringSchuss_);
-    if (bUndVerbuchen) VerbucheHaeringSchuss(workplace_, db_, m_colHaeringSchuss_, flex_);
+    std::optional<int> booked;
+    if (bUndVerbuchen) booked = VerbucheHaeringSchuss(workplace_, db_, m_colHaeringSchuss_, flex_);
     step([&] { clearResultGrid(ffErg_); });
     pending_ = {};
     m_colGewaehlt_.clear();
     LeereBesteErgebnisse(best_);
     Q_EMIT bestResultsChanged();
     PruefeUebertragenSchaltflaecheEnabled();
+    const QString text = storedText(*results, shooter_ ? shooter_->Name : QString(), booked);
+    const bool bookingGivenUp = bUndVerbuchen && !booked;
+    if (!text.isEmpty() && !bookingGivenUp) Q_EMIT stored(text);
   });
 }
 

@@ -101,6 +101,8 @@ class LineCapture : public QObject {
   /// Button state, and the text of `lblSchusszahl`; an empty text leaves the label as it is.
   void transferStateChanged(bool enabled, const QString& lblSchusszahl);
   void bestResultsChanged();
+  /// Results were stored; what and how many, as a sentence.
+  void stored(const QString& text);
 
  private:
   void Select_Disziplinen();

@@ -90,19 +90,19 @@ QString openShotsOf(std::int16_t nLinie) {
   return AllShots + " where verbucht = 0 and verworfen = 0 and Liniennummer = " + QString::number(nLinie);
 }
 
-/// Finds the shot's row and, when there is one, sets the flag and the time.
-void markRow(Steps& step, const std::unique_ptr<dao::Recordset>& rs, const HaeringSchuss& schuss,
+/// Finds the shot's row and, when there is one, sets the flag and the time. True when the row bears them.
+bool markRow(Steps& step, const std::unique_ptr<dao::Recordset>& rs, const HaeringSchuss& schuss,
              const QString& flag, const Clock& clock) {
   bool found = false;
   step([&] {
     required(rs).findFirst("ID = " + QString::number(schuss.ID));
     found = !rs->noMatch();
   });
-  if (!found) return;
+  if (!found) return false;
   step([&] { rs->edit(); });
   step([&] { rs->setValue(flag, true); });
   step([&] { rs->setValue("BuchungsZeitpunkt", clock.now()); });
-  step([&] { rs->update(); });
+  return step([&] { rs->update(); });
 }
 
 }  // namespace
@@ -159,22 +159,24 @@ bool VerwerfeHaeringSchuss(const Workplace& workplace, dao::Database* db, const 
   });
 }
 
-bool VerbucheHaeringSchuss(const Workplace& workplace, dao::Database* db, ShotCollection& shots,
-                           TextTable& flex) {
+std::optional<int> VerbucheHaeringSchuss(const Workplace& workplace, dao::Database* db, ShotCollection& shots,
+                                         TextTable& flex) {
   const ErrorReport report =
       storeReport(workplace, "Fehler beim Verbuchen der Intarso-Ergebnisse in die Datenbank!");
-  return reported(report, [&](Steps& step) {
+  int booked = 0;
+  const bool done = reported(report, [&](Steps& step) {
     std::unique_ptr<dao::Recordset> rs;
     step([&] { rs = required(db).openRecordset(AllShots); });
     for (const auto& schuss : shots.objects()) {
       if (!schuss->bAngewaehlt) continue;
-      markRow(step, rs, *schuss, "Verbucht", workplace.clock);
+      if (markRow(step, rs, *schuss, "Verbucht", workplace.clock)) ++booked;
       const int row = flex.findRow(schuss->Key);
       if (row > 0) step([&] { flex.removeRow(row); });
     }
     for (int i = shots.count() - 1; i >= 0; --i)
       if (shots.at(i)->bAngewaehlt) shots.removeAt(i);
   });
+  return done ? std::optional(booked) : std::nullopt;
 }
 
 std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie) {

@@ -8,6 +8,7 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "link/haeringschuss.h"
 #include "platform/dao/database.h"
@@ -32,9 +33,10 @@ bool UpdateHaeringStartnummer(const Workplace& workplace, dao::Database* db, con
 /// Marks the row discarded, now; nothing when there is no such row. Collection and grid stay.
 bool VerwerfeHaeringSchuss(const Workplace& workplace, dao::Database* db, const HaeringSchuss& schuss);
 
-/// Marks every ticked open shot booked, now, and takes it out of grid and collection.
-bool VerbucheHaeringSchuss(const Workplace& workplace, dao::Database* db, ShotCollection& shots,
-                           TextTable& flex);
+/// Marks every ticked open shot booked, now, and takes it out of grid and collection. How many rows bear the
+/// mark (a row that was deleted can't); nothing when the operator aborted.
+std::optional<int> VerbucheHaeringSchuss(const Workplace& workplace, dao::Database* db, ShotCollection& shots,
+                                         TextTable& flex);
 
 /// The three queries of a restart. Counts and texts are 0 and empty when the routine was aborted.
 std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie);

@@ -74,10 +74,11 @@ const auto& schussSerienColumns() {
   return columns;
 }
 
-/// Appends a row per record. A table without records isn't even opened.
-template <class Record, class Columns>
+/// Appends a row per record; `stored` gets each one whose row stands. A table without records isn't even
+/// opened.
+template <class Record, class Columns, class Stored>
 void appendRows(Steps& step, dao::Database* db, const QString& source, const KeyedCollection<Record>& records,
-                const Columns& columns) {
+                const Columns& columns, Stored&& stored) {
   if (records.isEmpty()) return;
   std::unique_ptr<dao::Recordset> rs;
   step([&] { rs = required(db).openRecordset(source); });
@@ -85,8 +86,12 @@ void appendRows(Steps& step, dao::Database* db, const QString& source, const Key
     step([&] { required(rs).addNew(); });
     for (const auto& column : columns)
       step([&] { required(rs).setValue(column.name, column.value(*record)); });
-    step([&] { required(rs).update(); });
+    if (step([&] { required(rs).update(); })) stored(*record);
   }
+}
+
+QString counted(int count, const QString& one, const QString& many) {
+  return QString::number(count) + " " + (count == 1 ? one : many);
 }
 
 /// What the ticked shots say about the whole target.
@@ -124,17 +129,37 @@ void setValues(Steps& step, const std::unique_ptr<dao::Recordset>& rs,
 
 }  // namespace
 
-bool SpeichereErgebnisse(const Workplace& workplace, dao::Database* db, const PendingResults& pending) {
+std::optional<StoredResults> SpeichereErgebnisse(const Workplace& workplace, dao::Database* db,
+                                                 const PendingResults& pending) {
   if (pending.m_colTeilerErg.isEmpty() && pending.m_colRingErg.isEmpty()) {
     workplace.dialogs.note("Bitte wählen Sie eine Disziplin");
-    return false;
+    return std::nullopt;
   }
+  StoredResults stored;
   const ErrorReport report =
       fehlerReport(workplace.dialogs, "Fehler beim Speichern der Ergebnisse in die Datenbank!", {}, false);
-  return reported(report, [&](Steps& step) {
-    appendRows(step, db, "Select * from Schuss", pending.m_colTeilerErg, schussColumns());
-    appendRows(step, db, "Select * from SchussSerien", pending.m_colRingErg, schussSerienColumns());
+  const bool done = reported(report, [&](Steps& step) {
+    appendRows(
+        step, db, "Select * from Schuss", pending.m_colTeilerErg, schussColumns(),
+        [&](const QKTeilerDisziplin& record) { ++(record.Art == "RT" ? stored.ringTeiler : stored.teiler); });
+    appendRows(step, db, "Select * from SchussSerien", pending.m_colRingErg, schussSerienColumns(),
+               [&](const QKRingDisziplin&) { ++stored.serien; });
   });
+  return done ? std::optional(stored) : std::nullopt;
+}
+
+QString storedText(const StoredResults& stored, const QString& schuetze, std::optional<int> booked) {
+  QStringList kinds;
+  if (stored.serien > 0) kinds += counted(stored.serien, "Serie", "Serien");
+  if (stored.teiler > 0) kinds += counted(stored.teiler, "Teiler", "Teiler");
+  if (stored.ringTeiler > 0) kinds += counted(stored.ringTeiler, "Ring-Teiler", "Ring-Teiler");
+  if (kinds.isEmpty()) return {};
+  const QString last = kinds.takeLast();
+  const QString what = kinds.isEmpty() ? last : kinds.join(", ") + " und " + last;
+  const QString shots = !booked       ? QString("; die Schüsse bleiben offen.")
+                        : *booked > 0 ? ", " + counted(*booked, "Schuss", "Schüsse") + " verbucht."
+                                      : QString(", kein Schuss verbucht.");
+  return what + (schuetze.isEmpty() ? QString() : " für " + schuetze) + " gespeichert" + shots;
 }
 
 bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database* db, const PictureCaption& caption,

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "capture/open_shots.h"
@@ -14,13 +15,23 @@
 
 namespace qk {
 
-/// Appends the pending results. False when there are none (a box says so) or the operator aborted.
-bool SpeichereErgebnisse(const Workplace& workplace, dao::Database* db, const PendingResults& pending);
+/// How many results became rows, by their kind.
+struct StoredResults {
+  int serien = 0, teiler = 0, ringTeiler = 0;
+};
+
+/// Appends the pending results. Nothing when there are none (a box says so) or the operator aborted.
+std::optional<StoredResults> SpeichereErgebnisse(const Workplace& workplace, dao::Database* db,
+                                                 const PendingResults& pending);
 
 /// Who stands on the picture, as the line's labels show it.
 struct PictureCaption {
   QString sStartnummer, sName, sVerein;
 };
+
+/// What was stored, in a sentence; empty when nothing was. `booked` is the number of shots booked with it,
+/// nothing where they stay open.
+QString storedText(const StoredResults& stored, const QString& schuetze, std::optional<int> booked);
 
 /// Writes one target picture of the shots ticked at this moment.
 bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database* db, const PictureCaption& caption,

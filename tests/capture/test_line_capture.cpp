@@ -36,6 +36,8 @@ class TestLineCapture : public QObject {
   void storingOnlySurvivesARestart();
   void tickAfterTheTransfer();
   void failedStoringKeepsAll();
+  void aFailedPictureEndsNothing();
+  void successSaysWhatWasStored();
   void storingNeedsATransfer();
   void discardingAll();
   void discardingNothing();
@@ -233,6 +235,58 @@ void TestLineCapture::failedStoringKeepsAll() {
   QCOMPARE(line.pending(), QStringList{"10m Luftgewehr 18"});
   QCOMPARE(line.rows("Haering_Daten", "Verbucht"), (QStringList{"0", "0"}));
   QCOMPARE(line.rows("Grafik_Scheibe", "ID"), QStringList());
+}
+
+void TestLineCapture::aFailedPictureEndsNothing() {
+  Line line;
+  line.receive(shots("4x9"));
+  line.choose({0});
+  line.capture->HaeringSchussAnAbwaehlen(true);
+  line.bench.store().dropTable("Grafik_Scheibe");
+  line.bench.expectError(line.bench.failureOf([&] {
+    line.bench.store().openRecordset("Grafik_Scheibe", dao::RecordsetType::Table);
+  }),
+                         "Fehler bei SpeichernInGrafikDatenbank_err!", BoxAnswer::Abort, "Fehler: ");
+  line.capture->m_cmdSaveTarvex_Click();
+  QCOMPARE(line.rows("SchussSerien", "Ergebnis"), QStringList{"36"});
+  QCOMPARE(line.rows("Haering_Daten", "Verbucht"), (QStringList{"-1", "-1", "-1", "-1"}));
+  QCOMPARE(line.capture->nOffeneSchuss(), 0);
+  QCOMPARE(line.pending(), QStringList());
+}
+
+void TestLineCapture::successSaysWhatWasStored() {
+  Line line;
+  QSignalSpy said(line.capture.get(), &LineCapture::stored);
+  line.receive(shots("5x9/30"));
+  line.choose({0, 1});
+  line.capture->HaeringSchussAnAbwaehlen(true);
+  line.capture->cmd_SaveOnlyTarvex_Click();
+  QCOMPARE(said.takeFirst().at(0).toString(),
+           QString("2 Serien und 5 Teiler für Müller, Änne gespeichert; die Schüsse bleiben offen."));
+  line.choose({0});
+  line.tick(5, "0");
+  line.capture->m_cmdUebertragenTarvex_Click();
+  line.capture->m_cmdSaveTarvex_Click();
+  QCOMPARE(said.takeFirst().at(0).toString(),
+           QString("1 Serie für Müller, Änne gespeichert, 4 Schüsse verbucht."));
+  line.choose({1});
+  line.tick(1);
+  line.capture->m_cmdUebertragenTarvex_Click();
+  // A row that was deleted meanwhile can't be booked.
+  line.bench.store().execute("Delete * from Haering_Daten where Verbucht = 0");
+  line.capture->m_cmdSaveTarvex_Click();
+  QCOMPARE(said.takeFirst().at(0).toString(),
+           QString("1 Teiler für Müller, Änne gespeichert, kein Schuss verbucht."));
+  // What failed says so itself.
+  line.receive(shots("9/30", 11));
+  line.tick(1);
+  line.capture->m_cmdUebertragenTarvex_Click();
+  line.bench.store().dropTable("Schuss");
+  line.bench.expectError(
+      line.bench.failureOf([&] { line.bench.store().openRecordset("Select * from Schuss"); }),
+      "Fehler beim Speichern der Ergebnisse in die Datenbank!", BoxAnswer::Abort);
+  line.capture->m_cmdSaveTarvex_Click();
+  QVERIFY(said.isEmpty());
 }
 
 void TestLineCapture::storingNeedsATransfer() {

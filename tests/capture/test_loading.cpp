@@ -1,5 +1,6 @@
 // Disciplines, shooters and check lists out of a competition.
 
+#include <QSignalSpy>
 #include <QTest>
 
 #include "capture/discipline_loader.h"
@@ -70,6 +71,7 @@ class TestLoading : public QObject {
   void cleanup() { bench.reset(); }
 
   void disciplineWithClassesAndWeapons();
+  void everyFieldFromItsColumn();
   void unknownDiscipline();
   void shooterWithNames();
   void shooterWithoutClubTeamAndClass();
@@ -105,6 +107,65 @@ void TestLoading::disciplineWithClassesAndWeapons() {
   QCOMPARE(d->Klassen.get("-31")->ID, 31);
   QCOMPARE(d->Waffen.count(), 1);
   QCOMPARE(d->Waffen.get("-7")->Kurzbezeichnung, QString("LG"));
+}
+
+/// One column after the other holds a value of its own: exactly the field of its name follows.
+void TestLoading::everyFieldFromItsColumn() {
+  using D = Disziplin;
+  const QList<std::pair<QString, double (*)(const D&)>> fields{
+#define FIELD(name)                                  \
+  {                                                  \
+#name, [](const D& d) { return double(d.name); } \
+  }
+      FIELD(Ringe),
+      FIELD(Teiler),
+      FIELD(Einzel),
+      FIELD(bVerein),
+      FIELD(bMaxVerein),
+      FIELD(bGewVerein),
+      FIELD(LMaxVerein),
+      FIELD(LGewVerein),
+      FIELD(RingZentel),
+      FIELD(RingSerie),
+      FIELD(bLGewTeiler),
+      FIELD(LGewTeiler),
+      FIELD(CmdIndex),
+      FIELD(bVMannschaft),
+      FIELD(bEMannschaft),
+      FIELD(nEMannschaft),
+      FIELD(bOhneKlassen),
+      FIELD(bMaxWert),
+      FIELD(dblMaxWert),
+      FIELD(bVollMannschaft),
+      FIELD(bGewErg),
+      FIELD(nGewErg),
+      FIELD(dblMaxSerieDSB),
+      FIELD(Ring05Zehntel),
+      FIELD(bGewVorBel),
+      FIELD(nGewVorBel),
+      FIELD(DisziSPO_ID),
+      FIELD(Ring0XZehntel),
+      FIELD(RingXXZehntel),
+      FIELD(DSBTeilerGrenze),
+      FIELD(DSBTeilerGrenzWert),
+      FIELD(AwSetupID),
+      FIELD(bAktiveSchuetzen),
+      FIELD(nAktiveSchuetzenAnzahl),
+      FIELD(ZusatzTeiler),
+      FIELD(bSPOMannschaft),
+      FIELD(VortelAnzeige)
+#undef FIELD
+  };
+  QString clear;
+  for (const auto& field : fields) clear += (clear.isEmpty() ? "" : ", ") + field.first + " = 0";
+  for (const auto& own : fields) {
+    bench->store().execute("UPDATE Disziplin SET " + clear + " WHERE ID = 1");
+    bench->store().execute("UPDATE Disziplin SET " + own.first + " = -1 WHERE ID = 1");
+    const auto d = LadeDisziplin(bench->store(), 1);
+    for (const auto& field : fields)
+      QVERIFY2(field.second(*d) == (field.first == own.first ? -1 : 0),
+               qPrintable(own.first + " in " + field.first));
+  }
 }
 
 void TestLoading::unknownDiscipline() {
@@ -176,6 +237,11 @@ void TestLoading::choosingADiscipline() {
   QCOMPARE(entries(disciplineList), (QStringList{"2 Glücksscheibe", "3 Anton", "1 10m Luftgewehr x"}));
   QCOMPARE(disciplineList.current(), 2);
   QCOMPARE(combinationList.tickedCount(), 0);
+  // A view may stand on another entry by now.
+  QSignalSpy current(&disciplineList, &CheckList::currentChanged);
+  WaehleWettbewerb(bench->store(), "20 luftgewehr", disciplineList, combinationList);
+  QCOMPARE(current.count(), 1);
+  QCOMPARE(current.at(0).at(0).toInt(), 2);
 }
 
 void TestLoading::choosingACombination() {

@@ -61,6 +61,7 @@ class TestResultViews : public QObject {
   void resultColumns_data();
   void resultColumns();
   void resultLooks();
+  void everyLookInItsCells();
   void looksThatNobodyHasChosen();
   void fillingTheResultGrid();
   void noRoomForTheTeilersOfAHalfPair();
@@ -245,6 +246,41 @@ void TestResultViews::resultLooks() {
   // A ground that nobody has chosen is the house's, light or dark.
   QVERIFY(!seen(2, 1, Qt::BackgroundRole).isValid());
   QVERIFY(!seen(2, 11, Qt::BackgroundRole).isValid());
+}
+
+/// Eight values of their own, and every cell of two pairs of rows.
+void TestResultViews::everyLookInItsCells() {
+  Workbench bench;
+  const auto set = [&](const QString& key, const QString& value) {
+    bench.settings.setValue("Tarvex-40", "OptikAufnahme", key, value);
+  };
+  set("FontRinge", "Arial;11;-1;0;0;0");
+  set("FontTeiler", "Courier;12;0;-1;0;0");
+  set("FontSerie", "Times;13;0;0;-1;-1");
+  set("ForeColorRinge", "1");
+  set("ForeColorTeiler", "2");
+  set("ForeColorSerie", "3");
+  set("BackColorRinge", "13434879");
+  set("BackColorTeiler", "16764057");
+  TextTable grid;
+  FFerg_AufnahmeVorbereiten(bench.workplace(), grid, collected(disciplines("Ring 20 + Teiler")));
+  ErgebnislisteEinrichten(bench.workplace(), grid, "1", LadeSchriftenErgebnisse(bench.workplace()));
+  const auto seen = [&](int row, int column) {
+    const TextTable::CellLook look = grid.cellLook(row, column);
+    if (!look.font || !look.fore || !look.back) return QString("incomplete");
+    const QFont& font = *look.font;
+    return font.family() + QString::number(font.pointSize()) + (font.bold() ? " fett" : "") +
+           (font.italic() ? " kursiv" : "") + (font.underline() ? " unterstrichen" : "") +
+           (font.strikeOut() ? " durchgestrichen" : "") + " " + look.fore->name() + " " + look.back->name();
+  };
+  for (int row = 1; row <= 4; ++row) {
+    const bool ring = row % 2 == 1;
+    const QString ground = ring ? "#ffffcc" : "#99ccff";
+    const QString shots = ring ? "Arial11 fett #010000 " : "Courier12 kursiv #020000 ";
+    for (int column = 1; column <= 13; ++column)
+      QCOMPARE(seen(row, column),
+               (column <= 10 ? shots : "Times13 unterstrichen durchgestrichen #030000 ") + ground);
+  }
 }
 
 void TestResultViews::looksThatNobodyHasChosen() {
