@@ -41,6 +41,7 @@ void LineCommands::Set_Abmelden_Schuetze() {
   if (!quietly(pause)) return;
   if (!quietly([&] { line_.Output_2_ESA(BefehlAbmelden3, false); })) return;
   if (!quietly([&] { line_.raise(LineEvent::WettkampfBeendet); })) return;
+  line_.clearShooterInput();
   line_.clearShooterLabels();
 }
 

@@ -27,8 +27,8 @@ class LineSide {
   virtual QString startnummer() const = 0;
   virtual QString schuetzenName() const = 0;  ///< as the label shows it
   virtual void setTimerEnabled(bool enabled) = 0;
-  /// Empties the box of the start number and the five labels of the shooter.
-  virtual void clearShooterLabels() = 0;
+  virtual void clearShooterInput() = 0;   ///< the box of the start number
+  virtual void clearShooterLabels() = 0;  ///< the five labels of the shooter
   virtual void raise(LineEvent event) = 0;
 };
 
@@ -45,7 +45,7 @@ class LineCommands {
   /// Reports its own failures.
   void Set_Anmelden_SchuetzeDisziplinen(bool bFrage);
   /// Sends the additional shots of every row that has a number. Reports its own failures. Does nothing while
-  /// a former call still waits for the station: that one sends what is entered, once.
+  /// a former call still waits for the station: the same shots would go out twice, and be paid once.
   void Nachkauf_Senden(bool bFrage);
   /// Reports its own failures; the empty text then.
   QString Get_HaeringDisziplinAuswahlNamen(bool bNachkauf);

@@ -1,5 +1,6 @@
 #include "link/linecontrol/usercontrol1.h"
 
+#include "app/ground/feld_wert.h"
 #include "app/ground/settings_keys.h"
 #include "capture/frmHaeringEinzelschuss.h"
 #include "link/linecontrol/shooter_choice.h"
@@ -104,8 +105,18 @@ void UserControl1::Init(const QString& sWettkampf) {
     exchange_->setNetzverzeichnis(liesText(workplace_.settings, keys::Netzverzeichnis));
     exchange_->setDatenverzeichnis(global_.Verzeichnis);
     disciplines_.read(exchange_->netzverzeichnis());
-    if (db_ && !retired_) step([&] { capture_.fillLists(); });
+    if (db_ && !retired_) step([&] { fillLists(); });
   });
+}
+
+void UserControl1::fillLists() {
+  const auto competition = db_->openRecordset("Select * from Wettkampf");
+  const auto orderBy = [&](const char* sorted) {
+    const bool byName = !competition->eof() && FeldWert(*competition, sorted).toInt() != 0;
+    return byName ? ListOrder::Name : ListOrder::Position;
+  };
+  const ListOrder disciplines = orderBy("SortedDiszi"), combinations = orderBy("SortedKombi");
+  capture_.fillLists(disciplines, combinations);
 }
 
 void UserControl1::Fill_HaeringGruppen() {
@@ -151,7 +162,6 @@ bool UserControl1::SucheUndLadeSchuetzen(const QString& sNummer) {
 
 void UserControl1::showShooter() {
   const Schuetze* shooter = capture_.shooter();
-  if (!shooter) return clearShooterLabels();
   ui_->m_txtStartNummer->setText(sStartnummer_);
   ui_->m_lblStartnummer->setText(sStartnummer_);
   ui_->m_lblSchuetzenName->setText(shooter->Name);
@@ -160,21 +170,24 @@ void UserControl1::showShooter() {
   ui_->m_lblKlasse->setText(shooter->KlassenName);
 }
 
-void UserControl1::clearShooterLabels() {
+void UserControl1::clearShooterInput() {
   ui_->m_txtStartNummer->clear();
+}
+
+void UserControl1::clearShooterLabels() {
   for (QLabel* label :
        std::initializer_list<QLabel*>{ui_->m_lblSchuetzenName, ui_->m_lblKlasse, ui_->m_lblMannName,
                                       ui_->m_lblStartnummer, ui_->m_lblVereinsName})
     label->clear();
 }
 
+// The buttons stay as they are: after signing off a command that got lost can be sent again.
 void UserControl1::setStartnummer(const QString& sStartnummer) {
   sStartnummer_ = sStartnummer;
   std::shared_ptr<Schuetze> shooter;
   if (db_ && !sStartnummer.isEmpty()) shooter = LadeSchuetze(*db_, sStartnummer);
   capture_.setShooter(shooter);
   ui_->m_lblStartnummer->setText(sStartnummer);
-  Setze_Schuetzen_Controls();
 }
 
 void UserControl1::Setze_Schuetzen_Controls() {
@@ -227,7 +240,7 @@ void UserControl1::cmdLinieClear_Click() {
 
 void UserControl1::Check_Old_Schuss(int nLinie) {
   const InUse use(*this);
-  reported(report("Fehler bei Check_Old_Schuss_err!"), [&](Steps&) {
+  reported(fehlerReport(workplace_.dialogs, "Fehler bei Check_Old_Schuss_err!", {}, false), [&](Steps&) {
     const auto line = static_cast<std::int16_t>(nLinie);
     if (!db_ || capture_.AnzahlOffeneSchuesse(line) <= 0) return;
     SucheUndLadeSchuetzen(capture_.StartnummerOffeneSchuesse(line));
@@ -247,10 +260,11 @@ void UserControl1::Fill_Testdaten(const QString& sDatei) {
 
 void UserControl1::importTestLine(const QString& line) {
   const auto schuss = std::make_shared<HaeringSchuss>();
+  const QString received = QString(line).remove('"');
   QString record = line;
-  if (schuss->Haering_Import_Zeile(record, db_.get(), report(QString()))) {
+  if (schuss->Haering_Import_Zeile(record, db_.get(), importReport(workplace_.dialogs, nLinie_, received))) {
     uebernehmeSchuss(schuss);
-  } else if (const QString text = SummenZeileHaering(line); !text.isEmpty()) {
+  } else if (const QString text = SummenZeileHaering(received); !text.isEmpty()) {
     summenZeile(text);
   }
 }

@@ -106,6 +106,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void cmdXWettkampfBeendet(int nIndex);
   void cmdXSchuetzeGesendet(int nIndex);
   void SummenZeile(int nIndex, const QString& text);
+  /// What went well and needs no answer, as a sentence.
+  void successSaid(int nIndex, const QString& text);
   /// The number of open shots may be another, or a command waits or doesn't any more.
   void workChanged(int nIndex);
 
@@ -134,6 +136,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   QString startnummer() const override { return sStartnummer_; }
   QString schuetzenName() const override;
   void setTimerEnabled(bool enabled) override;
+  void clearShooterInput() override;
   void clearShooterLabels() override;
   void raise(LineEvent event) override;
 
@@ -143,6 +146,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void connectControls();
   void connectGrids();
   void makePopups();
+  void fillLists();
   bool SucheUndLadeSchuetzen(const QString& sNummer);
   void showShooter();
   void Setze_Schuetzen_Controls();

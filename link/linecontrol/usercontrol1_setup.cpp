@@ -143,6 +143,8 @@ void UserControl1::connectGrids() {
     ui_->m_lstDisziTarvex->setCurrentIndex(capture_.lstDisziTarvex().index(position));
   });
   connect(&capture_, &LineCapture::transferStateChanged, this, &UserControl1::showTransferState);
+  connect(&capture_, &LineCapture::stored, this,
+          [this](const QString& what) { Q_EMIT successSaid(index_, what); });
   connect(&capture_, &LineCapture::bestResultsChanged, this, &UserControl1::showBestResults);
 }
 

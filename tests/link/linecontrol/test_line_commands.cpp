@@ -22,6 +22,7 @@ class JournalLine : public LineSide {
   QString startnummer() const override { return number; }
   QString schuetzenName() const override { return "Müller"; }
   void setTimerEnabled(bool enabled) override { journal << (enabled ? "Timer an" : "Timer aus"); }
+  void clearShooterInput() override { journal << "Eingabe leer"; }
   void clearShooterLabels() override { journal << "Beschriftung leer"; }
   void raise(LineEvent event) override {
     static const QHash<LineEvent, QString> names = {{LineEvent::PreisModusGestartet, "gestartet"},
@@ -74,7 +75,8 @@ class TestLineCommands : public QObject {
 
   void signOff() {
     commands_->Set_Abmelden_Schuetze();
-    QCOMPARE(line_->journal, (QStringList{"52", "66", "53", "Ereignis abgemeldet", "Beschriftung leer"}));
+    QCOMPARE(line_->journal,
+             (QStringList{"52", "66", "53", "Ereignis abgemeldet", "Eingabe leer", "Beschriftung leer"}));
     QCOMPARE(place_->waits.sleeps(), (QList<int>{200, 200}));
   }
 
@@ -84,7 +86,7 @@ class TestLineCommands : public QObject {
     commands_->Set_Linie_PreisModus_OFF();
     commands_->Set_Abmelden_Schuetze();
     QCOMPARE(line_->journal, (QStringList{"Timer an", "Ereignis gestartet", "Ereignis beendet", "Timer aus",
-                                          "Ereignis abgemeldet", "Beschriftung leer"}));
+                                          "Ereignis abgemeldet", "Eingabe leer", "Beschriftung leer"}));
   }
 
   void theOthersPassTheirErrorOn() {

@@ -196,6 +196,7 @@ void TestUserControl1::clearedLine() {
   for (const char* name :
        {"m_lblSchuetzenName", "m_lblVereinsName", "m_lblMannName", "m_lblKlasse", "m_lblStartnummer"})
     QCOMPARE(label(name), QString());
+  QCOMPARE(office_->on<QLineEdit>(1, "m_txtStartNummer").text(), QString("107"));
   QVERIFY(!office_->on<QPushButton>(1, "cmdWahlAlle").isEnabled());
   QCOMPARE(office_->takeCommand(1), QString());
 }
@@ -459,7 +460,7 @@ void TestUserControl1::testData() {
   const QString file = office_->place.path("Schuesse.txt");
   office_->line(1).Fill_Testdaten(file);
   office_->place.files.write(file, (shotRecord(1, 1, "9,7", "123,4") + "\r\n" +
-                                    shotRecord(1, 2, "8,1", "400") + "\r\n22;Serie 17\r\nirgendwas\r\n")
+                                    shotRecord(1, 2, "8,1", "400") + "\r\n\"22;Serie 17\"\r\nirgendwas\r\n")
                                        .toLatin1());
   office_->boxes.expect("Kein Schütze gewählt!").titled("Hinweis");
   office_->line(1).Fill_Testdaten(file);
@@ -468,6 +469,7 @@ void TestUserControl1::testData() {
   QCOMPARE(office_->line(1).nOffeneSchuss(), 2);
   QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 2);
   QCOMPARE(the<QListWidget>(office_->window(), "lstInfo").count(), 1);
+  QCOMPARE(the<QListWidget>(office_->window(), "lstInfo").item(0)->text(), QString("L1 - Serie 17"));
   QVERIFY(!QFile::exists(office_->place.path("dokumente/Tarvex/Daten/InputIntarsoProtokoll.txt")));
 }
 
