@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QProcess>
+#include <QTimer>
 
 #include "app/frmHilfe.h"
 #include "app/frmLindorm.h"
@@ -186,11 +187,16 @@ void frmLindorm::connectToolbar() {
 }
 
 void frmLindorm::connectInfoList() {
-  connect(&marks_, &LineMarks::sumLine, this, [this](int nIndex, const QString& text) {
+  // Selecting lays the whole list out: once for all lines of a file, when they are in.
+  auto* selectLast = new QTimer(this);
+  selectLast->setSingleShot(true);
+  connect(selectLast, &QTimer::timeout, this,
+          [this] { ui_->lstInfo->setCurrentRow(ui_->lstInfo->count() - 1); });
+  connect(&marks_, &LineMarks::sumLine, this, [this, selectLast](int nIndex, const QString& text) {
     const int nLinie = cLine(nIndex).nLinie();
     auto* entry = new QListWidgetItem("L" + QString::number(nLinie) + " - " + text, ui_->lstInfo);
     entry->setData(Qt::UserRole, nLinie);
-    ui_->lstInfo->setCurrentItem(entry);
+    selectLast->start(0);
   });
   connect(ui_->lstInfo, &QListWidget::itemClicked, this, [this](QListWidgetItem* entry) {
     const int position = tree_.positionOf(entry->data(Qt::UserRole).toInt());

@@ -371,7 +371,7 @@ void TestFrmLindorm::stationMessages() {
   auto& info = the<QListWidget>(office.window(), "lstInfo");
   QCOMPARE(info.count(), 1);
   QCOMPARE(infoText(office, 0), QString("L3 - Serie 98"));
-  QCOMPARE(info.currentRow(), 0);
+  QTRY_COMPARE(info.currentRow(), 0);
   office.show(1);
   QTest::mouseClick(info.viewport(), Qt::LeftButton, {}, info.visualItemRect(info.item(0)).center());
   QCOMPARE(office.tree().indexOfTopLevelItem(office.tree().currentItem()), 1);

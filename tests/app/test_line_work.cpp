@@ -1,10 +1,28 @@
 // What stands beside a line's text in the tree: open shots, and a command that waits for its station.
+#include <QListWidget>
+#include <QStatusBar>
+#include <QStyledItemDelegate>
 #include <QTest>
 
 #include "tests/app/range_office.h"
 
 using namespace qk;
 using namespace qk::test;
+
+namespace {
+
+/// Counts how often the list asks for the size of an entry: what a layout costs.
+class CountingDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    ++asked;
+    return QStyledItemDelegate::sizeHint(option, index);
+  }
+  mutable int asked = 0;
+};
+
+}  // namespace
 
 class TestLineWork : public QObject {
   Q_OBJECT
@@ -14,6 +32,8 @@ class TestLineWork : public QObject {
   void countSurvivesARestart();
   void waitsForTheStation();
   void inactiveLineHasNoPlace();
+  void sumLinesCostTheSameEach();
+  void storingSaysSoQuietly();
 
  private:
   static QString work(RangeOffice& office, int position) {
@@ -79,6 +99,50 @@ void TestLineWork::inactiveLineHasNoPlace() {
   QVERIFY(office.open());
   Q_EMIT office.line(2).workChanged(1);
   QCOMPARE(work(office, 1), "");
+}
+
+void TestLineWork::sumLinesCostTheSameEach() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.press(1, "cmdPreisModus");
+  auto& list = the<QListWidget>(office.window(), "lstInfo");
+  const auto layoutsOf = [&](int lines) {
+    list.clear();
+    QCoreApplication::processEvents();
+    CountingDelegate counting;
+    list.setItemDelegate(&counting);
+    QStringList sums;
+    for (int i = 1; i <= lines; ++i) sums += "22;Serie " + QString::number(i);
+    office.send(1, sums);
+    office.tick(1);
+    if (list.count() != lines) failTest("lines are missing");
+    // The last one is selected and can be seen.
+    const QString last = QString("L1 - Serie %1").arg(lines);
+    if (!QTest::qWaitFor([&] { return list.currentItem() && list.currentItem()->text() == last; }))
+      failTest("the last line isn't selected");
+    if (!list.viewport()->rect().intersects(list.visualItemRect(list.currentItem())))
+      failTest("the last line can't be seen");
+    list.setItemDelegate(nullptr);
+    return counting.asked;
+  };
+  const int few = layoutsOf(100);
+  const int many = layoutsOf(1000);
+  QVERIFY2(many <= 12 * few, qPrintable(QString("%1 sizes for 100 lines, %2 for 1000").arg(few).arg(many)));
+}
+
+void TestLineWork::storingSaysSoQuietly() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  office.press(1, "cmdPreisModus");
+  for (int hit = 1; hit <= 10; ++hit) office.fire(1, shotRecord(1, hit, "9,7", "123,4", "LG Serie 10"));
+  office.tickEntry(1, "m_lstDisziTarvex", "LG Serie 10");
+  office.place.random.give({0.1, 0.2});
+  office.press(1, "m_cmdAlleWaehlenHaering");
+  office.activate();
+  QTest::keyClick(&office.window(), Qt::Key_F9);
+  QCOMPARE(office.window().statusBar()->currentMessage(),
+           QString("Linie 1: 1 Serie für Müller Jörg gespeichert, 10 Schüsse verbucht."));
 }
 
 QTEST_MAIN(TestLineWork)

@@ -125,8 +125,6 @@ class TestMenus : public QObject {
   void currentLineCommands();
   void shotMenu();
   void transferClear();
-  void protocols();
-  void protocolSwitchesSurviveARestart();
   void fontDialogs();
   void settingsDialog();
   void lineSetup();
@@ -373,34 +371,6 @@ void TestMenus::transferClear() {
   office.send(2, {"22;alt"});
   trigger(office.window(), "mnuHaeringTransferClear");
   QCOMPARE(office.place.files.list(office.folder, "HS*").size(), 2);
-}
-
-void TestMenus::protocols() {
-  RangeOffice office("1");
-  QVERIFY(office.open());
-  const QString data = office.place.path("dokumente/Tarvex/Daten/");
-  trigger(office.window(), "mnuHaeringSendeProtokoll");
-  trigger(office.window(), "mnuOptHaeringProtokoll");
-  QVERIFY(office.action("mnuOptHaeringProtokoll").isChecked());
-  office.press(1, "cmdPreisModus");
-  office.fire(1, "22;Serie 98");
-  QVERIFY(QFile::exists(data + "OutputIntarsoProtokoll.txt"));
-  QCOMPARE(office.place.files.read(data + "InputIntarsoProtokoll.txt"), QByteArray("22;Serie 98\r\n"));
-  trigger(office.window(), "mnuOptHaeringProtokoll");
-  QCOMPARE(office.place.settings.value("Tarvex", "Häring", "ProtokollAktiv"), QString("0"));
-  office.fire(1, "22;Serie 99");
-  QCOMPARE(office.place.files.read(data + "InputIntarsoProtokoll.txt"), QByteArray("22;Serie 98\r\n"));
-}
-
-void TestMenus::protocolSwitchesSurviveARestart() {
-  RangeOffice office;
-  QVERIFY(office.open());
-  QVERIFY(!office.action("mnuHaeringSendeProtokoll").isChecked());
-  trigger(office.window(), "mnuHaeringSendeProtokoll");
-  office.drop();
-  QVERIFY(office.open());
-  QVERIFY(office.action("mnuHaeringSendeProtokoll").isChecked());
-  QVERIFY(!office.action("mnuOptHaeringProtokoll").isChecked());
 }
 
 void TestMenus::fontDialogs() {

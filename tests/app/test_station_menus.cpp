@@ -1,9 +1,10 @@
-// The menu entries that open a dialog about the stations: what comes of it at the lines.
+// The menu entries about the stations: what comes of their dialogs at the lines, and what the protocols hold.
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QTableView>
 #include <QTest>
+#include <array>
 
 #include "tests/app/range_office.h"
 
@@ -18,6 +19,8 @@ class TestStationMenus : public QObject {
   void advertsOfChosenLines();
   void advertOfTheCurrentLine();
   void commandsByHand();
+  void protocols();
+  void protocolSwitchesSurviveARestart();
 };
 
 void TestStationMenus::disciplineKeys() {
@@ -102,6 +105,50 @@ void TestStationMenus::commandsByHand() {
   trigger(office.window(), "mnuEditHaeringOutput");
   QCOMPARE(office.takeCommand(3), QString("H014"));
   QCOMPARE(office.takeCommand(1), QString());
+}
+
+void TestStationMenus::protocols() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  const QString data = office.place.path("dokumente/Tarvex/Daten/");
+  trigger(office.window(), "mnuHaeringSendeProtokoll");
+  trigger(office.window(), "mnuOptHaeringProtokoll");
+  QVERIFY(office.action("mnuOptHaeringProtokoll").isChecked());
+  office.press(1, "cmdPreisModus");
+  office.fire(1, "22;Serie 98");
+  QVERIFY(QFile::exists(data + "OutputIntarsoProtokoll.txt"));
+  QCOMPARE(office.place.files.read(data + "InputIntarsoProtokoll.txt"), QByteArray("22;Serie 98\r\n"));
+  trigger(office.window(), "mnuOptHaeringProtokoll");
+  QCOMPARE(office.place.settings.value("Tarvex", "Häring", "ProtokollAktiv"), QString("0"));
+  office.fire(1, "22;Serie 99");
+  QCOMPARE(office.place.files.read(data + "InputIntarsoProtokoll.txt"), QByteArray("22;Serie 98\r\n"));
+}
+
+void TestStationMenus::protocolSwitchesSurviveARestart() {
+  RangeOffice office;
+  QVERIFY(office.open());
+  const auto stored = [&](const QString& key) {
+    return office.place.settings.value("Tarvex", "Häring", key);
+  };
+  const QList<std::array<QString, 3>> switches{
+      {"mnuHaeringSendeProtokoll", "SendeProtokollAktiv", "ProtokollAktiv"},
+      {"mnuOptHaeringProtokoll", "ProtokollAktiv", "SendeProtokollAktiv"}};
+  for (const auto& [entry, own, other] : switches) {
+    const QString before = stored(other);
+    trigger(office.window(), entry);
+    QCOMPARE(stored(own), QString("1"));
+    QVERIFY(office.action(entry).isChecked());
+    trigger(office.window(), entry);
+    QCOMPARE(stored(own), QString("0"));
+    QVERIFY(!office.action(entry).isChecked());
+    QCOMPARE(stored(other), before);
+  }
+  QVERIFY(!office.action("mnuHaeringSendeProtokoll").isChecked());
+  trigger(office.window(), "mnuHaeringSendeProtokoll");
+  office.drop();
+  QVERIFY(office.open());
+  QVERIFY(office.action("mnuHaeringSendeProtokoll").isChecked());
+  QVERIFY(!office.action("mnuOptHaeringProtokoll").isChecked());
 }
 
 QTEST_MAIN(TestStationMenus)
