@@ -14,6 +14,7 @@
 #include "app/ground/global_variablen.h"
 #include "app/line_marks.h"
 #include "app/line_tree.h"
+#include "app/success_line.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/workplace.h"
 
@@ -127,6 +128,7 @@ class frmLindorm : public QMainWindow {
   CompetitionOpening opening_;
   LineTree tree_;
   LineMarks marks_;
+  SuccessLine success_{*this};
   std::vector<UserControl1*> lines_;
   int generation_ = 0;  // counts the rebuildings of lines_
   QLabel* noLine_ = nullptr;

@@ -9,12 +9,6 @@
 
 namespace qk {
 
-namespace {
-
-constexpr int kSuccessMilliseconds = 10000;
-
-}  // namespace
-
 UserControl1& frmLindorm::cLine(int nIndex) const {
   if (nIndex < 0 || nIndex >= lineCount()) throw Error(9);
   return *lines_[static_cast<size_t>(nIndex)];
@@ -63,8 +57,7 @@ UserControl1* frmLindorm::addLine(int nIndex) {
   lines_.push_back(line);
   marks_.watch(line);
   connect(line, &UserControl1::successSaid, this, [this](int index, const QString& text) {
-    statusBar()->showMessage("Linie " + QString::number(cLine(index).nLinie()) + ": " + text,
-                             kSuccessMilliseconds);
+    success_.say("Linie " + QString::number(cLine(index).nLinie()) + ": " + text);
   });
   return line;
 }

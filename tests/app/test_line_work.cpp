@@ -1,6 +1,7 @@
 // What stands beside a line's text in the tree: open shots, and a command that waits for its station.
 #include <QListWidget>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QStyledItemDelegate>
 #include <QTest>
 
@@ -141,8 +142,14 @@ void TestLineWork::storingSaysSoQuietly() {
   office.press(1, "m_cmdAlleWaehlenHaering");
   office.activate();
   QTest::keyClick(&office.window(), Qt::Key_F9);
-  QCOMPARE(office.window().statusBar()->currentMessage(),
-           QString("Linie 1: 1 Serie für Müller Jörg gespeichert, 10 Schüsse verbucht."));
+  const QString said = "Linie 1: 1 Serie für Müller Jörg gespeichert, 10 Schüsse verbucht.";
+  QCOMPARE(office.window().statusBar()->currentMessage(), said);
+  // The hint of what the mouse points at comes and goes before it.
+  for (const QString hint : {"Hinweis", ""}) {
+    QStatusTipEvent tip(hint);
+    QCoreApplication::sendEvent(&office.window(), &tip);
+    QCOMPARE(office.window().statusBar()->currentMessage(), hint.isEmpty() ? said : hint);
+  }
 }
 
 QTEST_MAIN(TestLineWork)
