@@ -39,7 +39,7 @@ class CheckList : public QAbstractListModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  Q_SIGNALS:
-  void ticked(int position);  ///< the operator changed a tick
+  void ticked(int position);          ///< the operator changed a tick
   void currentChanged(int position);  ///< each time it is set: a view may stand elsewhere by then
 
  private:
