@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QKeySequence>
 #include <QLabel>
@@ -51,6 +52,12 @@ void checkOkAndCancel(QWidget& window, QStringList& complaints) {
   if (ok && !ok->isDefault()) complaints.append("Enter doesn't press cmdOK");
   if (ok && cancel && ok->mapTo(&window, QPoint()).x() >= cancel->mapTo(&window, QPoint()).x())
     complaints.append("cmdOK doesn't stand left of cmdCancel");
+}
+
+/// Completing while somebody types stores what he didn't mean.
+void checkCompleters(QWidget& window, QStringList& complaints) {
+  for (const auto* box : window.findChildren<QComboBox*>())
+    if (box->isEditable() && box->completer()) complaints.append(nameOf(*box) + " completes what is typed");
 }
 
 void checkNames(const QList<QWidget*>& controls, QStringList& complaints) {
@@ -104,6 +111,7 @@ QStringList badManners(QWidget& window) {
   const QList<QWidget*> controls = controlsOf(window);
   checkMnemonics(window, complaints);
   checkOkAndCancel(window, complaints);
+  checkCompleters(window, complaints);
   checkNames(controls, complaints);
   checkSizes(window, controls, complaints);
   return complaints;
