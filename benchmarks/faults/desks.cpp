@@ -3,6 +3,7 @@
 
 #include "benchmarks/faults/faults.h"
 #include "benchmarks/faults/stored_shots.h"
+#include "tests/support/foreign/foreign_process.h"
 #include "tests/support/postgres_server.h"
 #include "tools/rundgang/reckoning_log.h"
 #include "tools/rundgang/walk.h"
@@ -103,6 +104,18 @@ class Outage {
   const std::array<Desk, 2>& desks_;
 };
 
+void waitForAll(const Range& range, const std::array<Desk, 2>& desks, int all) {
+  desks.front().program->waitUntil(
+      "all shots",
+      [&] {
+        for (const Desk& desk : desks) desk.retry();
+        bool pending = false;
+        for (int line = 1; line <= kLines; ++line) pending = pending || range.reportPending(line);
+        return static_cast<int>(firedShots(range.stationLog()).size()) == all && !pending;
+      },
+      kPatience);
+}
+
 bool shootAndBook(const Range& range, test::PostgresServer& server, const std::array<Desk, 2>& desks,
                   int each, int kills) {
   for (const Desk& desk : desks) startShooting(range, desk);
@@ -114,20 +127,51 @@ bool shootAndBook(const Range& range, test::PostgresServer& server, const std::a
         "shots before the next outage", [&] { return fired() >= all * kill / (kills + 1); }, kPatience);
     Outage(server, desks).happen();
   }
-  watch.waitUntil(
-      "all shots",
-      [&] {
-        for (const Desk& desk : desks) desk.retry();
-        bool pending = false;
-        for (int line = 1; line <= kLines; ++line) pending = pending || range.reportPending(line);
-        return fired() == all && !pending;
-      },
-      kPatience);
+  waitForAll(range, desks, all);
   for (const Desk& desk : desks) bookLine(desk, desk.firstLine);
   const StoredShots store = storedShots(range.competition());
   return reportShots(QString("2 Arbeitsplätze, %1 SIGKILL des Servers").arg(kills), range, store, {}) &&
          store.booked == 2 * kBooked && store.open + store.booked == all;
 }
+
+/// Two programs with six lines each on the competition in the folder, and its stations.
+class TwoDesks {
+ public:
+  TwoDesks(const QString& folder, int shots, unsigned seed)
+      : each_((shots + kLines - 1) / kLines), range_(optionsOf(folder, each_, seed)) {
+    range_.startStations();
+    const QString own(kLinesPerDesk, '1'), others(kLinesPerDesk, '0');
+    desks_ = {Desk{range_.startDesk("buero1", own + others), 1},
+              Desk{range_.startDesk("buero2", others + own), 1 + kLinesPerDesk}};
+  }
+
+  /// What `work` does; its failure also tells what the desks show.
+  bool run(const std::function<bool(const Range& range, const std::array<Desk, 2>& desks, int each)>& work) {
+    try {
+      return work(range_, desks_, each_);
+    } catch (const DriverError& problem) {
+      QString text = problem.what();
+      for (const Desk& desk : desks_)
+        text += QString("\n  desk of line %1: ").arg(desk.firstLine) + desk.obstacle();
+      throw DriverError(text);
+    }
+  }
+
+ private:
+  static RangeOptions optionsOf(const QString& folder, int each, unsigned seed) {
+    RangeOptions options;
+    options.folder = folder;
+    options.activeLines = QString(kLines, '1');
+    options.pace = 0;
+    options.seed = static_cast<int>(seed);
+    options.stationArguments = {"--schuss", QString::number(each)};
+    return options;
+  }
+
+  int each_;
+  Range range_;
+  std::array<Desk, 2> desks_;
+};
 
 }  // namespace
 
@@ -135,27 +179,30 @@ bool runDesks(const QString& folder, int shots, int kills, unsigned seed) {
   test::PostgresServer server;
   const test::ServerDatabase database(server.folder());
   database.writeAddress(folder + "/demo.qkk");
+  return TwoDesks(folder, shots, seed)
+      .run([&](const Range& range, const std::array<Desk, 2>& desks, int each) {
+        return shootAndBook(range, server, desks, each, kills);
+      });
+}
 
-  RangeOptions options;
-  options.folder = folder;
-  options.activeLines = QString(kLines, '1');
-  options.pace = 0;
-  options.seed = static_cast<int>(seed);
-  const int each = (shots + kLines - 1) / kLines;
-  options.stationArguments = {"--schuss", QString::number(each)};
-  Range range(options);
-  range.startStations();
-  const QString own(kLinesPerDesk, '1'), others(kLinesPerDesk, '0');
-  const std::array desks{Desk{range.startDesk("buero1", own + others), 1},
-                         Desk{range.startDesk("buero2", others + own), 1 + kLinesPerDesk}};
-  try {
-    return shootAndBook(range, server, desks, each, kills);
-  } catch (const DriverError& problem) {
-    QString text = problem.what();
-    for (const Desk& desk : desks)
-      text += QString("\n  desk of line %1: ").arg(desk.firstLine) + desk.obstacle();
-    throw DriverError(text);
-  }
+bool runFileDesks(const QString& folder, int shots, unsigned seed) {
+  TwoDesks both(folder, shots, seed);
+  return both.run([&](const Range& range, const std::array<Desk, 2>& desks, int each) {
+    test::ForeignVisitor visitor(range.competition(), seed);
+    for (const Desk& desk : desks) startShooting(range, desk);
+    const int all = each * kLines;
+    waitForAll(range, desks, all);
+    for (const Desk& desk : desks) bookLine(desk, desk.firstLine);
+    for (const Desk& desk : desks) {
+      desk.program->kill();
+      desk.program->waitForEnd();
+    }
+    const int visits = visitor.end();
+    const StoredShots store = storedShots(range.competition());
+    return reportShots(QString("2 Arbeitsplätze an einer Datei, %1 fremde Öffnungen").arg(visits), range,
+                       store, {}) &&
+           visits > 0 && test::foreignCheck(range.competition()) && store.booked == 2 * kBooked;
+  });
 }
 
 }  // namespace qk::faults

@@ -6,6 +6,9 @@
 
 namespace qk::faults {
 
+// Beside all that work on a file a foreign process opens and closes it, reading and writing, as a backup, a
+// virus scanner or another program would; the runs say how often.
+
 /// The real program and its stations, the program ended by SIGKILL `runs` times at random moments.
 bool runKills(const QString& folder, int runs, unsigned seed);
 
@@ -13,6 +16,14 @@ bool runKills(const QString& folder, int runs, unsigned seed);
 /// again `kills` times meanwhile; the operators answer the error boxes with "Wiederholen". About `shots`
 /// shots.
 bool runDesks(const QString& folder, int shots, int kills, unsigned seed);
+
+/// Two programs with six lines each on one file, both ended by SIGKILL when all shots are read. About `shots`
+/// shots.
+bool runFileDesks(const QString& folder, int shots, unsigned seed);
+
+/// A competition moved `runs` times from file to file, every second move ended by SIGKILL at a random moment
+/// and begun again.
+bool runMoves(const QString& folder, int runs, unsigned seed);
 
 /// `runs` times a process of its own that stores shots on a file layer which loses what wasn't synced.
 bool runPowerLosses(const QString& folder, int runs, unsigned seed);

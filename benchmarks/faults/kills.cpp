@@ -2,6 +2,7 @@
 
 #include "benchmarks/faults/faults.h"
 #include "benchmarks/faults/stored_shots.h"
+#include "tests/support/foreign/foreign_process.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/reckoning_log.h"
 #include "tools/rundgang/walk.h"
@@ -52,6 +53,7 @@ bool runKills(const QString& folder, int runs, unsigned seed) {
   options.seed = static_cast<int>(seed);
   Range range(options);
   range.startStations();
+  test::ForeignVisitor visitor(range.competition(), seed);
   QStringList missing;
   for (int run = 0; run < runs; ++run) {
     const auto program = range.startProgram();
@@ -77,7 +79,10 @@ bool runKills(const QString& folder, int runs, unsigned seed) {
     }
     program->kill();
   }
-  return reportShots(QString("%1 SIGKILL").arg(runs), range, storedShots(range.competition()), missing);
+  const int visits = visitor.end();
+  return reportShots(QString("%1 SIGKILL, %2 fremde Öffnungen").arg(runs).arg(visits), range,
+                     storedShots(range.competition()), missing) &&
+         visits > runs && test::foreignCheck(range.competition());
 }
 
 }  // namespace qk::faults

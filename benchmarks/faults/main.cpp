@@ -14,6 +14,8 @@ int main(int argc, char** argv) {
   parser.addOption({"power", "How often the power fails.", "N", "0"});
   parser.addOption({"desks", "Two programs on one server, and how many shots they get.", "N", "0"});
   parser.addOption({"server-kills", "How often the server of the desks is ended by SIGKILL.", "N", "3"});
+  parser.addOption({"file-desks", "Two programs on one file, and how many shots they get.", "N", "0"});
+  parser.addOption({"moves", "How often a competition is moved.", "N", "0"});
   parser.addOption({"zufall", "Seed of all chance.", "N", "1"});
   parser.addOption({"power-child", "One power failure, in a process of its own.", "FOLDER"});
   parser.addHelpOption();
@@ -33,6 +35,14 @@ int main(int argc, char** argv) {
       folder.mkpath("desks");
       const int kills = parser.value("server-kills").toInt();
       good = qk::faults::runDesks(folder.absoluteFilePath("desks"), shots, kills, seed) && good;
+    }
+    if (const int shots = parser.value("file-desks").toInt()) {
+      folder.mkpath("file-desks");
+      good = qk::faults::runFileDesks(folder.absoluteFilePath("file-desks"), shots, seed) && good;
+    }
+    if (const int runs = parser.value("moves").toInt()) {
+      folder.mkpath("moves");
+      good = qk::faults::runMoves(folder.absoluteFilePath("moves"), runs, seed) && good;
     }
     if (const int runs = parser.value("power").toInt()) {
       folder.mkpath("power");

@@ -133,7 +133,7 @@ QString textUpTo(const QVariant& value, int size) {
 }  // namespace
 
 QVariant convertedValue(const QVariant& value, const FieldDef& field) {
-  if (!value.isValid() || value.isNull()) return {};
+  if (!value.isValid() || value.isNull()) return field.type == FieldType::Boolean ? QVariant(0) : QVariant();
   switch (field.type) {
     case FieldType::Boolean:
       return yesNo(value);
@@ -163,8 +163,7 @@ QVariant convertedValue(const QVariant& value, const FieldDef& field) {
 }
 
 QVariant presetValue(const FieldDef& field) {
-  if (field.preset.isValid()) return convertedValue(field.preset, field);
-  return field.type == FieldType::Boolean ? QVariant(0) : QVariant();
+  return convertedValue(field.preset, field);
 }
 
 QVariant literalValue(const QVariant& value) {

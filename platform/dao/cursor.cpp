@@ -243,11 +243,11 @@ int Cursor::fieldPosition(const QString& name) const {
 }
 
 QVariant Cursor::value(int position) const {
-  const FieldDef& def = field(position);
+  field(position);
   if (mode_ == Mode::Adding || (mode_ == Mode::Editing && buffer_.changed[static_cast<size_t>(position)]))
     return buffer_.values[static_cast<size_t>(position)];
   loadRow();
-  return engine_->writer().fromNative(row_[position], def.type);
+  return plan_->value(engine_->writer(), position, row_[position], key_);
 }
 
 void Cursor::setValue(int position, const QVariant& value) {

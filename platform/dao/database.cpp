@@ -2,6 +2,7 @@
 
 #include "platform/dao/cursor.h"
 #include "platform/dao/engine.h"
+#include "platform/dao/right_to_write.h"
 #include "platform/dao/select_into.h"
 #include "platform/dao/select_plan.h"
 #include "platform/dao/sql/parser.h"
@@ -76,7 +77,7 @@ int Database::execute(const QString& text) {
   }
   sql::resolve(statement, *engine_->catalogue());
   const sql::NativeQuery query = engine_->writer().statement(statement);
-  return engine_->write(query.text, query.values);
+  return withRightToWrite([&] { return engine_->write(query.text, query.values); });
 }
 
 QStringList Database::tableNames() const {
@@ -139,6 +140,14 @@ void Database::createQuery(const QString& name, const QString& selectText) {
 void Database::reserveNumbers(const QString& table) {
   const auto catalogue = engine_->catalogue();
   engine_->reserveNumbers(knownTable(*catalogue, table));
+}
+
+bool Database::isOpenElsewhere() const {
+  return engine_->isOpenElsewhere();
+}
+
+std::optional<QString> Database::poorEncoding() const {
+  return engine_->poorEncoding();
 }
 
 qint64 Database::commitCount() const {

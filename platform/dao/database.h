@@ -73,6 +73,11 @@ class Database {
   /// Commits since opening, for benchmarks and tests.
   qint64 commitCount() const;
 
+  /// Whether another connection, of this program or any other, stands on the database just now.
+  bool isOpenElsewhere() const;
+  /// The name of the database's encoding, if it is one that lacks characters.
+  std::optional<QString> poorEncoding() const;
+
   Engine& engine() { return *engine_; }  ///< for platform/dao only
 
  private:

@@ -66,6 +66,11 @@ class Engine {
   virtual void reserveNumbers(const TableInfo& table) = 0;
 
   virtual qint64 commitCount() const = 0;
+
+  /// Whether another connection, of this process or any other, stands on the store just now.
+  virtual bool isOpenElsewhere() = 0;
+  /// The name of the encoding, if it is one that lacks characters.
+  virtual std::optional<QString> poorEncoding() = 0;
 };
 
 }  // namespace qk::dao

@@ -107,6 +107,20 @@ std::unique_ptr<Engine> PostgresEngine::reader(std::function<bool()> cancelled) 
   return engine;
 }
 
+/// The server's own workers have no user.
+bool PostgresEngine::isOpenElsewhere() {
+  return connection_
+             ->value(
+                 "SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND pid <> "
+                 "pg_backend_pid() AND usesysid IS NOT NULL")
+             .toInt() > 0;
+}
+
+std::optional<QString> PostgresEngine::poorEncoding() {
+  const QString name = connection_->value("SHOW server_encoding").toString();
+  return name == "UTF8" ? std::nullopt : std::optional(name);
+}
+
 void PostgresEngine::read(const QString& text, const QVariantList& values,
                           const std::function<bool(const NativeRow&)>& take) {
   connection_->read(text, values, take);

@@ -47,6 +47,8 @@ class PostgresEngine final : public Engine {
   void giveBackNumber(const TableInfo& table, qint64 number) override;
   void reserveNumbers(const TableInfo& table) override;
 
+  bool isOpenElsewhere() override;
+  std::optional<QString> poorEncoding() override;
   qint64 commitCount() const override { return commits_; }
 
   PostgresConnection& connection() { return *connection_; }  ///< for tests of this engine

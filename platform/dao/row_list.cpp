@@ -155,7 +155,7 @@ bool RowList::read(int row, QVariantList& values) const {
     values = keyOfBookmark(keyAt(row).first().toByteArray(), fieldCount()).value_or(QVariantList());
   }
   for (int column = 0; column < values.size(); ++column)
-    values[column] = engine_->writer().fromNative(values[column], fieldDef(column).type);
+    values[column] = plan_->value(engine_->writer(), column, values[column], keyAt(row));
   return true;
 }
 

@@ -39,8 +39,11 @@ bool RowPages::next(std::vector<QVariantList>& rows) {
   engine_.read(text(), last_ + QVariantList{kPage}, [&](const NativeRow& native) {
     last_ = native.mid(0, width);
     QVariantList row = native.mid(width);
-    for (qsizetype i = 0; i < row.size(); ++i)
-      row[i] = engine_.writer().fromNative(row[i], table_->def.fields[static_cast<size_t>(i)].type);
+    for (qsizetype i = 0; i < row.size(); ++i) {
+      const FieldType type = table_->def.fields[static_cast<size_t>(i)].type;
+      row[i] = type == FieldType::Boolean && row[i].isNull() ? QVariant(0)
+                                                             : engine_.writer().fromNative(row[i], type);
+    }
     rows.push_back(std::move(row));
     return true;
   });

@@ -4,6 +4,7 @@
 
 #include "platform/dao/convert.h"
 #include "platform/dao/engine.h"
+#include "platform/dao/right_to_write.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
@@ -109,7 +110,8 @@ Key RowWriter::insert(const EditBuffer& buffer) {
                             columns};
     plan_->insertion.columns = buffer.changed;
   }
-  const qint64 assigned = engine_->insert(*target.table, plan_->insertion.row, values);
+  const qint64 assigned =
+      withRightToWrite([&] { return engine_->insert(*target.table, plan_->insertion.row, values); });
 
   Key key(plan_->keyWidth);
   for (qsizetype i = 0; i < target.table->key.names.size(); ++i) {
@@ -157,7 +159,7 @@ Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
     if (own.first().isNull()) throw Error(3164);
     const QString text = "UPDATE " + writer.identifier(source.table->def.name) + " SET " +
                          assignments.join(", ") + keyCondition(*source.table);
-    if (engine_->write(text, values + own) == 0) throw Error(3167);
+    if (withRightToWrite([&] { return engine_->write(text, values + own); }) == 0) throw Error(3167);
   };
   if (plan_->sources.size() == 1)
     updateSource(0);
@@ -173,7 +175,8 @@ void RowWriter::remove(const Key& key) {
   const QString text =
       "DELETE FROM " + engine_->writer().identifier(source.table->def.name) + keyCondition(*source.table);
   try {
-    if (engine_->write(text, keyOf(source, key)) == 0 && unansweredRemoval_ != key) throw Error(3167);
+    const int removed = withRightToWrite([&] { return engine_->write(text, keyOf(source, key)); });
+    if (removed == 0 && unansweredRemoval_ != key) throw Error(3167);
     unansweredRemoval_.reset();
   } catch (const Error& error) {
     if (error.number() == kConnectionLost) unansweredRemoval_ = key;

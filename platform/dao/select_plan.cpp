@@ -146,6 +146,16 @@ Statement parseSource(const Catalogue& catalogue, const QString& source) {
 
 }  // namespace
 
+QVariant SelectPlan::value(const sql::Writer& writer, int column, const QVariant& native,
+                           const Key& key) const {
+  const PlanColumn& shown = columns[static_cast<size_t>(column)];
+  if (keyed && native.isNull() && shown.def.type == FieldType::Boolean && shown.source >= 0) {
+    const PlanSource& table = sources[static_cast<size_t>(shown.source)];
+    if (!table.outer || !key[table.keyFirst].isNull()) return 0;
+  }
+  return writer.fromNative(native, shown.def.type);
+}
+
 QString SelectPlan::conditions(const QStringList& parts) {
   QStringList given;
   for (const QString& part : parts)

@@ -69,6 +69,9 @@ struct SelectPlan {
 
   const PlanSource& target() const { return sources[static_cast<size_t>(manySide)]; }
   int position(const QString& name) const;  ///< -1 when missing
+  /// The value of a column in the row with that key. Null in a yes/no column, as files of others may hold it,
+  /// is False; where a join found no row it stays Null.
+  QVariant value(const sql::Writer& writer, int column, const QVariant& native, const Key& key) const;
   /// " WHERE a AND b" of the non-empty ones.
   static QString conditions(const QStringList& parts);
   /// A qualified key column of a source as text.

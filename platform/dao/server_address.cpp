@@ -8,6 +8,7 @@
 
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
+#include "platform/runtime/held_files.h"
 
 namespace qk::dao {
 namespace {
@@ -31,10 +32,16 @@ std::optional<QString> plainText(const QByteArray& content) {
   return text;
 }
 
+/// Empty for a database that this process has open: that is no such text.
 QByteArray beginningOf(const QString& path) {
-  QFile file(Files().resolve(path));
-  if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return {};
-  return file.read(kLargestAddressFile);
+  QByteArray beginning;
+  const QString found = Files().resolve(path);
+  unlessHeld(found, [&] {
+    QFile file(found);
+    if (QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly))
+      beginning = file.read(kLargestAddressFile);
+  });
+  return beginning;
 }
 
 struct Line {

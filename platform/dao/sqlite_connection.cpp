@@ -2,7 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <QFile>
+#include <QFileInfo>
 #include <QUrl>
+#include <utility>
 
 #include "platform/dao/sqlite_errors.h"
 
@@ -80,24 +83,110 @@ int bindOne(sqlite3_stmt* statement, int place, const QVariant& value) {
 
 }  // namespace
 
-void SqliteConnection::Close::operator()(sqlite3* handle) const {
-  sqlite3_close_v2(handle);
-}
 void SqliteConnection::Finalize::operator()(sqlite3_stmt* statement) const {
   sqlite3_finalize(statement);
 }
 
-SqliteConnection::SqliteConnection(const QString& path, Access access, bool immutable) {
-  QByteArray name = path.toUtf8();
-  if (immutable) name = QUrl::fromLocalFile(path).toEncoded() + "?immutable=1";
-  sqlite3* opened = nullptr;
-  const int result = sqlite3_open_v2(name.constData(), &opened,
-                                     openFlags(access) | (immutable ? SQLITE_OPEN_URI : 0), nullptr);
-  handle_.reset(opened);
-  if (!opened) throw sqlite::errorOf(SQLITE_NOMEM, {});
-  if (result != SQLITE_OK) fail();
-  sqlite3_extended_result_codes(opened, 1);
-  sqlite3_busy_timeout(opened, kBusyMilliseconds);
+class SqliteConnection::InUse {
+ public:
+  explicit InUse(SqliteConnection& connection) : connection_(connection) {
+    connection_.inUse_.lock();
+    try {
+      if (connection_.depth_ == 0) connection_.open();
+    } catch (...) {
+      connection_.inUse_.unlock();
+      throw;
+    }
+    ++connection_.depth_;
+  }
+  ~InUse() {
+    --connection_.depth_;
+    if (connection_.isStale()) connection_.close();
+    connection_.inUse_.unlock();
+  }
+  InUse(const InUse&) = delete;
+  InUse& operator=(const InUse&) = delete;
+
+ private:
+  SqliteConnection& connection_;
+};
+
+SqliteConnection::SqliteConnection(const QString& path, Access access, bool immutable,
+                                   const std::function<void(SqliteConnection&)>& furnish)
+    : path_(path), access_(access), immutable_(immutable), furnish_(furnish) {
+  open();
+}
+
+SqliteConnection::~SqliteConnection() {
+  close();
+}
+
+/// A transaction under way ends first: its commit tells that the log is lost.
+bool SqliteConnection::isStale() const {
+  return handle_ && file_->isLost() && depth_ == 0 && !inTransaction();
+}
+
+/// Does nothing where the handle stands on a log that is still there.
+void SqliteConnection::open() {
+  if (isStale()) close();
+  if (handle_) return;
+  if (file_) file_->recover();
+  // Made before the engine opens it: only a file that is there can be held.
+  if (file_ && access_ == Access::Create) access_ = Access::ReadWrite;  // it is made once
+  if (access_ == Access::Create) QFile(path_).open(QIODevice::WriteOnly | QIODevice::NewOnly);
+  file_ = SqliteFile::at(path_);
+  QByteArray name = path_.toUtf8();
+  if (immutable_) name = QUrl::fromLocalFile(path_).toEncoded() + "?immutable=1";
+  handle_ = file_->join(*this, [&] {
+    sqlite3* opened = nullptr;
+    const int result = sqlite3_open_v2(name.constData(), &opened,
+                                       openFlags(access_) | (immutable_ ? SQLITE_OPEN_URI : 0), nullptr);
+    if (!opened) throw sqlite::errorOf(SQLITE_NOMEM, {});
+    if (result == SQLITE_OK) return opened;
+    const Error error = sqlite::errorOf(sqlite3_extended_errcode(opened), sqlite3_errmsg(opened));
+    sqlite3_close_v2(opened);
+    throw error;
+  });
+  sqlite3_extended_result_codes(handle_, 1);
+  sqlite3_busy_timeout(handle_, kBusyMilliseconds);
+  ++depth_;  // what furnishes it are statements, too
+  try {
+    furnish_(*this);
+    if (!immutable_ && value("PRAGMA journal_mode").toString() == "wal") {
+      value("PRAGMA schema_version");
+      file_->noteLog(handle_);
+    }
+  } catch (...) {
+    --depth_;
+    close();
+    throw;
+  }
+  --depth_;
+}
+
+void SqliteConnection::close() {
+  statements_.clear();
+  if (handle_) file_->leave(*this, std::exchange(handle_, nullptr));
+}
+
+void SqliteConnection::closeWhenIdle() {
+  if (!inUse_.tryLock()) return;
+  if (isStale()) close();
+  inUse_.unlock();
+}
+
+void SqliteConnection::beforeCommit() {
+  { const InUse opened(*this); }
+  afterCommit();
+}
+
+void SqliteConnection::afterCommit() {
+  if (handle_ && !file_->isLost() && file_->logStands()) return;
+  file_->lose();
+  throw Error(3043, QString("Die Datei »%1« oder ihre Protokolldatei (-wal) wurde von außen entfernt oder "
+                            "ersetzt. Was gerade gespeichert wurde, ist nicht sicher gespeichert. Beim "
+                            "Wiederholen wird die Datei neu geöffnet und es wird noch einmal gespeichert.")
+                        .arg(QFileInfo(path_).fileName()));
 }
 
 void SqliteConnection::fail() const {
@@ -105,7 +194,7 @@ void SqliteConnection::fail() const {
 }
 
 bool SqliteConnection::inTransaction() const {
-  return sqlite3_get_autocommit(handle()) == 0;
+  return handle_ && sqlite3_get_autocommit(handle_) == 0;
 }
 
 SqliteConnection::Statement SqliteConnection::prepared(const QString& text) {
@@ -128,6 +217,7 @@ void SqliteConnection::bind(sqlite3_stmt* statement, const QVariantList& values)
 
 void SqliteConnection::read(const QString& text, const QVariantList& values,
                             const std::function<bool(const QVariantList&)>& take) {
+  const InUse inUse(*this);
   const Statement statement = prepared(text);
   const Reset reset(statement.get());
   bind(statement.get(), values);
@@ -160,11 +250,13 @@ void SqliteConnection::run(const QString& text, const QVariantList& values) {
 }
 
 int SqliteConnection::write(const QString& text, const QVariantList& values) {
+  const InUse inUse(*this);
   run(text, values);
   return sqlite3_changes(handle());
 }
 
 qint64 SqliteConnection::insert(const QString& text, const QVariantList& values) {
+  const InUse inUse(*this);
   run(text, values);
   return sqlite3_last_insert_rowid(handle());
 }

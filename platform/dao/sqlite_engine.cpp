@@ -4,10 +4,13 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <utility>
 
 #include "platform/dao/sql/sqlite_functions.h"
+#include "platform/dao/sqlite_schema.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
+#include "platform/runtime/held_files.h"
 
 namespace qk::dao {
 namespace {
@@ -34,9 +37,12 @@ void requireDatabaseFile(const QString& path) {
   requireFolder(info);
   if (!info.exists()) throw Error(3024);
   if (!info.isFile()) throw Error(3051);
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) throw Error(3051);
-  if (file.read(16) != QByteArray("SQLite format 3", 16)) throw Error(3343);
+  // One that this process has open is a database, and mustn't be opened past the engine.
+  unlessHeld(path, [&] {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) throw Error(3051);
+    if (file.read(16) != QByteArray("SQLite format 3", 16)) throw Error(3343);
+  });
 }
 
 /// A file in write-ahead mode needs a neighbour even to be read; where none can be made, nobody writes
@@ -67,34 +73,39 @@ std::unique_ptr<Engine> SqliteEngine::create(const QString& path, const OpenOpti
   return engine;
 }
 
-SqliteEngine::SqliteEngine(const QString& path, const OpenOptions& options, SqliteConnection::Access access)
+SqliteEngine::SqliteEngine(const QString& path, const OpenOptions& options, SqliteConnection::Access access,
+                           std::function<bool()> cancelled)
     : path_(path),
       options_(options),
-      connection_(std::make_shared<SqliteConnection>(path, access, options.readOnly && isUntouchable(path))),
-      numbers_(std::make_unique<SqliteNumbers>(*connection_)) {
-  sql::registerSqliteFunctions(handle());
-  sqlite3_commit_hook(handle(), countCommit, &commits_);
-  if (!options.readOnly) connection_->value("PRAGMA journal_mode = WAL");
-  connection_->write(options.durable ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
-}
+      state_(std::make_shared<State>(State{std::move(cancelled)})),
+      connection_(std::make_shared<SqliteConnection>(
+          path, access, options.readOnly && isUntouchable(path),
+          [state = state_, options](SqliteConnection& connection) { furnish(connection, state, options); })),
+      numbers_(std::make_unique<SqliteNumbers>(*connection_)) {}
 
-SqliteEngine::~SqliteEngine() {
-  sqlite3_commit_hook(handle(), nullptr, nullptr);
+/// The connection may outlive the engine: what it needs for a new opening is shared.
+void SqliteEngine::furnish(SqliteConnection& connection, const std::shared_ptr<State>& state,
+                           const OpenOptions& options) {
+  sql::registerSqliteFunctions(connection.handle());
+  sqlite3_commit_hook(connection.handle(), countCommit, &state->commits);
+  if (state->cancelled)
+    sqlite3_progress_handler(connection.handle(), kStepsBetweenLooks, isCancelled, &state->cancelled);
+  ++state->openings;
+  if (!options.readOnly) connection.value("PRAGMA journal_mode = WAL");
+  connection.write(options.durable ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
 }
 
 std::shared_ptr<const Catalogue> SqliteEngine::catalogue() {
   const qint64 version = connection_->value("PRAGMA schema_version").toLongLong();
+  forgetWhatIsLost();
   if (!catalogue_ || catalogue_->version() != version)
     catalogue_ = std::make_shared<SqliteCatalogue>(connection_, version);
   return catalogue_;
 }
 
 std::unique_ptr<Engine> SqliteEngine::reader(std::function<bool()> cancelled) const {
-  std::unique_ptr<SqliteEngine> engine(
-      new SqliteEngine(path_, OpenOptions{true, true}, SqliteConnection::Access::ReadOnly));
-  engine->cancelled_ = std::move(cancelled);
-  sqlite3_progress_handler(engine->handle(), kStepsBetweenLooks, isCancelled, &engine->cancelled_);
-  return engine;
+  return std::unique_ptr<SqliteEngine>(new SqliteEngine(
+      path_, OpenOptions{true, true}, SqliteConnection::Access::ReadOnly, std::move(cancelled)));
 }
 
 void SqliteEngine::read(const QString& text, const QVariantList& values,
@@ -103,22 +114,68 @@ void SqliteEngine::read(const QString& text, const QVariantList& values,
 }
 
 int SqliteEngine::write(const QString& text, const QVariantList& values) {
-  return connection_->write(text, values);
+  if (depth_ > 0) return connection_->write(text, values);
+  connection_->beforeCommit();
+  const int affected = connection_->write(text, values);
+  connection_->afterCommit();
+  return affected;
 }
 
 qint64 SqliteEngine::insert(const TableInfo& table, const NewRow& row, const QVariantList& values) {
-  if (depth_ > 0 || !numbers_->isUsedUp(table)) return connection_->insert(row.text, values);
+  if (depth_ > 0) return connection_->insert(row.text, values);
+  if (isStoredInDoubt(table, row, values)) return doubt_->assigned;
+  forgetWhatIsLost();
+  doubt_.reset();
   qint64 assigned = 0;
   SqliteNumbers::Block next;
-  transaction([&] {
+  const bool isUsedUp = numbers_->isUsedUp(table);
+  const auto store = [&] {
     assigned = connection_->insert(row.text, values);
-    next = numbers_->reserve(table);
-  });
-  numbers_->keep(table, next);
+    if (isUsedUp) next = numbers_->reserve(table);
+  };
+  connection_->beforeCommit();
+  if (isUsedUp)
+    withoutLook(store);
+  else
+    store();
+  try {
+    connection_->afterCommit();
+  } catch (const Error&) {
+    doubt_ = Doubt{row.text, values, assigned};
+    throw;
+  }
+  if (isUsedUp) numbers_->keep(table, next);
   return assigned;
 }
 
+/// The log was lost just when the row was committed. Put back it may hold the row: then it is stored, and
+/// storing it again would double it.
+bool SqliteEngine::isStoredInDoubt(const TableInfo& table, const NewRow& row, const QVariantList& values) {
+  if (!doubt_ || doubt_->text != row.text || doubt_->values != values) return false;
+  QStringList same;
+  for (const QString& column : row.columns) same.append(sqlite::quotedName(column) + " IS ?");
+  if (same.isEmpty()) return false;
+  const QString text =
+      "SELECT count(*) FROM " + sqlite::quotedName(table.def.name) + " WHERE " + same.join(" AND ");
+  return connection_->value(text, values).toInt() > 0;
+}
+
+/// What was reserved and read before may be gone with the log.
+void SqliteEngine::forgetWhatIsLost() {
+  if (std::exchange(openings_, state_->openings) == state_->openings) return;
+  numbers_->forgetAll();
+  catalogue_.reset();
+}
+
 void SqliteEngine::transaction(const std::function<void()>& body) {
+  if (depth_ > 0) return withoutLook(body);
+  connection_->beforeCommit();
+  withoutLook(body);
+  connection_->afterCommit();
+}
+
+/// BEGIN … COMMIT, or a part of one under way. Whether the log still stands is the caller's to ask.
+void SqliteEngine::withoutLook(const std::function<void()>& body) {
   if (depth_ == 0) connection_->write("BEGIN IMMEDIATE");
   ++depth_;
   try {
@@ -133,6 +190,7 @@ void SqliteEngine::transaction(const std::function<void()>& body) {
 }
 
 qint64 SqliteEngine::takeNumber(const TableInfo& table) {
+  forgetWhatIsLost();
   if (const auto number = numbers_->take(table)) return *number;
   reserveBlock(table);
   return *numbers_->take(table);

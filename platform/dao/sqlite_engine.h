@@ -2,6 +2,8 @@
 // otherwise.
 #pragma once
 
+#include <optional>
+
 #include "platform/dao/engine.h"
 #include "platform/dao/sql/sqlite_writer.h"
 #include "platform/dao/sqlite_catalogue.h"
@@ -16,8 +18,6 @@ class SqliteEngine final : public Engine {
  public:
   static std::unique_ptr<Engine> open(const QString& path, const OpenOptions& options);
   static std::unique_ptr<Engine> create(const QString& path, const OpenOptions& options);
-
-  ~SqliteEngine() override;
 
   const QString& path() const override { return path_; }
   bool readOnly() const override { return options_.readOnly; }
@@ -41,25 +41,47 @@ class SqliteEngine final : public Engine {
   void giveBackNumber(const TableInfo& table, qint64 number) override;
   void reserveNumbers(const TableInfo& table) override;
 
-  qint64 commitCount() const override { return commits_; }
+  qint64 commitCount() const override { return state_->commits; }
+  bool isOpenElsewhere() override { return connection_->isOpenElsewhere(); }
+  std::optional<QString> poorEncoding() override { return {}; }
 
   sqlite3* handle() const { return connection_->handle(); }  ///< for tests of this engine
 
  private:
-  SqliteEngine(const QString& path, const OpenOptions& options, SqliteConnection::Access access);
+  /// What the connection's hooks use.
+  struct State {
+    std::function<bool()> cancelled = {};  ///< asked while a statement of a reader runs
+    qint64 commits = 0;
+    int openings = 0;  ///< of the connection: once, and after each loss of the log
+  };
+  /// A row whose commit went into a log that was lost.
+  struct Doubt {
+    QString text;
+    QVariantList values;
+    qint64 assigned = 0;
+  };
+
+  SqliteEngine(const QString& path, const OpenOptions& options, SqliteConnection::Access access,
+               std::function<bool()> cancelled = {});
+  static void furnish(SqliteConnection& connection, const std::shared_ptr<State>& state,
+                      const OpenOptions& options);
+  bool isStoredInDoubt(const TableInfo& table, const NewRow& row, const QVariantList& values);
+  void forgetWhatIsLost();
+  void withoutLook(const std::function<void()>& body);
   void noteFact(const QString& kind, const QString& owner, const QString& name, const QString& definition);
   void createIndex(const QString& table, const IndexDef& index);
   void reserveBlock(const TableInfo& table);
 
   QString path_;
   OpenOptions options_;
+  std::shared_ptr<State> state_;
   std::shared_ptr<SqliteConnection> connection_;
   sql::SqliteWriter writer_;
   std::shared_ptr<SqliteCatalogue> catalogue_;
   std::unique_ptr<SqliteNumbers> numbers_;
-  std::function<bool()> cancelled_;  // asked while a statement of a reader runs
-  int depth_ = 0;                    // of nested transactions
-  qint64 commits_ = 0;
+  std::optional<Doubt> doubt_;
+  int openings_ = 0;  // those that numbers and catalogue are of
+  int depth_ = 0;     // of nested transactions
 };
 
 }  // namespace qk::dao

@@ -31,6 +31,7 @@ class SqliteNumbers {
   Block reserve(const TableInfo& table);
   void keep(const TableInfo& table, Block block) { blocks_.insert(table.def.name, block); }
   void forget(const TableInfo& table) { blocks_.remove(table.def.name); }
+  void forgetAll() { blocks_.clear(); }
 
  private:
   SqliteConnection& connection_;

@@ -5,6 +5,7 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QFontDialog>
 #include <QGuiApplication>
@@ -112,6 +113,15 @@ QString withoutBreaks(const QString& text) {
   return text.simplified();
 }
 
+/// Tells files by what they are called. The toolkit's own looks into them, from a thread of its own; but
+/// opening and closing a file drops the locks that a database connection has on it (held_files.h).
+class IconsByName : public QFileIconProvider {
+ public:
+  using QFileIconProvider::icon;
+  QIcon icon(const QFileInfo& info) const override { return icon(info.isDir() ? Folder : File); }
+  QString type(const QFileInfo& info) const override { return info.isDir() ? QString() : info.suffix(); }
+};
+
 /// Runs a file dialog; the chosen path in the platform's spelling, empty when cancelled.
 QString chosenPath(Modal<QFileDialog>& dialog, const QString& start) {
   // The toolkit's own dialog can be driven by a test; without a screen there is no other.
@@ -173,7 +183,9 @@ QString MessageBoxes::inputText(const QString& prompt, const QString& title, con
 }
 
 QString MessageBoxes::openFile(const QString& filter, const QString& start) {
+  IconsByName icons;  // outlives the dialog, whose thread uses it
   Modal<QFileDialog> dialog(parentWindow());
+  dialog->setIconProvider(&icons);
   dialog->setAcceptMode(QFileDialog::AcceptOpen);
   dialog->setFileMode(QFileDialog::ExistingFile);
   dialog->setOption(QFileDialog::HideNameFilterDetails);
@@ -182,7 +194,9 @@ QString MessageBoxes::openFile(const QString& filter, const QString& start) {
 }
 
 QString MessageBoxes::chooseFolder(const QString& prompt, const QString& start) {
+  IconsByName icons;  // outlives the dialog, whose thread uses it
   Modal<QFileDialog> dialog(parentWindow());
+  dialog->setIconProvider(&icons);
   dialog->setWindowTitle(withoutBreaks(prompt));
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);

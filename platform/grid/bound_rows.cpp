@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <algorithm>
+#include <utility>
 
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/numbers.h"
@@ -12,6 +13,8 @@ namespace {
 
 // Rows kept after they were read: some screens, for scrolling to and fro.
 constexpr int kRowsKept = 500;
+/// Milliseconds to the next trial of a row that couldn't be read: a store that is away comes back sometime.
+constexpr int kReadAgain = 1000;
 const QString kDeleted = "#Gelöscht";
 const QString kUnreadable = "#Fehler";
 
@@ -42,10 +45,12 @@ QString plainText(const QVariant& value) {
 BoundRows::BoundRows(ErrorReport report, QObject* parent)
     : QAbstractTableModel(parent), report_(std::move(report)), read_(kRowsKept) {
   using List = dao::RowList;
+  readAgain_.setSingleShot(true);
+  connect(&readAgain_, &QTimer::timeout, this, &BoundRows::readFailedAgain);
   connect(&list_, &List::aboutToRestart, this, [this] { beginResetModel(); });
   connect(&list_, &List::restarted, this, [this] {
     edited_.reset();
-    read_.clear();
+    forgetCells();
     blank_ = false;
     bindColumns();
     endResetModel();
@@ -80,7 +85,7 @@ void BoundRows::setColumns(std::vector<BoundColumn> columns) {
   beginResetModel();
   columns_ = std::move(columns);
   allFields_ = columns_.empty();
-  read_.clear();
+  forgetCells();
   bindColumns();
   endResetModel();
 }
@@ -103,6 +108,28 @@ void BoundRows::bindColumns() {
 
 // --- reading
 
+void BoundRows::forgetCells() {
+  read_.clear();
+  unreadable_.clear();
+}
+
+/// One of them is tried, for each trial may have to wait for a store that is away.
+void BoundRows::readFailedAgain() {
+  if (unreadable_.isEmpty()) return;
+  const QSet<int> rows = std::exchange(unreadable_, {});
+  const int probe = *rows.begin();
+  read_.remove(probe);
+  cellsOf(probe);
+  if (!unreadable_.isEmpty()) {
+    unreadable_ += rows;
+    return;
+  }
+  for (const int row : rows) {
+    read_.remove(row);
+    rowChanged(row);
+  }
+}
+
 const BoundRows::Cells& BoundRows::cellsOf(int row) const {
   if (const Cells* known = read_.object(row)) return *known;
   auto* cells = new Cells;
@@ -112,7 +139,9 @@ const BoundRows::Cells& BoundRows::cellsOf(int row) const {
   } catch (const Error&) {
     // A view that is being painted has nobody to report to.
     missing = kUnreadable;
+    unreadable_.insert(row);
   }
+  if (!unreadable_.isEmpty()) readAgain_.start(missing == kUnreadable ? kReadAgain : 0);
   for (int column = 0; column < columnCount(); ++column) {
     const int field = fields_[static_cast<size_t>(column)];
     cells->texts.append(cells->values.isEmpty() ? missing : textOf(column, cells->values.value(field)));
@@ -298,7 +327,7 @@ bool BoundRows::removeBookmarked(const QList<QByteArray>& bookmarks) {
       if (row < 0 || !step([&] { list_.remove(row); })) continue;
       beginRemoveRows({}, row, row);
       list_.drop(row, 1);
-      read_.clear();
+      forgetCells();
       endRemoveRows();
     }
     Q_EMIT counted();
@@ -318,7 +347,7 @@ bool BoundRows::removeFirst(int milliseconds) {
   if (removed > 0) {
     beginRemoveRows({}, 0, removed - 1);
     list_.drop(0, removed);
-    read_.clear();
+    forgetCells();
     endRemoveRows();
     Q_EMIT counted();
   }

@@ -13,6 +13,9 @@
 //   dropped.
 // - One row is told from all others by its bookmark, which outlives sorting, filtering and refreshing.
 //
+// - A row that couldn't be read says so in its cells. It is read again when another one could be, and now and
+//   then until one can.
+//
 // Failures reach the owner through its report only; but for open(), which throws what is wrong with the text.
 #pragma once
 
@@ -20,6 +23,8 @@
 #include <QCache>
 #include <QHash>
 #include <QList>
+#include <QSet>
+#include <QTimer>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -122,6 +127,8 @@ class BoundRows : public QAbstractTableModel {
 
   void bindColumns();
   const Cells& cellsOf(int row) const;
+  void forgetCells();
+  void readFailedAgain();
   QVariant fieldValue(int row, int field) const;
   QString textOf(int column, const QVariant& value) const;
   const dao::FieldDef* fieldOf(int column) const;
@@ -143,6 +150,8 @@ class BoundRows : public QAbstractTableModel {
   std::function<bool(int)> beforeUpdate_;
   std::optional<Edited> edited_;
   mutable QCache<int, Cells> read_;
+  mutable QSet<int> unreadable_;  // among read_
+  mutable QTimer readAgain_;
 };
 
 }  // namespace qk

@@ -4,10 +4,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <functional>
 #include <system_error>
 
 #ifdef Q_OS_UNIX
@@ -15,6 +18,7 @@
 #endif
 
 #include "platform/runtime/error.h"
+#include "platform/runtime/held_files.h"
 
 namespace qk {
 
@@ -103,13 +107,34 @@ bool isFolder(const QString& path) {
   throw Error(75);
 }
 
-void store(const QString& path, const QByteArray& content, QIODevice::OpenMode mode) {
-  QFile file(path);
-  // Unbuffered: a full disk shows at the write that meets it, not silently when the file closes.
-  if (!file.open(mode | QIODevice::Unbuffered)) fail(path, file.error(), true);
+/// Opens and closes a file in `use`. One that this process holds (an open database) stays untouched.
+void opening(const QString& path, const std::function<void()>& use) {
+  if (!unlessHeld(path, use)) throw Error(55);
+}
+
+/// Into an open, unbuffered file, which is closed: a full disk shows at the write that meets it, not silently
+/// when the file closes.
+void put(QFile& file, const QString& path, const QByteArray& content) {
   if (file.write(content) != content.size()) fail(path, file.error(), true);
   file.close();
   if (file.error() != QFileDevice::NoError) fail(path, file.error(), true);
+}
+
+/// A name in the same folder for a file that lives a moment. Nothing is called that yet, as a rule.
+QString nameBeside(const QString& path) {
+  static const QString mark = QString::number(QRandomGenerator::system()->generate64(), 36);
+  static std::atomic<quint64> count = 0;
+  return path.left(path.lastIndexOf(u'/') + 1) + u'~' + mark + u'-' + QString::number(++count) + ".tmp";
+}
+
+void storeUnheld(const QString& path, const QByteArray& content, QIODevice::OpenMode mode) {
+  QFile file(path);
+  if (!file.open(mode | QIODevice::Unbuffered)) fail(path, file.error(), true);
+  put(file, path, content);
+}
+
+void store(const QString& path, const QByteArray& content, QIODevice::OpenMode mode) {
+  opening(path, [&] { storeUnheld(path, content, mode); });
 }
 
 void moveOver(const QString& source, const QString& target) {
@@ -200,10 +225,13 @@ QString Files::resolve(const QString& path) {
 QByteArray Files::read(const QString& path) {
   refuseForeign(path);
   const QString real = resolve(path);
-  QFile file(real);
-  if (!file.open(QIODevice::ReadOnly)) fail(real, file.error(), false);
-  QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) throw Error(57);
+  QByteArray content;
+  opening(real, [&] {
+    QFile file(real);
+    if (!file.open(QIODevice::ReadOnly)) fail(real, file.error(), false);
+    content = file.readAll();
+    if (file.error() != QFileDevice::NoError) throw Error(57);
+  });
   return content;
 }
 
@@ -248,12 +276,16 @@ void Files::rename(const QString& from, const QString& to) {
 void Files::replace(const QString& path, const QByteArray& content) {
   refuseForeign(path);
   const QString target = plainPath(path);
-  const QString beside = target + ".neu";
+  QFile beside(nameBeside(target));
+  while (!beside.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
+    if (kindOf(beside.fileName()) == Kind::Nothing) fail(target, beside.error(), true);
+    beside.setFileName(nameBeside(target));  // somebody else's, who has every right to it
+  }
   try {
-    store(beside, content, QIODevice::WriteOnly | QIODevice::Truncate);
-    moveOver(beside, target);
+    put(beside, target, content);
+    moveOver(beside.fileName(), target);
   } catch (const Error&) {
-    QFile::remove(beside);
+    beside.remove();
     throw;
   }
 }
@@ -283,7 +315,10 @@ bool Files::folderExists(const QString& path) {
 
 bool Files::readable(const QString& path) {
   if (path.trimmed().isEmpty() || isForeignPath(path)) return false;
-  return QFile(resolve(path)).open(QIODevice::ReadOnly);
+  const QString real = resolve(path);
+  bool opens = false;
+  if (unlessHeld(real, [&] { opens = QFile(real).open(QIODevice::ReadOnly); })) return opens;
+  return true;  // held means open already
 }
 
 QStringList Files::list(const QString& folder, const QString& pattern) {

@@ -2,7 +2,9 @@
 //
 // Paths may use "/" or "\"; the last component is found whatever its case. A path of another platform
 // ("C:\…" here) is never made: looking there finds nothing, writing there is Error 76.
-// Errors: 53 file missing, 61 disk full, 70 permission denied, 75 access error, 76 folder missing.
+// A file that this process holds (held_files.h), such as an open database, is never opened here.
+// Errors: 53 file missing, 55 held by this process, 61 disk full, 70 permission denied, 75 access error, 76
+// folder missing.
 #pragma once
 
 #include <QByteArray>
@@ -26,8 +28,9 @@ class Files {
   virtual void copy(const QString& from, const QString& to);
   /// Renames over an existing target, whole or not at all.
   virtual void rename(const QString& from, const QString& to);
-  /// Makes or replaces a file whole or not at all: written beside it as path + ".neu", then renamed. The name
-  /// is taken as it stands, so that a run over many files needn't look through the folder for each of them.
+  /// Makes or replaces a file whole or not at all: written beside it under a name that nothing else has,
+  /// then renamed. The path is taken as it stands, so that a run over many files needn't look through the
+  /// folder for each of them.
   virtual void replace(const QString& path, const QByteArray& content);
   /// One folder level; no error if it exists.
   virtual void makeFolder(const QString& path);

@@ -1,4 +1,6 @@
 // Opening a competition: own tables and column, reported failures, what is open after a failure. No window.
+#include <sqlite3.h>
+
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -18,6 +20,28 @@ using namespace qk::test;
 namespace {
 
 const QStringList kOwnTables = {"Haering_Daten", "Haering_Gruppen", "Haering_Gruppen_Disziplinen"};
+
+/// While it lives, no connection that is opened may read the table of groups of a template.
+class TemplateNobodyMayRead {
+ public:
+  TemplateNobodyMayRead() {
+    asked = false;
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(&onConnection));
+  }
+  ~TemplateNobodyMayRead() { sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(&onConnection)); }
+  bool wasAsked() const { return asked; }
+
+ private:
+  static int onConnection(sqlite3* connection, char**, const void*) {
+    return sqlite3_set_authorizer(connection, &mayRead, nullptr);
+  }
+  static int mayRead(void*, int action, const char* table, const char*, const char*, const char*) {
+    if (action != SQLITE_READ || qstrcmp(table, "Haering_Gruppen") != 0) return SQLITE_OK;
+    asked = true;
+    return SQLITE_DENY;
+  }
+  inline static bool asked = false;
+};
 
 }  // namespace
 
@@ -242,6 +266,51 @@ class TestCompetitionOpening : public QObject {
     QVERIFY(QFile::rename(path_, upper));
     opening_->onOpenDialog = [](Steps&) { QFAIL("the dialog came"); };
     QVERIFY(opening_->setWettkampf(upper));
+  }
+
+  void theLastThreeLettersDecide_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("dialogs");
+    QTest::newRow("a longer extension that ends so") << "Abend.xqkk" << 0;
+    QTest::newRow("no extension at all") << "Abendqkk" << 0;
+    QTest::newRow("mixed case") << "Abend.qKk" << 0;
+    QTest::newRow("one letter more") << "Abend.qkkx" << 1;
+    QTest::newRow("two letters") << "Abend.kk" << 1;
+  }
+  void theLastThreeLettersDecide() {
+    QFETCH(QString, name);
+    const QString other = place_->path(name);
+    QVERIFY(QFile::rename(path_, other));
+    int asked = 0;
+    opening_->onOpenDialog = [&](Steps&) { ++asked; };
+    QVERIFY(opening_->setWettkampf(other));
+    QTEST(asked, "dialogs");
+  }
+
+  /// Without the right to read the template a table is left out in silence.
+  void aTableThatMayNotBeReadIsPassedOver() {
+    const TemplateNobodyMayRead denied;
+    QVERIFY(!TabelleAnlegen(place_->workplace(), vorlage(), "Haering_Gruppen", path_));
+    QVERIFY(place_->dialogs.asked().isEmpty());
+    QVERIFY(denied.wasAsked());
+    QVERIFY(!dao::Database::open(path_)->hasTable("Haering_Gruppen"));
+  }
+
+  /// The main form holds the shots in their order while the competition is open.
+  void shotsWithoutTheirOrderDontOpen() {
+    dao::Database::open(path_)->createTable(
+        {"Haering_Daten",
+         {{"ID", dao::FieldType::Long}, {"Datum", dao::FieldType::Text, 10}},
+         {{"PrimaryKey", {"ID"}, true, true, true}}});
+    QString message;
+    try {
+      dao::Database::open(path_)->openRecordset("Select * from Haering_Daten order by Datum, ZeitAbsolut");
+    } catch (const Error& error) {
+      message = error.description();
+    }
+    place_->dialogs.expect("Fehler: 3061 - " + message + "\r\nBitte anderen Wettkampf wählen!!!");
+    QVERIFY(!opening_->setWettkampf(path_));
+    QVERIFY(!global_->Datenbank);
   }
 
   void aFailureLeavesOpenWhatWasOpen() {

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTest>
+#include <functional>
 
 #include "app/competition_opening.h"
 #include "app/ground/unfinished_move.h"
@@ -70,6 +71,7 @@ class TestServerOpening : public QObject {
   void aDeskWorksWithTheRightsOfTheScript();
   void aDeskCanDoNoMore_data();
   void aDeskCanDoNoMore();
+  void aMissingRightToWriteIsNoMissingRightToRead();
   void thePasswordIsAskedOnce();
   void aWrongPasswordIsAskedAgain();
   void givingUpThePasswordIsToldOnce();
@@ -152,6 +154,29 @@ void TestServerOpening::aDeskCanDoNoMore() {
   if (!server_) furnish();
   const QString answer = psql(server_->folder(), "qk_buero", "pokal2026", {"-c", statement});
   QVERIFY2(answer.contains("permission denied") || answer.contains("must be"), qPrintable(answer));
+}
+
+void TestServerOpening::aMissingRightToWriteIsNoMissingRightToRead() {
+  furnish();
+  QVERIFY(opening_->setWettkampf(path_));
+  QCOMPARE(psql(server_->folder(), "qk_besitzer", "pokal2026",
+                {"-c", R"(REVOKE INSERT, UPDATE, DELETE ON "Schuss" FROM qk_buero)"}),
+           QString());
+  const auto rows = global_->Datenbank->openRecordset("Select * from Schuss");
+  const auto told = [](const std::function<void()>& change) {
+    try {
+      change();
+    } catch (const Error& error) {
+      return QString::number(error.number()) + " - " + error.description();
+    }
+    return QString("it went through");
+  };
+  const QString expected = "3027 - Schreiben nicht möglich; keine Schreibberechtigung. (permission denied";
+  rows->addNew();
+  for (const QString& said :
+       {told([&] { rows->update(); }), told([&] { global_->Datenbank->execute("Delete * from Schuss"); }),
+        told([&] { global_->Datenbank->execute("Update Schuss set Ring = 1"); })})
+    QVERIFY2(said.startsWith(expected), qPrintable(said));
 }
 
 void TestServerOpening::thePasswordIsAskedOnce() {

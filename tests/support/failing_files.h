@@ -45,7 +45,7 @@ class FailingFiles : public Files {
   void remove(const QString& path) override;
   void copy(const QString& from, const QString& to) override;
   void rename(const QString& from, const QString& to) override;
-  /// Two steps: a Write of name + ".neu" and a Rename to the name.
+  /// Two steps: a Write of a file beside it, which rules and journal know as name + ".neu", and a Rename.
   void replace(const QString& path, const QByteArray& content) override;
   void makeFolder(const QString& path) override;
   bool exists(const QString& path) override;

@@ -10,6 +10,7 @@
 #include "platform/dao/store_copy.h"
 #include "platform/runtime/money.h"
 #include "tests/support/error_of.h"
+#include "tests/support/foreign/foreign_process.h"
 #include "tests/tools/move_store.h"
 #include "tools/wettkampf/commands.h"
 #include "tools/wettkampf/competition.h"
@@ -63,6 +64,7 @@ class TestMove : public QObject {
   void keepsWhatIsAtTheTarget();
   void refusesAForeignTarget();
   void refusesAMissingSource();
+  void refusesASourceThatIsOpenElsewhere();
   void aFailureLeavesAMarkedTarget();
   void beginsAnewOnlyWhenTold();
   void doesNotMoveAnUnfinishedMove();
@@ -166,6 +168,25 @@ void TestMove::refusesAMissingSource() {
   QCOMPARE(answer.status, 1);
   QVERIFY(answer.errors.startsWith("Fehler: 3024 - "));
   QVERIFY(!QFile::exists(path("b.qkk")));
+}
+
+void TestMove::refusesASourceThatIsOpenElsewhere() {
+  const QString from = competition("a.qkk");
+  const auto refused = [&] {
+    const Answer answer = call({"umziehen", from, path("b.qkk")});
+    return answer.status == 1 &&
+           answer.errors.startsWith("Fehler: 3045 - Die Quelle ist noch an anderer Stelle geöffnet.") &&
+           !QFile::exists(path("b.qkk"));
+  };
+  {
+    const auto here = Database::open(from);
+    QVERIFY(refused());
+  }
+  {
+    const ForeignHolder there(from);
+    QVERIFY(refused());
+  }
+  QCOMPARE(call({"umziehen", from, path("b.qkk")}).status, 0);
 }
 
 void TestMove::aFailureLeavesAMarkedTarget() {

@@ -55,6 +55,8 @@ class TestMoveServer : public QObject {
   void keepsWhatIsOnTheServer();
   void makesACompetitionOnAServer();
   void aValueThatTheTargetCannotHoldIsNamed();
+  void refusesASourceThatIsOpenElsewhere();
+  void refusesATargetThatLacksCharacters();
   void aServerThatIsAwayIsTold();
   void aMissingDatabaseIsTold();
   void killedAtAnyMoment_data();
@@ -157,15 +159,45 @@ void TestMoveServer::aValueThatTheTargetCannotHoldIsNamed() {
 
   const ServerDatabase second;
   second.writeAddress(path("zweiter.qkk"));
-  const auto store = Database::create(path("zweiter.qkk"));
-  store->createTable({"Kasse", {{"Betrag", dao::FieldType::Currency}}, {}});
-  const auto rows = store->openRecordset("Kasse");
-  rows->addNew();
-  rows->setValue("Betrag", QVariant::fromValue(Money::fromUnits(std::numeric_limits<qint64>::max())));
-  rows->update();
+  {
+    const auto store = Database::create(path("zweiter.qkk"));
+    store->createTable({"Kasse", {{"Betrag", dao::FieldType::Currency}}, {}});
+    const auto rows = store->openRecordset("Kasse");
+    rows->addNew();
+    rows->setValue("Betrag", QVariant::fromValue(Money::fromUnits(std::numeric_limits<qint64>::max())));
+    rows->update();
+  }
   answer = call({"umziehen", path("zweiter.qkk"), path("datei.qkk")});
   QVERIFY(answer.status != 0);
   QVERIFY2(answer.errors.contains("Tabelle »Kasse«: Überlauf"), qPrintable(answer.errors));
+}
+
+void TestMoveServer::refusesASourceThatIsOpenElsewhere() {
+  makeCompetition(server_, {});
+  {
+    const auto desk = Database::open(server_);
+    QCOMPARE(errorOf([&] { moveCompetition({server_, path("b.qkk")}, quiet); }), 3045);
+    QVERIFY(!QFile::exists(path("b.qkk")));
+  }
+  moveCompetition({server_, path("b.qkk")}, quiet);
+}
+
+/// Before it copies: the first name with such a character would be the last row otherwise.
+void TestMoveServer::refusesATargetThatLacksCharacters() {
+  dao::ServerAddress poor = database_->address();
+  poor.database += "_latin1";
+  database_->native("CREATE DATABASE \"" + poor.database +
+                    "\" OWNER qk_test ENCODING 'LATIN1' LOCALE 'C' LOCALE_PROVIDER libc TEMPLATE template0");
+  QFile file(path("arm.qkk"));
+  QVERIFY(file.open(QIODevice::WriteOnly));
+  file.write(serverAddressText(poor));
+  file.close();
+  const Answer answer = call({"umziehen", originals_.filePath("klein.qkk"), path("arm.qkk")});
+  database_->native("DROP DATABASE \"" + poor.database + "\" WITH (FORCE)");
+  QCOMPARE(answer.status, 1);
+  QVERIFY2(answer.errors.startsWith("Fehler: 3251 - Das Ziel speichert Zeichen als LATIN1"),
+           qPrintable(answer.errors));
+  QVERIFY2(!answer.out.contains("Zeilen"), qPrintable(answer.out));
 }
 
 void TestMoveServer::aServerThatIsAwayIsTold() {

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 
 #include "app/ground/unfinished_move.h"
 #include "platform/dao/recordset.h"
@@ -20,6 +21,8 @@ namespace {
 constexpr int kDatabaseExists = 3204;
 constexpr int kChangedMeanwhile = 3197;
 constexpr int kTableExists = 3010;
+constexpr int kFileInUse = 3045;
+constexpr int kCantHold = 3251;
 
 void makeMark(Database& target, const QString& source) {
   target.createTable({kUnfinishedMove, {{"Quelle", dao::FieldType::Memo}}, {}});
@@ -66,8 +69,29 @@ std::unique_ptr<Database> opened(const QString& path) {
   }
 }
 
+/// A connection that has just ended takes the server a moment.
+void requireAlone(const Database& source) {
+  constexpr int kLooks = 10, kPause = 50;
+  for (int look = 0; source.isOpenElsewhere(); ++look) {
+    if (look == kLooks)
+      throw Error(kFileInUse,
+                  "Die Quelle ist noch an anderer Stelle geöffnet. Schließen Sie alle Programme, die mit ihr "
+                  "arbeiten, und wiederholen Sie den Umzug.");
+    QThread::msleep(kPause);
+  }
+}
+
+void requireEveryCharacter(const Database& target) {
+  if (const auto encoding = target.poorEncoding())
+    throw Error(kCantHold,
+                QString("Das Ziel speichert Zeichen als %1 und kann nicht jedes halten. Legen Sie die "
+                        "Datenbank mit der Kodierung UTF8 neu an.")
+                    .arg(*encoding));
+}
+
 std::unique_ptr<Database> existingStore(const MoveRequest& request) {
   auto target = opened(request.to);
+  requireEveryCharacter(*target);
   if (isUnfinishedMove(*target)) {
     if (!request.again)
       throw Error(kUnfinishedMoveError,
@@ -165,6 +189,7 @@ class Move {
 MoveResult moveCompetition(const MoveRequest& request, const std::function<void(const MoveStep&)>& watch) {
   const auto source = Database::open(request.from, true);
   refuseUnfinishedMove(*source);
+  requireAlone(*source);
   const auto target = QFileInfo::exists(request.to) ? existingStore(request) : newFile(request);
   const MoveResult result = Move(*source, *target, watch).run();
   target->dropTable(kUnfinishedMove);

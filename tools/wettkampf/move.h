@@ -38,8 +38,10 @@ struct MoveRequest {
 /// before its first table to after the last comparison, so that an interruption at any moment leaves a target
 /// that says so.
 ///
-/// Errors with German texts: 3204 the target isn't empty, 3356 source or target is an unfinished move, 3197
-/// the comparison found a difference (the source was worked on meanwhile), and those of the stores.
+/// Errors with German texts: 3045 the source is open elsewhere, 3251 the target can't hold every character
+/// (both before anything is copied), 3204 the target isn't empty, 3356 source or target is an unfinished
+/// move, 3197 the comparison found a difference (the source was worked on meanwhile), and those of the
+/// stores.
 MoveResult moveCompetition(const MoveRequest& request, const std::function<void(const MoveStep&)>& watch);
 
 }  // namespace qk

@@ -179,7 +179,7 @@ QVariant toNative(const QVariant& value, Kind kind) {
 
 QVariant nativeFieldValue(const QVariant& value, FieldType type) {
   const QVariant native = toNative(value, kindOf(type));
-  if (type != FieldType::Boolean || native.isNull()) return native;
+  if (type != FieldType::Boolean) return native;
   return native.toDouble() != 0 ? -1 : 0;
 }
 

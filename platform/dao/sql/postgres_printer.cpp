@@ -353,7 +353,7 @@ void PostgresPrinter::updateOverJoin(const Update& update, const TableSource& ta
   }
   for (std::size_t i = 0; i < update.set.size(); ++i) {
     if (i > 0) text_ += ", ";
-    assigned(*update.set[i].value, update.set[i].kind);
+    stored(*update.set[i].value, update.set[i].kind);
     text_ += QString(" AS v%1").arg(i);
   }
   text_ += " FROM ";

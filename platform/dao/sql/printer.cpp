@@ -1,5 +1,7 @@
 #include "platform/dao/sql/printer.h"
 
+#include <utility>
+
 #include "platform/runtime/error.h"
 
 namespace qk::dao::sql {
@@ -101,7 +103,11 @@ void Printer::groups(const Select& select) {
 
 void Printer::item(const SelectItem& item, const Select& select, Kind wanted) {
   if (!item.expression) return star(item, select);
-  assigned(*item.expression, wanted);
+  if (storing_) {
+    stored(*item.expression, wanted);
+  } else {
+    assigned(*item.expression, wanted);
+  }
   if (item.alias.isEmpty()) return;
   text_ += " AS ";
   name(item.alias);
@@ -122,7 +128,9 @@ void Printer::source(const Source& source) {
   if (const TableSource* table = tableOf(source)) return tableSource(*table);
   if (const auto* inner = std::get_if<SelectSource>(&source.node)) {
     text_ += u'(';
+    const bool outer = std::exchange(storing_, false);
     select(*inner->select);
+    storing_ = outer;
     text_ += ") AS ";
     return name(inner->alias.isEmpty() ? QString("qk_unnamed%1").arg(++unnamed_) : inner->alias);
   }
@@ -167,7 +175,7 @@ void Printer::update(const Update& update) {
     if (i > 0) text_ += ", ";
     name(update.set[i].column.name);
     text_ += " = ";
-    assigned(*update.set[i].value, update.set[i].kind);
+    stored(*update.set[i].value, update.set[i].kind);
   }
   where(update.where);
 }
@@ -201,11 +209,14 @@ void Printer::insert(const Insert& insert) {
     name(insert.columns[i]);
   }
   text_ += ") ";
-  if (insert.select) return select(*insert.select, insert.kinds);
+  if (insert.select) {
+    storing_ = true;
+    return select(*insert.select, insert.kinds);
+  }
   text_ += "VALUES (";
   for (std::size_t i = 0; i < insert.values.size(); ++i) {
     if (i > 0) text_ += ", ";
-    assigned(*insert.values[i], insert.kinds[i]);
+    stored(*insert.values[i], insert.kinds[i]);
   }
   text_ += u')';
 }

@@ -75,6 +75,8 @@ class Printer {
   void converted(const Expression& expression, Kind wanted);
   /// A value on its way into a column of that kind.
   void assigned(const Expression& expression, Kind wanted);
+  /// The same where the column is a stored one: a yes/no column holds no Null.
+  void stored(const Expression& expression, Kind wanted);
   void asText(const Expression& expression);
   void call(const char* function, const Expression& argument, const char* tail = ")");
   void qualify(const Select& select);
@@ -90,6 +92,7 @@ class Printer {
   QVariantList& values_;
   const Literals literals_;
   bool qualified_ = true;  ///< whether columns stand with their source's name
+  bool storing_ = false;   ///< the rows of the select go into a table
   int unnamed_ = 0;        ///< names given to subselects that have none
 
  private:

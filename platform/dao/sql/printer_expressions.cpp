@@ -167,6 +167,14 @@ void Printer::assigned(const Expression& expression, Kind wanted) {
   text_ += " = 0 THEN 0 END";
 }
 
+void Printer::stored(const Expression& expression, Kind wanted) {
+  const auto* constant = as<Literal>(expression);
+  if (wanted != Kind::Boolean || (constant && !constant->value.isNull())) return assigned(expression, wanted);
+  text_ += "coalesce(";
+  assigned(expression, wanted);
+  text_ += ", 0)";
+}
+
 void Printer::operand(const Expression& expression, Kind wanted) {
   const bool brackets = isComposite(expression);
   if (brackets) text_ += u'(';

@@ -62,7 +62,7 @@ void SqlitePrinter::updateOverJoin(const Update& update, const TableSource& targ
   text_ += ".rowid AS r";
   for (std::size_t i = 0; i < update.set.size(); ++i) {
     text_ += ", ";
-    assigned(*update.set[i].value, update.set[i].kind);
+    stored(*update.set[i].value, update.set[i].kind);
     text_ += " AS " + newValue(i);
   }
   text_ += " FROM ";

@@ -61,6 +61,53 @@ class TestValues : public QObject {
     store_.reset();
   }
 
+  /// Nor did the classic engine's ever hold one.
+  void aYesNoColumnHoldsNoNull() {
+    const auto nulls = [&](const QString& table) {
+      return database_->openRecordset("Select * from " + table + " where ja Is Null")->eof() ? 0 : 1;
+    };
+    QCOMPARE(kept("ja", {}), QVariant(0));
+    rows_->edit();
+    rows_->setValue("ja", QVariant());
+    QCOMPARE(rows_->value("ja"), QVariant(0));
+    rows_->update();
+    QCOMPARE(rows_->value("ja"), QVariant(0));
+    for (const char* text :
+         {"INSERT INTO T (lang) VALUES (1)", "INSERT INTO T (lang, ja) VALUES (2, Null)",
+          "INSERT INTO T (lang, ja) SELECT 3, Null FROM T WHERE lang = 1",
+          "INSERT INTO T (lang, ja) SELECT 4, kurz > 1 FROM T WHERE lang = 1",
+          "INSERT INTO T (lang, ja) SELECT 5, kurz FROM T WHERE lang = 1", "UPDATE T SET ja = Null",
+          "UPDATE T SET ja = (kurz > 1)", "UPDATE T SET ja = kurz", "UPDATE T SET ja = (text = 'x')",
+          "UPDATE T INNER JOIN T AS U ON T.ID = U.ID SET T.ja = U.kurz"}) {
+      QVERIFY2(database_->execute(text) > 0, text);
+      QVERIFY2(nulls("T") == 0, text);
+    }
+    QCOMPARE(walk(*database_->openRecordset("Select * from T where ja = False"), "ID").size(), 6);
+
+    database_->createTable({"L", {number("Nr")}, {{"PrimaryKey", {"Nr"}, true, true, true}}});
+    database_->execute("INSERT INTO L (Nr) VALUES (1)");
+    database_->appendField("L", {"ja", FieldType::Boolean});
+    QCOMPARE(nulls("L"), 0);
+    database_->execute("SELECT L.Nr, T.ja INTO K FROM L LEFT JOIN T ON L.Nr = T.byte");
+    QCOMPARE(nulls("K"), 0);
+    QCOMPARE(walk(*database_->openRecordset("Select * from K"), "ja"), QStringList{"0"});
+  }
+
+  /// What isn't there is no stored value.
+  void anOuterJoinStillGivesNull() {
+    database_->createTable({"L", {number("Nr")}, {{"PrimaryKey", {"Nr"}, true, true, true}}});
+    database_->execute("INSERT INTO L (Nr) VALUES (1)");
+    database_->execute("INSERT INTO L (Nr) VALUES (2)");
+    database_->execute("INSERT INTO T (lang) VALUES (2)");
+    const auto rows =
+        database_->openRecordset("Select L.Nr, T.ja from L left join T on L.Nr = T.lang order by L.Nr");
+    QVERIFY(rows->value("ja").isNull());
+    rows->moveNext();
+    QCOMPARE(rows->value("ja"), QVariant(0));
+    const QString missing = "Select L.Nr from L left join T on L.Nr = T.lang where T.ja Is Null";
+    QCOMPARE(walk(*database_->openRecordset(missing), "Nr"), QStringList{"1"});
+  }
+
   void yesNoIsMinusOneOrZero() {
     for (const QVariant& yes : {QVariant(true), QVariant(-1), QVariant(1), QVariant("-1"), QVariant("1"),
                                 QVariant("True"), QVariant("Wahr")})

@@ -29,6 +29,7 @@ class TestBoundGrid : public QObject {
   void cellsAreGermanText();
   void columnsOfTheOwner();
   void aDeletedRowSaysSo();
+  void aRowThatCouldntBeReadIsReadAgain();
   void aRowIsStoredWhenItIsLeft();
   void aRowIsStoredWhenTheKeyboardLeaves();
   void anEmptiedCellIsNull();
@@ -167,6 +168,24 @@ void TestBoundGrid::aDeletedRowSaysSo() {
   database->execute("Delete * from Artikel where ID = 4");
   QCOMPARE(cell(2, 1), "#Gelöscht");
   QCOMPARE(cell(3, 1), "Nr 5");
+}
+
+/// The table is away for a moment, as a server may be.
+void TestBoundGrid::aRowThatCouldntBeReadIsReadAgain() {
+  const dao::TableDef table = database->tableDef("Artikel");
+  database->execute("SELECT * INTO Beiseite FROM Artikel");
+  database->dropTable("Artikel");
+  rows->setColumns(rows->columns());  // nothing of what was read before stays
+  for (const int row : {0, 1}) QCOMPARE(cell(row, 1), QString("#Fehler"));
+  database->createTable(table);
+  database->execute(
+      "INSERT INTO Artikel (ID, Name, Menge, Preis, Fertig, Am) SELECT ID, Name, Menge, Preis, Fertig, Am "
+      "FROM "
+      "Beiseite");
+  const QSignalSpy changes(rows, &QAbstractItemModel::dataChanged);
+  QTRY_VERIFY(changes.count() >= 2);
+  QCOMPARE(cell(0, 1), QString("Nr 1"));
+  QCOMPARE(cell(1, 1), QString("Nr 2"));
 }
 
 void TestBoundGrid::aRowIsStoredWhenItIsLeft() {

@@ -47,6 +47,7 @@ class TestFiles : public QObject {
   void copies();
   void renames();
   void replacesWholeOrNotAtAll();
+  void replacingDestroysNothingBesides();
   void nobodyReadsHalfOfAReplacedFile();
   void aRunOverAFolderFindsEachSpelling();
   void folders();
@@ -257,6 +258,23 @@ void TestFiles::replacesWholeOrNotAtAll() {
   QCOMPARE(files_.list(folder_->path(), "*"), QStringList{"a"});
   QCOMPARE(errorOf([&] { files_.replace(path("fehlt/a"), "drei"); }), 76);
   QCOMPARE(errorOf([&] { files_.replace(QDir::separator() == '/' ? "C:\\a" : "/a", "drei"); }), 76);
+}
+
+/// Files of others lie in the same folder, whatever they are called.
+void TestFiles::replacingDestroysNothingBesides() {
+  for (const QString& name : {QString("a.def.neu"), QString("esa_preis.ini.neu"), QString("~a.tmp")})
+    files_.write(path(name), "fremd");
+  files_.replace(path("a.def"), "eins");
+  files_.replace(path("esa_preis.ini"), "eins");
+  FolderWriter writer(files_, folder_->path() + "/");
+  writer.write("a.def", "zwei");
+  writer.write("a.def.neu", "drei");
+  writer.write("a.def", "vier");
+  QCOMPARE(files_.list(folder_->path(), "*"),
+           QStringList({"a.def", "a.def.neu", "esa_preis.ini", "esa_preis.ini.neu", "~a.tmp"}));
+  QCOMPARE(files_.read(path("a.def")), QByteArray("vier"));
+  QCOMPARE(files_.read(path("a.def.neu")), QByteArray("drei"));
+  QCOMPARE(files_.read(path("esa_preis.ini.neu")), QByteArray("fremd"));
 }
 
 void TestFiles::nobodyReadsHalfOfAReplacedFile() {
