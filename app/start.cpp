@@ -4,6 +4,7 @@
 #include "app/password_question.h"
 #include "app/qk_application.h"
 #include "app/single_instance.h"
+#include "app/waiting_window.h"
 #include "platform/dialog/message_boxes.h"
 #include "platform/look/look.h"
 #include "platform/runtime/clock.h"
@@ -37,6 +38,7 @@ int run(QkApplication& application) {
 
   GlobalVariablen global;
   frmLindorm window({clock, random, waits, files, settings, dialogs}, global);
+  const dao::WaitingSign waiting = showWaitingIn(window);
   application.onFatal = [&window] { window.stopPolling(); };
   QObject::connect(&instance, &SingleInstance::comeToFront, &window, [&window] { bringToFront(window); });
   // A path with blanks may come unquoted.

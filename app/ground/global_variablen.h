@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <memory>
 
@@ -21,6 +22,7 @@ struct GlobalVariablen {
   std::unique_ptr<dao::Database> Datenbank;  ///< main connection to the competition; empty before the opening
   QString sWettkampf;                        ///< path of the open competition
   QDate RefDatum;                            ///< ages are reckoned against it
+  QDateTime naechsterVersuch;                ///< no line tries unasked to open the competition before it
 };
 
 }  // namespace qk

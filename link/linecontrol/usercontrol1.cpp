@@ -1,7 +1,6 @@
 #include "link/linecontrol/usercontrol1.h"
 
 #include "app/ground/feld_wert.h"
-#include "app/ground/settings_keys.h"
 #include "capture/frmHaeringEinzelschuss.h"
 #include "link/linecontrol/shooter_choice.h"
 #include "platform/dialog/dialogs.h"
@@ -41,11 +40,14 @@ UserControl1::UserControl1(const Workplace& workplace, GlobalVariablen& global, 
       disciplines_(workplace),
       commands_(workplace, *this, disciplines_),
       exchange_(new LineExchange(workplace, *this)),
-      Timer1_(new QTimer(this)) {
+      Timer1_(new QTimer(this)),
+      timerWettkampf_(new QTimer(this)) {
   ui_->setupUi(this);
   setObjectName("cLine_" + QString::number(index));
   Timer1_->setObjectName("Timer1");
   Timer1_->setInterval(kPollMilliseconds);
+  timerWettkampf_->setObjectName("timerWettkampf");
+  timerWettkampf_->setInterval(kPollMilliseconds);
   reported(report("Fehler bei UserControl_Initialize_err!"), [&](Steps&) { UserControl_Initialize(); });
 }
 
@@ -57,7 +59,7 @@ UserControl1::~UserControl1() {
 void UserControl1::retire() {
   if (retired_) return;
   retired_ = true;
-  Timer1_->stop();
+  stopPolling();
   exchange_.reset();
   disconnect();
   hide();
@@ -89,24 +91,9 @@ QString UserControl1::schuetzenName() const {
   return ui_->m_lblSchuetzenName->text();
 }
 
-void UserControl1::Init(const QString& sWettkampf) {
-  const InUse use(*this);
-  reported(report("Fehler bei Init_err!"), [&](Steps& step) {
-    sWettkampf_ = sWettkampf;
-    capture_.setDatabase(nullptr);
-    db_.reset();
-    step([&] {
-      db_ = dao::Database::open(sWettkampf);
-      capture_.setDatabase(db_.get());
-    });
-    // A shot must cost one commit, not a second one for its number.
-    if (db_) step([&] { db_->reserveNumbers("Haering_Daten"); });
-    if (retired_) return;
-    exchange_->setNetzverzeichnis(liesText(workplace_.settings, keys::Netzverzeichnis));
-    exchange_->setDatenverzeichnis(global_.Verzeichnis);
-    disciplines_.read(exchange_->netzverzeichnis());
-    if (db_ && !retired_) step([&] { fillLists(); });
-  });
+void UserControl1::stopPolling() {
+  Timer1_->stop();
+  timerWettkampf_->stop();
 }
 
 void UserControl1::fillLists() {
@@ -137,7 +124,8 @@ void UserControl1::Fill_HaeringGruppen() {
 void UserControl1::cmbHaeringGruppen_Click(int position) {
   if (position < 0) return;
   reported(report("Fehler bei cmbHaeringGruppen_Click_err!"), [&](Steps&) {
-    if (db_) disciplines_.selectGroup(*db_, ui_->cmbHaeringGruppen->itemData(position).toInt());
+    if (isOpenFor(Asked::ByOperator))
+      disciplines_.selectGroup(*db_, ui_->cmbHaeringGruppen->itemData(position).toInt());
   });
 }
 
@@ -146,7 +134,7 @@ void UserControl1::cmbHaeringGruppen_Click(int position) {
 bool UserControl1::SucheUndLadeSchuetzen(const QString& sNummer) {
   bool chosen = false;
   reported(report("Fehler bei SucheUndLadeSchuetzen_err!"), [&](Steps&) {
-    if (!db_) return;
+    if (!isOpenFor(Asked::ByOperator)) return;
     const ShooterChoice choice = chooseShooter(workplace_, *db_, capture_, sNummer);
     if (choice.outcome == ShooterChoice::Outcome::Unknown) Setze_Schuetzen_Controls();
     if (choice.outcome != ShooterChoice::Outcome::Chosen || retired_) return;
@@ -334,7 +322,7 @@ void UserControl1::raise(LineEvent event) {
 
 void UserControl1::Set_Linie_PreisModus_ON() {
   const InUse use(*this);
-  commands_.Set_Linie_PreisModus_ON();
+  if (isOpenFor(Asked::ByOperator)) commands_.Set_Linie_PreisModus_ON();
 }
 void UserControl1::Set_Linie_PreisModus_OFF() {
   const InUse use(*this);

@@ -5,6 +5,9 @@
 //   buttons ─► LineCommands ─► LineExchange ─► station          station ─► LineExchange::tick
 //   grids   ─► LineCapture ◄────────────────────────────────────────────── uebernehmeSchuss
 //
+// A line whose competition couldn't be opened says so, takes no shot and starts nothing; it tries again with
+// the operator's next need, and unasked and without a box until it goes.
+//
 // Lifetime: routines wait and show boxes, and in there the main window may rebuild all lines. retire() takes
 // the control down at once (timer, exchange, events) but destroys it only when none of its own routines is on
 // the stack any more.
@@ -44,7 +47,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   /// The only way to end a control that may be waiting. The pointer is not to be used afterwards.
   void retire();
   /// Reads nothing more; the line stays as it stands on the screen.
-  void stopPolling() { Timer1_->stop(); }
+  void stopPolling();
 
   void SetStandnummer(int nNummer);
   /// Restores the line's open shots, with the shooter of the first, after a restart.
@@ -140,6 +143,17 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void clearShooterLabels() override;
   void raise(LineEvent event) override;
 
+  // The competition.
+  enum class Asked { ByOperator, ByNobody };
+  bool isComplete() const { return db_ && listsFilled_; }
+  bool isOpenFor(Asked asked);
+  void complete(const ErrorReport& report, Asked asked);
+  void openDatabase(Asked asked);
+  void readStation();
+  void restoreLine();
+  void tryUnasked();
+  void showWhetherOpen();
+
   void UserControl_Initialize();
   void layOut();
   void followFont();
@@ -175,11 +189,16 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   LineCommands commands_;
   std::unique_ptr<LineExchange> exchange_;
   QTimer* Timer1_;
+  QTimer* timerWettkampf_;  // ticks while the competition isn't open
   QMenu* mnuPopSchuss_ = nullptr;
   QMenu* mnuPopManuellerSchuss_ = nullptr;
   QColor disziplinText_;  // of the discipline grid while there is a shooter
   QString sStartnummer_;
   qint16 nLinie_ = 0;
+  bool stationRead_ = false;
+  bool listsFilled_ = false;
+  bool completing_ = false;
+  bool passwordRefused_ = false;
   bool commandWaits_ = false;
   bool retired_ = false;
   int inUse_ = 0;

@@ -92,7 +92,12 @@ void UserControl1::UserControl_Initialize() {
   });
   connect(Timer1_, &QTimer::timeout, this, [this] {
     const InUse use(*this);
-    if (exchange_) exchange_->tick();
+    if (!db_) tryUnasked();
+    if (exchange_ && db_) exchange_->tick();  // a shot that can't be stored stays with its station
+  });
+  connect(timerWettkampf_, &QTimer::timeout, this, [this] {
+    const InUse use(*this);
+    tryUnasked();
   });
   disziplinText_ = palette().color(QPalette::Text);
   Setze_Schuetzen_Controls();
@@ -102,17 +107,13 @@ void UserControl1::UserControl_Initialize() {
 void UserControl1::connectGrids() {
   ui_->flexHaeringDiszi->setTable(&disciplines_.table());
   ui_->flexHaeringDiszi->setStretchColumn(LineDisciplines::Name);
-  ui_->flexHaeringDiszi->setEmptyText("Die Station bietet keine Disziplinen an.");
   ui_->flex->setTable(&capture_.flex());
-  ui_->flex->setEmptyText("Keine offenen Schüsse");
   ui_->ffErg->setTable(&capture_.ffErg());
   ui_->ffErg->setAlternatingRowColors(false);   // its rows have colours of their own
   ui_->ffErg->setTextElideMode(Qt::ElideNone);  // the labels fill their column to the last pixel
   ui_->ffErg->setEmptyText("Schüsse und Disziplinen ankreuzen, dann übertragen");
   ui_->m_lstDisziTarvex->setModel(&capture_.lstDisziTarvex());
   ui_->m_lstKombiTarvex->setModel(&capture_.lstKombiTarvex());
-  setEmptyText(ui_->m_lstDisziTarvex, "Der Wettkampf hat keine Disziplinen.");
-  setEmptyText(ui_->m_lstKombiTarvex, "Der Wettkampf hat keine Kombinationen.");
   for (QListWidget* list : {ui_->lstBesteErg, ui_->LstBesteErgSerien, ui_->LstBesteErgTeiler})
     setEmptyText(list, "Noch nichts übertragen");
 
@@ -166,7 +167,7 @@ void UserControl1::connectControls() {
       ui_->cmdLinieClear, [this] { cmdLinieClear_Click(); },
       "Nimmt den Schützen von der Linie; an die Station wird nichts gesendet.");
   press(
-      ui_->cmdPreisModus, [this] { commands_.Set_Linie_PreisModus_ON(); },
+      ui_->cmdPreisModus, [this] { Set_Linie_PreisModus_ON(); },
       "Station in den Preismodus, Schüsse werden empfangen (F5).");
   press(
       ui_->Command2,

@@ -77,7 +77,7 @@ int Database::execute(const QString& text) {
   }
   sql::resolve(statement, *engine_->catalogue());
   const sql::NativeQuery query = engine_->writer().statement(statement);
-  return withRightToWrite([&] { return engine_->write(query.text, query.values); });
+  return withRightToWrite([&] { return engine_->execute(query.text, query.values); });
 }
 
 QStringList Database::tableNames() const {

@@ -52,6 +52,8 @@ class Engine {
                     const std::function<bool(const NativeRow&)>& take) = 0;
   /// One action statement, a transaction of its own outside of transaction(). The count of affected rows.
   virtual int write(const QString& text, const QVariantList& values) = 0;
+  /// The same for a statement of any kind, which may be another change each time it runs.
+  virtual int execute(const QString& text, const QVariantList& values) { return write(text, values); }
   /// One INSERT of one row, likewise. The key that the row got is known to the caller, but for a number that
   /// the engine assigned itself: that one is the result.
   virtual qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) = 0;

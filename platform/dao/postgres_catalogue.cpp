@@ -11,8 +11,8 @@ PostgresCatalogue::PostgresCatalogue(std::shared_ptr<PostgresConnection> connect
     : connection_(std::move(connection)), version_(version) {
   const QString text =
       "SELECT relname, oid, relkind = 'v', obj_description(oid, 'pg_class') FROM pg_class "
-      "WHERE relnamespace = 'dao'::regnamespace AND relkind IN ('r', 'v', 'p') AND relname <> ?";
-  connection_->read(text, {postgres::kVersionTable}, [this](const QVariantList& row) {
+      "WHERE relnamespace = 'dao'::regnamespace AND relkind IN ('r', 'v', 'p') AND relname NOT IN (?, ?)";
+  connection_->read(text, {postgres::kVersionTable, postgres::kMarksTable}, [this](const QVariantList& row) {
     auto entry = std::make_shared<Entry>();
     entry->name = row[0].toString();
     entry->id = row[1].toLongLong();

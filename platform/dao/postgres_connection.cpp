@@ -2,19 +2,25 @@
 
 #include <libpq-fe.h>
 
-#include <QThread>
+#include <QCoreApplication>
+#include <QScopedValueRollback>
+#include <QSysInfo>
+#include <QUuid>
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <charconv>
 
 #include "platform/dao/postgres_errors.h"
-#include "platform/dao/socket_ready.h"
+#include "platform/dao/postgres_schema.h"
+#include "platform/dao/server_wait.h"
+#include "platform/dao/waiting_sign.h"
 
 namespace qk::dao {
 namespace {
 
 constexpr int kKeptStatements = 200;
 constexpr int kOldestServer = 150000;
-constexpr int kCancelSlice = 10;  // milliseconds between two looks at whether a read was given up
 /// Rows that are read to the end rather than have the server told to stop.
 constexpr int kDrained = 1000;
 
@@ -104,6 +110,20 @@ QString messageOf(const char* text) {
   return QString::fromUtf8(text).trimmed();
 }
 
+Error errorIn(const PGresult* result) {
+  return postgres::errorOf(PQresultErrorField(result, PG_DIAG_SQLSTATE),
+                           messageOf(PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY)));
+}
+
+/// A name that no other connection has: workstation, process, number. The server cuts it at 63 bytes.
+QByteArray newName() {
+  static std::atomic<int> count = 0;
+  const QByteArray number =
+      QByteArray::number(QCoreApplication::applicationPid()) + '-' + QByteArray::number(++count);
+  return QSysInfo::machineHostName().toUtf8().left(20) + ' ' + number + ' ' +
+         QUuid::createUuid().toByteArray(QUuid::Id128).left(8);
+}
+
 }  // namespace
 
 void PostgresConnection::Finish::operator()(pg_conn* connection) const {
@@ -114,7 +134,9 @@ void PostgresConnection::Clear::operator()(pg_result* result) const {
 }
 
 PostgresConnection::PostgresConnection(ServerAddress address, OpenOptions options)
-    : address_(std::move(address)), options_(std::move(options)) {
+    : address_(std::move(address)),
+      options_(std::move(options)),
+      patience_(std::chrono::seconds(std::min(address_.patience, options_.patience.value_or(address_.patience)))) {
   connect();
 }
 
@@ -127,22 +149,25 @@ OpenOptions PostgresConnection::optionsOfAnother() const {
   return options;
 }
 
-bool PostgresConnection::tryConnect(QString& message) {
+/// Without a message from the client library: its words are the workstation's language, or English.
+std::optional<PostgresConnection::Refusal> PostgresConnection::tryConnect() {
   const QByteArray host = address_.host.toUtf8(), database = address_.database.toUtf8();
   const QByteArray user = address_.user.toUtf8(), password = password_.value_or(QString()).toUtf8();
   const QByteArray port = QByteArray::number(address_.port);
+  name_ = newName();
   QByteArray settings =
       "-c search_path=dao -c lock_timeout=5s -c datestyle=ISO,YMD -c extra_float_digits=1 -c "
       "bytea_output=hex "
       "-c standard_conforming_strings=on -c client_min_messages=error";
   if (options_.readOnly) settings += " -c default_transaction_read_only=on";
   if (!options_.durable) settings += " -c synchronous_commit=off";
+  // A network that is dead says nothing: the system looks for the other end by itself.
   const std::array keys{"host",
                         "port",
                         "dbname",
                         "user",
                         "password",
-                        "connect_timeout",
+                        "application_name",
                         "keepalives_idle",
                         "keepalives_interval",
                         "keepalives_count",
@@ -155,7 +180,7 @@ bool PostgresConnection::tryConnect(QString& message) {
                           database.constData(),
                           user.constData(),
                           password_ ? password.constData() : nullptr,
-                          "5",
+                          name_.constData(),
                           "10",
                           "2",
                           "3",
@@ -163,14 +188,33 @@ bool PostgresConnection::tryConnect(QString& message) {
                           "UTF8",
                           settings.constData(),
                           static_cast<const char*>(nullptr)};
-  connection_.reset(PQconnectdbParams(keys.data(), values.data(), 0));
-  if (PQstatus(connection_.get()) == CONNECTION_OK) {
+  connection_.reset(PQconnectStartParams(keys.data(), values.data(), 0));
+  // The state alone: the server's words are in whatever language it was set up in.
+  PQsetErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
+  const bool inTime = finishConnecting();
+  if (inTime && PQstatus(connection_.get()) == CONNECTION_OK) {
     ended_ = false;
+    PQsetErrorVerbosity(connection_.get(), PQERRORS_DEFAULT);
+    PQsetnonblocking(connection_.get(), 1);
     PQsetNoticeReceiver(connection_.get(), hearNotice, this);
-    return true;
+    return {};
   }
-  message = messageOf(PQerrorMessage(connection_.get()));
-  return false;
+  const QString message = messageOf(PQerrorMessage(connection_.get()));
+  return Refusal{message, postgres::stateIn(message), !inTime};
+}
+
+/// False when it took too long.
+bool PostgresConnection::finishConnecting() {
+  ServerWait wait(patience_);
+  PostgresPollingStatusType next = PGRES_POLLING_WRITING;
+  while (PQstatus(connection_.get()) != CONNECTION_BAD) {
+    const SocketUse use = next == PGRES_POLLING_READING ? SocketUse::Read : SocketUse::Write;
+    while (!wait.isReady(PQsocket(connection_.get()), use))
+      if (wait.isOver()) return false;
+    next = PQconnectPoll(connection_.get());
+    if (next == PGRES_POLLING_OK || next == PGRES_POLLING_FAILED) break;
+  }
+  return true;
 }
 
 /// A server that shuts down says good-bye to whoever asks it nothing.
@@ -182,14 +226,17 @@ void PostgresConnection::hearNotice(void* self, const pg_result* notice) {
 void PostgresConnection::connect() {
   statements_.clear();
   inTransaction_ = false;
-  QString message;
-  while (!tryConnect(message)) {
+  if (WaitingSign::isShowing()) throw Error(postgres::kBusy);
+  while (const std::optional<Refusal> refusal = tryConnect()) {
     const bool wanted = PQconnectionNeedsPassword(connection_.get());
-    const bool wrong = !wanted && PQconnectionUsedPassword(connection_.get());
+    const bool wrong = !wanted && postgres::isWrongPassword(refusal->state);
     connection_.reset();
     if (!wanted && !wrong)
       throw Error(postgres::kConnectionLost,
-                  QString("Die Datenbank %1 ist nicht erreichbar: %2").arg(placeOf(address_), message));
+                  QString("Die Datenbank %1 ist nicht erreichbar: %2")
+                      .arg(placeOf(address_), refusal->silent ? postgres::silenceOf(address_)
+                                                              : postgres::refusalOf(address_, refusal->state,
+                                                                                    refusal->message)));
     // A password that is missing counts as used, too.
     password_ = options_.askPassword ? options_.askPassword(address_, !wanted) : std::nullopt;
     if (!password_) throw Error(postgres::kNoLogin);
@@ -199,23 +246,66 @@ void PostgresConnection::connect() {
     throw Error(3343,
                 "Der Datenbankserver " + address_.host + " ist zu alt: PostgreSQL 15 oder neuer ist nötig.");
   }
+  endFormerOnes();
 }
 
-void PostgresConnection::throwLost() {
+void PostgresConnection::noteLoss() {
+  constexpr int kKept = 8;
+  formerNames_.append(name_);
+  while (formerNames_.size() > kKept) formerNames_.removeFirst();
+  ++losses_;
+}
+
+QString PostgresConnection::formerOnes() const {
+  return QString(
+             " FROM pg_stat_activity WHERE usename = current_user AND application_name = ANY "
+             "(string_to_array('%1', ','))")
+      .arg(QString::fromUtf8(formerNames_.join(',')).replace('\'', "''"));
+}
+
+/// What a connection that was given up still has before it, it shall never do: its work is tried again over
+/// this one. A server process that was stopped ends before it reads on.
+void PostgresConnection::endFormerOnes() {
+  constexpr int kMoment = 200;  // milliseconds
+  if (formerNames_.isEmpty()) return;
+  execute(QString("SELECT pg_terminate_backend(pid, %1)" + formerOnes()).arg(kMoment).toUtf8().constData());
+}
+
+void PostgresConnection::requireFormerIdle() {
+  if (formerNames_.isEmpty() || value("SELECT count(*)" + formerOnes() + " AND state <> 'idle'").toInt() == 0)
+    return;
+  throw Error(
+      postgres::kConnectionLost,
+      QString("Die Datenbank %1 ist noch mit dem vorigen Versuch beschäftigt.").arg(placeOf(address_)));
+}
+
+void PostgresConnection::withPatience(int times, const std::function<void()>& body) {
+  const QScopedValueRollback longer(patience_, patience_ * times);
+  body();
+}
+
+void PostgresConnection::throwLost(Loss loss) {
   connection_.reset();
   statements_.clear();
+  noteLoss();
+  const QString place = placeOf(address_);
   throw Error(postgres::kConnectionLost,
-              QString("Die Verbindung zur Datenbank %1 ist unterbrochen.").arg(placeOf(address_)));
+              loss == Loss::Silent
+                  ? QString("Die Datenbank %1 antwortet nicht: %2").arg(place, postgres::silenceOf(address_))
+                  : QString("Die Verbindung zur Datenbank %1 ist unterbrochen.").arg(place));
 }
 
 /// A connection that the server has ended says so before anything is sent.
 void PostgresConnection::ensureAlive() {
+  if (WaitingSign::isShowing()) throw Error(postgres::kBusy);
   if (connection_) {
     const int socket = PQsocket(connection_.get());
-    while (isReadable(socket, 0) && PQconsumeInput(connection_.get())) PQisBusy(connection_.get());
+    while (isReady(socket, SocketUse::Read, 0) && PQconsumeInput(connection_.get()))
+      PQisBusy(connection_.get());
     if (PQstatus(connection_.get()) == CONNECTION_OK && !ended_) return;
   }
   if (inTransaction_) throwLost();
+  if (connection_) noteLoss();
   connect();
 }
 
@@ -223,7 +313,7 @@ PostgresConnection::Statement& PostgresConnection::statementOf(const QString& te
   auto found = statements_.find(text);
   if (found == statements_.end()) {
     if (statements_.size() >= kKeptStatements) {
-      PQclear(PQexec(connection_.get(), "DEALLOCATE ALL"));
+      execute("DEALLOCATE ALL");
       statements_.clear();
     }
     found = statements_.insert(text, {numbered(text), {}, false});
@@ -247,8 +337,9 @@ void PostgresConnection::send(Statement& statement, const QVariantList& values, 
   const int count = static_cast<int>(kept.size());
   if (statement.used && statement.name.isEmpty()) {
     const QByteArray name = "q" + QByteArray::number(++named_);
-    const Result prepared(
-        PQprepare(connection_.get(), name.constData(), statement.native.constData(), 0, nullptr));
+    if (!PQsendPrepare(connection_.get(), name.constData(), statement.native.constData(), 0, nullptr))
+      throwLost();
+    const Result prepared = lastResult();
     if (PQresultStatus(prepared.get()) == PGRES_COMMAND_OK) statement.name = name;
   }
   statement.used = true;
@@ -268,21 +359,51 @@ void PostgresConnection::cancelStatement() {
   PQfreeCancel(cancel);
 }
 
+/// Sends what is still to be sent, and waits until a result is complete or the patience is at its end.
 void PostgresConnection::waitForAnswer() {
+  ServerWait wait(patience_);
   bool told = false;
-  while (PQisBusy(connection_.get())) {
-    const bool ready = isReadable(PQsocket(connection_.get()), cancelled_ && !told ? kCancelSlice : -1);
+  for (;;) {
+    const int unsent = PQflush(connection_.get());
+    if (unsent < 0) throwLost();
+    if (unsent == 0 && !PQisBusy(connection_.get())) return;
+    const bool ready =
+        wait.isReady(PQsocket(connection_.get()), unsent > 0 ? SocketUse::Both : SocketUse::Read);
     if (cancelled_ && !told && cancelled_()) {
       cancelStatement();
       told = true;
     }
-    if (ready && !PQconsumeInput(connection_.get())) throwLost();
+    if (!ready) {
+      if (wait.isOver()) throwLost(Loss::Silent);
+      continue;
+    }
+    if (!PQconsumeInput(connection_.get())) throwLost();
+    wait.heard();
   }
 }
 
 PostgresConnection::Result PostgresConnection::nextResult() {
   waitForAnswer();
   return Result(PQgetResult(connection_.get()));
+}
+
+/// The first failure, else the last result.
+PostgresConnection::Result PostgresConnection::lastResult() {
+  Result last;
+  while (Result result = nextResult()) {
+    const bool failed = PQresultStatus(last.get()) == PGRES_FATAL_ERROR && last;
+    if (!failed) last = std::move(result);
+  }
+  const bool lost = !last || PQstatus(connection_.get()) != CONNECTION_OK ||
+                    postgres::isLoss(PQresultErrorField(last.get(), PG_DIAG_SQLSTATE));
+  if (lost) throwLost();
+  return last;
+}
+
+/// Statements without values, with one answer for all of them.
+PostgresConnection::Result PostgresConnection::execute(const char* text) {
+  if (!PQsendQuery(connection_.get(), text)) throwLost();
+  return lastResult();
 }
 
 /// Leaves the connection ready for the next statement.
@@ -375,52 +496,78 @@ int PostgresConnection::write(const QString& text, const QVariantList& values, c
   return run(text, values, take, false);
 }
 
-/// The transaction's number is asked for at once, so that its fate can be asked for if the answer gets lost.
 void PostgresConnection::begin() {
   ensureAlive();
-  const char* text = options_.readOnly ? "BEGIN" : "BEGIN; SELECT pg_current_xact_id()::text";
-  const Result result(PQexec(connection_.get(), text));
-  if (PQstatus(connection_.get()) != CONNECTION_OK) throwLost();
-  const ExecStatusType status = PQresultStatus(result.get());
-  if (status != PGRES_TUPLES_OK && status != PGRES_COMMAND_OK) {
-    const Error failure = postgres::errorOf(PQresultErrorField(result.get(), PG_DIAG_SQLSTATE),
-                                            messageOf(PQresultErrorMessage(result.get())));
-    PQclear(PQexec(connection_.get(), "ROLLBACK"));
+  doubt_.clear();
+  mark_ = marks_ && !options_.readOnly ? QUuid::createUuid().toString(QUuid::WithoutBraces) : QString();
+  QString text = "BEGIN";
+  if (!mark_.isEmpty()) {
+    // Those of others that never came to it are of no use after a day.
+    const QString used =
+        formerMark_.isEmpty() ? "made < now() - interval '1 day'" : "mark = '" + formerMark_ + "'";
+    text += QString(
+                "; DELETE FROM %1 WHERE mark IN (SELECT mark FROM %1 WHERE %2 FOR UPDATE SKIP LOCKED); "
+                "INSERT INTO %1 VALUES ('%3')")
+                .arg(postgres::kMarksTable, used, mark_);
+  }
+  const Result result = execute(text.toUtf8().constData());
+  if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) {
+    const Error failure = errorIn(result.get());
+    execute("ROLLBACK");
     throw failure;
   }
-  transactionId_ = status == PGRES_TUPLES_OK ? QString(PQgetvalue(result.get(), 0, 0)) : QString();
   transactionFailure_.reset();
   inTransaction_ = true;
 }
 
 void PostgresConnection::commit() {
   if (transactionFailure_) throw *transactionFailure_;
-  const Result result(PQexec(connection_.get(), "COMMIT"));
-  const bool answered = PQstatus(connection_.get()) == CONNECTION_OK;
-  if (answered && qstrcmp(PQcmdStatus(result.get()), "COMMIT") == 0) {
-    inTransaction_ = false;
-    return;
-  }
-  if (answered) {
-    const char* state = PQresultErrorField(result.get(), PG_DIAG_SQLSTATE);
-    throw postgres::errorOf(state ? state : "25P02", messageOf(PQresultErrorMessage(result.get())));
+  std::optional<Error> lost;
+  try {
+    const Result result = execute("COMMIT");
+    if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) throw errorIn(result.get());
+    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0) throw postgres::errorOf("25P02", {});
+  } catch (const Error& error) {
+    if (connection_) throw;
+    lost = error;
   }
   inTransaction_ = false;
-  connection_.reset();
-  constexpr int kLooks = 50;
-  for (int look = 0; look < kLooks; ++look) {
-    const QString fate = value("SELECT pg_xact_status(?::xid8)", {transactionId_}).toString();
-    if (fate == "committed") return;
-    if (fate != "in progress") break;
-    QThread::msleep(kCancelSlice);
+  const QString mark = std::exchange(mark_, {});
+  if (!lost) {
+    formerMark_ = mark;
+    return;
   }
-  throwLost();
+  if (mark.isEmpty()) throw *lost;
+  doubt_ = mark;
+  const bool stored = isStored(mark);
+  doubt_.clear();
+  if (!stored) throw *lost;
+}
+
+/// Putting the mark there ourselves waits for a transaction that is just about to end, and shuts out one that
+/// would come later.
+bool PostgresConnection::isStored(const QString& mark) {
+  try {
+    const int added =
+        write("INSERT INTO " + postgres::kMarksTable + " VALUES (?::uuid) ON CONFLICT DO NOTHING", {mark});
+    formerMark_ = mark;
+    return added == 0;
+  } catch (const Error& error) {
+    // Whatever it was that the question failed by, the fate of the commit is open.
+    throw error.number() == postgres::kConnectionLost ? error
+                                                      : Error(postgres::kConnectionLost, error.description());
+  }
 }
 
 void PostgresConnection::rollback() {
   inTransaction_ = false;
   transactionFailure_.reset();
-  if (connection_) PQclear(PQexec(connection_.get(), "ROLLBACK"));
+  if (!connection_) return;
+  try {
+    execute("ROLLBACK");
+  } catch (const Error&) {
+    return;  // what a lost connection had begun is undone
+  }
 }
 
 }  // namespace qk::dao

@@ -6,14 +6,20 @@
 // A connection that is lost is made anew by the next call. What is certain to have changed nothing is then
 // done again by itself: a read that has brought no row yet, and whatever finds the connection dead before it
 // was sent. Else the call fails with 3043, and what it was asked to store may be stored or not.
+//
+// A server that says nothing for longer than the address's patience counts as lost, too. What it may still be
+// about is ended by the next connection, so that nothing is stored behind the back of whoever tries again.
 #pragma once
 
+#include <QByteArrayList>
 #include <QHash>
 #include <QString>
 #include <QVariantList>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "platform/dao/database.h"
 #include "platform/runtime/error.h"
@@ -48,20 +54,30 @@ class PostgresConnection {
   /// Affected rows. With `take` for what a statement returns.
   int write(const QString& text, const QVariantList& values = {}, const Take& take = {});
 
+  /// From now on each transaction leaves a mark, a row of its own in a table that is there
+  /// (postgres::kMarksTable), by which its fate is told when the answer to its commit gets lost. A number of
+  /// the server's could be somebody else's after a crash or on a stand-by; this row can only be ours.
+  void leaveMarks() { marks_ = true; }
   void begin();
-  /// Fails unless the server has confirmed it. A lost answer is asked for after reconnecting.
+  /// Fails unless the server has confirmed it, or the mark is there. When neither can be learned now,
+  /// takeDoubt() gives the mark to ask with later.
   void commit();
   void rollback();
   bool inTransaction() const { return inTransaction_; }
+  /// The mark of the last commit where its fate is open, once; else empty.
+  QString takeDoubt() { return std::exchange(doubt_, {}); }
+  /// Whether the transaction of the mark is stored. When it isn't, it never will be. 3043 when it can't be
+  /// learned.
+  bool isStored(const QString& mark);
+
+  /// How often the connection was lost.
+  int losses() const { return losses_; }
+  /// Fails with 3043 while a connection that was lost is still at work on the server.
+  void requireFormerIdle();
+  /// Runs `body` with so many times the patience, for what a server is long silent about.
+  void withPatience(int times, const std::function<void()>& body);
 
  private:
-  struct Finish {
-    void operator()(pg_conn* connection) const;
-  };
-  struct Clear {
-    void operator()(pg_result* result) const;
-  };
-  using Result = std::unique_ptr<pg_result, Clear>;
   struct Statement {
     QByteArray native;  // with $1, $2 …
     QByteArray name;    // empty while it isn't prepared
@@ -74,11 +90,31 @@ class PostgresConnection {
     QByteArray state;
   };
 
+  struct Finish {
+    void operator()(pg_conn* connection) const;
+  };
+  struct Clear {
+    void operator()(pg_result* result) const;
+  };
+  using Result = std::unique_ptr<pg_result, Clear>;
+  enum class Loss { Ended, Silent };
+  /// Why a connection didn't come about.
+  struct Refusal {
+    QString message;
+    QByteArray state;
+    bool silent = false;
+  };
   static void hearNotice(void* self, const pg_result* notice);
   void connect();
-  bool tryConnect(QString& message);
+  std::optional<Refusal> tryConnect();
+  bool finishConnecting();
+  QString formerOnes() const;
+  void endFormerOnes();
+  void noteLoss();
   void ensureAlive();
-  [[noreturn]] void throwLost();
+  [[noreturn]] void throwLost(Loss loss = Loss::Ended);
+  Result execute(const char* text);
+  Result lastResult();
   Statement& statementOf(const QString& text);
   void send(Statement& statement, const QVariantList& values, bool rowByRow);
   Outcome collect(const Take& take);
@@ -99,7 +135,14 @@ class PostgresConnection {
   bool ended_ = false;  // by the server, while nobody asked it anything
   bool inTransaction_ = false;
   std::optional<Error> transactionFailure_;
-  QString transactionId_;
+  bool marks_ = false;
+  QString mark_;        // of the transaction that runs
+  QString formerMark_;  // of one whose fate is known: its row isn't needed any more
+  QString doubt_;
+  QByteArray name_;             // by which the server lists this connection
+  QByteArrayList formerNames_;  // of those that were lost
+  int losses_ = 0;
+  std::chrono::milliseconds patience_;
 };
 
 }  // namespace qk::dao

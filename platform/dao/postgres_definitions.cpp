@@ -12,11 +12,15 @@ using postgres::nameList;
 using postgres::quotedName;
 using postgres::quotedText;
 
-/// One transaction, in which the version moves on: whoever defines something at the same time waits.
+/// One transaction, in which the version moves on: whoever defines something at the same time waits. An index
+/// on a large table takes the server long.
 void PostgresEngine::define(const std::function<void()>& body) {
-  transaction([&] {
-    connection_->write("UPDATE " + postgres::kVersionTable + " SET version = version + 1");
-    body();
+  constexpr int kMorePatience = 20;
+  connection_->withPatience(kMorePatience, [&] {
+    transaction([&] {
+      connection_->write("UPDATE " + postgres::kVersionTable + " SET version = version + 1");
+      body();
+    });
   });
 }
 

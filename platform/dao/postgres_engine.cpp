@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "platform/dao/postgres_errors.h"
 #include "platform/dao/postgres_schema.h"
@@ -29,6 +30,10 @@ QString thisRow(const NewRow& row) {
   return " WHERE " + conditions.join(" AND ");
 }
 
+bool isLoss(const Error& error) {
+  return error.number() == postgres::kConnectionLost;
+}
+
 }  // namespace
 
 std::unique_ptr<Engine> PostgresEngine::open(const QString& path, const ServerAddress& address,
@@ -43,6 +48,7 @@ std::unique_ptr<Engine> PostgresEngine::create(const QString& path, const Server
   std::unique_ptr<PostgresEngine> engine(new PostgresEngine(path, address, options));
   if (engine->connection_->value("SELECT to_regnamespace('dao') IS NOT NULL").toInt() != 0) throw Error(3204);
   engine->furnish();
+  engine->makeMarks();
   return engine;
 }
 
@@ -59,7 +65,30 @@ void PostgresEngine::requireFurnished() {
           : connection_->value("SELECT functions FROM " + postgres::kVersionTable).toLongLong();
   if (functions == 0)
     throw Error(3343, "Die Datenbank " + placeOf(connection_->address()) + " ist noch nicht eingerichtet.");
-  if (functions < sql::kPostgresFunctionsVersion && !options_.readOnly) furnish();
+  if (options_.readOnly) return;
+  if (functions < sql::kPostgresFunctionsVersion) furnish();
+  makeMarks();
+}
+
+/// A store of before has no table for them yet; a desk may make it like the program's own ones. Without that
+/// right there are no marks.
+void PostgresEngine::makeMarks() {
+  const QString mine =
+      "SELECT has_table_privilege(t, 'SELECT') AND has_table_privilege(t, 'INSERT') AND "
+      "has_table_privilege(t, 'UPDATE') AND has_table_privilege(t, 'DELETE') "
+      "FROM (SELECT to_regclass('dao." +
+      postgres::kMarksTable + "')::oid AS t) AS found";
+  QVariant may = connection_->value(mine);
+  if (may.isNull()) {
+    try {
+      connection_->write("CREATE TABLE IF NOT EXISTS " + postgres::kMarksTable +
+                         " (mark uuid PRIMARY KEY, made timestamptz NOT NULL DEFAULT now())");
+    } catch (const Error& error) {
+      if (isLoss(error)) throw;  // else: no right, or another desk has just made it
+    }
+    may = connection_->value(mine);
+  }
+  if (may.toInt() != 0) connection_->leaveMarks();
 }
 
 /// Everything is made anew or not at all, so that a half furnished database stays recognizable as none.
@@ -102,7 +131,11 @@ sql::StoredTable PostgresEngine::storedTable(const QString& name) const {
 std::unique_ptr<Engine> PostgresEngine::reader(std::function<bool()> cancelled) const {
   OpenOptions options = connection_->optionsOfAnother();
   options.readOnly = true;
-  std::unique_ptr<PostgresEngine> engine(new PostgresEngine(path_, connection_->address(), options));
+  // Nobody's window waits for it, and a long list may need sorting first.
+  constexpr int kMorePatience = 4;
+  ServerAddress address = connection_->address();
+  address.patience *= kMorePatience;
+  std::unique_ptr<PostgresEngine> engine(new PostgresEngine(path_, address, options));
   engine->connection_->cancelWhen(std::move(cancelled));
   return engine;
 }
@@ -132,15 +165,55 @@ int PostgresEngine::write(const QString& text, const QVariantList& values) {
   return affected;
 }
 
-qint64 PostgresEngine::insert(const TableInfo& table, const NewRow& row, const QVariantList& values) {
+int PostgresEngine::execute(const QString& text, const QVariantList& values) {
+  return static_cast<int>(once(text, values, [&] { return write(text, values); }));
+}
+
+/// A change that would be another one when it is made again.
+qint64 PostgresEngine::once(const QString& text, const QVariantList& values,
+                            const std::function<qint64()>& change) {
+  if (depth_ > 0) return change();
+  const auto doubt = std::find_if(doubts_.begin(), doubts_.end(), [&](const Doubt& other) {
+    return other.text == text && other.values == values;
+  });
+  if (doubt != doubts_.end()) {
+    const bool stored = connection_->isStored(doubt->mark);
+    const qint64 result = doubt->result;
+    doubts_.erase(doubt);
+    if (stored) return result;
+  }
+  qint64 result = 0;
   try {
-    if (depth_ == 0 && wasStored(table, row, values)) return 0;  // the key is among the values
+    transaction([&] { result = change(); });
+  } catch (const Error&) {
+    if (const QString mark = connection_->takeDoubt(); !mark.isEmpty())
+      doubts_.push_back({text, values, mark, result});
+    throw;
+  }
+  return result;
+}
+
+qint64 PostgresEngine::insert(const TableInfo& table, const NewRow& row, const QVariantList& values) {
+  if (depth_ > 0) return insertNow(table, row, values);
+  const bool keyKnown = std::all_of(table.key.names.begin(), table.key.names.end(),
+                                    [&](const QString& name) { return row.columns.contains(name); });
+  if (keyKnown) return insertKeyed(table, row, values);
+  return once(row.text, values, [&] { return insertNow(table, row, values); });
+}
+
+qint64 PostgresEngine::insertKeyed(const TableInfo& table, const NewRow& row, const QVariantList& values) {
+  const qsizetype number = numberColumn(table, row);
+  const bool repeated = isUnanswered(row, values, number);
+  try {
+    if (repeated && wasStored(table, row, values)) return 0;  // the key is among the values
     return insertNow(table, row, values);
   } catch (const Error& error) {
-    if (error.number() == postgres::kConnectionLost && depth_ == 0) {
+    // The first attempt may have come through just behind the look.
+    constexpr int kDuplicate = 3022;
+    if (repeated && error.number() == kDuplicate && isStored(table, row, values)) return 0;
+    if (isLoss(error)) {
       unanswered_.push_back({row.text, values});
-      if (const qsizetype at = numberColumn(table, row); at >= 0)
-        numbers_.doubt(table, values[at].toLongLong());
+      if (number >= 0) numbers_.doubt(table, values[number].toLongLong());
     }
     throw;
   }
@@ -164,20 +237,30 @@ qint64 PostgresEngine::insertNow(const TableInfo& table, const NewRow& row, cons
   return assigned;
 }
 
-/// Whether this is a row that got no answer, and it is there. A row that was given up and comes again bears
-/// another number: what is there takes that over.
+bool PostgresEngine::isUnanswered(const NewRow& row, const QVariantList& values, qsizetype number) const {
+  return std::any_of(unanswered_.begin(), unanswered_.end(),
+                     [&](const Unanswered& other) { return other.is(row, values, number); });
+}
+
+/// A row that was given up and comes again bears another number.
+bool PostgresEngine::Unanswered::is(const NewRow& row, const QVariantList& now, qsizetype number) const {
+  QVariantList numbered = values;
+  if (number >= 0 && number < numbered.size()) numbered[number] = now[number];
+  return text == row.text && numbered == now;
+}
+
+/// Whether a row that got no answer is there. What is there under another number takes this one over.
 bool PostgresEngine::wasStored(const TableInfo& table, const NewRow& row, const QVariantList& values) {
   const qsizetype number = numberColumn(table, row);
-  const auto isThisRow = [&](const Unanswered& other) {
-    QVariantList numbered = other.values;
-    if (number >= 0 && number < numbered.size()) numbered[number] = values[number];
-    return other.text == row.text && numbered == values;
-  };
-  const auto first = std::partition(unanswered_.begin(), unanswered_.end(), std::not_fn(isThisRow));
-  if (first == unanswered_.end()) return false;
+  const auto first = std::partition(unanswered_.begin(), unanswered_.end(),
+                                    [&](const Unanswered& other) { return !other.is(row, values, number); });
   auto found =
       std::find_if(first, unanswered_.end(), [&](const Unanswered& other) { return other.values == values; });
   bool stored = isStored(table, row, values);
+  // A key keeps its row from coming twice. Under another number nothing does, so that attempt must be over.
+  const bool otherNumber =
+      std::any_of(first, unanswered_.end(), [&](const Unanswered& other) { return other.values != values; });
+  if (!stored && otherNumber) connection_->requireFormerIdle();
   for (auto other = first; !stored && other != unanswered_.end(); ++other)
     if (other->values != values && renumber(table, row, other->values, values[number])) {
       stored = true;
@@ -190,13 +273,9 @@ bool PostgresEngine::wasStored(const TableInfo& table, const NewRow& row, const 
   return stored;
 }
 
-/// A key that was reserved is nobody else's; together with all other values it is this row.
 bool PostgresEngine::isStored(const TableInfo& table, const NewRow& row, const QVariantList& values) {
-  const bool keyKnown = std::all_of(table.key.names.begin(), table.key.names.end(),
-                                    [&](const QString& name) { return row.columns.contains(name); });
-  return keyKnown &&
-         connection_->value("SELECT count(*) FROM " + quotedName(table.def.name) + thisRow(row), values)
-                 .toLongLong() > 0;
+  return connection_->value("SELECT count(*) FROM " + quotedName(table.def.name) + thisRow(row), values)
+             .toLongLong() > 0;
 }
 
 bool PostgresEngine::renumber(const TableInfo& table, const NewRow& row, const QVariantList& stored,
@@ -227,7 +306,11 @@ void PostgresEngine::transaction(const std::function<void()>& body) {
   --depth_;
 }
 
+/// What is left of a block when the connection gets lost stays a gap: a stand-by that takes over may give the
+/// same numbers again.
 qint64 PostgresEngine::takeNumber(const TableInfo& table) {
+  const int losses = connection_->losses();
+  if (std::exchange(knownLosses_, losses) != losses) numbers_.forgetAll();
   if (const auto number = numbers_.take(table)) return *number;
   reserveBlock(table);
   return *numbers_.take(table);

@@ -2,10 +2,20 @@
 // otherwise.
 //
 // What a lost connection means for a change: outside of transaction() a statement is one commit, and when its
-// answer gets lost nobody knows whether it was stored. The call fails with 3043. A row that is inserted again
-// with the same values after that is looked up first: where it stands, the first attempt has stored it. That
-// takes a key among the values, which a reserved number is. transaction() asks the server for its fate by
-// itself.
+// answer gets lost nobody knows whether it was stored. The call fails with 3043, and whoever repeats it gets
+// the change once, for each kind by what stands in the store itself:
+//
+//   a row with its key      it is looked up before it is inserted again. A reserved key is nobody else's, and
+//                           with all other values it is this row
+//   a row without, execute  they leave a mark, a row that is stored with the change or not at all; the same
+//                           statement asks for it before it is run again
+//   a row's new values      are absolute and stand behind its key: stored twice they are stored once
+//   a row's deletion        a row that is gone is gone
+//   reserved numbers        are lost, a gap
+//   transaction()           asks for its mark by itself; only where that fails, too, its fate stays open
+//
+// Where the desk may not make the table of the marks there are none: then a statement that counts on
+// ("x = x + 1") and was stored without an answer is stored again by who repeats it.
 #pragma once
 
 #include <vector>
@@ -40,6 +50,7 @@ class PostgresEngine final : public Engine {
   void read(const QString& text, const QVariantList& values,
             const std::function<bool(const NativeRow&)>& take) override;
   int write(const QString& text, const QVariantList& values) override;
+  int execute(const QString& text, const QVariantList& values) override;
   qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) override;
   void transaction(const std::function<void()>& body) override;
 
@@ -57,12 +68,16 @@ class PostgresEngine final : public Engine {
   PostgresEngine(const QString& path, const ServerAddress& address, const OpenOptions& options);
   void furnish();
   void requireFurnished();
+  void makeMarks();
   sql::StoredTable storedTable(const QString& name) const;
   void define(const std::function<void()>& body);
   void comment(const QString& object, const QString& text);
   void createIndex(const TableDef& table, const IndexDef& index);
   void reserveBlock(const TableInfo& table);
+  qint64 once(const QString& text, const QVariantList& values, const std::function<qint64()>& change);
+  qint64 insertKeyed(const TableInfo& table, const NewRow& row, const QVariantList& values);
   qint64 insertNow(const TableInfo& table, const NewRow& row, const QVariantList& values);
+  bool isUnanswered(const NewRow& row, const QVariantList& values, qsizetype number) const;
   bool wasStored(const TableInfo& table, const NewRow& row, const QVariantList& values);
   bool isStored(const TableInfo& table, const NewRow& row, const QVariantList& values);
   bool renumber(const TableInfo& table, const NewRow& row, const QVariantList& stored,
@@ -78,10 +93,21 @@ class PostgresEngine final : public Engine {
   qint64 commits_ = 0;
   /// Rows whose storing nobody has confirmed.
   struct Unanswered {
+    bool is(const NewRow& row, const QVariantList& now, qsizetype number) const;
+
     QString text;
     QVariantList values;
   };
   std::vector<Unanswered> unanswered_;
+  /// Changes whose commit nobody has confirmed, by their mark.
+  struct Doubt {
+    QString text;
+    QVariantList values;
+    QString mark;
+    qint64 result = 0;
+  };
+  std::vector<Doubt> doubts_;
+  int knownLosses_ = 0;
 };
 
 }  // namespace qk::dao

@@ -1,6 +1,9 @@
 #include "platform/dao/postgres_errors.h"
 
 #include <QHash>
+#include <QRegularExpression>
+#include <cerrno>
+#include <cstring>
 
 namespace qk::dao::postgres {
 
@@ -46,6 +49,42 @@ Error errorOf(const QByteArray& state, const QString& message) {
 
 bool isLoss(const QByteArray& state) {
   return state.startsWith("57P") || state.startsWith("08");
+}
+
+QByteArray stateIn(const QString& message) {
+  static const QRegularExpression ending(R"(:\s+([0-9A-Z]{5})$)");
+  return ending.match(message).captured(1).toLatin1();
+}
+
+bool isWrongPassword(const QByteArray& state) {
+  return state == "28P01";
+}
+
+QString refusalOf(const ServerAddress& address, const QByteArray& state, const QString& message) {
+  if (state == "3D000") return QString("Eine Datenbank '%1' gibt es dort nicht.").arg(address.database);
+  if (state == "28000")
+    return QString("Der Server lässt den Benutzer '%1' von diesem Rechner aus nicht zu.").arg(address.user);
+  if (state == "42501")
+    return QString("Der Benutzer '%1' darf diese Datenbank nicht öffnen.").arg(address.user);
+  if (state == "53300") return "Alle Verbindungen des Servers sind belegt.";
+  if (isLoss(state)) return "Der Datenbankserver startet gerade oder wird beendet.";
+  // The client has no state for what the network says; both take their words from the system.
+  const auto says = [&](int number) {
+    return message.contains(QString::fromLocal8Bit(std::strerror(number)));
+  };
+  if (message.contains("translate host name") || message.contains("Hostname"))
+    return QString("Ein Rechner '%1' ist im Netz nicht bekannt.").arg(address.host);
+  if (says(ECONNREFUSED) || says(ENOENT))
+    return QString("Auf '%1' läuft kein Datenbankserver, der am Port %2 Verbindungen annimmt.")
+        .arg(address.host)
+        .arg(address.port);
+  if (says(ETIMEDOUT) || says(EHOSTUNREACH) || says(ENETUNREACH)) return silenceOf(address);
+  return message;
+}
+
+QString silenceOf(const ServerAddress& address) {
+  return QString("Der Rechner '%1' gibt keine Antwort. Ist er eingeschaltet, und ist das Netz in Ordnung?")
+      .arg(address.host);
 }
 
 }  // namespace qk::dao::postgres

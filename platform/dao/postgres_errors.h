@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include "platform/dao/server_address.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao::postgres {
@@ -11,10 +12,21 @@ namespace qk::dao::postgres {
 /// The connection is gone: whether the statement went through is open.
 inline constexpr int kConnectionLost = 3043;
 inline constexpr int kNoLogin = 3029;
+/// Asked while another call waits.
+inline constexpr int kBusy = 3260;
 
 /// state: the SQLSTATE; message: the server's own words, kept for what has no number.
 Error errorOf(const QByteArray& state, const QString& message);
 /// Whether the state says that the server has ended this connection.
 bool isLoss(const QByteArray& state);
+
+/// The SQLSTATE at the end of a client's message that ends with one; else empty.
+QByteArray stateIn(const QString& message);
+bool isWrongPassword(const QByteArray& state);
+/// Why a server refused a connection, in words for the operator: by the state where the server gave one, else
+/// by the client's message, which stands there as it is when it says something unknown.
+QString refusalOf(const ServerAddress& address, const QByteArray& state, const QString& message);
+/// The same for a server that said nothing at all.
+QString silenceOf(const ServerAddress& address);
 
 }  // namespace qk::dao::postgres

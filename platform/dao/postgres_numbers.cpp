@@ -18,7 +18,8 @@ std::optional<qint64> PostgresNumbers::take(const TableInfo& table) {
 }
 
 void PostgresNumbers::giveBack(const TableInfo& table, qint64 number) {
-  if (!doubtful_.value(table.def.name).contains(number)) blocks_[table.def.name].push_front(number);
+  const auto block = blocks_.find(table.def.name);
+  if (block != blocks_.end() && !doubtful_.value(table.def.name).contains(number)) block->push_front(number);
 }
 
 bool PostgresNumbers::isUsedUp(const TableInfo& table) const {

@@ -14,7 +14,7 @@ namespace qk::dao {
 class PostgresNumbers {
  public:
   std::optional<qint64> take(const TableInfo& table);
-  /// Nothing comes back of a number that a row may bear after all.
+  /// Nothing comes back of a number that a row may bear after all, nor of a block that was forgotten.
   void giveBack(const TableInfo& table, qint64 number);
   void doubt(const TableInfo& table, qint64 number) { doubtful_[table.def.name].insert(number); }
   /// A block was in use and is used up.
@@ -23,6 +23,7 @@ class PostgresNumbers {
   /// An expression that reserves a block and gives it as text.
   static QString reservation(const TableInfo& table);
   void keep(const TableInfo& table, const QString& block);
+  void forgetAll() { blocks_.clear(); }
   void forget(const TableInfo& table) { blocks_.remove(table.def.name); }
 
  private:

@@ -17,6 +17,8 @@ namespace qk::dao::postgres {
 inline const QString kRowNumber = "qk_row";
 /// One row: raised with every change of a definition.
 inline const QString kVersionTable = "dao_version";
+/// One row for each commit whose fate may have to be told.
+inline const QString kMarksTable = "dao_marks";
 
 QString quotedName(const QString& name);
 QString quotedText(const QString& text);

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kUnknownFormat = 3343;
 constexpr int kGreatestPort = 65535;
+constexpr int kLongestPatience = 600;
 
 [[noreturn]] void refuse(const QString& why) {
   throw Error(kUnknownFormat, "Die Datei nennt keinen brauchbaren Datenbankserver: " + why);
@@ -61,12 +62,12 @@ QList<Line> linesOf(const QString& text) {
   return lines;
 }
 
-int portOf(const QString& value, int line) {
+int numberOf(const QString& value, int greatest, int line, const QString& what) {
   bool ok = false;
-  const int port = value.toInt(&ok);
-  if (!ok || port < 1 || port > kGreatestPort)
-    refuse(QString("Zeile %1: '%2' ist keine Portnummer.").arg(line).arg(value));
-  return port;
+  const int number = value.toInt(&ok);
+  if (!ok || number < 1 || number > greatest)
+    refuse(QString("Zeile %1: '%2' ist keine %3.").arg(QString::number(line), value, what));
+  return number;
 }
 
 }  // namespace
@@ -94,7 +95,10 @@ ServerAddress parseServerAddress(const QByteArray& content) {
     if (key == "host") {
       address.host = value;
     } else if (key == "port") {
-      address.port = portOf(value, line.number);
+      address.port = numberOf(value, kGreatestPort, line.number, "Portnummer");
+    } else if (key == "wartezeit") {
+      address.patience = numberOf(value, kLongestPatience, line.number,
+                                  QString("Zahl von Sekunden zwischen 1 und %1").arg(kLongestPatience));
     } else if (key == "datenbank") {
       address.database = value;
     } else if (key == "benutzer") {
@@ -121,8 +125,9 @@ std::optional<ServerAddress> serverAddressIn(const QString& path) {
 }
 
 QByteArray serverAddressText(const ServerAddress& address) {
-  return QString("host=%1\nport=%2\ndatenbank=%3\nbenutzer=%4\n")
-      .arg(address.host, QString::number(address.port), address.database, address.user)
+  return QString("host=%1\nport=%2\ndatenbank=%3\nbenutzer=%4\nwartezeit=%5\n")
+      .arg(address.host, QString::number(address.port), address.database, address.user,
+           QString::number(address.patience))
       .toUtf8();
 }
 

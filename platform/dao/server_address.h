@@ -8,7 +8,8 @@
 //
 // UTF-8, one `key=value` a line, blanks around both ignored, empty lines and lines beginning with "#"
 // skipped, keys whatever their case. host (a name, an address, or the folder of a local socket), datenbank
-// and benutzer are needed, port is 5432 without one. There is no password in the file: it comes from the
+// and benutzer are needed, port is 5432 without one. wartezeit is how many seconds the server may say nothing
+// (15 without one) before it counts as lost. There is no password in the file: it comes from the
 // environment (PGPASSWORD), from ~/.pgpass, from a service file, or from whoever opens the database
 // (OpenOptions).
 #pragma once
@@ -24,6 +25,7 @@ struct ServerAddress {
   int port = 5432;
   QString database;
   QString user;
+  int patience = 15;  ///< seconds
 
   friend bool operator==(const ServerAddress&, const ServerAddress&) = default;
 };

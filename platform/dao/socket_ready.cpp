@@ -8,12 +8,19 @@
 
 namespace qk::dao {
 
-bool isReadable(int socket, int milliseconds) {
+bool isReady(int socket, SocketUse use, int milliseconds) {
 #ifdef _WIN32
-  WSAPOLLFD waiting{static_cast<SOCKET>(socket), POLLRDNORM, 0};
+  constexpr short kRead = POLLRDNORM, kWrite = POLLWRNORM;
+#else
+  constexpr short kRead = POLLIN, kWrite = POLLOUT;
+#endif
+  const auto wanted = static_cast<short>((use == SocketUse::Write ? 0 : kRead) |  //
+                                         (use == SocketUse::Read ? 0 : kWrite));
+#ifdef _WIN32
+  WSAPOLLFD waiting{static_cast<SOCKET>(socket), wanted, 0};
   return WSAPoll(&waiting, 1, milliseconds) > 0;
 #else
-  pollfd waiting{socket, POLLIN, 0};
+  pollfd waiting{socket, wanted, 0};
   return poll(&waiting, 1, milliseconds) > 0;
 #endif
 }

@@ -3,7 +3,9 @@
 
 namespace qk::dao {
 
-/// Whether something can be read from it, its end included, within so many milliseconds; -1 waits for ever.
-bool isReadable(int socket, int milliseconds);
+enum class SocketUse { Read, Write, Both };
+
+/// Whether the socket can be read from, its end included, or written to, within so many milliseconds.
+bool isReady(int socket, SocketUse use, int milliseconds);
 
 }  // namespace qk::dao

@@ -31,6 +31,7 @@ class TextGrid : public QTableView {
   void showRow(int row);
   /// What an empty grid says in its middle.
   void setEmptyText(const QString& text);
+  const QString& emptyText() const { return emptyText_; }
   /// The column that takes the room that is left; -1 for none.
   void setStretchColumn(int column);
   /// What the cells of a column suggest while they are edited; without entries it is a plain field again.

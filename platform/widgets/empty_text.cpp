@@ -41,6 +41,8 @@ class EmptyText : public QLabel {
 }  // namespace
 
 void setEmptyText(QAbstractItemView* view, const QString& text) {
+  for (QObject* child : view->viewport()->children())
+    if (auto* shown = dynamic_cast<EmptyText*>(child)) return shown->setText(text);
   new EmptyText(view, text);
 }
 

@@ -7,7 +7,8 @@ class QAbstractItemView;
 
 namespace qk {
 
-/// Shows `text` over the view while its model has no rows. Call it after the model is set.
+/// Shows `text` over the view while its model has no rows. Call it after the model is set; again for another
+/// text.
 void setEmptyText(QAbstractItemView* view, const QString& text);
 
 }  // namespace qk

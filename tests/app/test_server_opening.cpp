@@ -77,6 +77,8 @@ class TestServerOpening : public QObject {
   void givingUpThePasswordIsToldOnce();
   void aServerThatIsAwayIsToldOnce();
   void aMissingDatabaseIsToldOnce();
+  void whyTheServerRefusesIsToldInGerman_data();
+  void whyTheServerRefusesIsToldInGerman();
   void aWrongServerFileIsToldOnce_data();
   void aWrongServerFileIsToldOnce();
   void aDatabaseWithoutACompetitionsTablesIsToldOnce();
@@ -237,6 +239,44 @@ void TestServerOpening::aMissingDatabaseIsToldOnce() {
   const Error error = errorOfOpening();
   QVERIFY2(error.description().contains("gibtesnicht"), qPrintable(error.description()));
   expectRefusal(error.number(), error.description());
+  QVERIFY(!opening_->setWettkampf(path_));
+}
+
+void TestServerOpening::whyTheServerRefusesIsToldInGerman_data() {
+  QTest::addColumn<QString>("host");
+  QTest::addColumn<QString>("database");
+  QTest::addColumn<QString>("user");
+  QTest::addColumn<QString>("why");
+  QTest::newRow("host") << "gibtesnicht.invalid"
+                        << "postgres"
+                        << "qk_test"
+                        << "Ein Rechner 'gibtesnicht.invalid' ist im Netz nicht bekannt.";
+  QTest::newRow("server")
+      << "127.0.0.1"
+      << "postgres"
+      << "qk_test"
+      << "Auf '127.0.0.1' läuft kein Datenbankserver, der am Port 1 Verbindungen annimmt.";
+  QTest::newRow("database") << ""
+                            << "gibtesnicht"
+                            << "qk_test"
+                            << "Eine Datenbank 'gibtesnicht' gibt es dort nicht.";
+  QTest::newRow("user") << ""
+                        << "postgres"
+                        << "niemand"
+                        << "Der Server lässt den Benutzer 'niemand' von diesem Rechner aus nicht zu.";
+}
+
+void TestServerOpening::whyTheServerRefusesIsToldInGerman() {
+  QFETCH(QString, host);
+  QFETCH(QString, database);
+  QFETCH(QString, user);
+  QFETCH(QString, why);
+  const ServerDatabase server;
+  const bool elsewhere = !host.isEmpty();
+  const dao::ServerAddress address{elsewhere ? host : server.address().host, elsewhere ? 1 : 5432, database,
+                                   user};
+  writeAddress(path_, address);
+  expectRefusal(3043, "Die Datenbank " + placeOf(address) + " ist nicht erreichbar: " + why);
   QVERIFY(!opening_->setWettkampf(path_));
 }
 

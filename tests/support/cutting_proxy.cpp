@@ -1,5 +1,6 @@
 #include "tests/support/cutting_proxy.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -67,7 +68,8 @@ CuttingProxy::CuttingProxy(const QString& serverFolder)
     : server_(serverFolder.toUtf8() + "/.s.PGSQL.5432"), listener_(openSocket()) {
   const sockaddr_un own = addressOf(folder_.path().toUtf8() + "/.s.PGSQL.5432");
   if (bind(listener_, reinterpret_cast<const sockaddr*>(&own), sizeof own) != 0 ||
-      listen(listener_, 10) != 0 || pipe(wake_) != 0)
+      listen(listener_, 10) != 0 ||
+      pipe2(wake_, O_CLOEXEC) != 0)  // a server that is started meanwhile inherits nothing
     throw std::runtime_error("can't listen");
   thread_ = std::thread([this] { serve(); });
 }
@@ -79,10 +81,17 @@ CuttingProxy::~CuttingProxy() {
   close(listener_);
 }
 
-void CuttingProxy::cutNext(const QByteArray& words, Cut cut) {
+void CuttingProxy::cutNext(const QByteArray& words, Cut cut, const std::function<void()>& then) {
   const std::lock_guard lock(mutex_);
   words_ = words;
   cut_ = cut;
+  then_ = then;
+}
+
+bool CuttingProxy::noteCut() {
+  if (then_) std::exchange(then_, {})();
+  ++cuts_;
+  return false;
 }
 
 void CuttingProxy::serve() {
@@ -101,9 +110,10 @@ void CuttingProxy::serve() {
         links.erase(links.begin() + static_cast<std::ptrdiff_t>(i));
     }
     if (!waiting[1].revents) continue;
-    links.push_back(std::make_unique<Link>(accept(listener_, nullptr, nullptr), openSocket()));
+    links.push_back(std::make_unique<Link>(accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC), openSocket()));
     const sockaddr_un server = addressOf(server_);
-    if (connect(links.back()->server, reinterpret_cast<const sockaddr*>(&server), sizeof server) != 0)
+    if (refusing_ ||
+        connect(links.back()->server, reinterpret_cast<const sockaddr*>(&server), sizeof server) != 0)
       links.pop_back();
   }
 }
@@ -115,10 +125,7 @@ bool CuttingProxy::passOn(Link& link) {
   if (!words_.isEmpty() && request.contains(words_)) {
     link.cut = cut_;
     words_.clear();
-    if (cut_ == Cut::Request) {
-      ++cuts_;
-      return false;
-    }
+    if (cut_ == Cut::Request) return noteCut();
   }
   return sendAll(link.server, request);
 }
@@ -129,8 +136,7 @@ bool CuttingProxy::answer(Link& link) {
   const qsizetype before = std::exchange(link.arrived, link.cut ? link.arrived + bytes.size() : 0);
   if (link.cut == Cut::Answer || (link.cut == Cut::InAnswer && link.arrived > kBeginning)) {
     if (link.cut == Cut::InAnswer) sendAll(link.program, bytes.left(kBeginning - before));
-    ++cuts_;
-    return false;
+    return noteCut();
   }
   return sendAll(link.program, bytes);
 }

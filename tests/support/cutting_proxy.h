@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -29,8 +30,11 @@ class CuttingProxy {
 
   /// Takes the place of the server's folder in an address.
   QString folder() const { return folder_.path(); }
-  /// Cuts the connection of the next request that contains the words, once.
-  void cutNext(const QByteArray& words, Cut cut);
+  /// Cuts the connection of the next request that contains the words, once. `then` is run before the program
+  /// can notice, in another thread.
+  void cutNext(const QByteArray& words, Cut cut, const std::function<void()>& then = {});
+  /// Whether new connections are closed at once.
+  void refuse(bool refusing) { refusing_ = refusing; }
   /// How often it has cut so far.
   int cuts() const { return cuts_; }
 
@@ -39,6 +43,7 @@ class CuttingProxy {
   void serve();
   bool passOn(Link& link);
   bool answer(Link& link);
+  bool noteCut();
 
   QTemporaryDir folder_;
   QByteArray server_;
@@ -47,6 +52,8 @@ class CuttingProxy {
   std::mutex mutex_;
   QByteArray words_;
   Cut cut_ = Cut::Answer;
+  std::function<void()> then_;
+  std::atomic<bool> refusing_ = false;
   std::atomic<int> cuts_ = 0;
   std::thread thread_;
 };

@@ -1,19 +1,27 @@
 // What a line loses nothing by: the store or the network fails, lines are rebuilt, or something happens
 // inside a wait or behind a box.
 #include <QComboBox>
+#include <QLabel>
+#include <QListView>
 #include <QTest>
 #include <QTimer>
+#include <QTimerEvent>
 
 #include "link/linecontrol/line_disciplines.h"
 #include "platform/dao/recordset.h"
 #include "platform/grid/text_grid.h"
 #include "tests/app/range_office.h"
+#include "tests/support/test_store.h"
+#include "tools/wettkampf/competition.h"
 
 using namespace qk;
 using namespace qk::test;
 
 namespace {
 
+const QString kNotThere = "Fehler: 3024 - " + errorDescription(3024) + "\nFehler bei Init_err!";
+const QString kNotOpen =
+    "Der Wettkampf ist auf dieser Linie nicht geöffnet. Sie versucht es von selbst wieder; mit F5 sofort.";
 const QString kAskNone = "Keine Disziplin für den Schützen gewählt!\r\nTrotzdem senden?";
 
 }  // namespace
@@ -34,12 +42,53 @@ class TestLineFailures : public QObject {
   void additionalShotsGoOutOnceWhateverIsPressedMeanwhile();
   void aShotThatArrivesWhileOthersAreDiscardedStays();
   void unknownCompetitionIsReported();
+  void aLineWithoutItsCompetitionSaysSoAndStartsNothing();
+  void aLineOpensItsCompetitionByItself();
+  void aLineOpensItsCompetitionWithTheNextNeed_data();
+  void aLineOpensItsCompetitionWithTheNextNeed();
   void failedStoringAsksAndKeepsTheFlagMeanwhile();
   void failedSendIsQuietWhereErrorsAreIgnored();
   void failedSendShowsWhereTheyAreNot();
 
  private:
   TextTable& stationGrid() { return *office_->on<TextGrid>(1, "flexHaeringDiszi").table(); }
+  /// The line's competition isn't there, and the operator has given it up.
+  void loseCompetition() {
+    office_->boxes.expect(kNotThere, BoxAnswer::Abort).titled("Fehler");
+    office_->line(1).Init(later());
+  }
+  /// It is there again, with a shot of an earlier run.
+  void bringCompetition() {
+    prepareStore(later());
+    makeDemoCompetition(later());
+    const auto db = dao::Database::open(later());
+    db->createTable(office_->database()->tableDef("Haering_Daten"));
+    db->createTable(office_->database()->tableDef("Haering_Gruppen"));
+  }
+  QString later() const { return office_->place.path("spaeter.qkk"); }
+  QStringList emptyTexts() {
+    QStringList texts;
+    for (const char* grid : {"flexHaeringDiszi", "flex"})
+      texts.append(office_->on<TextGrid>(1, grid).emptyText());
+    for (const char* list : {"m_lstDisziTarvex", "m_lstKombiTarvex"})
+      for (const QLabel* label : office_->on<QListView>(1, list).viewport()->findChildren<QLabel*>())
+        if (!label->isHidden()) texts.append(label->text());
+    return texts;
+  }
+  /// A second of the line that waits for its competition.
+  void waitASecond() {
+    office_->place.clock.advance(1000);
+    auto* timer = office_->line(1).findChild<QTimer*>("timerWettkampf");
+    if (!timer->isActive()) return;
+    QTimerEvent event(timer->timerId());
+    QCoreApplication::sendEvent(timer, &event);
+  }
+  int storedLater() const {
+    const auto rows = dao::Database::open(later())->openRecordset("Select * from Haering_Daten");
+    int count = 0;
+    for (; !rows->eof(); rows->moveNext()) ++count;
+    return count;
+  }
   TextTable& shots() { return *office_->on<TextGrid>(1, "flex").table(); }
   /// Number and description of what the competition answers to a query.
   QString failureOf(const QString& query) {
@@ -148,6 +197,53 @@ void TestLineFailures::unknownCompetitionIsReported() {
       .expect("Fehler: 3024 - " + errorDescription(3024) + "\nFehler bei Init_err!", BoxAnswer::Abort)
       .titled("Fehler");
   office_->line(1).Init(office_->place.path("fort.qkk"));
+}
+
+void TestLineFailures::aLineWithoutItsCompetitionSaysSoAndStartsNothing() {
+  loseCompetition();
+  QCOMPARE(emptyTexts(), QStringList(4, kNotOpen));
+  office_->boxes.expect(kNotThere, BoxAnswer::Abort);
+  office_->press(1, "cmdPreisModus");
+  QCOMPARE(office_->takeCommand(1), QString());
+  QCOMPARE(office_->mark(1), QString("pfeil"));
+  office_->boxes.expect(kNotThere, BoxAnswer::Abort);
+  office_->chooseShooter(1, "107");
+  QCOMPARE(office_->line(1).sStartnummer(), QString());
+  for (int second = 0; second < 60; ++second) waitASecond();  // no box of its own
+  QCOMPARE(emptyTexts(), QStringList(4, kNotOpen));
+}
+
+void TestLineFailures::aLineOpensItsCompetitionByItself() {
+  loseCompetition();
+  waitASecond();
+  bringCompetition();
+  for (int second = 0; second < 15; ++second) waitASecond();
+  QVERIFY(office_->on<QListView>(1, "m_lstDisziTarvex").model()->rowCount() > 0);
+  QCOMPARE(emptyTexts(), QStringList({"Die Station bietet keine Disziplinen an.", "Keine offenen Schüsse"}));
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  QCOMPARE(office_->takeCommand(1), QString("76 'Umschalten auf Preismodus"));
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  QCOMPARE(storedLater(), 1);
+  QVERIFY(!QFile::exists(office_->folderFile("HSlav1.ctl")));
+}
+
+void TestLineFailures::aLineOpensItsCompetitionWithTheNextNeed_data() {
+  QTest::addColumn<QString>("need");
+  for (const char* need : {"price mode", "shooter"}) QTest::newRow(need) << QString(need);
+}
+
+void TestLineFailures::aLineOpensItsCompetitionWithTheNextNeed() {
+  QFETCH(QString, need);
+  loseCompetition();
+  bringCompetition();
+  if (need == "price mode") office_->press(1, "cmdPreisModus");
+  office_->chooseShooter(1, "107");
+  QCOMPARE(office_->line(1).sStartnummer(), QString("107"));
+  if (need != "price mode") office_->press(1, "cmdPreisModus");
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  QCOMPARE(storedLater(), 1);
+  QVERIFY(!QFile::exists(office_->folderFile("HSlav1.ctl")));
 }
 
 void TestLineFailures::failedStoringAsksAndKeepsTheFlagMeanwhile() {

@@ -11,6 +11,7 @@
 using namespace qk;
 using namespace qk::dao;
 using qk::test::CuttingProxy;
+using qk::test::PostgresServer;
 using qk::test::ServerDatabase;
 using Cut = qk::test::CuttingProxy::Cut;
 
@@ -22,6 +23,18 @@ class TestLostAnswers : public QObject {
   std::unique_ptr<CuttingProxy> proxy_;
   std::unique_ptr<Database> database_;
 
+  void openThroughProxy(const QString& serverFolder) {
+    proxy_ = std::make_unique<CuttingProxy>(serverFolder);
+    ServerAddress address = server_->address();
+    address.host = proxy_->folder();
+    const QString path = folder_.filePath(address.database + ".qkk");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(serverAddressText(address));
+    file.close();
+    database_ = Database::create(path);
+    database_->createTable(articles());
+  }
   std::unique_ptr<Recordset> articlesOf(const QString& condition = {}) const {
     return database_->openRecordset("Select * from Artikel" + condition);
   }
@@ -48,16 +61,7 @@ class TestLostAnswers : public QObject {
  private Q_SLOTS:
   void init() {
     server_ = std::make_unique<ServerDatabase>();
-    proxy_ = std::make_unique<CuttingProxy>(server_->address().host);
-    ServerAddress address = server_->address();
-    address.host = proxy_->folder();
-    const QString path = folder_.filePath(address.database + ".qkk");
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(serverAddressText(address));
-    file.close();
-    database_ = Database::create(path);
-    database_->createTable(articles());
+    openThroughProxy(server_->address().host);
   }
   void cleanup() {
     database_.reset();
@@ -195,6 +199,73 @@ class TestLostAnswers : public QObject {
     QCOMPARE(engine.commitCount(), commits + (committed ? 1 : 0));
     database_->execute("INSERT INTO Artikel (ID, Name) VALUES (3, 'c')");
     QCOMPARE(stored().last(), row(3, "c"));
+  }
+
+  /// The server dies before it hears of the commit, and gives the transaction's number, which it has never
+  /// written down, to another desk, whose transaction is stored.
+  void aTransactionDoesntTakeAnothersFateForItsOwn() {
+    PostgresServer own;
+    cleanup();
+    server_ = std::make_unique<ServerDatabase>(own.folder());
+    openThroughProxy(own.folder());
+    server_->native("ALTER SYSTEM SET wal_writer_delay = '10s'");
+    own.kill();
+    own.again();
+    qlonglong lost = 0, given = 0;
+    const auto next = [&] { return server_->native("SELECT pg_current_xact_id()").first().toLongLong(); };
+    proxy_->cutNext("COMMIT", Cut::Request, [&] {
+      lost =
+          server_->native("SELECT max(backend_xid::text::bigint) FROM pg_stat_activity").first().toLongLong();
+      own.kill();
+      own.again();
+      while (given < lost) given = next();
+    });
+    const auto add = [&] {
+      database_->engine().transaction(
+          [&] { database_->execute("INSERT INTO Artikel (ID, Name) VALUES (1, 'a')"); });
+    };
+    QCOMPARE(errorOf(add), 3043);
+    QVERIFY(lost > 0);
+    QCOMPARE(given, lost);
+    QVERIFY(stored().isEmpty());
+    add();
+    QCOMPARE(stored(), QStringList{row(1, "a")});
+    cleanup();
+  }
+
+  void whatCountsOnIsDoneOnce_data() {
+    QTest::addColumn<Cut>("cut");
+    QTest::addColumn<bool>("away");
+    for (const Cut cut : {Cut::Request, Cut::Answer})
+      for (const bool away : {false, true})
+        QTest::addRow("%s, %s", cut == Cut::Request ? "request lost" : "answer lost",
+                      away ? "server away" : "server there")
+            << cut << away;
+  }
+  void whatCountsOnIsDoneOnce() {
+    QFETCH(Cut, cut);
+    QFETCH(bool, away);
+    database_->execute("INSERT INTO Artikel (ID, Name, Preis) VALUES (1, 'a', 1)");
+    for (const QString statement :
+         {"Update Artikel set Preis = Preis + 1", "INSERT INTO Artikel (Name) VALUES ('b')"}) {
+      const int before = proxy_->cuts();
+      proxy_->cutNext("COMMIT", cut, [&] { proxy_->refuse(away); });
+      const bool known = cut == Cut::Answer && !away;
+      int affected = 0;
+      QCOMPARE(errorOf([&] { affected = database_->execute(statement); }), known ? 0 : 3043);
+      QCOMPARE(proxy_->cuts(), before + 1);
+      if (away) QCOMPARE(errorOf([&] { database_->execute(statement); }), 3043);
+      proxy_->refuse(false);
+      if (!known) affected = database_->execute(statement);
+      QCOMPARE(affected, 1);
+    }
+    QCOMPARE(server_->native("SELECT \"Name\", \"Preis\" FROM dao.\"Artikel\" ORDER BY \"ID\""),
+             QStringList({"a|2.0000", "b|NULL"}));
+    // The same once more is another change.
+    QCOMPARE(database_->execute("Update Artikel set Preis = Preis + 1 where Name = 'a'"), 1);
+    QCOMPARE(database_->execute("Update Artikel set Preis = Preis + 1 where Name = 'a'"), 1);
+    QCOMPARE(server_->native("SELECT \"Preis\" FROM dao.\"Artikel\" WHERE \"Name\" = 'a'"),
+             QStringList{"4.0000"});
   }
 
   void aLostBeginningStoresNothing() {

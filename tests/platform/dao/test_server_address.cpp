@@ -22,8 +22,14 @@ class TestServerAddress : public QObject {
 
   void thePortMayBeMissing() { QCOMPARE(parseServerAddress("host=a\ndatenbank=b\nbenutzer=c").port, 5432); }
 
+  void thePatienceMayBeMissing() {
+    const QByteArray text = "host=a\ndatenbank=b\nbenutzer=c";
+    QCOMPARE(parseServerAddress(text).patience, 15);
+    QCOMPARE(parseServerAddress(text + "\nWartezeit=600").patience, 600);
+  }
+
   void aWrittenAddressReadsAsItself() {
-    const ServerAddress address{"/tmp/sö", 5433, "d b", "u"};
+    const ServerAddress address{"/tmp/sö", 5433, "d b", "u", 7};
     QVERIFY(isServerAddress(serverAddressText(address)));
     QCOMPARE(parseServerAddress(serverAddressText(address)), address);
   }
@@ -42,6 +48,10 @@ class TestServerAddress : public QObject {
     for (const char* port : {"x", "0", "65536", "-1", "54 32"})
       QTest::addRow("port %s", port) << QByteArray("port=") + port
                                      << QString("Zeile 1: '%1' ist keine Portnummer.").arg(port);
+    for (const char* patience : {"x", "0", "601"})
+      QTest::addRow("patience %s", patience)
+          << QByteArray("wartezeit=") + patience
+          << QString("Zeile 1: '%1' ist keine Zahl von Sekunden zwischen 1 und 600.").arg(patience);
     QTest::newRow("password") << QByteArray("host=a\nPasswort=geheim")
                               << "Zeile 2: Ein Passwort darf nicht in der Datei stehen.";
   }

@@ -1,0 +1,36 @@
+#include "app/waiting_window.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QStatusBar>
+#include <algorithm>
+
+namespace qk {
+
+namespace {
+
+/// A wait may begin in the midst of painting: a view reads the rows that it is about to show.
+bool isPainting(const QWidget& window) {
+  const QList<QWidget*> parts = window.findChildren<QWidget*>();
+  return window.testAttribute(Qt::WA_WState_InPaintEvent) ||
+         std::any_of(parts.begin(), parts.end(),
+                     [](const QWidget* part) { return part->testAttribute(Qt::WA_WState_InPaintEvent); });
+}
+
+void paintWindows() {
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->isVisible() && !isPainting(*window)) window->repaint();
+}
+
+}  // namespace
+
+dao::WaitingSign showWaitingIn(QMainWindow& window) {
+  return dao::WaitingSign(
+      [&window] {
+        window.statusBar()->showMessage("Der Datenbankserver antwortet nicht ...");
+        paintWindows();
+      },
+      [&window] { window.statusBar()->clearMessage(); });
+}
+
+}  // namespace qk
