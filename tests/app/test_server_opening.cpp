@@ -70,6 +70,7 @@ class TestServerOpening : public QObject {
   void aDeskWorksWithTheRightsOfTheScript();
   void aDeskCanDoNoMore_data();
   void aDeskCanDoNoMore();
+  void aDeskThatMayOnlyReadIsToldOnce();
   void thePasswordIsAskedOnce();
   void aWrongPasswordIsAskedAgain();
   void givingUpThePasswordIsToldOnce();
@@ -152,6 +153,16 @@ void TestServerOpening::aDeskCanDoNoMore() {
   if (!server_) furnish();
   const QString answer = psql(server_->folder(), "qk_buero", "pokal2026", {"-c", statement});
   QVERIFY2(answer.contains("permission denied") || answer.contains("must be"), qPrintable(answer));
+}
+
+void TestServerOpening::aDeskThatMayOnlyReadIsToldOnce() {
+  furnish();
+  QCOMPARE(psql(server_->folder(), "qk_besitzer", "pokal2026",
+                {"-c", "REVOKE INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA dao FROM qk_buero"}),
+           QString());
+  expectRefusal(3027, "In den Wettkampf darf hier nicht geschrieben werden, nur gelesen: " + path_);
+  QVERIFY(!opening_->setWettkampf(path_));
+  QVERIFY(!Database::open(path_)->hasTable("Haering_Daten"));
 }
 
 void TestServerOpening::thePasswordIsAskedOnce() {
