@@ -15,7 +15,8 @@ namespace {
 
 /// What the box over a field that can't be read says: its field, line and record.
 QString unreadable(const QString& record) {
-  return "Fehler: 13 - " + errorDescription(13) + ": Standnummer „eins“\nLinie 3, Datensatz: " + record + "\n";
+  return "Fehler: 13 - " + errorDescription(13) + ": Standnummer „eins“\nLinie 3, Datensatz: " + record +
+         "\n";
 }
 
 /// What is asked behind an answer that gives a record up.
