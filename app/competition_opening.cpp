@@ -6,7 +6,6 @@
 #include "app/ground/feld_wert.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/unfinished_move.h"
-#include "platform/dao/server_address.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/datetext.h"
@@ -19,10 +18,8 @@ namespace {
 constexpr int kTableExists = 3010;
 constexpr int kNoReadPermission = 3112;
 constexpr int kBadName = 3126;
-constexpr int kNoDatabase = 3024;
-constexpr int kNoPassword = 3029;
-constexpr int kNoServer = 3043;
-constexpr int kUnknownFormat = 3343;
+constexpr int kReadOnly = 3027;
+constexpr int kLocked = 3260;
 
 QString numberAndDescription(const Error& error) {
   return "Fehler: " + QString::number(error.number()) + " - " + error.description();
@@ -51,12 +48,22 @@ bool askAgain(const Workplace& workplace, const Error& error, const QString& sWe
                                  BoxButtons::RetryCancel}) == BoxAnswer::Retry;
 }
 
-/// A store that nobody could open a moment later either: an unfinished move, no right password, a server that
-/// is away or hasn't the database, a text that names no server.
-bool isOutOfReach(const Error& error, const QString& sWettkampf) {
-  return (error.number() == kUnknownFormat && dao::isServerFile(sWettkampf)) ||
-         error.number() == kUnfinishedMoveError || error.number() == kNoPassword ||
-         error.number() == kNoServer || error.number() == kNoDatabase;
+/// A store in which no shot could be stored is refused before the lines are built on it.
+void refuseReadOnly(dao::Database& store, const QString& sWettkampf) {
+  try {
+    store.execute("UPDATE Wettkampf SET Ort = Ort WHERE 1 = 0");
+  } catch (const Error& error) {
+    if (error.number() == kNoReadPermission || error.number() == kReadOnly)
+      throw Error(kReadOnly,
+                  "In den Wettkampf darf hier nicht geschrieben werden, nur gelesen: " + sWettkampf);
+    // Whatever else is wrong shows where it is needed.
+  }
+}
+
+QDate referenceDate(const dao::Recordset& head) {
+  const QVariant value = FeldWert(head, "RefDatum");
+  const QDateTime date = value.typeId() == QMetaType::QDateTime ? value.toDateTime() : dateZero();
+  return parseDate(date.toString("dd.MM.yyyy")).date();
 }
 
 template <class Step>
@@ -121,19 +128,27 @@ CompetitionOpening::CompetitionOpening(const Workplace& workplace, GlobalVariabl
 bool CompetitionOpening::setWettkampf(const QString& path) {
   sWettkampf_ = path;
   bool opened = false;
-  reported(fehlerReport(workplace_.dialogs, "Fehler bei sWettkampf_err!"), [&](Steps& step) {
-    if (!fileChosen(step)) return;
-    step([&] { showCaption(); });
-    if (isWithinReach()) {
-      makeOwnTables();
-      opened = openMain();
-    }
-    if (opened || opened_.isEmpty() || opened_ == sWettkampf_) return;
-    // The lines still work on what was open before: title and path say so.
-    sWettkampf_ = opened_;
-    step([&] { showCaption(); });
-  });
+  reported(report(), [&](Steps& step) { opened = open(step); });
+  if (!opened && !opened_.isEmpty() && opened_ != sWettkampf_) backToWhatIsOpen();
   return opened;
+}
+
+bool CompetitionOpening::open(Steps& step) {
+  if (!fileChosen(step)) return false;
+  step([&] { showCaption(); });
+  if (!isWithinReach()) return false;
+  makeOwnTables();
+  return openMain();
+}
+
+/// The lines still work on what was open before: title and path say so.
+void CompetitionOpening::backToWhatIsOpen() {
+  sWettkampf_ = opened_;
+  reported(report(), [&](Steps& step) { step([&] { showCaption(); }); });
+}
+
+ErrorReport CompetitionOpening::report() const {
+  return fehlerReport(workplace_.dialogs, "Fehler bei sWettkampf_err!");
 }
 
 /// True when there is a file to open, chosen in the dialog if need be.
@@ -147,16 +162,22 @@ bool CompetitionOpening::fileChosen(Steps& step) {
 void CompetitionOpening::showCaption() {
   const QString caption = "QK-Intarso " + sWettkampf_;
   if (onCaption) onCaption(caption);
-  schreibe(workplace_.settings, keys::Caption, caption);
+  // What stands there already needn't be stored, and can't fail.
+  if (liesText(workplace_.settings, keys::Caption) != caption)
+    schreibe(workplace_.settings, keys::Caption, caption);
 }
 
-/// What stands in the way of every further step is reported once, and nothing is made.
+/// What stands in the way of every further step (no store, a damaged one, no server, no right) is reported
+/// once, and nothing is made. What another program has locked may be free a moment later: the steps ask
+/// again.
 bool CompetitionOpening::isWithinReach() const {
   try {
-    refuseUnfinishedMove(*dao::Database::open(sWettkampf_));
+    const auto store = dao::Database::open(sWettkampf_);
+    refuseUnfinishedMove(*store);
+    refuseReadOnly(*store, sWettkampf_);
     return true;
   } catch (const Error& error) {
-    if (!isOutOfReach(error, sWettkampf_)) return true;
+    if (error.number() == kLocked) return true;
     refuse(error);
     return false;
   }
@@ -181,7 +202,7 @@ bool CompetitionOpening::openMain() {
     auto db = dao::Database::open(sWettkampf_);
     auto shots = db->openRecordset("Select * from Haering_Daten order by Datum, ZeitAbsolut");
     const auto head = db->openRecordset("Wettkampf");
-    const QDate refDatum = parseDate(head->value("RefDatum").toDateTime().toString("dd.MM.yyyy")).date();
+    const QDate refDatum = referenceDate(*head);
     bezeichnung_ = FeldWert(*head, "Bezeichnung").toString();
     bezeichnung2_ = FeldWert(*head, "Bezeichnung2").toString();
     ort_ = FeldWert(*head, "Ort").toString();

@@ -56,12 +56,15 @@ class CompetitionOpening {
   void close();
 
  private:
+  bool open(Steps& step);
+  void backToWhatIsOpen();
   bool fileChosen(Steps& step);
   void showCaption();
   void makeOwnTables();
   bool isWithinReach() const;
   bool openMain();
   void refuse(const Error& error) const;
+  ErrorReport report() const;
 
   Workplace workplace_;
   GlobalVariablen& global_;

@@ -229,8 +229,17 @@ void frmLindorm::mnuEditSchussbilder_Click() {
   if (!workplace_.files.exists(program))
     return workplace_.dialogs.note("QK-Grafik.exe nicht im aktuellen Verzeichnis: " + sWettkampf(),
                                    BoxIcon::None, "Fehler");
-  QProcess::startDetached(workplace_.files.resolve(program),
-                          {sWettkampf() + ";" + currentLine().sStartnummer()});
+  const QString argument = sWettkampf() + ";" + currentLine().sStartnummer();
+  QProcess viewer;
+  viewer.setProgram(workplace_.files.resolve(program));
+#ifdef Q_OS_WIN
+  viewer.setNativeArguments(argument);  // as it stands, whatever blanks are in it
+#else
+  viewer.setArguments({argument});
+#endif
+  if (!viewer.startDetached())
+    workplace_.dialogs.note("QK-Grafik.exe lässt sich nicht starten: " + program, BoxIcon::Exclamation,
+                            "Fehler");
 }
 
 void frmLindorm::mnuOptEinstellungen_Click() {

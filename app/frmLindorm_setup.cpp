@@ -38,6 +38,12 @@ void frmLindorm::makeToolbar() {
     button->setPopupMode(QToolButton::MenuButtonPopup);
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   }
+  // These two say nothing; an action without a tip would lend its button its text.
+  for (QAction* action : {ui_->exit, ui_->euro}) {
+    const auto clear = [button = ui_->Toolbar1->widgetForAction(action)] { button->setToolTip({}); };
+    clear();
+    connect(action, &QAction::changed, this, clear);
+  }
   setEmptyText(ui_->lstInfo, "Keine Meldungen der Stationen");
   setEmptyText(ui_->tree, "Keine Linien");
 }

@@ -4,6 +4,8 @@
 #include <cstdlib>
 
 #include "platform/dialog/message_boxes.h"
+#include "platform/runtime/clock.h"
+#include "platform/runtime/unasked.h"
 
 namespace qk {
 
@@ -25,8 +27,11 @@ void QkApplication::endWith(const Error& error) {
   if (ending_) return;
   ending_ = true;
   if (onFatal) onFatal();
-  MessageBoxes().note("Laufzeitfehler " + QString::number(error.number()) + ": " + error.description(),
-                      BoxIcon::Critical, "QK-Intarso");
+  QString text = "Laufzeitfehler " + QString::number(error.number()) + ": " + error.description();
+  if (!error.place().isEmpty()) text += "\n\n" + error.place();
+  const SystemClock clock;
+  const Unasked unasked({});  // out of a tick as a rule: somebody may be typing
+  MessageBoxes(clock).note(text, BoxIcon::Critical, "QK-Intarso");
   endProgram(1);
 }
 

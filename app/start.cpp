@@ -28,7 +28,7 @@ int run(QkApplication& application) {
   EventLoopWaits waits;
   Files files;
   Settings settings(Settings::defaultFilePath());
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock);
 
   const dao::SharedPasswords passwords(passwordQuestion(
       [&dialogs](const QString& prompt, const QString& title) { return dialogs.password(prompt, title); }));

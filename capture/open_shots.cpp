@@ -86,6 +86,19 @@ ErrorReport storeReport(const Workplace& workplace, const QString& sText) {
   return fehlerReport(workplace.dialogs, sText, {}, false);
 }
 
+QString lossOf(const HaeringSchuss& schuss, ErrorAnswer answer) {
+  const bool all = answer == ErrorAnswer::Abort;
+  return QString("Der Schuss %1 an Linie %2 (%3 Ringe, Startnummer %4) ist nicht gespeichert.\r\n\r\n")
+             .arg(schuss.TrefferNummer)
+             .arg(schuss.LinienNummer)
+             .arg(numberText(schuss.RingMitZehntel), schuss.SchuetzeStartnummer) +
+         (all ? "Wenn Sie abbrechen, geht er verloren: "
+              : "Wenn Sie ignorieren, fehlt ihm, was sich nicht speichern ließ, oder er geht verloren: ") +
+         "In der Liste steht er nur bis zum Ende des Programms, und niemand meldet ihn ein zweites "
+         "Mal.\r\n\r\n" +
+         (all ? "Trotzdem abbrechen?" : "Trotzdem ignorieren?");
+}
+
 QString openShotsOf(std::int16_t nLinie) {
   return AllShots + " where verbucht = 0 and verworfen = 0 and Liniennummer = " + QString::number(nLinie);
 }
@@ -124,7 +137,9 @@ bool LadeHaeringSchuss(const Workplace& workplace, const dao::Recordset& rs, Hae
 
 bool SpeichereHaeringSchuss(const Workplace& workplace, dao::Database* db, HaeringSchuss& schuss) {
   const ErrorReport report =
-      storeReport(workplace, "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!");
+      reportOfALoss(workplace.dialogs,
+                    storeReport(workplace, "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!"),
+                    [&schuss](ErrorAnswer answer) { return lossOf(schuss, answer); });
   return reported(report, [&](Steps& step) {
     std::unique_ptr<dao::Recordset> rs;
     step([&] { rs = required(db).openRecordset(AllShots); });

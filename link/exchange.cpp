@@ -11,6 +11,7 @@
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/textcodec.h"
+#include "platform/runtime/unasked.h"
 
 namespace qk {
 
@@ -18,6 +19,29 @@ namespace {
 
 constexpr int waitPasses = 20;
 constexpr int waitMilliseconds = 500;
+
+const char* const kWhatStays =
+    "Die Dateien bleiben liegen: Nach dem Neustart liest F5 an dieser Linie sie wieder ein. Wiederholt sich "
+    "der "
+    "Fehler, räumt \"Intarso - Offene Linienbefehle löschen\" sie weg. Das fragt nicht und verwirft auch "
+    "Meldungen aller Linien, die noch niemand gelesen hat.";
+
+/// Whoever mutilates a record may make it long.
+QString shownRecord(const QString& record) {
+  constexpr qsizetype enough = 300;
+  return record.size() > enough ? record.left(enough) + "…" : record;
+}
+
+QString lossOfRecord(int nLinie, const QString& record, ErrorAnswer answer) {
+  const QString what = QString("Linie %1 meldet einen Schuss, der sich nicht ganz lesen lässt:\r\n%2\r\n\r\n")
+                           .arg(nLinie)
+                           .arg(shownRecord(record.trimmed()));
+  return what + (answer == ErrorAnswer::Abort
+                     ? "Wenn Sie abbrechen, ist er verloren: Die Station meldet ihn kein zweites Mal.\r\n\r\n"
+                       "Trotzdem abbrechen?"
+                     : "Wenn Sie ignorieren, wird er ohne das übernommen, was sich nicht lesen ließ.\r\n\r\n"
+                       "Trotzdem ignorieren?");
+}
 
 }  // namespace
 
@@ -91,6 +115,7 @@ bool LineExchange::stationIsFree(const QString& flag, const Life& life) {
   }
   if (!pending()) return true;
 
+  const Unasked unasked("Linie " + QString::number(nLinie_));  // ten seconds after what called it
   const bool goOn = workplace_.dialogs.confirm("Achtung: Der zuletzt gesendete Befehl an der Linie (" +
                                                    QString::number(nLinie_) +
                                                    ")\r\nwurde noch nicht von ESA-Intarso übernommen!\r\n\r\n"
@@ -122,10 +147,16 @@ void LineExchange::tick() {
   if (!workplace_.files.exists(inFlag_)) return;
   busy_ = true;
   const Life life = life_;
+  const QString place = "Linie " + QString::number(nLinie_);
+  const QString flag = inFlag_;
+  const Unasked unasked(place);
   try {
     receive(life);
-  } catch (const Error&) {
-    throw Error(13);  // ends the program; the line stays busy and the flag stays, so nothing is lost
+  } catch (const Error& error) {
+    // Ends the program; the line stays busy and the flag stays, so nothing is lost.
+    throw Error(13, errorDescription(13),
+                place + ", " + flag + ":\n" + QString::number(error.number()) + " - " + error.description() +
+                    "\n\n" + kWhatStays);
   }
   if (!life.expired()) busy_ = false;
 }
@@ -153,7 +184,10 @@ bool LineExchange::takeLine(const QString& line, const std::shared_ptr<HaeringSc
   const QString received = QString(line).remove('"');
   if (!line.trimmed().isEmpty()) logIncoming(received);
 
-  const ErrorReport ask = importReport(workplace_.dialogs, nLinie_, received);
+  const ErrorReport ask = reportOfALoss(
+      workplace_.dialogs, importReport(workplace_.dialogs, nLinie_, received), [&](ErrorAnswer answer) {
+        return life.expired() ? QString() : lossOfRecord(nLinie_, received, answer);
+      });
   const ErrorReport report = [&](const Error& error) {
     const ErrorAnswer answer = ask(error);
     return life.expired() ? ErrorAnswer::Abort : answer;  // the database may have died with the line
@@ -196,9 +230,7 @@ void LineExchange::schreibeEmpfangsFlagge() {
 }
 
 ErrorReport importReport(Dialogs& dialogs, int nLinie, const QString& record) {
-  constexpr qsizetype enough = 300;  // whoever mutilates a record may make it long
-  const QString shown = record.size() > enough ? record.left(enough) + "…" : record;
-  const QString where = "\nLinie " + QString::number(nLinie) + ", Datensatz: " + shown;
+  const QString where = "\nLinie " + QString::number(nLinie) + ", Datensatz: " + shownRecord(record);
   return [ask = fehlerReport(dialogs, {}), where](const Error& error) {
     return ask(Error(error.number(), error.description() + where));
   };

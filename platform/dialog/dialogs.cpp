@@ -2,6 +2,21 @@
 
 namespace qk {
 
+BoxAnswer presetOf(const Box& box) {
+  if (box.preset) return *box.preset;
+  switch (box.buttons) {
+    case BoxButtons::Ok:
+    case BoxButtons::OkCancel:
+      return BoxAnswer::Ok;
+    case BoxButtons::YesNo:
+      return BoxAnswer::Yes;
+    case BoxButtons::RetryCancel:
+    case BoxButtons::AbortRetryIgnore:
+      return BoxAnswer::Retry;
+  }
+  Q_UNREACHABLE();
+}
+
 bool Dialogs::confirm(const QString& text, BoxIcon icon, std::optional<BoxAnswer> preset) {
   return show({.text = text, .icon = icon, .buttons = BoxButtons::YesNo, .preset = preset}) == BoxAnswer::Yes;
 }
@@ -37,6 +52,20 @@ ErrorReport fehlerReport(Dialogs& dialogs, const QString& sText, const QString& 
   return [&dialogs, sText, sTitel, withWord](const Error& error) {
     return withWord ? FehlerAnzeigen(dialogs, error, sText, sTitel)
                     : report(dialogs, reportText(error, sText), sTitel);
+  };
+}
+
+ErrorReport reportOfALoss(Dialogs& dialogs, ErrorReport report, std::function<QString(ErrorAnswer)> loss) {
+  return [&dialogs, report = std::move(report), loss = std::move(loss),
+          givenUp = false](const Error& error) mutable {
+    for (;;) {
+      const ErrorAnswer answer = report(error);
+      if (givenUp || answer == ErrorAnswer::Retry) return answer;
+      const QString lost = loss(answer);
+      if (lost.isEmpty()) return answer;
+      givenUp = dialogs.confirm(lost, BoxIcon::Exclamation, BoxAnswer::No);
+      if (givenUp) return answer;
+    }
   };
 }
 

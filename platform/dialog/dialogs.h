@@ -18,15 +18,20 @@ struct Box {
   QString title = "Hinweis";
   BoxIcon icon = BoxIcon::None;
   BoxButtons buttons = BoxButtons::Ok;
-  /// The button that Enter presses; without one the first, or the safe one where the box destroys something.
+  /// The button that Enter presses; without one the first, and Retry where there are three: it loses nothing.
   std::optional<BoxAnswer> preset = std::nullopt;
 };
+
+/// The button of a box that Enter presses.
+BoxAnswer presetOf(const Box& box);
 
 struct FontChoice {
   QString font;    ///< "name;size;bold;italic;underline;strikethrough", flags "-1" or "0"
   quint32 colour;  ///< blue-green-red order
 };
 
+/// The one door. What comes up while work runs that nobody called (platform/runtime/unasked.h) says what it
+/// speaks of and takes no key that may be meant for something else.
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
@@ -56,5 +61,10 @@ ErrorAnswer FehlerAnzeigen(Dialogs& dialogs, const Error& error, const QString& 
 /// The same as a report for reported(); `withWord` false leaves out "Fehler: " at the start.
 ErrorReport fehlerReport(Dialogs& dialogs, const QString& sText, const QString& sTitel = {},
                          bool withWord = true);
+
+/// The same report for what must not get lost: after abort or ignore it asks whether it is to be given up,
+/// and shows the failure again when it isn't; once given up, it isn't asked again. `loss` says in plain words
+/// what is lost by that answer; an empty text is nothing.
+ErrorReport reportOfALoss(Dialogs& dialogs, ErrorReport report, std::function<QString(ErrorAnswer)> loss);
 
 }  // namespace qk

@@ -8,6 +8,8 @@
 #include <QFileIconProvider>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
@@ -17,8 +19,10 @@
 #include <QPushButton>
 
 #include "platform/dialog/font_convert.h"
+#include "platform/dialog/key_guard.h"
 #include "platform/dialog/printer_setup_dialog.h"
 #include "platform/print/current_printer.h"
+#include "platform/runtime/unasked.h"
 
 namespace qk {
 
@@ -26,23 +30,21 @@ namespace {
 
 struct ButtonSet {
   QMessageBox::StandardButtons buttons;
-  BoxAnswer first;
   BoxAnswer escape;
 };
 
 ButtonSet buttonSet(BoxButtons buttons) {
   switch (buttons) {
     case BoxButtons::Ok:
-      return {QMessageBox::Ok, BoxAnswer::Ok, BoxAnswer::Ok};
+      return {QMessageBox::Ok, BoxAnswer::Ok};
     case BoxButtons::OkCancel:
-      return {QMessageBox::Ok | QMessageBox::Cancel, BoxAnswer::Ok, BoxAnswer::Cancel};
+      return {QMessageBox::Ok | QMessageBox::Cancel, BoxAnswer::Cancel};
     case BoxButtons::YesNo:
-      return {QMessageBox::Yes | QMessageBox::No, BoxAnswer::Yes, BoxAnswer::No};
+      return {QMessageBox::Yes | QMessageBox::No, BoxAnswer::No};
     case BoxButtons::RetryCancel:
-      return {QMessageBox::Retry | QMessageBox::Cancel, BoxAnswer::Retry, BoxAnswer::Cancel};
+      return {QMessageBox::Retry | QMessageBox::Cancel, BoxAnswer::Cancel};
     case BoxButtons::AbortRetryIgnore:
-      return {QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore, BoxAnswer::Abort,
-              BoxAnswer::Abort};
+      return {QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore, BoxAnswer::Abort};
   }
   Q_UNREACHABLE();
 }
@@ -109,8 +111,38 @@ bool offscreen() {
   return QGuiApplication::platformName() == "offscreen";
 }
 
-QString withoutBreaks(const QString& text) {
-  return text.simplified();
+const char* const kWhenKeysCount = "Tasten gelten hier erst, wenn eine Sekunde lang keine kam.";
+/// Of a title bar beside the title, in heights of its text: icon, buttons and some air.
+constexpr int kTitleBarExtras = 8;
+
+/// How wide a window must be for its title to stand there whole.
+int widthForTitle(const QWidget& window) {
+  const QFontMetrics text(QApplication::font("QMdiSubWindowTitleBar"));
+  return text.horizontalAdvance(window.windowTitle()) + kTitleBarExtras * text.height();
+}
+
+/// A box sizes itself by its grid alone: what it must be wide enough for goes in there.
+void makeRoomForTitle(QMessageBox& box) {
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  if (!grid) return;
+  grid->addItem(new QSpacerItem(widthForTitle(box), 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
+/// What a box that came unasked adds below its text: what it speaks of, and why it takes no key yet.
+void sayUnasked(QMessageBox& box, const QString& about) {
+  box.setInformativeText(about.isEmpty() ? kWhenKeysCount : about + "\n" + kWhenKeysCount);
+  if (auto* label = box.findChild<QLabel*>("qt_msgbox_informativelabel")) label->setTextFormat(Qt::PlainText);
+}
+
+/// The whole prompt above the dialog: its title bar holds one line of it at most.
+void showPrompt(QFileDialog& dialog, const QString& prompt) {
+  dialog.setWindowTitle(prompt.section(u'\n', 0, 0).trimmed());
+  auto* label = new QLabel(prompt, &dialog);
+  label->setObjectName("lblPrompt");
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setContentsMargins(dialog.layout()->contentsMargins());
+  dialog.layout()->setMenuBar(label);  // the place above everything else of a layout
 }
 
 /// Tells files by what they are called. The toolkit's own looks into them, from a thread of its own; but
@@ -146,14 +178,21 @@ QWidget* MessageBoxes::parentWindow() {
 
 BoxAnswer MessageBoxes::show(const Box& box) {
   const ButtonSet set = buttonSet(box.buttons);
+  const std::optional<QString> unasked = Unasked::current();
+  const Unasked::Aside aside;
   Modal<QMessageBox> message(parentWindow());
   message->setIcon(messageIcon(box.icon));
   message->setWindowTitle(box.title);
   message->setTextFormat(Qt::PlainText);  // a name with "<" in it stays a name
   message->setText(box.text);
   message->setStandardButtons(set.buttons);
-  message->setDefaultButton(standardButton(box.preset.value_or(set.first)));
+  message->setDefaultButton(standardButton(presetOf(box)));
   message->setEscapeButton(standardButton(set.escape));
+  if (unasked) {
+    sayUnasked(*message.get(), *unasked);
+    new KeyGuard(*message.get(), clock_);
+  }
+  makeRoomForTitle(*message.get());
   const std::optional<int> pressed = message.exec();
   if (pressed)
     for (const BoxAnswer answer : {BoxAnswer::Ok, BoxAnswer::Cancel, BoxAnswer::Yes, BoxAnswer::No,
@@ -172,11 +211,17 @@ QString MessageBoxes::password(const QString& prompt, const QString& title) {
 
 QString MessageBoxes::inputText(const QString& prompt, const QString& title, const QString& preset,
                                 bool masked) {
+  const bool unasked = Unasked::current().has_value();
+  const Unasked::Aside aside;
   Modal<QInputDialog> dialog(parentWindow());
+  if (unasked) new KeyGuard(*dialog.get(), clock_);
   dialog->setInputMode(QInputDialog::TextInput);
   dialog->setWindowTitle(title.isEmpty() ? QGuiApplication::applicationDisplayName() : title);
   dialog->setLabelText(prompt);
-  for (QLabel* label : dialog->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  for (QLabel* label : dialog->findChildren<QLabel*>()) {
+    label->setTextFormat(Qt::PlainText);
+    label->setMinimumWidth(widthForTitle(*dialog.get()));  // the dialog itself is as wide as what is in it
+  }
   dialog->setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
   dialog->setTextValue(preset);
   return dialog.exec() == QDialog::Accepted ? dialog->textValue() : QString();
@@ -197,7 +242,12 @@ QString MessageBoxes::chooseFolder(const QString& prompt, const QString& start) 
   IconsByName icons;  // outlives the dialog, whose thread uses it
   Modal<QFileDialog> dialog(parentWindow());
   dialog->setIconProvider(&icons);
-  dialog->setWindowTitle(withoutBreaks(prompt));
+#ifdef Q_OS_WIN
+  dialog->setWindowTitle(prompt.simplified());  // the system's own dialog has no other place for it
+#else
+  dialog->setOption(QFileDialog::DontUseNativeDialog);
+  showPrompt(*dialog.get(), prompt);
+#endif
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);
   return chosenPath(dialog, start);

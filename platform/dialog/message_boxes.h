@@ -7,8 +7,13 @@ class QWidget;
 
 namespace qk {
 
+class Clock;
+
 class MessageBoxes : public Dialogs {
  public:
+  /// The clock tells when a box that came unasked takes its first key; it outlives this.
+  explicit MessageBoxes(const Clock& clock) : clock_(clock) {}
+
   BoxAnswer show(const Box& box) override;
   QString input(const QString& prompt, const QString& title, const QString& preset) override;
   QString openFile(const QString& filter, const QString& start) override;
@@ -20,8 +25,10 @@ class MessageBoxes : public Dialogs {
   QString password(const QString& prompt, const QString& title);
 
  private:
-  static QString inputText(const QString& prompt, const QString& title, const QString& preset, bool masked);
+  QString inputText(const QString& prompt, const QString& title, const QString& preset, bool masked);
   static QWidget* parentWindow();  ///< the active modal window, else the active window
+
+  const Clock& clock_;
 };
 
 /// "A (*.x)|*.x;*.y|B (*.*)|*.*" as name filters of a file dialog that hides the patterns it appends:

@@ -5,6 +5,8 @@
 #include <QRandomGenerator>
 #include <QTimer>
 
+#include "platform/runtime/unasked.h"
+
 namespace qk {
 
 QDateTime SystemClock::now() const {
@@ -16,12 +18,14 @@ double SystemRandom::next() {
 }
 
 void EventLoopWaits::sleep(int milliseconds) {
+  const Unasked::Aside aside;
   QEventLoop loop;
   QTimer::singleShot(std::max(milliseconds, 0), Qt::PreciseTimer, &loop, &QEventLoop::quit);
   loop.exec();
 }
 
 void EventLoopWaits::runMessageLoop() {
+  const Unasked::Aside aside;
   QCoreApplication::processEvents();
 }
 

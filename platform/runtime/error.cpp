@@ -122,7 +122,8 @@ QString errorDescription(int number) {
   return "Anwendungs- oder objektdefinierter Fehler " + QString::number(number);
 }
 
-Error::Error(int number, QString description) : number_(number), description_(std::move(description)) {
+Error::Error(int number, QString description, QString place)
+    : number_(number), description_(std::move(description)), place_(std::move(place)) {
   what_ = QByteArray::number(number_) + ": " + description_.toUtf8();
 }
 

@@ -185,9 +185,9 @@ void Settings::setValue(const QString& application, const QString& section, cons
                         const QString& value) {
   QDir().mkpath(QFileInfo(filePath_).path());
   QLockFile lock(filePath_ + ".lock");
-  if (!lock.tryLock(kLockMilliseconds)) throw Error(75);
+  if (!lock.tryLock(kLockMilliseconds)) throw notStored();
   const std::optional<QByteArray> before = readFile(filePath_);
-  if (!before) throw Error(75);  // never write over what couldn't be read
+  if (!before) throw notStored();  // never write over what couldn't be read
   const QByteArray after =
       merged(*before, sectionHead(application, section), storedKey(key), storedValue(value));
   if (after == *before) return;
@@ -200,7 +200,12 @@ void Settings::setValue(const QString& application, const QString& section, cons
   QSaveFile file(filePath_);
   const bool written = file.open(QIODevice::WriteOnly) && file.write(after) == after.size() && file.flush() &&
                        file.setFileTime(stamp, QFileDevice::FileModificationTime) && file.commit();
-  if (!written) throw Error(75);
+  if (!written) throw notStored();
+}
+
+Error Settings::notStored() const {
+  constexpr int kNotStored = 75;
+  return Error(kNotStored, errorDescription(kNotStored) + ": " + QDir::toNativeSeparators(filePath_));
 }
 
 QString Settings::defaultFilePath() {

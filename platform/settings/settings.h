@@ -7,12 +7,15 @@
 //
 // A value with a line break in it stands as "%:" and the text with "%", CR and LF percent-encoded: values are
 // mostly paths full of backslashes, so the escape is a prefix that hardly any value needs, not a character.
-// Reading never fails: a missing value gives the default. A write that fails is Error 75.
+// Reading never fails: a missing value gives the default. A write that fails is Error 75, which names
+// the file.
 #pragma once
 
 #include <QString>
 #include <filesystem>
 #include <memory>
+
+#include "platform/runtime/error.h"
 
 namespace qk {
 
@@ -41,6 +44,7 @@ class Settings {
   struct Content;
   /// One look at the file's time stamp; reads it when that has changed.
   void refresh() const;
+  Error notStored() const;
 
   QString filePath_;
   std::filesystem::path nativePath_;  // the same, ready for the look at every read

@@ -32,6 +32,7 @@ class RangeOffice {
   /// Ends the window without a question, as a crash would.
   void drop();
   frmLindorm& window() { return *window_; }
+  GlobalVariablen& global() { return global_; }
   bool hasWindow() const { return window_ != nullptr; }
 
   /// Where a dialog was closed the platform of the tests leaves no window active; keys want one.
@@ -86,7 +87,7 @@ class RangeOffice {
   QString folder;       ///< exchange folder, without its final separator
 
  private:
-  MessageBoxes messageBoxes_;
+  MessageBoxes messageBoxes_{place.clock};
   GlobalVariablen global_;
   std::unique_ptr<frmLindorm> window_;
 };

@@ -15,6 +15,16 @@
 using namespace qk;
 using namespace qk::test;
 
+namespace {
+
+const QString kWhatStays =
+    "Die Dateien bleiben liegen: Nach dem Neustart liest F5 an dieser Linie sie wieder ein. Wiederholt sich "
+    "der "
+    "Fehler, räumt \"Intarso - Offene Linienbefehle löschen\" sie weg. Das fragt nicht und verwirft auch "
+    "Meldungen aller Linien, die noch niemand gelesen hat.";
+
+}  // namespace
+
 class TestApplication : public QObject {
   Q_OBJECT
 
@@ -41,11 +51,16 @@ void TestApplication::anErrorOutOfTheTickEndsTheProgram() {
   int status = -1;
   application().endProgram = [&](int ended) { status = ended; };
   application().onFatal = [&] { office.window().stopPolling(); };
-  office.boxes.expect("Laufzeitfehler 13: " + errorDescription(13)).showing(BoxIcon::Critical).during([&] {
-    QVERIFY(!timer->isActive());
-    QVERIFY(!other->isActive());
-    QCOMPARE(status, -1);
-  });
+  office.boxes
+      .expect("Laufzeitfehler 13: " + errorDescription(13) + "\n\nLinie 1, " +
+              office.folderFile("HSlav1.ctl") + ":\n53 - " + errorDescription(53) + "\n\n" + kWhatStays)
+      .showing(BoxIcon::Critical)
+      .unasked("")
+      .during([&] {
+        QVERIFY(!timer->isActive());
+        QVERIFY(!other->isActive());
+        QCOMPARE(status, -1);
+      });
   QTimerEvent event(timer->timerId());
   QCoreApplication::sendEvent(timer, &event);
   QCOMPARE(status, 1);

@@ -334,18 +334,49 @@ class TestCompetitionOpening : public QObject {
   void aCaptionThatCannotBeKeptKeepsNobodyOut() {
     const QString store = place_->settings.filePath();
     QVERIFY(QDir().mkpath(store));
-    const QString why = "Fehler: 75 - " + errorDescription(75) + "\nFehler bei sWettkampf_err!";
+    const QString why =
+        "Fehler: 75 - " + errorDescription(75) + ": " + store + "\nFehler bei sWettkampf_err!";
     place_->dialogs.expect(why, BoxAnswer::Ignore).titled("Fehler").with(BoxButtons::AbortRetryIgnore);
     QVERIFY(opening_->setWettkampf(path_));
     QCOMPARE(caption_, "QK-Intarso " + path_);
+    // Without an answer that goes on, title and path are those of what is open.
+    const QString other = place_->path("Anderer.qkk");
+    original_->copyTo(other);
     place_->dialogs.expect(why, BoxAnswer::Abort);
-    QVERIFY(!opening_->setWettkampf(path_));
+    place_->dialogs.expect(why, BoxAnswer::Abort);
+    QVERIFY(!opening_->setWettkampf(other));
+    QCOMPARE(opening_->sWettkampf(), path_);
+    QCOMPARE(caption_, "QK-Intarso " + path_);
+    QCOMPARE(global_->Datenbank->path(), path_);
   }
 
-  void aCompetitionWithoutReferenceDateIsRefused() {
+  void aCancelledDialogLeavesPathAndTitleAlone() {
+    QVERIFY(opening_->setWettkampf(path_));
+    opening_->onOpenDialog = [](Steps&) {};
+    QVERIFY(!opening_->setWettkampf(place_->path("fort.qkk")));
+    QCOMPARE(opening_->sWettkampf(), path_);
+    QCOMPARE(caption_, "QK-Intarso " + path_);
+  }
+
+  void aCompetitionWithoutReferenceDateOpensWithDayZero() {
     dao::Database::open(path_)->execute("UPDATE Wettkampf SET RefDatum = Null");
-    place_->dialogs.expect("Fehler: 13 - " + errorDescription(13) + "\r\nBitte anderen Wettkampf wählen!!!");
-    QVERIFY(!opening_->setWettkampf(path_));
+    QVERIFY(opening_->setWettkampf(path_));
+    QCOMPARE(global_->RefDatum, QDate(1899, 12, 30));
+  }
+
+  void aReadOnlyCompetitionIsToldOnceWithItsName() {
+    QVERIFY(opening_->setWettkampf(path_));
+    const QString other = place_->path("Nurlesen.qkk");
+    original_->copyTo(other);
+    forbidWriting(other);
+    place_->dialogs
+        .expect("Fehler: 3027 - In den Wettkampf darf hier nicht geschrieben werden, nur gelesen: " + other +
+                "\r\nBitte anderen Wettkampf wählen!!!")
+        .titled("Fehler")
+        .showing(BoxIcon::Exclamation);
+    QVERIFY(!opening_->setWettkampf(other));
+    QCOMPARE(opening_->sWettkampf(), path_);
+    QCOMPARE(caption_, "QK-Intarso " + path_);
   }
 
   void anotherKindOfFileIsToldAndLeftAlone() {
@@ -353,8 +384,6 @@ class TestCompetitionOpening : public QObject {
     const QByteArray content = "Das ist kein Wettkampf.\r\n" + QByteArray(4096, 'x');
     place_->files.write(text, content);
     const QString why = "Fehler: 3343 - " + messageOfOpening(text);
-    for (int i = 0; i < kOwnTables.size(); ++i) place_->dialogs.expect(why, BoxAnswer::Cancel);
-    place_->dialogs.expect(why + "\nFehler bei FeldAnlegen_err!", BoxAnswer::Abort);
     place_->dialogs.expect(why + "\r\nBitte anderen Wettkampf wählen!!!").titled("Fehler");
     QVERIFY(!opening_->setWettkampf(text));
     QCOMPARE(place_->files.read(text), content);
@@ -367,8 +396,6 @@ class TestCompetitionOpening : public QObject {
     place_->files.write(torn, half);
     const Error error = errorOfOpening(torn);
     const QString why = "Fehler: " + QString::number(error.number()) + " - " + error.description();
-    for (int i = 0; i < kOwnTables.size(); ++i) place_->dialogs.expect(why, BoxAnswer::Cancel);
-    place_->dialogs.expect(why + "\nFehler bei FeldAnlegen_err!", BoxAnswer::Abort);
     place_->dialogs.expect(why + "\r\nBitte anderen Wettkampf wählen!!!").titled("Fehler");
     QVERIFY(!opening_->setWettkampf(torn));
     QCOMPARE(place_->files.read(torn), half);

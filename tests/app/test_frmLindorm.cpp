@@ -146,7 +146,7 @@ void TestFrmLindorm::settingsThatCannotBeStoredAreReportedAtTheStart() {
   RangeOffice office;
   const QString store = office.place.settings.filePath();
   QVERIFY(QFile::remove(store) && QDir().mkpath(store));
-  const QString why = "Fehler: 75 - " + errorDescription(75) + "\nFehler bei ";
+  const QString why = "Fehler: 75 - " + errorDescription(75) + ": " + store + "\nFehler bei ";
   office.boxes.expect(why + "form_load_err!", BoxAnswer::Ignore)
       .titled("Fehler")
       .showing(BoxIcon::Exclamation)

@@ -95,6 +95,7 @@ class TestMenuCommands : public QObject {
   void ignoredFailureEndsTheLoopToo();
   void allLinesEndWhenTheLinesAreRebuilt();
   void viewerGetsCompetitionAndStartNumber();
+  void aViewerThatCannotBeStartedIsTold();
   void printerSetup();
   void testDataDialogCancelled();
   void settingsThatCannotBeStored_data();
@@ -241,6 +242,16 @@ void TestMenuCommands::viewerGetsCompetitionAndStartNumber() {
   QCOMPARE(QString::fromUtf8(content(seen)), "1|" + office_->competition + ";");
 }
 
+void TestMenuCommands::aViewerThatCannotBeStartedIsTold() {
+  const QString viewer = office_->place.path("programm/QK-Grafik.exe");
+  office_->place.files.write(viewer, "kein Programm");
+  office_->boxes.expect("QK-Grafik.exe lässt sich nicht starten: " + viewer)
+      .titled("Fehler")
+      .showing(BoxIcon::Exclamation);
+  run("mnuEditSchussbilder");
+  QVERIFY(office_->boxes.done());
+}
+
 void TestMenuCommands::printerSetup() {
   for (const char* action : {"mnuDateiPrinterSetup", "prsetup"}) {
     const PrinterSetup chosen{action, "A5", true};
@@ -281,7 +292,8 @@ void TestMenuCommands::settingsThatCannotBeStored() {
     office_->boxes.expectFolder("Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + office_->folder + "/",
                                 office_->folder);
   office_->boxes
-      .expect("Fehler: 75 - " + errorDescription(75) + "\nFehler beim Klick " + action + "_Click_err!",
+      .expect("Fehler: 75 - " + errorDescription(75) + ": " + store + "\nFehler beim Klick " + action +
+                  "_Click_err!",
               BoxAnswer::Abort)
       .titled("Fehler");
   run(action);
@@ -295,7 +307,7 @@ void TestMenuCommands::aLastCompetitionThatCannotBeKeptOpensAllTheSame() {
   const QString store = qEnvironmentVariable("QK_EINSTELLUNGEN");
   const QByteArray kept = content(store);
   QVERIFY(QFile::remove(store) && QDir().mkpath(store));
-  const QString why = "Fehler: 75 - " + errorDescription(75) + "\nFehler ";
+  const QString why = "Fehler: 75 - " + errorDescription(75) + ": " + store + "\nFehler ";
   office_->boxes.expectOpenFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*", other);
   office_->boxes.expect(why + "beim Klick mnuDateiWettkampfOpen_Click_err!", BoxAnswer::Ignore);
   office_->boxes.expect(why + "bei sWettkampf_err!", BoxAnswer::Retry).during([&] {

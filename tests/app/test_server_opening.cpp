@@ -72,6 +72,7 @@ class TestServerOpening : public QObject {
   void aDeskCanDoNoMore_data();
   void aDeskCanDoNoMore();
   void aMissingRightToWriteIsNoMissingRightToRead();
+  void aDeskThatMayOnlyReadIsToldOnce();
   void thePasswordIsAskedOnce();
   void aWrongPasswordIsAskedAgain();
   void givingUpThePasswordIsToldOnce();
@@ -179,6 +180,16 @@ void TestServerOpening::aMissingRightToWriteIsNoMissingRightToRead() {
        {told([&] { rows->update(); }), told([&] { global_->Datenbank->execute("Delete * from Schuss"); }),
         told([&] { global_->Datenbank->execute("Update Schuss set Ring = 1"); })})
     QVERIFY2(said.startsWith(expected), qPrintable(said));
+}
+
+void TestServerOpening::aDeskThatMayOnlyReadIsToldOnce() {
+  furnish();
+  QCOMPARE(psql(server_->folder(), "qk_besitzer", "pokal2026",
+                {"-c", "REVOKE INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA dao FROM qk_buero"}),
+           QString());
+  expectRefusal(3027, "In den Wettkampf darf hier nicht geschrieben werden, nur gelesen: " + path_);
+  QVERIFY(!opening_->setWettkampf(path_));
+  QVERIFY(!Database::open(path_)->hasTable("Haering_Daten"));
 }
 
 void TestServerOpening::thePasswordIsAskedOnce() {

@@ -21,6 +21,7 @@ class TestDisciplines : public QObject {
   void stationNames_data();
   void stationNames();
   void checkListOutside();
+  void anEntryIsMadeCurrentEachTime();
   void onlyTheOperatorsTickIsAnnounced();
 };
 
@@ -100,6 +101,15 @@ void TestDisciplines::checkListOutside() {
   list.clear();
   QCOMPARE(list.count(), 0);
   QCOMPARE(list.current(), -1);
+}
+
+void TestDisciplines::anEntryIsMadeCurrentEachTime() {
+  CheckList list;
+  list.add("eins", 1);
+  QSignalSpy current(&list, &CheckList::currentChanged);
+  list.setCurrent(0);
+  list.setCurrent(0);
+  QCOMPARE(current.count(), 2);
 }
 
 void TestDisciplines::onlyTheOperatorsTickIsAnnounced() {

@@ -380,6 +380,7 @@ void TestLineCapture::withoutADatabase() {
   line.capture->HaeringSchussWettbewerbAnwaehlen(1, [](int) {});
   line.bench.expectError(91, "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!",
                          BoxAnswer::Abort);
+  line.bench.expectLoss(*shot(3, "9"), BoxAnswer::Abort, BoxAnswer::Yes);
   QVERIFY(!line.capture->SpeichereHaeringSchuss(*shot(3, "9")));
 }
 

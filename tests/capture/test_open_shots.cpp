@@ -103,6 +103,9 @@ class TestOpenShots : public QObject {
   void bookingARowThatIsGone();
   void messages_data();
   void messages();
+  void aShotIsNotGivenUpByOneAnswer_data();
+  void aShotIsNotGivenUpByOneAnswer();
+  void anIgnoredColumnIsAskedAboutOnce();
   void retryRepeatsTheStatementThatFailed();
   void ignoreGoesOn();
   void abortLeavesTheRowOut();
@@ -285,7 +288,49 @@ void TestOpenShots::messages() {
   Workbench bench;
   bench.expectError(91, text, BoxAnswer::Retry);
   bench.expectError(91, text, BoxAnswer::Abort);
+  if (text.contains("Speichern der Intarso"))
+    bench.expectLoss(*shot(1, "9"), BoxAnswer::Abort, BoxAnswer::Yes);
   operation(bench.workplace());
+}
+
+void TestOpenShots::aShotIsNotGivenUpByOneAnswer_data() {
+  QTest::addColumn<BoxAnswer>("given");
+  QTest::newRow("abort") << BoxAnswer::Abort;
+  QTest::newRow("ignore") << BoxAnswer::Ignore;
+}
+void TestOpenShots::aShotIsNotGivenUpByOneAnswer() {
+  QFETCH(BoxAnswer, given);
+  Line line;
+  dao::Database& db = line.bench.store();
+  const dao::TableDef table = db.tableDef("Haering_Daten");
+  db.dropTable("Haering_Daten");
+  const Error failure =
+      line.bench.failureOf([&] { line.bench.store().openRecordset("Select * from Haering_Daten"); });
+  const QString text = "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!";
+  const auto s = shot(17, "9,7");
+  line.bench.expectError(failure, text, given).presetting(BoxAnswer::Retry);
+  line.bench.expectLoss(*s, given, BoxAnswer::No);
+  line.bench.expectError(failure, text, BoxAnswer::Retry).during([&] { db.createTable(table); });
+  QVERIFY(SpeichereHaeringSchuss(line.bench.workplace(), &db, *s));
+  QCOMPARE(line.states(), QStringList{"17|0|0|00:00:00"});
+}
+
+void TestOpenShots::anIgnoredColumnIsAskedAboutOnce() {
+  Line line;
+  dao::Database& db = line.bench.store();
+  dao::TableDef table = db.tableDef("Haering_Daten");
+  db.dropTable("Haering_Daten");
+  for (const char* missing : {"X", "Y"})
+    table.fields.erase(std::find_if(table.fields.begin(), table.fields.end(),
+                                    [missing](const dao::FieldDef& field) { return field.name == missing; }));
+  db.createTable(table);
+  const QString text = "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!";
+  const auto s = shot(17, "9,7");
+  line.bench.expectError(3265, text, BoxAnswer::Ignore);
+  line.bench.expectLoss(*s, BoxAnswer::Ignore, BoxAnswer::Yes);
+  line.bench.expectError(3265, text, BoxAnswer::Ignore);
+  QVERIFY(SpeichereHaeringSchuss(line.bench.workplace(), &db, *s));
+  QCOMPARE(line.states(), QStringList{"17|0|0|00:00:00"});
 }
 
 void TestOpenShots::retryRepeatsTheStatementThatFailed() {

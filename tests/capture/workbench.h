@@ -79,6 +79,25 @@ class Workbench : public TestWorkplace {
     return expectError(Error(number), text, answer, word);
   }
 
+  /// The question behind an answer that gives a shot up.
+  Expectation& expectLoss(const HaeringSchuss& schuss, BoxAnswer given, BoxAnswer answer) {
+    const bool all = given == BoxAnswer::Abort;
+    return dialogs
+        .expect(
+            "Der Schuss " + QString::number(schuss.TrefferNummer) + " an Linie " +
+                QString::number(schuss.LinienNummer) + " (" + numberText(schuss.RingMitZehntel) +
+                " Ringe, Startnummer " + schuss.SchuetzeStartnummer + ") ist nicht gespeichert.\r\n\r\n" +
+                (all ? "Wenn Sie abbrechen, geht er verloren: "
+                     : "Wenn Sie ignorieren, fehlt ihm, was sich nicht speichern ließ, oder er geht "
+                       "verloren: ") +
+                "In der Liste steht er nur bis zum Ende des Programms, und niemand meldet ihn ein zweites "
+                "Mal.\r\n\r\n" +
+                (all ? "Trotzdem abbrechen?" : "Trotzdem ignorieren?"),
+            answer)
+        .with(BoxButtons::YesNo)
+        .presetting(BoxAnswer::No);
+  }
+
  private:
   /// With the tables of both programs.
   static const StoreOriginal& emptyCompetition() {

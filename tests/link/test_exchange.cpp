@@ -50,11 +50,6 @@ const QString question =
     "übernommen!\r\n\r\n"
     "Wollen Sie fortfahren (und die Abarbeitung des letzten Befehl abwarten)?";
 
-/// What the box over a field that can't be read says: which field, which line, which record.
-QString unreadable(const QString& field, const QString& record) {
-  return "Fehler: 13 - " + errorDescription(13) + ": " + field + "\nLinie 3, Datensatz: " + record + "\n";
-}
-
 }  // namespace
 
 class TestExchange : public QObject {
@@ -183,7 +178,8 @@ class TestExchange : public QObject {
     place_->dialogs.expect(question, BoxAnswer::No)
         .titled("Hinweis")
         .with(BoxButtons::YesNo)
-        .showing(BoxIcon::Exclamation);
+        .showing(BoxIcon::Exclamation)
+        .unasked("Linie 3");
     exchange_->Output_2_ESA("12", true);
     QCOMPARE(place_->waits.sleeps(), QList<int>(20, 500));
     QVERIFY(!exists("HServ3.nrt"));
@@ -470,27 +466,6 @@ class TestExchange : public QObject {
     QVERIFY(exists("HSlav3.ctl"));
   }
 
-  void importFailureAsks() {
-    report({shotRecordWith(3, "eins")});
-    place_->dialogs.expect(unreadable("Standnummer „eins“", shotRecordWith(3, "eins")), BoxAnswer::Ignore)
-        .titled("Fehler")
-        .with(BoxButtons::AbortRetryIgnore);
-    exchange_->tick();
-    QCOMPARE(line_->rows.size(), 1);
-  }
-
-  void abortedImportMayStillBeASumLine() {
-    QStringList fields = shotFields();
-    fields[0] = "22";
-    fields[3] = "eins";
-    report({shotRecord(fields)});
-    place_->dialogs.expect(unreadable("Standnummer „eins“", shotRecord(fields)), BoxAnswer::Abort);
-    exchange_->tick();
-    QVERIFY(line_->rows.isEmpty());
-    QCOMPARE(line_->sums, QStringList{" LG Meister "});
-    QVERIFY(!exists("HSlav3.ctl"));
-  }
-
   void tickInsideASendReads() {
     put("HServ3.ctl", "\"\"\r\n");
     report({shotRecord()});
@@ -531,18 +506,6 @@ class TestExchange : public QObject {
     report({shotRecord()});
     line_->meanwhile = [this] { exchange_.reset(); };
     exchange_->tick();
-    QVERIFY(exists("HSlav3.ctl"));
-  }
-
-  void dyingInTheErrorBoxIsSafe() {
-    QStringList fields = shotFields();
-    fields[0] = "22";  // would be a sum line once the import gave up
-    fields[3] = "eins";
-    report({shotRecord(fields)});
-    place_->dialogs.expect(unreadable("Standnummer „eins“", shotRecord(fields)), BoxAnswer::Retry)
-        .during([this] { exchange_.reset(); });
-    exchange_->tick();
-    QVERIFY(line_->sums.isEmpty());
     QVERIFY(exists("HSlav3.ctl"));
   }
 

@@ -184,6 +184,7 @@ std::optional<Expectation> Expectations::take(Asked kind, const QString& text, c
 }
 
 std::optional<BoxAnswer> Expectations::takeBox(const Box& box, BoxAnswer shownPreset,
+                                               const std::optional<QString>& about,
                                                std::function<void()>* meanwhile) {
   std::optional<Expectation> taken = take(Asked::Box, box.text, box.title);
   if (!taken) return std::nullopt;
@@ -194,6 +195,9 @@ std::optional<BoxAnswer> Expectations::takeBox(const Box& box, BoxAnswer shownPr
     complain_(which + " has the icon " + nameOf(box.icon) + ", expected " + nameOf(*taken->icon));
   if (taken->preset && *taken->preset != shownPreset)
     complain_(which + " presets " + nameOf(shownPreset) + ", expected " + nameOf(*taken->preset));
+  if (taken->about && taken->about != about)
+    complain_(which + (about ? " speaks of <" + *about + ">" : QString(" was asked for")) +
+              ", expected unasked, of <" + *taken->about + ">");
   *meanwhile = std::move(taken->meanwhile);
   const std::vector<BoxAnswer> possible = answersOf(box.buttons);
   if (std::find(possible.begin(), possible.end(), taken->answer) == possible.end()) {

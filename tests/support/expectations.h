@@ -39,6 +39,7 @@ struct Expectation {
   std::optional<BoxButtons> buttons;
   std::optional<BoxIcon> icon;
   std::optional<BoxAnswer> preset;
+  std::optional<QString> about;         ///< of a box that comes unasked
   std::function<void()> meanwhile;      ///< runs while the box is open, before it is answered
   std::function<void(QWidget&)> drive;  ///< of a window: works it and closes it
 
@@ -46,6 +47,8 @@ struct Expectation {
   Expectation& with(BoxButtons value) { return buttons = value, *this; }
   Expectation& showing(BoxIcon value) { return icon = value, *this; }
   Expectation& presetting(BoxAnswer value) { return preset = value, *this; }
+  /// The box says that it came unasked, and what it speaks of.
+  Expectation& unasked(const QString& value) { return about = value, *this; }
   Expectation& during(std::function<void()> value) { return meanwhile = std::move(value), *this; }
 };
 
@@ -80,7 +83,8 @@ class Expectations {
   /// otherwise.
   std::optional<Expectation> take(Asked kind, const QString& text, const QString& title);
   /// The same for a box, with all that it says.
-  std::optional<BoxAnswer> takeBox(const Box& box, BoxAnswer shownPreset, std::function<void()>* meanwhile);
+  std::optional<BoxAnswer> takeBox(const Box& box, BoxAnswer shownPreset, const std::optional<QString>& about,
+                                   std::function<void()>* meanwhile);
   void complain(const QString& complaint) const { complain_(complaint); }
 
  private:

@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "platform/dialog/font_convert.h"
+#include "platform/dialog/key_guard.h"
 #include "platform/dialog/message_boxes.h"
 #include "platform/dialog/printer_setup_dialog.h"
 
@@ -68,6 +69,13 @@ BoxIcon iconOf(const QMessageBox& box) {
       return BoxIcon::Critical;
   }
   Q_UNREACHABLE();
+}
+
+/// What a box that came unasked speaks of: it stands below the text, with a line about keys behind it.
+std::optional<QString> aboutOf(const QMessageBox& box) {
+  if (!box.findChild<KeyGuard*>()) return std::nullopt;
+  const QStringList lines = box.informativeText().split(u'\n');
+  return lines.size() > 1 ? lines.front() : QString();
 }
 
 void run(const std::function<void()>& meanwhile) {
@@ -132,9 +140,9 @@ void RealBoxes::answerBox(QMessageBox& box) {
     if (box.defaultButton() == box.button(standardButton(answer))) preset = answer;
   std::function<void()> meanwhile;
   const Box shown{box.text(), box.windowTitle(), iconOf(box), *buttons, std::nullopt};
-  const BoxAnswer answer = takeBox(shown, preset, &meanwhile).value_or(escapeOf(*buttons));
+  const BoxAnswer answer = takeBox(shown, preset, aboutOf(box), &meanwhile).value_or(escapeOf(*buttons));
   run(meanwhile);
-  if (alive) box.button(standardButton(answer))->click();
+  if (alive && alive->isVisible()) box.button(standardButton(answer))->click();
 }
 
 void RealBoxes::answerInput(QInputDialog& dialog) {
@@ -148,12 +156,14 @@ void RealBoxes::answerInput(QInputDialog& dialog) {
 
 void RealBoxes::answerFile(QFileDialog& dialog) {
   const bool folder = dialog.fileMode() == QFileDialog::Directory;
-  // The real dialog carries its prompt as the title, without line breaks, and its filters in the toolkit's
-  // form.
+  // The real dialog carries its filters in the toolkit's form.
   const auto carried = [folder](const QString& text) {
-    return folder ? QStringList(text.simplified()) : nameFilters(text);
+    return folder ? QStringList(text) : nameFilters(text);
   };
-  const QStringList shown = folder ? QStringList(dialog.windowTitle()) : dialog.nameFilters();
+  auto* prompt = dialog.findChild<QLabel*>("lblPrompt");
+  const QStringList shown = !folder  ? dialog.nameFilters()
+                            : prompt ? QStringList(prompt->text())
+                                     : QStringList(dialog.windowTitle());
   const QString expected = nextText();
   const QString text = carried(expected) == shown ? expected : shown.join(u'|');
   const std::optional<Expectation> taken =

@@ -1,11 +1,14 @@
 #include "tests/support/scripted_dialogs.h"
 
+#include "platform/runtime/unasked.h"
+
 namespace qk::test {
 
 BoxAnswer ScriptedDialogs::show(const Box& box) {
   std::function<void()> meanwhile;
-  const BoxAnswer preset = box.preset.value_or(answersOf(box.buttons).front());
-  const std::optional<BoxAnswer> answer = takeBox(box, preset, &meanwhile);
+  const std::optional<QString> unasked = Unasked::current();
+  const Unasked::Aside aside;
+  const std::optional<BoxAnswer> answer = takeBox(box, presetOf(box), unasked, &meanwhile);
   if (meanwhile) meanwhile();
   return answer.value_or(escapeOf(box.buttons));
 }

@@ -95,6 +95,20 @@ void damage(const QString& path, const QString& table) {
     throw std::runtime_error("can't damage " + path.toStdString());
 }
 
+void forbidWriting(const QString& path) {
+  if (storesOnServer()) {
+    const ServerDatabase& database = serverDatabase(path);
+    const QString name = database.native("SELECT current_database()").first();
+    database.native("ALTER DATABASE \"" + name + "\" SET default_transaction_read_only = on");
+    return;
+  }
+  // The version of the format that is needed to write: one that nobody knows.
+  constexpr qint64 kWriteVersion = 18;
+  QFile file(path);
+  if (!file.open(QIODevice::ReadWrite) || !file.seek(kWriteVersion) || file.write("\x03", 1) != 1)
+    throw std::runtime_error("can't forbid writing " + path.toStdString());
+}
+
 StoreOriginal::StoreOriginal(const std::function<void(const QString& path)>& make)
     : folder_(std::make_unique<Folder>()) {
   if (storesOnServer()) {

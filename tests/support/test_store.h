@@ -29,6 +29,9 @@ void refuseChanges(const QString& path, const QString& table, int id);
 /// there can't be read. Nobody may have the store open.
 void damage(const QString& path, const QString& table);
 
+/// From now on nobody writes the store, whatever rights he has. Nobody may have it open.
+void forbidWriting(const QString& path);
+
 /// A store that is made once, and copied as often as tests want it.
 class StoreOriginal {
  public:

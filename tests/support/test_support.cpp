@@ -49,7 +49,8 @@ class TestSupport : public QObject {
     QFETCH(bool, real);
     if (real) {
       RealBoxes boxes(collect());
-      MessageBoxes dialogs;
+      const TestClock clock;
+      MessageBoxes dialogs(clock);
       body(boxes, dialogs);
     } else {
       ScriptedDialogs boxes(collect());
@@ -184,7 +185,8 @@ void TestSupport::realBoxesSeeRichTextAndStrangeButtons() {
 
 void TestSupport::realBoxesAnswerNestedOnes() {
   RealBoxes boxes(collect());
-  MessageBoxes dialogs;
+  const TestClock clock;
+  MessageBoxes dialogs(clock);
   QStringList answered;
   boxes.expect("außen", BoxAnswer::Yes).during([&] {
     boxes.expectInput("innen", "tief");

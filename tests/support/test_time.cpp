@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "platform/runtime/datetext.h"
+#include "platform/runtime/unasked.h"
 
 namespace qk::test {
 
@@ -25,6 +26,7 @@ void TestWaits::sleep(int milliseconds) {
   sleeps_ += milliseconds;
   const int number = static_cast<int>(sleeps_.size());
   clock_.advance(milliseconds);
+  const Unasked::Aside aside;
   QCoreApplication::processEvents();
   if (hook_) hook_(number);
   if (const auto once = single_.take(number)) once();
@@ -32,6 +34,7 @@ void TestWaits::sleep(int milliseconds) {
 
 void TestWaits::runMessageLoop() {
   ++messageLoops_;
+  const Unasked::Aside aside;
   QCoreApplication::processEvents();
 }
 

@@ -153,8 +153,9 @@ void TestFrmHaeringEinstellungen::aFailedStoreKeepsTheWindow() {
   Settings unwritable(place->path("datei/einstellungen.ini"));
   Workplace workplace = place->workplace();
   open({workplace.clock, workplace.random, workplace.waits, workplace.files, unwritable, workplace.dialogs});
-  place->dialogs.expect("Fehler: 75 - " + errorDescription(75) + "\nFehler bei cmdOK_Click_err!",
-                        BoxAnswer::Abort);
+  place->dialogs.expect(
+      "Fehler: 75 - " + errorDescription(75) + ": " + unwritable.filePath() + "\nFehler bei cmdOK_Click_err!",
+      BoxAnswer::Abort);
   click(*dialog, "cmdOK");
   QVERIFY(dialog->isVisible());
   QVERIFY(!dialog->bOK());

@@ -183,7 +183,9 @@ void TestFrmLinienSetup::aFailedStoreKeepsTheWindow() {
   Workplace workplace = place->workplace();
   open({workplace.clock, workplace.random, workplace.waits, workplace.files, unwritable, workplace.dialogs});
   place->dialogs
-      .expect("Fehler: 75 - " + errorDescription(75) + "\nFehler bei cmdOK_Click_err!", BoxAnswer::Abort)
+      .expect("Fehler: 75 - " + errorDescription(75) + ": " + unwritable.filePath() +
+                  "\nFehler bei cmdOK_Click_err!",
+              BoxAnswer::Abort)
       .titled("Fehler")
       .with(BoxButtons::AbortRetryIgnore)
       .showing(BoxIcon::Exclamation);

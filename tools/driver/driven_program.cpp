@@ -130,9 +130,10 @@ void DrivenProgram::answer(const QString& expected, const QString& button) {
   const QString text = box["text"].toString();
   if (!text.contains(expected))
     throw DriverError("expected the box \"" + expected + "\", found \"" + text + "\"");
-  call({{"do", "answer"}, {"button", button}});
   waitUntil("end of the box: " + expected, [&] {
     try {
+      // A box that came unasked takes no click in its first moments.
+      call({{"do", "answer"}, {"button", button}, {"id", box["id"]}});
       return modal()["id"] != box["id"];
     } catch (const DriverError&) {
       if (!running() || process_.waitForFinished(kAnswerSeconds * 1000))
@@ -140,6 +141,10 @@ void DrivenProgram::answer(const QString& expected, const QString& button) {
       throw;
     }
   });
+}
+
+void DrivenProgram::typeBlindly(const QString& text) {
+  call({{"do", "typeBlindly"}, {"text", text}});
 }
 
 void DrivenProgram::grab(const QString& file, const QString& object) {

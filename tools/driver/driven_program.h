@@ -53,6 +53,8 @@ class DrivenProgram {
   QJsonObject modal();
   /// Waits for a box whose text contains `expected` and presses the button; throws for another box.
   void answer(const QString& expected, const QString& button);
+  /// Keys for whatever has the focus, as somebody types who looks at the shooter; "\n" is Enter.
+  void typeBlindly(const QString& text);
   void grab(const QString& file, const QString& object = {});
 
   void waitUntil(const QString& what, const std::function<bool()>& condition, int seconds = 20);

@@ -89,6 +89,8 @@ QJsonObject modal(const QJsonObject&) {
 
 QJsonObject answer(const QJsonObject& request) {
   QWidget* window = QApplication::activeModalWidget();
+  // The box that was meant is gone: another one isn't to get its answer.
+  if (request.contains("id") && (!window || serialOf(window) != request["id"].toInt())) return good();
   if (!window) return bad("no modal window");
   for (auto* button : window->findChildren<QAbstractButton*>())
     if (button->isVisible() && button->text().remove('&') == request["button"].toString()) {
@@ -96,6 +98,19 @@ QJsonObject answer(const QJsonObject& request) {
       return good();
     }
   return bad("no such button in: " + boxText(window));
+}
+
+QJsonObject typeBlindly(const QJsonObject& request) {
+  for (const QChar c : request["text"].toString())
+    QTimer::singleShot(0, qApp, [c] {
+      QWidget* focus = QApplication::focusWidget();
+      if (!focus) focus = QApplication::activeWindow();
+      if (!focus) return;
+      const bool enter = c == u'\n';
+      key(focus, enter ? int(Qt::Key_Return) : c.toUpper().unicode(), Qt::NoModifier,
+          enter ? QString("\r") : QString(c));
+    });
+  return good();
 }
 
 QJsonObject click(const Found& found, const QJsonObject&) {
@@ -214,7 +229,8 @@ using Free = QJsonObject (*)(const QJsonObject&);
 }  // namespace
 
 QJsonObject perform(const QJsonObject& request) {
-  static const QHash<QString, Free> free{{"modal", modal}, {"answer", answer}, {"grab", grab}};
+  static const QHash<QString, Free> free{
+      {"modal", modal}, {"answer", answer}, {"typeBlindly", typeBlindly}, {"grab", grab}};
   static const QHash<QString, OnControl> onControl{{"click", click},  {"type", type},   {"press", press},
                                                    {"get", property}, {"items", items}, {"cell", cell},
                                                    {"choose", choose}};

@@ -1,8 +1,11 @@
 // What a line loses nothing by: the store or the network fails, lines are rebuilt, or something happens
 // inside a wait or behind a box.
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QTimerEvent>
@@ -47,6 +50,8 @@ class TestLineFailures : public QObject {
   void aLineOpensItsCompetitionWithTheNextNeed_data();
   void aLineOpensItsCompetitionWithTheNextNeed();
   void failedStoringAsksAndKeepsTheFlagMeanwhile();
+  void whatIsTypedBlindlyLosesNoShot();
+  void aShotIsGivenUpOnPurposeOnly();
   void failedSendIsQuietWhereErrorsAreIgnored();
   void failedSendShowsWhereTheyAreNot();
 
@@ -259,6 +264,8 @@ void TestLineFailures::failedStoringAsksAndKeepsTheFlagMeanwhile() {
       .expect(why + "\nFehler beim Speichern der Intarso-Ergebnisse in die Datenbank!", BoxAnswer::Retry)
       .titled("Fehler")
       .with(BoxButtons::AbortRetryIgnore)
+      .presetting(BoxAnswer::Retry)
+      .unasked("Linie 1")
       .during([&] {
         waiting = QFile::exists(flag);
         db->createTable(table);
@@ -267,6 +274,63 @@ void TestLineFailures::failedStoringAsksAndKeepsTheFlagMeanwhile() {
   QVERIFY(waiting);
   QVERIFY(!QFile::exists(flag));
   QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 1);
+  QCOMPARE(shots().rows(), 2);
+}
+
+void TestLineFailures::whatIsTypedBlindlyLosesNoShot() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  office_->on<QLineEdit>(1, "m_txtStartNummer").setFocus();
+  const auto db = office_->database();
+  const dao::TableDef table = db->tableDef("Haering_Daten");
+  db->dropTable("Haering_Daten");
+  QStringList seen;
+  office_->boxes
+      .expect(failureOf("Select * from Haering_Daten") +
+                  "\nFehler beim Speichern der Intarso-Ergebnisse in die Datenbank!",
+              BoxAnswer::Retry)
+      .unasked("Linie 1")
+      .during([&] {
+        const QPointer<QWidget> box = QApplication::activeModalWidget();
+        for (const Qt::Key typed : {Qt::Key_1, Qt::Key_0, Qt::Key_7, Qt::Key_Return, Qt::Key_Escape})
+          QTest::keyClick(box->windowHandle(), typed);
+        seen << (box && box->isVisible() ? "offen" : "beantwortet");
+        db->createTable(table);
+        // Somebody reads it, and presses Enter.
+        office_->place.clock.advance(1000);
+        QTest::keyClick(box->windowHandle(), Qt::Key_Return);
+        seen << (box && box->isVisible() ? "offen" : "beantwortet");
+      });
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  QCOMPARE(seen, (QStringList{"offen", "beantwortet"}));
+  QCOMPARE(office_->rowsOf("Select * from Haering_Daten"), 1);
+  QVERIFY(!QFile::exists(office_->folderFile("HSlav1.ctl")));
+  QCOMPARE(office_->line(1).sStartnummer(), QString("107"));
+}
+
+void TestLineFailures::aShotIsGivenUpOnPurposeOnly() {
+  office_->chooseShooter(1, "107");
+  office_->press(1, "cmdPreisModus");
+  const auto db = office_->database();
+  db->dropTable("Haering_Daten");
+  const QString failure = failureOf("Select * from Haering_Daten") +
+                          "\nFehler beim Speichern der Intarso-Ergebnisse in die Datenbank!";
+  const QString loss =
+      "Der Schuss 1 an Linie 1 (9,7 Ringe, Startnummer 107) ist nicht gespeichert.\r\n\r\nWenn Sie "
+      "abbrechen, "
+      "geht er verloren: In der Liste steht er nur bis zum Ende des Programms, und niemand meldet ihn ein "
+      "zweites Mal.\r\n\r\nTrotzdem abbrechen?";
+  const QString flag = office_->folderFile("HSlav1.ctl");
+  office_->boxes.expect(failure, BoxAnswer::Abort);
+  office_->boxes.expect(loss, BoxAnswer::No).presetting(BoxAnswer::No).unasked("Linie 1").during([&] {
+    // This question is no stray Enter's either.
+    QTest::keyClick(QApplication::activeModalWidget()->windowHandle(), Qt::Key_J, Qt::AltModifier);
+    QVERIFY(QApplication::activeModalWidget());
+  });
+  office_->boxes.expect(failure, BoxAnswer::Abort).during([&] { QVERIFY(QFile::exists(flag)); });
+  office_->boxes.expect(loss, BoxAnswer::Yes);
+  office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  QVERIFY(!QFile::exists(flag));
   QCOMPARE(shots().rows(), 2);
 }
 

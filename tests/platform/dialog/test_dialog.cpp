@@ -32,6 +32,8 @@ class TestDialog : public QObject {
   void everyButtonAnswers();
   void parentIsTheActiveWindow();
   void aParentThatGoesTakesItsBoxAlong();
+  void aLongTitleStandsThereWhole();
+  void theFolderDialogShowsItsWholePrompt();
   void inputs();
   void aPasswordCannotBeReadOnTheScreen();
   void fontWithColour();
@@ -39,6 +41,10 @@ class TestDialog : public QObject {
   void fontsAndColours();
   void errorReport();
   void errorReportAnswers();
+  void aLossIsAskedAboutOnceMore_data();
+  void aLossIsAskedAboutOnceMore();
+  void aLossIsGivenUpOnlyOnce();
+  void nothingLostAsksNothing();
   void confirmAndNote();
 
  private:
@@ -50,6 +56,8 @@ class TestDialog : public QObject {
       QTest::keyClick(box, key);
     });
   }
+
+  const TestClock clock_;
 };
 
 void TestDialog::escAndEnter_data() {
@@ -61,13 +69,13 @@ void TestDialog::escAndEnter_data() {
   QTest::newRow("Yes, No") << BoxButtons::YesNo << BoxAnswer::No << BoxAnswer::Yes;
   QTest::newRow("Retry, Cancel") << BoxButtons::RetryCancel << BoxAnswer::Cancel << BoxAnswer::Retry;
   QTest::newRow("Abort, Retry, Ignore")
-      << BoxButtons::AbortRetryIgnore << BoxAnswer::Abort << BoxAnswer::Abort;
+      << BoxButtons::AbortRetryIgnore << BoxAnswer::Abort << BoxAnswer::Retry;
 }
 void TestDialog::escAndEnter() {
   QFETCH(BoxButtons, buttons);
   QFETCH(BoxAnswer, onEsc);
   QFETCH(BoxAnswer, onEnter);
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   pressInNextBox(Qt::Key_Escape);
   QCOMPARE(dialogs.show({.text = "Text", .buttons = buttons}), onEsc);
   pressInNextBox(Qt::Key_Return);
@@ -75,18 +83,18 @@ void TestDialog::escAndEnter() {
 }
 
 void TestDialog::aPresetTakesEnter() {
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   pressInNextBox(Qt::Key_Return);
   QCOMPARE(dialogs.show({.text = "Text", .buttons = BoxButtons::YesNo, .preset = BoxAnswer::No}),
            BoxAnswer::No);
   pressInNextBox(Qt::Key_Return);
   QCOMPARE(
-      dialogs.show({.text = "Text", .buttons = BoxButtons::AbortRetryIgnore, .preset = BoxAnswer::Retry}),
-      BoxAnswer::Retry);
+      dialogs.show({.text = "Text", .buttons = BoxButtons::AbortRetryIgnore, .preset = BoxAnswer::Ignore}),
+      BoxAnswer::Ignore);
 }
 
 void TestDialog::textStandsAsTold() {
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   QString text;
   QString title;
   Qt::TextFormat format = Qt::AutoText;
@@ -107,11 +115,11 @@ void TestDialog::textStandsAsTold() {
 void TestDialog::everyButtonAnswers() {
   TestWorkplace place;
   RealBoxes boxes;
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   for (const BoxButtons buttons : {BoxButtons::Ok, BoxButtons::OkCancel, BoxButtons::YesNo,
                                    BoxButtons::RetryCancel, BoxButtons::AbortRetryIgnore})
     for (const BoxAnswer answer : answersOf(buttons)) {
-      boxes.expect("Text", answer).with(buttons).presetting(answersOf(buttons).front());
+      boxes.expect("Text", answer).with(buttons).presetting(presetOf({.text = "Text", .buttons = buttons}));
       QCOMPARE(dialogs.show({.text = "Text", .buttons = buttons}), answer);
     }
 }
@@ -119,7 +127,7 @@ void TestDialog::everyButtonAnswers() {
 void TestDialog::parentIsTheActiveWindow() {
   TestWorkplace place;
   RealBoxes boxes;
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   QWidget window;
   window.show();
   QApplication::setActiveWindow(&window);
@@ -138,7 +146,7 @@ void TestDialog::parentIsTheActiveWindow() {
 }
 
 void TestDialog::aParentThatGoesTakesItsBoxAlong() {
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   auto* window = new QWidget;
   window->show();
   QApplication::setActiveWindow(window);
@@ -146,10 +154,48 @@ void TestDialog::aParentThatGoesTakesItsBoxAlong() {
   QCOMPARE(dialogs.show({.text = "Text", .buttons = BoxButtons::YesNo}), BoxAnswer::No);
 }
 
+void TestDialog::aLongTitleStandsThereWhole() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs(clock_);
+  const QString title = "Nachkauf an Linie 12 wirklich senden";
+  const int least = QFontMetrics(QApplication::font()).horizontalAdvance(title);
+  int box = 0, input = 0;
+  boxes.expect("Ja?").titled(title).during([&] { box = QApplication::activeModalWidget()->width(); });
+  dialogs.note("Ja?", BoxIcon::None, title);
+  boxes.expectInput("Wert:", std::nullopt).titled(title).during([&] {
+    input = QApplication::activeModalWidget()->width();
+  });
+  dialogs.input("Wert:", title, {});
+  // Beside the title stand the icon and the buttons of the window.
+  QVERIFY2(box > least + 60, qPrintable(QString::number(box)));
+  QVERIFY2(input > least + 60, qPrintable(QString::number(input)));
+}
+
+void TestDialog::theFolderDialogShowsItsWholePrompt() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs(clock_);
+  const QString prompt = "Bitte den <b>Ordner</b> auswählen:\r\n" + place.path("ein/sehr/langer/Weg/dorthin");
+  boxes.expectFolder(prompt, place.path()).titled("Bitte den <b>Ordner</b> auswählen:").during([&] {
+    auto* dialog = QApplication::activeModalWidget();
+    auto* label = dialog->findChild<QLabel*>("lblPrompt");
+    QVERIFY(label && label->isVisible());
+    QCOMPARE(label->text(), prompt);
+    QCOMPARE(label->textFormat(), Qt::PlainText);
+    QVERIFY(label->height() >= 2 * label->fontMetrics().height());
+    // It stands above all else, in nobody's way.
+    for (const QWidget* other : dialog->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+      QVERIFY2(other == label || other->isHidden() || !other->geometry().intersects(label->geometry()),
+               qPrintable(other->objectName()));
+  });
+  QCOMPARE(dialogs.chooseFolder(prompt, place.path()), place.path());
+}
+
 void TestDialog::inputs() {
   TestWorkplace place;
   RealBoxes boxes;
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   Qt::TextFormat format = Qt::AutoText;
   boxes.expectInput("Wert <i>:", "9,7").titled("Eingabe").during([&] {
     format = QApplication::activeModalWidget()->findChild<QLabel*>()->textFormat();
@@ -163,7 +209,7 @@ void TestDialog::inputs() {
 void TestDialog::aPasswordCannotBeReadOnTheScreen() {
   TestWorkplace place;
   RealBoxes boxes;
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   auto echo = QLineEdit::Normal;
   boxes.expectInput("Passwort:", "ge heim ß").titled("Anmeldung").during([&] {
     echo = QApplication::activeModalWidget()->findChild<QLineEdit*>()->echoMode();
@@ -177,7 +223,7 @@ void TestDialog::aPasswordCannotBeReadOnTheScreen() {
 void TestDialog::fontWithColour() {
   TestWorkplace place;
   RealBoxes boxes;
-  MessageBoxes dialogs;
+  MessageBoxes dialogs(clock_);
   boxes.expectFont(FontChoice{"Liberation Sans;14;0;-1;0;0", 0}).during([&] {
     boxes.expectWindow("QColorDialog", [](QWidget& chooser) {
       auto& colours = static_cast<QColorDialog&>(chooser);
@@ -241,6 +287,56 @@ void TestDialog::errorReportAnswers() {
     QFAIL("abort leaves");
   }));
   QCOMPARE(tries, 2);
+}
+
+void TestDialog::aLossIsAskedAboutOnceMore_data() {
+  QTest::addColumn<BoxAnswer>("given");
+  QTest::addColumn<QString>("question");
+  QTest::newRow("abort") << BoxAnswer::Abort << "Alles weg?";
+  QTest::newRow("ignore") << BoxAnswer::Ignore << "Etwas weg?";
+}
+void TestDialog::aLossIsAskedAboutOnceMore() {
+  QFETCH(BoxAnswer, given);
+  QFETCH(QString, question);
+  TestWorkplace place;
+  const ErrorReport report = reportOfALoss(
+      place.dialogs, fehlerReport(place.dialogs, "X"),
+      [](ErrorAnswer answer) { return QString(answer == ErrorAnswer::Abort ? "Alles weg?" : "Etwas weg?"); });
+  const QString failure = "Fehler: 70 - Zugriff verweigert\nX";
+  // No: the failure stands there again, and all three answers are free.
+  place.dialogs.expect(failure, given).presetting(BoxAnswer::Retry);
+  place.dialogs.expect(question, BoxAnswer::No)
+      .titled("Hinweis")
+      .with(BoxButtons::YesNo)
+      .showing(BoxIcon::Exclamation)
+      .presetting(BoxAnswer::No);
+  place.dialogs.expect(failure, BoxAnswer::Retry);
+  QCOMPARE(report(Error(70)), ErrorAnswer::Retry);
+  place.dialogs.expect(failure, given);
+  place.dialogs.expect(question, BoxAnswer::Yes);
+  QCOMPARE(report(Error(70)), given == BoxAnswer::Abort ? ErrorAnswer::Abort : ErrorAnswer::Ignore);
+}
+
+void TestDialog::aLossIsGivenUpOnlyOnce() {
+  TestWorkplace place;
+  const ErrorReport report = reportOfALoss(place.dialogs, fehlerReport(place.dialogs, "X"),
+                                           [](ErrorAnswer) { return QString("Weg?"); });
+  const QString failure = "Fehler: 70 - Zugriff verweigert\nX";
+  place.dialogs.expect(failure, BoxAnswer::Ignore);
+  place.dialogs.expect("Weg?", BoxAnswer::Yes);
+  place.dialogs.expect(failure, BoxAnswer::Abort);
+  QVERIFY(!reported(report, [](Steps& step) {
+    step([] { throw Error(70); });
+    step([] { throw Error(70); });
+  }));
+}
+
+void TestDialog::nothingLostAsksNothing() {
+  TestWorkplace place;
+  const ErrorReport report =
+      reportOfALoss(place.dialogs, fehlerReport(place.dialogs, "X"), [](ErrorAnswer) { return QString(); });
+  place.dialogs.expect("Fehler: 70 - Zugriff verweigert\nX", BoxAnswer::Abort);
+  QCOMPARE(report(Error(70)), ErrorAnswer::Abort);
 }
 
 void TestDialog::confirmAndNote() {
