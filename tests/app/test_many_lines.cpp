@@ -56,7 +56,7 @@ void TestManyLines::aLineThatNobodyLooksAtWorks() {
   RangeOffice office("11");
   QVERIFY(office.open());
   office.line(2).Set_Linie_PreisModus_ON();
-  QCOMPARE(office.takeCommand(2), "76");
+  QCOMPARE(office.takeCommand(2), "76 'Umschalten auf Preismodus");
   QCOMPARE(office.mark(2), "go");
   office.fire(2, shotRecord(2, 1, "9,7", "123,4"));
   office.line(2).Set_Font_Flex({{"DejaVu Sans", 15, false, false, false, false}, 16777215, 0});

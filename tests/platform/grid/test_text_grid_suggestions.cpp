@@ -1,5 +1,6 @@
 // What the cells of a grid suggest, chosen by keys and from the dropped list.
 #include <QAbstractItemView>
+#include <QSignalSpy>
 #include <memory>
 
 #include "tests/platform/grid/grid_window.h"
