@@ -24,6 +24,15 @@ class TestFrmHaeringDefFillDown : public QObject, private GeneratorWindow {
   void fillDownBeforeCreating();
   void fillDownByWeapon();
   void fillDownOfDefinitions();
+
+ private:
+  /// Types a weapon file into the first row; its editor, still open.
+  QWidget* typeWeaponFile() {
+    stand(1, C::DateiWaffe);
+    QWidget* field = editor();
+    if (field) typeInto(*field, "w");
+    return field;
+  }
 };
 
 void TestFrmHaeringDefFillDown::fillDownAsksOnce() {
@@ -47,11 +56,7 @@ void TestFrmHaeringDefFillDown::fillDownRefused() {
 /// The question belongs to this window: another one is never covered by it.
 void TestFrmHaeringDefFillDown::fillDownWaitsForItsWindow() {
   openWith({"a", "b"});
-  stand(1, C::DateiWaffe);
-  QWidget* field = editor();
-  QVERIFY(field);
-  typeInto(*field, "w");
-  QTest::keyClick(field, Qt::Key_Return);
+  QTest::keyClick(typeWeaponFile(), Qt::Key_Return);
   QCoreApplication::sendPostedEvents();
   QDialog other(window_.get());
   other.setModal(true);
@@ -67,11 +72,7 @@ void TestFrmHaeringDefFillDown::fillDownWaitsForItsWindow() {
 
 void TestFrmHaeringDefFillDown::fillDownEndsWithItsWindow() {
   openWith({"a", "b"});
-  stand(1, C::DateiWaffe);
-  QWidget* field = editor();
-  QVERIFY(field);
-  typeInto(*field, "w");
-  QTest::keyClick(field, Qt::Key_Return);
+  QTest::keyClick(typeWeaponFile(), Qt::Key_Return);
   QCoreApplication::sendPostedEvents();  // takes the text over; the question is still to come
   QCOMPARE(text(1, C::DateiWaffe), "w");
   the<QPushButton>(*window_, "cmdClose").click();
@@ -83,10 +84,7 @@ void TestFrmHaeringDefFillDown::fillDownEndsWithItsWindow() {
 
 void TestFrmHaeringDefFillDown::fillDownBeforeAnotherFolder() {
   openWith({"a", "b"});
-  stand(1, C::DateiWaffe);
-  QWidget* field = editor();
-  QVERIFY(field);
-  typeInto(*field, "w");
+  typeWeaponFile();
   box(kColumnQuestion, BoxAnswer::Yes);
   office_->place.dialogs.expectFolder("Bitte Pfad auswählen:", std::nullopt);
   click(*window_, "cmdAuswahlDirecotry");
@@ -97,10 +95,7 @@ void TestFrmHaeringDefFillDown::fillDownBeforeCreating() {
   openWith({"a", "b"});
   fillFiles();
   table().setText(2, C::DateiWaffe, "");
-  stand(1, C::DateiWaffe);
-  QWidget* field = editor();
-  QVERIFY(field);
-  typeInto(*field, "w");
+  typeWeaponFile();
   // The click takes the cell over, and its question comes before the files do.
   box(kColumnQuestion, BoxAnswer::Yes);
   box(kCreated);
