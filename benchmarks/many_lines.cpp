@@ -1,4 +1,7 @@
 // The lines of a long range: what loading one costs may not grow with how many there are.
+#include <QCoreApplication>
+#include <QEvent>
+
 #include "benchmarks/pairs.h"
 #include "tests/app/range_office.h"
 
