@@ -88,6 +88,7 @@ class frmLindorm : public QMainWindow {
   ErrorReport clickReport(const QString& routine) const;
 
   // Lines.
+  void showLoading(int position, qsizetype all);
   void clearLines();
   UserControl1* addLine(int nIndex);
   struct LineFonts {

@@ -1,4 +1,5 @@
 // The lines of the main window: building them, choosing one, what is shown of them.
+#include <QCoreApplication>
 #include <QLabel>
 
 #include "app/frmLindorm.h"
@@ -8,6 +9,14 @@
 #include "ui_frmLindorm.h"
 
 namespace qk {
+
+namespace {
+
+/// More lines than this take their time: the window shows them coming, so many at a time.
+constexpr qsizetype kManyLines = 100;
+constexpr int kLinesAtATime = 20;
+
+}  // namespace
 
 UserControl1& frmLindorm::cLine(int nIndex) const {
   if (nIndex < 0 || nIndex >= lineCount()) throw Error(9);
@@ -27,9 +36,7 @@ void frmLindorm::Load_Settings() {
     clearLines();
     const int generation = generation_;
     for (int position = 1; position <= LinienAktiv.size() && generation == generation_; ++position) {
-      statusBar()->showMessage(
-          QString("Linie %1 von %2 wird geladen ...").arg(position).arg(LinienAktiv.size()));
-      statusBar()->repaint();
+      if (position % kLinesAtATime == 1) showLoading(position, LinienAktiv.size());
       loadLine(position, LinienAktiv.at(position - 1) == '1', fonts);
     }
     statusBar()->clearMessage();
@@ -39,6 +46,17 @@ void frmLindorm::Load_Settings() {
     }
     showLineActions();
   });
+}
+
+/// What the lines built so far have posted is handled here too: let grow, it costs its square. The operator
+/// waits until all are there.
+void frmLindorm::showLoading(int position, qsizetype all) {
+  if (all > kManyLines && !isVisible()) showMaximized();
+  statusBar()->showMessage(QString("Linie %1 von %2 wird geladen ...").arg(position).arg(all));
+  if (all > kManyLines)
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  else
+    statusBar()->repaint();
 }
 
 void frmLindorm::clearLines() {
@@ -71,7 +89,7 @@ void frmLindorm::loadLine(int position, bool active, const LineFonts& fonts) {
   line->setLinie(static_cast<qint16>(position));
   line->Check_Old_Schuss(position);
   line->Fill_HaeringGruppen();
-  if (active && !line->lblSchuetzenName()->text().isEmpty()) {
+  if (active && !line->schuetzenName().isEmpty()) {
     tree_.select(GetTreeIndex(position - 1));
     Zeige_Schuetzen(position - 1);
   }

@@ -82,11 +82,15 @@ QString rowName(const TextTable& table, int row) {
          table.text(row, C::Name) + ")";
 }
 
-std::vector<int> writtenColumns(Output output) {
-  if (output == Output::Ini) return {C::Bezeichnung, C::DefDatei};
-  std::vector<int> columns;
-  for (const Source& source : sources()) columns.push_back(source.column);
-  return columns;
+/// The texts of a row as they are written, by column: what a def file translates or leaves out isn't there.
+std::vector<std::pair<int, QString>> writtenTexts(const TextTable& table, int row, Output output) {
+  if (output == Output::Ini)
+    return {{C::Bezeichnung, table.text(row, C::Bezeichnung)}, {C::DefDatei, table.text(row, C::DefDatei)}};
+  const Definition definition = definitionOf(table, row);
+  std::vector<std::pair<int, QString>> texts;
+  for (const Source& source : sources())
+    if (hasEntry(definition, source.entry)) texts.emplace_back(source.column, definition.*source.entry);
+  return texts;
 }
 
 }  // namespace
@@ -107,11 +111,15 @@ std::vector<StationDiscipline> stationDisciplinesOf(const DefinitionRows& rows, 
   return disciplines;
 }
 
+bool isWritten(const DefinitionRows& rows, int row, Output output) {
+  if (!rows.isChosen(row) || rows.isHidden(row)) return false;
+  return output != Output::Def || !rows.table().text(row, C::DateiName).isEmpty();
+}
+
 std::vector<int> definitionFileRows(const DefinitionRows& rows) {
   std::vector<int> found;
   for (int row = 1; row < rows.table().rows(); ++row)
-    if (rows.isChosen(row) && !rows.isHidden(row) && !rows.table().text(row, C::DateiName).isEmpty())
-      found.push_back(row);
+    if (isWritten(rows, row, Output::Def)) found.push_back(row);
   return found;
 }
 
@@ -178,13 +186,12 @@ bool DefinitionFiles::checkFiles() const {
 /// A "?" in a title or name would part the stations from what the office has; so nothing is written at all.
 bool DefinitionFiles::checkCharacters(Output output) const {
   const TextTable& table = rows_.table();
-  const std::vector<int> columns = writtenColumns(output);
   QStringList lines;
   int flawed = 0;
   for (int row = 1; row < table.rows(); ++row) {
-    if (!rows_.isChosen(row) || rows_.isHidden(row)) continue;
-    for (const int column : columns) {
-      const QString character = unwritable(table.text(row, column));
+    if (!isWritten(rows_, row, output)) continue;
+    for (const auto& [column, text] : writtenTexts(table, row, output)) {
+      const QString character = unwritable(text);
       if (character.isEmpty()) continue;
       if (++flawed == 1) show(row, column);
       if (flawed <= kMostRowsNamed)

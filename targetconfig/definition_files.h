@@ -20,6 +20,8 @@ namespace qk {
 Definition definitionOf(const TextTable& table, int row);
 /// The sections of esa_preis.ini: chosen rows in sight, with the def file's name from `column`.
 std::vector<StationDiscipline> stationDisciplinesOf(const DefinitionRows& rows, int column);
+/// Whether the row stands in any file: chosen, in sight, and for def files alone with a name.
+bool isWritten(const DefinitionRows& rows, int row, Output output);
 /// Rows that get a def file: chosen, in sight, and with a name for it.
 std::vector<int> definitionFileRows(const DefinitionRows& rows);
 

@@ -63,26 +63,20 @@ int numberOf(const dao::Recordset& rows, const QString& column) {
   return FeldWert(rows, column).toInt();
 }
 
-/// A bar parts the entries of a list, and may stand in a name.
-QString listEntry(QString text) {
-  return text.replace('|', '/');
+/// Names are no list text, in which a bar or a number would mean something.
+Suggestions fileNames(Files& files, const QString& folder, const QString& pattern) {
+  Suggestions names{.freeText = true, .entries = {}};
+  for (const QString& name : files.list(folder, pattern)) names.entries.append({name, name});
+  return names;
 }
 
-QString fileList(Files& files, const QString& folder, const QString& pattern) {
-  QString list;
-  for (const QString& name : files.list(folder, pattern)) list += "|" + name;
-  return list;
-}
-
-QString keyNumberList(dao::Database& db) {
-  QString list = "|";
+Suggestions keyNumbers(dao::Database& db) {
+  Suggestions numbers{.freeText = true, .entries = {}};
   const auto keys = db.openRecordset("Select * from Meldedisziplin order by MeldeKz");
-  for (; !keys->eof(); keys->moveNext()) {
-    if (list.size() > 1) list += "|";
-    list += "#" + QString::number(numberOf(*keys, "Id")) + ";" + listEntry(textOf(*keys, "MeldeKz")) + "\t" +
-            listEntry(textOf(*keys, "MeldeDisziplin"));
-  }
-  return list;
+  for (; !keys->eof(); keys->moveNext())
+    numbers.entries.append(numberedSuggestion(QString::number(numberOf(*keys, "Id")),
+                                              {textOf(*keys, "MeldeKz"), textOf(*keys, "MeldeDisziplin")}));
+  return numbers;
 }
 
 }  // namespace
@@ -111,12 +105,12 @@ void DefinitionRows::build(dao::Database& db, Files& files, const QString& folde
 }
 
 void DefinitionRows::readSuggestions(dao::Database& db, Files& files, const QString& folder) {
-  suggestions_[KennNummer] = parseSuggestions(keyNumberList(db));
+  suggestions_[KennNummer] = keyNumbers(db);
   suggestions_[Probeschuesse] = parseSuggestions(SuggestedSighters);
   suggestions_[Wertung] = parseSuggestions(SuggestedScoring);
-  suggestions_[DateiWaffe] = parseSuggestions(fileList(files, folder, "0_hw*.def"));
-  suggestions_[DateiScheibe] = parseSuggestions(fileList(files, folder, "0_hs*.def"));
-  suggestions_[DefDatei] = parseSuggestions(fileList(files, folder, "0_hd*.def"));
+  suggestions_[DateiWaffe] = fileNames(files, folder, "0_hw*.def");
+  suggestions_[DateiScheibe] = fileNames(files, folder, "0_hs*.def");
+  suggestions_[DefDatei] = fileNames(files, folder, "0_hd*.def");
   suggestions_[DateiName] = suggestions_[DefDatei];
 }
 

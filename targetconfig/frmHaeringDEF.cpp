@@ -1,5 +1,6 @@
 #include "targetconfig/frmHaeringDEF.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -31,8 +32,6 @@ constexpr int kManyFiles = 20;
 constexpr int kMeasuredRows = 200;
 constexpr qsizetype kMostPreviewed = 8000;
 constexpr int kPreviewCharacters = 36;
-
-const QString kKeys = "F2 Eingabe    F4 Vorschläge    Leertaste Kreuz    F9 Erstellen";
 
 /// Numbers the buttons of a group in the order of their object names: name_0, name_1 …
 QButtonGroup* numbered(QObject* parent, std::initializer_list<QRadioButton*> buttons) {
@@ -112,16 +111,46 @@ void frmHaeringDEF::changeEvent(QEvent* event) {
 void frmHaeringDEF::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape && edited_ && !writing_)
     ui_->lblTasten->setText("Eingaben sind noch nicht geschrieben: F9 erstellt, Schließen verwirft sie.");
-  else
+  else if ((event->key() == Qt::Key_F2 || event->key() == Qt::Key_F4) && !inGrid()) {
+    // The grid's keys work from everywhere in the window.
+    ui_->flexDEF->setFocus(Qt::ShortcutFocusReason);
+    QCoreApplication::sendEvent(ui_->flexDEF, event);
+  } else
     QDialog::keyPressEvent(event);
+}
+
+bool frmHaeringDEF::inGrid() const {
+  return focusWidget() == ui_->flexDEF || ui_->flexDEF->isAncestorOf(focusWidget());
+}
+
+/// A question that another window kept back comes when this one is the operator's again.
+bool frmHaeringDEF::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate && editedCell_)
+    QTimer::singleShot(0, this, &frmHaeringDEF::askFillDown);
+  return QDialog::event(event);
+}
+
+Output frmHaeringDEF::output() const {
+  return ui_->optOutput_0->isChecked()   ? Output::Ini
+         : ui_->optOutput_1->isChecked() ? Output::IniUndDef
+                                         : Output::Def;
+}
+
+/// Only what works: a folder may hold nothing to suggest.
+void frmHaeringDEF::showKeys() {
+  ui_->lblTasten->setText(QString("F2 Eingabe    ") +
+                          (ui_->flexDEF->hasSuggestions() ? "F4 Vorschläge    " : "") +
+                          "Leertaste Kreuz    F9 Erstellen");
 }
 
 /// While files are written, closing means stopping: the routine that writes stands on this window.
 void frmHaeringDEF::reject() {
-  if (writing_)
+  if (writing_) {
     stop_ = true;
-  else
-    QDialog::reject();
+    return;
+  }
+  editedCell_.reset();  // nobody asks about a window that is gone
+  QDialog::reject();
 }
 
 void frmHaeringDEF::setFolder(const QString& folder) {
@@ -135,6 +164,7 @@ void frmHaeringDEF::build(const QString& routine) {
   for (int column = 0; column < C::ColumnCount; ++column)
     ui_->flexDEF->setSuggestions(column, rows_.suggestions(column));
   showKeyColour();
+  showKeys();
   edited_ = false;
   if (rows_.table().rows() > 1) ui_->flexDEF->setCurrentRow(1);
   scheduleView();
@@ -147,16 +177,13 @@ void frmHaeringDEF::applyFilter() {
 }
 
 void frmHaeringDEF::applyOutput() {
-  const bool iniAlone = ui_->optOutput_0->isChecked();
-  rows_.setOutput(iniAlone ? Output::Ini : ui_->optOutput_2->isChecked() ? Output::Def : Output::IniUndDef);
-  ui_->flexDEF->setStretchColumn(iniAlone ? C::DefDatei : C::Rest);
-  // The keys mustn't work on a cell out of sight.
-  const QModelIndex current = ui_->flexDEF->currentIndex();
-  if (current.isValid() && rows_.table().columnWidth(current.column()) == 0)
-    showCell(current.row() + 1, iniAlone ? C::DefDatei : C::Bezeichnung);
+  rows_.setOutput(output());
+  ui_->flexDEF->setStretchColumn(output() == Output::Ini ? C::DefDatei : C::Rest);
+  showKeys();
 }
 
 void frmHaeringDEF::cmdAuswahlDirecotry_Click() {
+  askFillDown();
   const QString chosen =
       workplace_.dialogs.chooseFolder("Bitte Pfad auswählen:", ui_->lblHaeringPfad->text());
   if (chosen.isEmpty()) return;
@@ -169,13 +196,10 @@ void frmHaeringDEF::cmdErstellen_Click() {
   // The key reaches the button while a cell is still being edited.
   ui_->cmdErstellen->setFocus();
   askFillDown();
-  const Output output = ui_->optOutput_0->isChecked()   ? Output::Ini
-                        : ui_->optOutput_1->isChecked() ? Output::IniUndDef
-                                                        : Output::Def;
   DefinitionFiles files(workplace_, rows_, ui_->lblHaeringPfad->text());
   files.showCell = [this](int row, int column) { showCell(row, column); };
   files.progress = [this](int written, int all) { return goOnWriting(written, all); };
-  if (files.create(output)) edited_ = false;
+  if (files.create(output())) edited_ = false;
   setWriting(false);
   ui_->cmdErstellen->setFocus();
 }
@@ -206,13 +230,13 @@ void frmHaeringDEF::setWriting(bool writing) {
                          static_cast<QWidget*>(ui_->flexDEF), static_cast<QWidget*>(ui_->cmdSelAll),
                          static_cast<QWidget*>(ui_->cmdSelNone), static_cast<QWidget*>(ui_->cmdErstellen)})
     other->setEnabled(!writing);
-  ui_->lblTasten->setText(kKeys);
+  showKeys();
 }
 
 void frmHaeringDEF::afterEdit(int row, int column) {
   if (column == C::Gewaehlt) return;
   edited_ = true;
-  ui_->lblTasten->setText(kKeys);
+  showKeys();
   widen(column);
   if (!C::fillDownQuestion(row, column)) return;
   editedCell_ = {row, column};
@@ -221,7 +245,8 @@ void frmHaeringDEF::afterEdit(int row, int column) {
 }
 
 void frmHaeringDEF::askFillDown() {
-  if (!editedCell_) return;
+  const QWidget* above = QApplication::activeModalWidget();
+  if (!editedCell_ || !isVisible() || (above && above != this)) return;
   const auto [row, column] = *std::exchange(editedCell_, std::nullopt);
   const Box question{*C::fillDownQuestion(row, column), "Frage", BoxIcon::Question, BoxButtons::YesNo};
   if (workplace_.dialogs.show(question) == BoxAnswer::Yes) rows_.fillDown(row, column);
@@ -230,9 +255,8 @@ void frmHaeringDEF::askFillDown() {
 
 void frmHaeringDEF::showCell(int row, int column) {
   if (row >= rows_.table().rows()) return;
-  const QModelIndex cell = rows_.table().index(row - 1, column);
-  ui_->flexDEF->setCurrentIndex(cell);
-  ui_->flexDEF->scrollTo(cell);
+  ui_->flexDEF->setCurrentCell(row, column);
+  ui_->flexDEF->scrollTo(ui_->flexDEF->currentIndex());
 }
 
 /// What was typed is longer than what the column was made for.
@@ -270,7 +294,10 @@ void frmHaeringDEF::showPreview() {
 QString frmHaeringDEF::preview(int row) const {
   if (!rows_.isChosen(row) || rows_.isHidden(row)) return "Diese Zeile wird nicht geschrieben.";
   const TextTable& table = rows_.table();
-  if (ui_->optOutput_0->isChecked())
+  if (output() != Output::Ini && table.text(row, C::DateiName).isEmpty())
+    return output() == Output::Def ? "Diese Zeile wird nicht geschrieben: sie hat keinen >DateiName."
+                                   : "Ohne >DateiName wird nichts erstellt.";
+  if (output() == Output::Ini)
     return EsaPreisIni + ":\n\nBezeichnung = \"" + table.text(row, C::Bezeichnung) + "\"\nDefinition = \"" +
            table.text(row, C::DefDatei) + "\"";
   QString content;

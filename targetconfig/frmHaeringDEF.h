@@ -37,6 +37,7 @@ class frmHaeringDEF : public QDialog {
   void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   void connectButtons();
@@ -58,6 +59,9 @@ class frmHaeringDEF : public QDialog {
   void showPreview();
   QString preview(int row) const;
   void showKeyColour();
+  void showKeys();
+  bool inGrid() const;
+  Output output() const;
 
   Workplace workplace_;
   dao::Database& database_;

@@ -68,11 +68,23 @@ frmHaeringIniPruefung::frmHaeringIniPruefung(const Workplace& workplace, QWidget
     onKey(key, [this] { explainRow(ui_->flexPruefung->currentRow()); });
   onKey(QKeySequence::Copy, [this] { cmdKopieren_Click(); });
 
+  ui_->flexPruefung->installEventFilter(this);
+  ui_->flexPruefung->setEmptyText(
+      "„Prüfen“ zeigt, welche Dateien esa_preis.ini nennt und welche davon fehlen.");
+  setChecking(false);
   setFolder(liesText(workplace_.settings, keys::Netzverzeichnis));
+  ui_->cmdCheck->setFocus();
   resize(100 * fontMetrics().averageCharWidth(), 32 * fontMetrics().height());
 }
 
 frmHaeringIniPruefung::~frmHaeringIniPruefung() = default;
+
+/// In the grid Enter explains a row: there Prüfen is no default, and isn't drawn as one.
+bool frmHaeringIniPruefung::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) ui_->cmdCheck->setDefault(false);
+  if (event->type() == QEvent::FocusOut) ui_->cmdCheck->setDefault(true);
+  return QDialog::eventFilter(watched, event);
+}
 
 ErrorReport frmHaeringIniPruefung::report(const QString& routine) const {
   return fehlerReport(workplace_.dialogs, "Fehler bei " + routine + "_err!");
@@ -80,10 +92,6 @@ ErrorReport frmHaeringIniPruefung::report(const QString& routine) const {
 
 void frmHaeringIniPruefung::setFolder(const QString& folder) {
   ui_->lblHaeringPfad->setText(withTrailingSeparator(folder));
-  clearRows();  // what stood there belonged to another folder
-  ui_->flexPruefung->setEmptyText(
-      "„Prüfen“ zeigt, welche Dateien esa_preis.ini nennt und welche davon fehlen.");
-  setChecking(false);
 }
 
 void frmHaeringIniPruefung::clearRows() {
@@ -100,6 +108,7 @@ void frmHaeringIniPruefung::cmdPfad_Click() {
 
 void frmHaeringIniPruefung::cmdCheck_Click() {
   clearRows();
+  checkedFolder_ = ui_->lblHaeringPfad->text();
   ui_->flexPruefung->setEmptyText("Keine Disziplinen in esa_preis.ini");
   setChecking(true);
   QElapsedTimer portion;
@@ -111,7 +120,7 @@ void frmHaeringIniPruefung::cmdCheck_Click() {
     return answer;
   };
   reported(noticed, [&](Steps& step) {
-    checkConfiguration(workplace_.files, ui_->lblHaeringPfad->text(), step, [&](const CheckRow& row) {
+    checkConfiguration(workplace_.files, checkedFolder_, step, [&](const CheckRow& row) {
       showRow(row);
       if (portion.elapsed() > kPortionMilliseconds) {
         showCounts();
@@ -153,13 +162,13 @@ void frmHaeringIniPruefung::showCounts() {
 
 void frmHaeringIniPruefung::explainRow(int row) {
   if (row < 1 || checking_) return;
-  const QString missing = missingText(rows_.at(static_cast<size_t>(row - 1)), ui_->lblHaeringPfad->text());
+  const QString missing = missingText(rows_.at(static_cast<size_t>(row - 1)), checkedFolder_);
   if (!missing.isEmpty()) workplace_.dialogs.note(missing, BoxIcon::Information);
 }
 
 QStringList frmHaeringIniPruefung::head() const {
-  return {"Ordner: " + ui_->lblHaeringPfad->text(),
-          "Stand: " + workplace_.clock.now().toString("dd.MM.yyyy HH:mm"), ui_->lblAnzahl->text()};
+  return {"Ordner: " + checkedFolder_, "Stand: " + workplace_.clock.now().toString("dd.MM.yyyy HH:mm"),
+          ui_->lblAnzahl->text()};
 }
 
 void frmHaeringIniPruefung::cmdKopieren_Click() {

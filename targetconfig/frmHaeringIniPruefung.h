@@ -29,6 +29,9 @@ class frmHaeringIniPruefung : public QDialog {
   /// While the check runs, closing only ends the check.
   void reject() override;
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   ErrorReport report(const QString& routine) const;
   void cmdCheck_Click();
@@ -46,6 +49,7 @@ class frmHaeringIniPruefung : public QDialog {
   Workplace workplace_;
   std::unique_ptr<Ui::frmHaeringIniPruefung> ui_;
   std::vector<CheckRow> rows_;  // of the grid, in its order
+  QString checkedFolder_;       // that they tell of
   PrinterPaper printer_{currentPrinter(workplace_)};
   Paper* paper_ = &printer_;
   bool checking_ = false;

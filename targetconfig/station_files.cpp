@@ -111,6 +111,12 @@ QByteArray stationDisciplinesToBytes(const std::vector<StationDiscipline>& disci
   return toWindows1252(lines.join(lineEnd) + lineEnd);
 }
 
+bool hasEntry(const Definition& definition, QString Definition::*value) {
+  for (const Entry& entry : entries())
+    if (entry.value == value) return !entry.count || parsePrefix(definition.*entry.count) > 0.5;
+  return false;
+}
+
 std::vector<StationDiscipline> stationDisciplinesFromBytes(const QByteArray& bytes) {
   std::vector<StationDiscipline> disciplines;
   for (const QString& line : stationLines(bytes)) {

@@ -64,6 +64,8 @@ void writeStationDisciplines(Files& files, const QString& folder,
                              const std::vector<StationDiscipline>& disciplines);
 std::vector<StationDiscipline> readStationDisciplines(Files& files, const QString& folder);
 
+/// Whether its def file has that entry: a counted one may be left out by its count.
+bool hasEntry(const Definition& definition, QString Definition::*value);
 QByteArray definitionToBytes(const Definition& definition);  ///< Error 6 for a count beyond 16 bits
 Definition definitionFromBytes(const QByteArray& bytes);
 void writeDefinition(Files& files, const QString& path, const Definition& definition);

@@ -8,12 +8,20 @@ QString without(QString line, const QString& text) {
   return line.remove(text);
 }
 
+/// Blanks only: a tab belongs to the text.
+QString withoutOuterBlanks(const QString& text) {
+  qsizetype first = 0, end = text.size();
+  while (first < end && text[first] == u' ') ++first;
+  while (end > first && text[end - 1] == u' ') --end;
+  return text.sliced(first, end - first);
+}
+
 QString besideForLine(const QString& word, QString line) {
-  return line.remove(word).remove('=').remove('"').trimmed();
+  return withoutOuterBlanks(line.remove(word).remove('=').remove('"'));
 }
 
 QString besideForCheck(const QString& word, const QString& line) {
-  return without(without(line, word).trimmed(), "=").trimmed();
+  return withoutOuterBlanks(without(withoutOuterBlanks(without(line, word)), "="));
 }
 
 }  // namespace
@@ -43,7 +51,7 @@ QString definitionForCheck(const QString& line) {
 }
 
 QString titleForGroups(const QString& line) {
-  return without(without(without(line, TitleWord).trimmed(), "=").trimmed(), "\"").trimmed();
+  return withoutOuterBlanks(without(besideForCheck(TitleWord, line), "\""));
 }
 
 }  // namespace qk

@@ -1,7 +1,7 @@
 // What the three readers of esa_preis.ini take from one of its lines. Each has its own way with "=", quotes
 // and blanks, and none may change: the firing line's titles choose disciplines at the stations, the groups'
 // titles are stored in competitions, and the checker shows a line as it stands. All look for their word
-// anywhere in the line, and case matters.
+// anywhere in the line, and case matters. To trim takes blanks away, nothing else.
 #pragma once
 
 #include <QString>

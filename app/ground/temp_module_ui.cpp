@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QProcess>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <QTableView>
 #include <QUrl>
 #include <QWidget>
@@ -44,6 +45,17 @@ int fieldAt(const QStringList& fields, int place) {
   const std::optional<double> read = readPrefix(QString(fields.value(place)).replace(u',', u'.'));
   const bool usable = read && *read >= 0 && *read < QWIDGETSIZE_MAX;
   return usable ? static_cast<int>(std::lround(*read)) : -1;
+}
+
+/// A hidden column keeps the width that it will have again; the grid itself calls it 0.
+int widthOf(const QTableView& grid, int column) {
+  if (!grid.isColumnHidden(column)) return grid.columnWidth(column);
+  QHeaderView& header = *grid.horizontalHeader();
+  const QSignalBlocker quiet(header);
+  header.setSectionHidden(column, false);
+  const int width = header.sectionSize(column);
+  header.setSectionHidden(column, true);
+  return width;
 }
 
 int pixels(int twips, int dotsPerInch) {
@@ -102,7 +114,7 @@ void PositionSpeichern(const Workplace& workplace, const QWidget& form, const QT
     fields += QString::number(value);
   if (grid && grid->model())
     for (int column = 0; column < grid->model()->columnCount(); ++column)
-      fields += QString::number(grid->columnWidth(column));
+      fields += QString::number(widthOf(*grid, column));
   const QString name = positionName(form, grid);
   keep(workplace.settings, positionKey(name), fields.join(u';'));
 }

@@ -30,25 +30,38 @@ UserControl1::InUse::~InUse() {
   if (--control_.inUse_ == 0 && control_.retired_) control_.deleteLater();
 }
 
+UserControl1::Views::Views(UserControl1& control) : control_(control) {}
+
+UserControl1::Views::~Views() = default;
+
+Ui::UserControl1& UserControl1::Views::made() const {
+  if (!ui_) {
+    ui_ = std::make_unique<Ui::UserControl1>();
+    ui_->setupUi(&control_);
+    reported(control_.report("Fehler bei UserControl_Initialize_err!"),
+             [&](Steps&) { control_.UserControl_Initialize(); });
+  }
+  return *ui_;
+}
+
 UserControl1::UserControl1(const Workplace& workplace, GlobalVariablen& global, int index, QWidget* parent)
     : QWidget(parent),
       workplace_(workplace),
       global_(global),
       index_(index),
-      ui_(std::make_unique<Ui::UserControl1>()),
+      ui_(*this),
       capture_(workplace),
       disciplines_(workplace),
       commands_(workplace, *this, disciplines_),
       exchange_(new LineExchange(workplace, *this)),
       Timer1_(new QTimer(this)),
       timerWettkampf_(new QTimer(this)) {
-  ui_->setupUi(this);
   setObjectName("cLine_" + QString::number(index));
   Timer1_->setObjectName("Timer1");
   Timer1_->setInterval(kPollMilliseconds);
   timerWettkampf_->setObjectName("timerWettkampf");
   timerWettkampf_->setInterval(kPollMilliseconds);
-  reported(report("Fehler bei UserControl_Initialize_err!"), [&](Steps&) { UserControl_Initialize(); });
+  connectParts();
 }
 
 UserControl1::~UserControl1() {
@@ -71,8 +84,14 @@ ErrorReport UserControl1::report(const QString& sText) const {
   return fehlerReport(workplace_.dialogs, sText);
 }
 
+void UserControl1::setVisible(bool visible) {
+  if (visible) ui_.made();
+  QWidget::setVisible(visible);
+}
+
 void UserControl1::SetStandnummer(int nNummer) {
-  ui_->lblLinie->setText(QString::number(nNummer));
+  nStandnummer_ = nNummer;
+  if (ui_.areMade()) ui_->lblLinie->setText(QString::number(nNummer));
 }
 
 void UserControl1::setLinie(qint16 nLinie) {
@@ -88,7 +107,7 @@ QLineEdit* UserControl1::txtStartnummer() const {
   return ui_->m_txtStartNummer;
 }
 QString UserControl1::schuetzenName() const {
-  return ui_->m_lblSchuetzenName->text();
+  return ui_.areMade() ? ui_->m_lblSchuetzenName->text() : QString();
 }
 
 void UserControl1::stopPolling() {
@@ -109,16 +128,23 @@ void UserControl1::fillLists() {
 void UserControl1::Fill_HaeringGruppen() {
   const InUse use(*this);
   reported(report("Fehler beim Ermitteln der Intarso-Gruppen in Linie!"), [&](Steps&) {
-    const QVariant chosen = ui_->cmbHaeringGruppen->currentData();
-    ui_->cmbHaeringGruppen->clear();
-    ui_->cmbHaeringGruppen->addItem(QString(), 0);
-    if (!db_) return;
-    const auto rs = db_->openRecordset("Select * from Haering_Gruppen order by GruppenName");
-    for (; !rs->eof(); rs->moveNext())
-      ui_->cmbHaeringGruppen->addItem(rs->value("GruppenName").toString(), rs->value("ID").toInt());
-    // A group that was chosen stays chosen.
-    ui_->cmbHaeringGruppen->setCurrentIndex(std::max(0, ui_->cmbHaeringGruppen->findData(chosen)));
+    groups_.clear();
+    if (db_) {
+      const auto rs = db_->openRecordset("Select * from Haering_Gruppen order by GruppenName");
+      for (; !rs->eof(); rs->moveNext())
+        groups_.emplace_back(rs->value("GruppenName").toString(), rs->value("ID").toInt());
+    }
   });
+  if (ui_.areMade()) showGroups();
+}
+
+void UserControl1::showGroups() {
+  const QVariant chosen = ui_->cmbHaeringGruppen->currentData();
+  ui_->cmbHaeringGruppen->clear();
+  ui_->cmbHaeringGruppen->addItem(QString(), 0);
+  for (const auto& [name, id] : groups_) ui_->cmbHaeringGruppen->addItem(name, id);
+  // A group that was chosen stays chosen.
+  ui_->cmbHaeringGruppen->setCurrentIndex(std::max(0, ui_->cmbHaeringGruppen->findData(chosen)));
 }
 
 void UserControl1::cmbHaeringGruppen_Click(int position) {
@@ -159,10 +185,11 @@ void UserControl1::showShooter() {
 }
 
 void UserControl1::clearShooterInput() {
-  ui_->m_txtStartNummer->clear();
+  if (ui_.areMade()) ui_->m_txtStartNummer->clear();
 }
 
 void UserControl1::clearShooterLabels() {
+  if (!ui_.areMade()) return;
   for (QLabel* label :
        std::initializer_list<QLabel*>{ui_->m_lblSchuetzenName, ui_->m_lblKlasse, ui_->m_lblMannName,
                                       ui_->m_lblStartnummer, ui_->m_lblVereinsName})
@@ -174,11 +201,12 @@ void UserControl1::setStartnummer(const QString& sStartnummer) {
   sStartnummer_ = sStartnummer;
   std::shared_ptr<Schuetze> shooter;
   if (db_ && !sStartnummer.isEmpty()) shooter = LadeSchuetze(*db_, sStartnummer);
+  if (!sStartnummer.isEmpty() || ui_.areMade()) ui_->m_lblStartnummer->setText(sStartnummer);
   capture_.setShooter(shooter);
-  ui_->m_lblStartnummer->setText(sStartnummer);
 }
 
 void UserControl1::Setze_Schuetzen_Controls() {
+  if (!ui_.areMade()) return;
   const bool has = capture_.shooter() != nullptr;
   QPalette look = ui_->flexHaeringDiszi->palette();
   const QColor text = has ? disziplinText_ : palette().color(QPalette::Disabled, QPalette::Text);

@@ -17,6 +17,9 @@
 #include <QTimer>
 #include <QWidget>
 #include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "app/ground/global_variablen.h"
 #include "app/ground/temp_module.h"
@@ -49,6 +52,9 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   /// Reads nothing more; the line stays as it stands on the screen.
   void stopPolling();
 
+  /// Shows the line. What is seen of it is made now, if nothing has needed it before.
+  void setVisible(bool visible) override;
+
   void SetStandnummer(int nNummer);
   /// Restores the line's open shots, with the shooter of the first, after a restart.
   void Check_Old_Schuss(int nLinie);
@@ -56,6 +62,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void HaeringSchussAnAbwaehlen(bool bWahl);
   void HaeringSchussWettbewerbAnwaehlen();
   QLabel* lblSchuetzenName() const;
+  /// What that label shows.
+  QString schuetzenName() const override;
   QLineEdit* txtStartnummer() const;
   const QString& sStartnummer() const { return sStartnummer_; }
   void setStartnummer(const QString& sStartnummer);
@@ -128,6 +136,21 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
     UserControl1& control_;
   };
 
+  /// What is seen of the line, made when it is first needed: a range has more lines than are looked at, and
+  /// making their views is most of what a line costs.
+  class Views {
+   public:
+    explicit Views(UserControl1& control);
+    ~Views();
+    Ui::UserControl1* operator->() const { return &made(); }
+    bool areMade() const { return ui_ != nullptr; }
+    Ui::UserControl1& made() const;
+
+   private:
+    UserControl1& control_;
+    mutable std::unique_ptr<Ui::UserControl1> ui_;
+  };
+
   // ShotReceiver
   dao::Database* wettkampf() override { return db_.get(); }
   bool istNeu(const QString& sKey) override;
@@ -137,7 +160,6 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   // LineSide
   bool lives() const override { return !retired_; }
   QString startnummer() const override { return sStartnummer_; }
-  QString schuetzenName() const override;
   void setTimerEnabled(bool enabled) override;
   void clearShooterInput() override;
   void clearShooterLabels() override;
@@ -155,6 +177,9 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void showWhetherOpen();
 
   void UserControl_Initialize();
+  void connectParts();
+  void showGroups();
+  void applyDisciplineFont();
   void layOut();
   void followFont();
   void connectControls();
@@ -181,7 +206,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   Workplace workplace_;
   GlobalVariablen& global_;
   const int index_;
-  std::unique_ptr<Ui::UserControl1> ui_;
+  Views ui_;
   QString sWettkampf_;
   std::unique_ptr<dao::Database> db_;
   LineCapture capture_;
@@ -193,6 +218,11 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   QMenu* mnuPopSchuss_ = nullptr;
   QMenu* mnuPopManuellerSchuss_ = nullptr;
   QColor disziplinText_;  // of the discipline grid while there is a shooter
+  // What the views show once they are made.
+  std::vector<std::pair<QString, int>> groups_;  // name and ID
+  std::optional<Schrift> shotFont_, disciplineFont_;
+  SendState sendState_ = SendState::Hidden;
+  int nStandnummer_ = 0;
   QString sStartnummer_;
   qint16 nLinie_ = 0;
   bool stationRead_ = false;

@@ -51,7 +51,12 @@ void UserControl1::complete(const ErrorReport& report, Asked asked) {
       listsFilled_ = true;
     });
   });
-  if (!retired_) showWhetherOpen();
+  if (retired_) return;
+  if (isComplete())
+    timerWettkampf_->stop();
+  else
+    timerWettkampf_->start();
+  if (ui_.areMade()) showWhetherOpen();
 }
 
 void UserControl1::openDatabase(Asked asked) {
@@ -106,10 +111,6 @@ void UserControl1::showWhetherOpen() {
   ui_->flex->setEmptyText(db_ ? "Keine offenen Schüsse" : kNotOpen);
   setEmptyText(ui_->m_lstDisziTarvex, listsFilled_ ? "Der Wettkampf hat keine Disziplinen." : kNotOpen);
   setEmptyText(ui_->m_lstKombiTarvex, listsFilled_ ? "Der Wettkampf hat keine Kombinationen." : kNotOpen);
-  if (isComplete())
-    timerWettkampf_->stop();
-  else
-    timerWettkampf_->start();
 }
 
 }  // namespace qk

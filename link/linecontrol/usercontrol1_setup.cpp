@@ -60,7 +60,7 @@ void UserControl1::followFont() {
 
 void UserControl1::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::FontChange && !retired_) followFont();
+  if (event->type() == QEvent::FontChange && !retired_ && ui_.areMade()) followFont();
 }
 
 void UserControl1::layOut() {
@@ -84,9 +84,23 @@ void UserControl1::UserControl_Initialize() {
   connectGrids();
   connectControls();
   makePopups();
-  ui_->lblSenden->hide();
+  if (shotFont_) applyLook(ui_->flex, *shotFont_);
+  if (disciplineFont_) applyDisciplineFont();
+  ui_->lblLinie->setText(QString::number(nStandnummer_));
+  showWhetherOpen();
+  showGroups();
+  showSendState(sendState_);
+  Setze_Schuetzen_Controls();
+  showBestResults();
+  capture_.PruefeUebertragenSchaltflaecheEnabled();  // tells showTransferState
+}
+
+/// What works without being seen.
+void UserControl1::connectParts() {
   exchange_->onSendState = [this](SendState state) { showSendState(state); };
-  exchange_->onTick = [this](const QDateTime& now) { ui_->lblTime->setText(dateText(now)); };
+  exchange_->onTick = [this](const QDateTime& now) {
+    if (ui_.areMade()) ui_->lblTime->setText(dateText(now));
+  };
   capture_.setPictureCaption([this] {
     return PictureCaption{sStartnummer_, ui_->m_lblSchuetzenName->text(), ui_->m_lblVereinsName->text()};
   });
@@ -99,9 +113,11 @@ void UserControl1::UserControl_Initialize() {
     const InUse use(*this);
     tryUnasked();
   });
+  connect(&capture_, &LineCapture::transferStateChanged, this, &UserControl1::showTransferState);
+  connect(&capture_, &LineCapture::bestResultsChanged, this, &UserControl1::showBestResults);
+  connect(&capture_, &LineCapture::stored, this,
+          [this](const QString& what) { Q_EMIT successSaid(index_, what); });
   disziplinText_ = palette().color(QPalette::Text);
-  Setze_Schuetzen_Controls();
-  showTransferState(capture_.PruefeUebertragenSchaltflaecheEnabled(), QString());
 }
 
 void UserControl1::connectGrids() {
@@ -143,10 +159,6 @@ void UserControl1::connectGrids() {
   connect(&capture_.lstDisziTarvex(), &CheckList::currentChanged, this, [this](int position) {
     ui_->m_lstDisziTarvex->setCurrentIndex(capture_.lstDisziTarvex().index(position));
   });
-  connect(&capture_, &LineCapture::transferStateChanged, this, &UserControl1::showTransferState);
-  connect(&capture_, &LineCapture::stored, this,
-          [this](const QString& what) { Q_EMIT successSaid(index_, what); });
-  connect(&capture_, &LineCapture::bestResultsChanged, this, &UserControl1::showBestResults);
 }
 
 void UserControl1::connectControls() {
@@ -259,6 +271,7 @@ void UserControl1::makePopups() {
 }
 
 void UserControl1::showTransferState(bool enabled, const QString& lblSchusszahl) {
+  if (!ui_.areMade()) return Q_EMIT workChanged(index_);
   ui_->m_cmdUebertragenTarvex->setEnabled(enabled);
   if (!lblSchusszahl.isEmpty()) ui_->lblSchusszahl->setText(lblSchusszahl);
   QString hint = ui_->m_cmdUebertragenTarvex->property("hinweis").toString();
@@ -276,6 +289,7 @@ void UserControl1::showTransferState(bool enabled, const QString& lblSchusszahl)
 }
 
 void UserControl1::showBestResults() {
+  if (!ui_.areMade()) return;
   const BestResults& best = capture_.bestResults();
   fill(ui_->lstBesteErg, best.beste);
   fill(ui_->LstBesteErgSerien, best.serien);
@@ -284,23 +298,32 @@ void UserControl1::showBestResults() {
 
 // Red and green are the ground behind black letters: as letters they couldn't be read.
 void UserControl1::showSendState(SendState state) {
-  QPalette look = ui_->lblSenden->palette();
-  look.setColor(QPalette::Window, state == SendState::Waiting ? QColor(255, 0, 0) : QColor(0, 255, 0));
-  look.setColor(QPalette::WindowText, Qt::black);
-  ui_->lblSenden->setPalette(look);
-  ui_->lblSenden->setVisible(state != SendState::Hidden);
+  sendState_ = state;
+  if (ui_.areMade()) {
+    QPalette look = ui_->lblSenden->palette();
+    look.setColor(QPalette::Window, state == SendState::Waiting ? QColor(255, 0, 0) : QColor(0, 255, 0));
+    look.setColor(QPalette::WindowText, Qt::black);
+    ui_->lblSenden->setPalette(look);
+    ui_->lblSenden->setVisible(state != SendState::Hidden);
+  }
   const bool waits = state == SendState::Waiting;
   if (std::exchange(commandWaits_, waits) != waits) Q_EMIT workChanged(index_);
 }
 
 void UserControl1::Set_Font_HaeringDisziplin(const Schrift& schrift) {
-  applyLook(ui_->flexHaeringDiszi, schrift);
+  disciplineFont_ = schrift;
+  if (ui_.areMade()) applyDisciplineFont();
+}
+
+void UserControl1::applyDisciplineFont() {
+  applyLook(ui_->flexHaeringDiszi, *disciplineFont_);
   disziplinText_ = ui_->flexHaeringDiszi->palette().color(QPalette::Text);
   Setze_Schuetzen_Controls();
 }
 
 void UserControl1::Set_Font_Flex(const Schrift& schrift) {
-  applyLook(ui_->flex, schrift);
+  shotFont_ = schrift;
+  if (ui_.areMade()) applyLook(ui_->flex, schrift);
 }
 
 }  // namespace qk

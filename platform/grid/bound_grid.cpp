@@ -227,6 +227,10 @@ void BoundGrid::focusOutEvent(QFocusEvent* event) {
 }
 
 void BoundGrid::keyPressEvent(QKeyEvent* event) {
+  if (isTitleKey(*event) && currentIndex().isValid()) {
+    if (submitRow()) Q_EMIT titleClicked(currentIndex().column());
+    return;
+  }
   if (rows_ && rows_->isEdited() && event->matches(QKeySequence::Cancel)) return rows_->cancelRow();
   if (event->key() == Qt::Key_Space && rows_ && toggleTick(rows_, currentIndex())) return;
   QTableView::keyPressEvent(event);

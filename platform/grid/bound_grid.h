@@ -1,4 +1,5 @@
 // The view of BoundRows: filter row, clicks on titles, marked rows, in-place editing. Design: bound_rows.h.
+// Ctrl+Enter in a row or in a filter cell is a click on the title of its column.
 //
 //   rows_ = new BoundRows(report, this);
 //   rows_->setColumns({{.field = "Name", .title = "Bezeichnung"}, …});

@@ -252,9 +252,12 @@ bool BoundRows::setData(const QModelIndex& index, const QVariant& value, int rol
   if (!field) return false;
   if (role == Qt::CheckStateRole)
     return setValue(index.row(), field->name, value.toInt() == Qt::Checked ? -1 : 0);
-  // An editor that is closed without a change changes nothing.
-  if (value.toString() == data(index, Qt::EditRole).toString()) return true;
-  return setValue(index.row(), field->name, converted(value));
+  const QVariant wanted = converted(value);
+  const QVariant held = fieldValue(index.row(), fields_[static_cast<size_t>(index.column())]);
+  const bool emptied = wanted.isNull() && !held.isNull() && held.toString().isEmpty();
+  // An editor that is closed without a change changes nothing, but for a stored empty text: it becomes Null.
+  if (!emptied && value.toString() == data(index, Qt::EditRole).toString()) return true;
+  return setValue(index.row(), field->name, wanted);
 }
 
 /// The value as the field holds it; of a text that is no number, the failure says what would be one.

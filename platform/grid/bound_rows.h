@@ -85,7 +85,8 @@ class BoundRows : public QAbstractTableModel {
   /// An empty row behind the last one, to add rows by typing.
   void setAppending(bool appending);
   bool isNewRow(int row) const { return row == list_.count(); }
-  /// A cell that was left empty holds Null (the rule), or else the empty text.
+  /// A cell that was left empty holds Null (the rule), also where an empty text was stored; or else the empty
+  /// text.
   void setEmptyIsNull(bool null) { emptyIsNull_ = null; }
   /// Runs before an edited row is stored; false gives the edit up. It may call value() and setValue().
   void setBeforeUpdate(std::function<bool(int row)> beforeUpdate) { beforeUpdate_ = std::move(beforeUpdate); }

@@ -8,6 +8,11 @@
 
 namespace qk {
 
+bool isTitleKey(const QKeyEvent& event) {
+  const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  return enter && event.modifiers().testFlag(Qt::ControlModifier);
+}
+
 FilterHeader::FilterHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
   setSectionsClickable(true);
   setHighlightSections(false);
@@ -52,7 +57,8 @@ void FilterHeader::makeCells() {
     auto* cell = new QLineEdit(this);
     cell->setObjectName("filter_" + title);
     cell->setAccessibleName("Filter " + title);
-    cell->setToolTip("Zeigt die Zeilen, deren " + title + " so beginnt");
+    cell->setToolTip("Zeigt die Zeilen, deren " + title +
+                     " so beginnt; Strg+Eingabe ordnet die Liste danach");
     cell->installEventFilter(this);
     connect(cell, &QLineEdit::textChanged, this, &FilterHeader::filterChanged);
     cell->show();
@@ -90,9 +96,16 @@ bool FilterHeader::eventFilter(QObject* watched, QEvent* event) {
   if (cell != cells_.end()) {
     const int column = static_cast<int>(cell - cells_.begin());
     if (event->type() == QEvent::FocusIn) Q_EMIT filterEntered(column);
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
-      Q_EMIT filterLeft(column);
-      return true;
+    if (event->type() == QEvent::KeyPress) {
+      const auto& key = static_cast<const QKeyEvent&>(*event);
+      if (isTitleKey(key)) {
+        Q_EMIT sectionClicked(column);
+        return true;
+      }
+      if (key.key() == Qt::Key_Down) {
+        Q_EMIT filterLeft(column);
+        return true;
+      }
     }
   }
   return QHeaderView::eventFilter(watched, event);

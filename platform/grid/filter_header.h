@@ -6,9 +6,13 @@
 #include <QStringList>
 #include <vector>
 
+class QKeyEvent;
 class QLineEdit;
 
 namespace qk {
+
+/// Ctrl+Enter: what a click on a title is by the keyboard.
+bool isTitleKey(const QKeyEvent& event);
 
 class FilterHeader : public QHeaderView {
   Q_OBJECT

@@ -15,10 +15,14 @@ Suggestion parseEntry(const QString& entry) {
   const QString number = match.captured(2);
   const QString text = match.captured(3);
   if (match.captured(1).isEmpty()) return {text, text};
-  return {number, (QStringList{number} + text.split('\t')).join(" – ")};
+  return numberedSuggestion(number, text.split('\t'));
 }
 
 }  // namespace
+
+Suggestion numberedSuggestion(const QString& number, const QStringList& explanations) {
+  return {number, (QStringList{number} + explanations).join(" – ")};
+}
 
 Suggestions parseSuggestions(const QString& list) {
   Suggestions suggestions;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace qk {
@@ -21,6 +22,9 @@ struct Suggestions {
   QVector<Suggestion> entries;
   friend bool operator==(const Suggestions&, const Suggestions&) = default;
 };
+
+/// The number is chosen; the list shows it with what explains it.
+Suggestion numberedSuggestion(const QString& number, const QStringList& explanations);
 
 /// A list that is empty, or nothing but the bar at the front, has no entries.
 Suggestions parseSuggestions(const QString& list);

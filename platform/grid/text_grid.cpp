@@ -99,9 +99,13 @@ void TextGrid::setCurrentRow(int row) {
     clearSelection();
     return;
   }
-  const int former = currentIndex().column();
-  const int column = former >= 0 && !isColumnHidden(former) ? former : firstVisibleColumn();
+  setCurrentCell(row, currentIndex().isValid() ? currentIndex().column() : firstVisibleColumn());
+}
+
+void TextGrid::setCurrentCell(int row, int column) {
+  if (row < 1 || row >= table_->rows() || column < 0 || column >= table_->columns()) throw Error(9);
   setCurrentIndex(table_->index(row - 1, column));
+  standInSight();
 }
 
 void TextGrid::showRow(int row) {
@@ -124,6 +128,16 @@ void TextGrid::setSuggestions(int column, const Suggestions& suggestions) {
   setItemDelegateForColumn(
       column, suggestions.entries.isEmpty() ? nullptr : new SuggestionDelegate(suggestions, this));
   delete former;
+}
+
+bool TextGrid::hasSuggestions() const {
+  for (int column = 0; column < table_->columns(); ++column)
+    if (suggests(column)) return true;
+  return false;
+}
+
+bool TextGrid::suggests(int column) const {
+  return table_->columnWidth(column) != 0 && itemDelegateForColumn(column);
 }
 
 void TextGrid::paintEvent(QPaintEvent* event) {
@@ -149,6 +163,7 @@ bool TextGrid::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void TextGrid::keyPressEvent(QKeyEvent* event) {
+  standInSight();
   if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
     askForPopup();
     return;
@@ -241,8 +256,38 @@ void TextGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint h
 
 int TextGrid::firstVisibleColumn() const {
   for (int column = 0; column < table_->columns(); ++column)
-    if (!isColumnHidden(column)) return column;
+    if (table_->columnWidth(column) != 0) return column;
   return 0;
+}
+
+/// The row itself, else the next one below that is in sight, else the one above; -1 when all are hidden.
+/// The table is asked, not the view, which follows it later.
+int TextGrid::rowInSight(int row) const {
+  for (int below = row; below < table_->rows(); ++below)
+    if (table_->rowHeight(below) != 0) return below;
+  for (int above = row - 1; above > 0; --above)
+    if (table_->rowHeight(above) != 0) return above;
+  return -1;
+}
+
+int TextGrid::columnInSight(int column) const {
+  for (int left = column; left >= 0; --left)
+    if (table_->columnWidth(left) != 0) return left;
+  return firstVisibleColumn();
+}
+
+void TextGrid::standInSight() {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return;
+  const int row = rowInSight(current.row() + 1);
+  if (row < 0) return setCurrentRow(0);
+  const QModelIndex seen = table_->index(row - 1, columnInSight(current.column()));
+  if (seen != current) setCurrentIndex(seen);
+}
+
+void TextGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  standInSight();
 }
 
 bool TextGrid::tickCurrentRow() {
@@ -271,8 +316,15 @@ bool TextGrid::editCurrentRow(QKeyEvent* event, EditTrigger trigger) {
 }
 
 bool TextGrid::dropSuggestions() {
-  const QModelIndex cell = currentIndex();
-  if (!cell.isValid() || !itemDelegateForColumn(cell.column())) return false;
+  if (!currentIndex().isValid()) return false;
+  int column = currentIndex().column();
+  if (!suggests(column)) {
+    column = 0;
+    while (column < table_->columns() && !suggests(column)) ++column;
+    if (column == table_->columns()) return false;
+  }
+  const QModelIndex cell = table_->index(currentIndex().row(), column);
+  setCurrentIndex(cell);
   if (!edit(cell, AllEditTriggers, nullptr)) return false;
   auto* box = qobject_cast<QComboBox*>(indexWidget(cell));
   if (box) box->showPopup();
@@ -291,6 +343,7 @@ void TextGrid::applySizes() {
   sizesScheduled_ = false;
   applyRowHeights();
   applyColumnWidths();
+  standInSight();
 }
 
 int TextGrid::pixels(int twips, int logicalDpi) const {

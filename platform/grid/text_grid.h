@@ -2,8 +2,9 @@
 //
 // The row is what the operator chooses. Arrows, Home and End walk the rows; blank ticks the current row; F2
 // or Enter edits, and so does typing a number: in the current cell, else in the row's first editable one.
-// Alt+Down or F4 drops the list of suggestions of a cell that has one. Tab leaves the grid. Given widths and
-// heights (twips) are meant for the house's font and grow with a larger one.
+// Alt+Down or F4 drops the list of suggestions, of the current cell or else of the row's first that has one.
+// The current cell is always one that can be seen: keys never act on a hidden row. Tab leaves the grid. Given
+// widths and heights (twips) are meant for the house's font and grow with a larger one.
 #pragma once
 
 #include <QTableView>
@@ -26,8 +27,10 @@ class TextGrid : public QTableView {
   void setTable(TextTable* table);
 
   int currentRow() const;  ///< counted with the header; 0 when there is none
-  /// 0 takes the current row away; Error 9 outside.
+  /// 0 takes the current row away; Error 9 outside. For a hidden row or cell the nearest one in sight is
+  /// taken.
   void setCurrentRow(int row);
+  void setCurrentCell(int row, int column);
   void showRow(int row);
   /// What an empty grid says in its middle.
   void setEmptyText(const QString& text);
@@ -36,6 +39,8 @@ class TextGrid : public QTableView {
   void setStretchColumn(int column);
   /// What the cells of a column suggest while they are edited; without entries it is a plain field again.
   void setSuggestions(int column, const Suggestions& suggestions);
+  /// Whether a column in sight suggests anything.
+  bool hasSuggestions() const;
 
  Q_SIGNALS:
   void clickedAt(int row, int column);        ///< left button; rows counted with the header
@@ -48,6 +53,7 @@ class TextGrid : public QTableView {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -64,10 +70,14 @@ class TextGrid : public QTableView {
   int rowHeightOf(int row) const;
   int pixels(int twips, int logicalDpi) const;
   int firstVisibleColumn() const;
+  int rowInSight(int row) const;
+  int columnInSight(int column) const;
+  void standInSight();
   void askForPopup();
   bool tickCurrentRow();
   bool editCurrentRow(QKeyEvent* event, EditTrigger trigger);
   bool dropSuggestions();
+  bool suggests(int column) const;
 
   TextTable* table_ = nullptr;
   TickDelegate* delegate_ = nullptr;

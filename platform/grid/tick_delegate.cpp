@@ -29,9 +29,8 @@ bool toggleTick(QAbstractItemModel* model, const QModelIndex& index) {
 
 void TickDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   QStyledItemDelegate::initStyleOption(option, index);
-  // A row is what is chosen here; a frame around one of its cells would only disturb.
-  option->state.setFlag(QStyle::State_HasFocus, option->state.testFlag(QStyle::State_HasFocus) &&
-                                                    index.flags().testFlag(Qt::ItemIsEditable));
+  // The whole cell gets its frame at the end, not the text in it.
+  option->state.setFlag(QStyle::State_HasFocus, false);
   if (!index.data(Qt::ForegroundRole).isValid()) return;
   const QVariant own = index.data(Qt::BackgroundRole);
   const QColor ground = own.isValid() ? own.value<QBrush>().color() : option->palette.color(QPalette::Base);
@@ -41,10 +40,19 @@ void TickDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
 
 void TickDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
-  if (!isTickCell(index)) {
+  if (isTickCell(index))
+    paintTick(painter, option, index);
+  else
     QStyledItemDelegate::paint(painter, option, index);
-    return;
-  }
+  if (!option.state.testFlag(QStyle::State_HasFocus)) return;
+  QStyleOptionFocusRect frame;
+  frame.QStyleOption::operator=(option);
+  frame.state.setFlag(QStyle::State_KeyboardFocusChange);
+  styleOf(option)->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, painter, option.widget);
+}
+
+void TickDelegate::paintTick(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const {
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
   const bool ticked = cell.checkState == Qt::Checked;

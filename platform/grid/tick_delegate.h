@@ -1,5 +1,5 @@
 // Draws and edits the cells of a TextGrid: a check box in the middle of a tick cell, and the whole cell is
-// its click area.
+// its click area. The cell that has the keyboard gets the house's frame.
 #pragma once
 
 #include <QStyledItemDelegate>
@@ -24,6 +24,8 @@ class TickDelegate : public QStyledItemDelegate {
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
  private:
+  void paintTick(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+
   bool ticksOnDoubleClick_ = true;
   bool secondClick_ = false;
 };

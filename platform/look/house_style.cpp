@@ -1,5 +1,6 @@
 #include "platform/look/house_style.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFontMetrics>
 #include <QPainter>
@@ -22,12 +23,24 @@ constexpr double kSmallIcon = 1.15;
 constexpr double kToolBarIcon = 1.70;
 
 constexpr int kRimOpacity = 140;
+constexpr int kFocusFrame = 2;  ///< pixels
 constexpr double kDisabledOpacity = 0.5;
 
 }  // namespace
 
 void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
+  if (element == PE_FrameFocusRect && qobject_cast<const QAbstractItemView*>(widget)) {
+    // The toolkit's own frame has the colour of a chosen row, on which it lies as a rule.
+    const bool selected = option->state.testFlag(State_Selected);
+    const QColor colour = option->palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    painter->save();
+    painter->setPen(QPen(colour, kFocusFrame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(1, 1, -1, -1));
+    painter->restore();
+    return;
+  }
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
   if (!box && element != PE_IndicatorRadioButton) return;

@@ -47,6 +47,7 @@ class RangeOffice {
   UserControl1& line(int number) { return window_->cLine(number - 1); }
   template <class T>
   T& on(int number, const QString& name) {
+    line(number).txtStartnummer();  // the views of a line that wasn't shown yet come with its first need
     return the<T>(line(number), name);
   }
   void press(int number, const QString& button) { click(line(number), button); }

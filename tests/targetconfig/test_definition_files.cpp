@@ -57,6 +57,7 @@ class TestDefinitionFiles : public QObject {
   void rowsWithoutNameAreLeftOut();
   void charactersThatStationsLack_data();
   void charactersThatStationsLack();
+  void charactersThatArentWritten();
   void manyRowsWithSuchCharacters();
   void eachFileIsRenamedIntoItsPlace();
   void aTornFileLeavesTheOldOne();
@@ -345,6 +346,26 @@ void TestDefinitionFiles::charactersThatStationsLack() {
   // What isn't written may say what it likes.
   set(3, C::Gewaehlt, "0");
   QVERIFY(createWithSuccess(Output(output)));
+}
+
+/// What a def file translates or leaves out, and a row without a file, can't part office and station.
+void TestDefinitionFiles::charactersThatArentWritten() {
+  build({"a", "b", "c"});
+  set(1, C::Wertung, "→");  // an unknown scoring is written as none
+  set(2, C::ZeitenAnzahl, "0");
+  set(2, C::Zeit, "60\u2009min");
+  set(3, C::Bezeichnung, "Łódź");
+  set(3, C::DateiName, "");
+  QVERIFY(createWithSuccess(Output::Def));
+  QCOMPARE(office_->names(), (QStringList{"0_hd_LG_a.def", "0_hd_LG_b.def"}));
+  set(2, C::ZeitenAnzahl, "1");
+  box("Prüfung fehlgeschlagen\r\nDiese Zeichen können die Stationen nicht lesen:\r\nZeile 2 (LG, b), "
+      ">Zeit1: \u2009");
+  QVERIFY(!create(Output::Def));
+  set(2, C::ZeitenAnzahl, "99999");  // the writing says that this is too much
+  box("Prüfung fehlgeschlagen\r\nDiese Zeichen können die Stationen nicht lesen:\r\nZeile 2 (LG, b), "
+      ">Zeit1: \u2009");
+  QVERIFY(!create(Output::Def));
 }
 
 void TestDefinitionFiles::manyRowsWithSuchCharacters() {

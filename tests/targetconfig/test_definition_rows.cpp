@@ -230,20 +230,20 @@ void TestDefinitionRows::aQuoteInAWeaponKey() {
 }
 
 void TestDefinitionRows::suggestions() {
-  for (const char* name :
-       {"0_hwLG.def", "0_hw_LP.DEF", "0_hsLG.def", "0_hd_LG_a.def", "0_hdLG.def", "anderes.def"})
+  for (const char* name : {"0_hwLG.def", "0_hw_LP.DEF", "0_hsLG.def", "0_hd_LG_a.def", "0_hdLG.def",
+                           "anderes.def", "0_hs|1;b.def"})
     office_->place.files.write(office_->folder() + name, "x");
   office_->addKey("2.10", "Luftpistole", "LP");
   office_->addKey("1.10", "Luft|gewehr", "LG");
   build();
   QCOMPARE(rows_->suggestions(C::KennNummer),
-           (Suggestions{true, {{"2", "2 – 1.10 – Luft/gewehr"}, {"1", "1 – 2.10 – Luftpistole"}}}));
+           (Suggestions{true, {{"2", "2 – 1.10 – Luft|gewehr"}, {"1", "1 – 2.10 – Luftpistole"}}}));
   QCOMPARE(values(rows_->suggestions(C::Wertung)),
            (QStringList{"Ring", "Zehntelringe", "Ring + Teiler", "Zehntel + Teiler"}));
   QCOMPARE(values(rows_->suggestions(C::Probeschuesse)),
            (QStringList{"unbegrenzt", "keine", "1", "2", "3", "4", "5", "10"}));
   QCOMPARE(values(rows_->suggestions(C::DateiWaffe)), (QStringList{"0_hw_LP.DEF", "0_hwLG.def"}));
-  QCOMPARE(values(rows_->suggestions(C::DateiScheibe)), QStringList{"0_hsLG.def"});
+  QCOMPARE(values(rows_->suggestions(C::DateiScheibe)), (QStringList{"0_hsLG.def", "0_hs|1;b.def"}));
   for (const int number : {C::DefDatei, C::DateiName})
     QCOMPARE(values(rows_->suggestions(number)), (QStringList{"0_hd_LG_a.def", "0_hdLG.def"}));
   for (const int number : {C::KennNummer, C::Wertung, C::Probeschuesse, C::DateiWaffe, C::DateiScheibe,

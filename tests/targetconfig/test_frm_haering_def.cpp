@@ -12,34 +12,23 @@
 #include <QTest>
 
 #include "platform/grid/text_grid.h"
+#include "platform/look/contrast.h"
 #include "platform/look/look.h"
-#include "targetconfig/frmHaeringDEF.h"
 #include "tests/support/drive.h"
 #include "tests/support/manners.h"
-#include "tests/targetconfig/configured_competition.h"
+#include "tests/targetconfig/generator_window.h"
 
 using namespace qk;
 using namespace qk::test;
 using C = DefinitionRows;
 
-namespace {
-
-const QString kColumnQuestion = "Alle offenen Einträge dieser Spalte übertragen?";
-const QString kWeaponQuestion = "Alle offenen Einträge dieser Waffenart übertragen?";
-const QString kCreated = "Datei(en) erstellt";
-
-}  // namespace
-
-class TestFrmHaeringDef : public QObject {
+class TestFrmHaeringDef : public QObject, private GeneratorWindow {
   Q_OBJECT
 
  private Q_SLOTS:
   void initTestCase() { look::apply(*qApp, look::Scheme::Light); }
-  void init() { office_ = std::make_unique<ConfiguredCompetition>(); }
-  void cleanup() {
-    window_.reset();
-    office_.reset();
-  }
+  void init() { begin(); }
+  void cleanup() { end(); }
 
   void opensOnTheStoredFolder();
   void theFolderGetsItsSeparator();
@@ -52,13 +41,11 @@ class TestFrmHaeringDef : public QObject {
   void namingRewritesTitles();
   void outputSwitchesColumns();
   void theCurrentCellStaysInSight();
+  void keysWorkOnRowsInSight();
+  void theFooterNamesWhatWorks();
+  void theCurrentCellIsFramed();
   void columnsGrowWithWhatIsTyped();
   void editingByKeyboard();
-  void fillDownAsksOnce();
-  void fillDownRefused();
-  void fillDownBeforeCreating();
-  void fillDownByWeapon();
-  void fillDownOfDefinitions();
   void anotherFolder();
   void noOtherFolder();
   void explorer();
@@ -73,64 +60,6 @@ class TestFrmHaeringDef : public QObject {
   void manners();
 
  private:
-  void open() {
-    window_ = std::make_unique<frmHaeringDEF>(office_->place.workplace(), office_->database());
-    window_->show();
-    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-    QCoreApplication::processEvents();
-  }
-  void openWith(const QStringList& names, const QStringList& weapons = {"LG"}) {
-    for (const QString& name : names) office_->addDiscipline({name, 10, false, weapons});
-    open();
-  }
-  TextGrid& grid() { return the<TextGrid>(*window_, "flexDEF"); }
-  TextTable& table() { return *grid().table(); }
-  QString text(int row, int column) { return table().text(row, column); }
-  QStringList column(int number) {
-    QStringList texts;
-    for (int row = 1; row < table().rows(); ++row) texts << text(row, number);
-    return texts;
-  }
-  QString preview() {
-    QCoreApplication::processEvents();
-    return the<QPlainTextEdit>(*window_, "txtVorschau").toPlainText();
-  }
-  QString count() {
-    QCoreApplication::processEvents();
-    return the<QLabel>(*window_, "lblAnzahl").text();
-  }
-  void stand(int row, int number) {
-    grid().setFocus();
-    grid().setCurrentIndex(table().index(row - 1, number));
-  }
-  /// The editor of the current cell, opened by F2.
-  QWidget* editor() {
-    QTest::keyClick(&grid(), Qt::Key_F2);
-    QWidget* found = QApplication::focusWidget();
-    return found == &grid() ? nullptr : found;
-  }
-  /// Types into a cell and takes it over by Enter.
-  void enter(int row, int number, const QString& content) {
-    stand(row, number);
-    QWidget* field = editor();
-    QVERIFY(field);
-    typeInto(*field, content);
-    QTest::keyClick(field, Qt::Key_Return);
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-  }
-  void fillFiles() {
-    for (int row = 1; row < table().rows(); ++row) {
-      table().setText(row, C::DateiWaffe, "0_hwLG.def");
-      table().setText(row, C::DateiScheibe, "0_hsLG.def");
-    }
-  }
-  Expectation& box(const QString& message, BoxAnswer answer = BoxAnswer::Ok) {
-    return office_->place.dialogs.expect(message, answer);
-  }
-
-  std::unique_ptr<ConfiguredCompetition> office_;
-  std::unique_ptr<frmHaeringDEF> window_;
   QUrl openedUrl_;
 };
 
@@ -266,11 +195,75 @@ void TestFrmHaeringDef::theCurrentCellStaysInSight() {
   openWith({"Glück", "Meister"});
   stand(2, C::DateiScheibe);
   click(*window_, "optOutput_0");
-  QCOMPARE(grid().currentIndex(), table().index(1, C::DefDatei));
+  QTRY_COMPARE(grid().currentIndex(), table().index(1, C::DefDatei));
   click(*window_, "optOutput_1");
-  QCOMPARE(grid().currentIndex(), table().index(1, C::Bezeichnung));
+  QTRY_COMPARE(grid().currentIndex(), table().index(1, C::Bezeichnung));
   click(*window_, "optOutput_0");
   QCOMPARE(grid().currentIndex(), table().index(1, C::Bezeichnung));
+}
+
+/// Space, F2 and a failed check never mean a row that the filter hides.
+void TestFrmHaeringDef::keysWorkOnRowsInSight() {
+  const int one = office_->addDiscipline({"a"});
+  office_->addCombination("k", {one});
+  open();
+  grid().setFocus();
+  QCOMPARE(grid().currentRow(), 1);
+  click(*window_, "optAuswahl_2");
+  grid().setFocus();
+  QTest::keyClick(&grid(), Qt::Key_Space);
+  QCOMPARE(column(C::Gewaehlt), (QStringList{"-1", "0"}));
+  QVERIFY(editor());
+  QCOMPARE(grid().currentRow(), 2);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  box("Prüfung fehlgeschlagen\r\nFür die Erstellung der def-Dateien müssen die Einträge >DateiWaffe und "
+      ">DateiScheibe vorhanden sein");
+  click(*window_, "cmdErstellen");
+  QCOMPARE(grid().currentIndex(), table().index(1, C::DateiWaffe));
+}
+
+void TestFrmHaeringDef::theFooterNamesWhatWorks() {
+  openWith({"a"});
+  const auto footer = [this] { return the<QLabel>(*window_, "lblTasten").text(); };
+  QVERIFY(footer().contains("F2 Eingabe") && footer().contains("F4 Vorschläge"));
+  stand(1, C::Name);
+  the<QPushButton>(*window_, "cmdExplorer").setFocus();
+  QTest::keyClick(&the<QPushButton>(*window_, "cmdExplorer"), Qt::Key_F4);
+  auto* list = grid().findChild<QComboBox*>();
+  QVERIFY(list && list->view()->isVisible());
+  QTest::keyClick(list->view(), Qt::Key_Escape);
+  QTest::keyClick(list, Qt::Key_Escape);
+  stand(1, C::Bezeichnung);
+  the<QPushButton>(*window_, "cmdExplorer").setFocus();
+  QTest::keyClick(&the<QPushButton>(*window_, "cmdExplorer"), Qt::Key_F2);
+  auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+  QVERIFY(field);
+  QTest::keyClick(field, Qt::Key_F2);  // in the editor it begins nothing anew
+  QCOMPARE(QApplication::focusWidget(), field);
+  QTest::keyClick(field, Qt::Key_Escape);
+  // No def file in the folder: nothing to suggest, and none is promised.
+  click(*window_, "optOutput_0");
+  QVERIFY(!footer().contains("F4") && footer().contains("F2"));
+}
+
+/// The frame of the current cell is seen on the mark of its row.
+void TestFrmHaeringDef::theCurrentCellIsFramed() {
+  for (const look::Scheme scheme : {look::Scheme::Light, look::Scheme::Dark}) {
+    look::apply(*qApp, scheme);
+    if (!window_) openWith({"Glück"});
+    for (const int number : {C::Gewaehlt, C::Name, C::Bezeichnung}) {
+      stand(1, number);
+      const QRect cell = grid().visualRect(grid().currentIndex());
+      const QImage picture = grid().viewport()->grab(cell).toImage();
+      const QColor frame = picture.pixelColor(picture.width() / 2, 1);
+      const QColor ground = picture.pixelColor(4, 4);
+      QVERIFY2(look::contrast(frame, ground) >= 3, qPrintable(frame.name() + " on " + ground.name()));
+      grid().setCurrentIndex(table().index(0, C::SchiessZeit));
+      const QImage without = grid().viewport()->grab(cell).toImage();
+      QVERIFY(look::contrast(without.pixelColor(picture.width() / 2, 1), ground) < 1.2);
+    }
+  }
+  look::apply(*qApp, look::Scheme::Light);
 }
 
 void TestFrmHaeringDef::columnsGrowWithWhatIsTyped() {
@@ -306,56 +299,6 @@ void TestFrmHaeringDef::editingByKeyboard() {
   // The source of a row isn't edited.
   table().setText(1, C::Name, "a");
   QVERIFY(!(table().flags(table().index(0, C::Name)) & Qt::ItemIsEditable));
-}
-
-void TestFrmHaeringDef::fillDownAsksOnce() {
-  openWith({"a", "b"}, {"LG", "LP"});
-  table().setText(3, C::DateiWaffe, "eigen");
-  box(kColumnQuestion, BoxAnswer::Yes).titled("Frage").with(BoxButtons::YesNo);
-  enter(1, C::DateiWaffe, "0_hwLG.def");
-  QCOMPARE(column(C::DateiWaffe), (QStringList{"0_hwLG.def", "0_hwLG.def", "eigen", "0_hwLG.def"}));
-  // In any other row nothing is asked.
-  enter(2, C::DateiWaffe, "0_hwLP.def");
-  QCOMPARE(text(2, C::DateiWaffe), "0_hwLP.def");
-}
-
-void TestFrmHaeringDef::fillDownRefused() {
-  openWith({"a", "b"});
-  box(kColumnQuestion, BoxAnswer::No);
-  enter(1, C::DateiWaffe, "w");
-  QCOMPARE(column(C::DateiWaffe), (QStringList{"w", ""}));
-}
-
-void TestFrmHaeringDef::fillDownBeforeCreating() {
-  openWith({"a", "b"});
-  fillFiles();
-  table().setText(2, C::DateiWaffe, "");
-  stand(1, C::DateiWaffe);
-  QWidget* field = editor();
-  QVERIFY(field);
-  typeInto(*field, "w");
-  // The click takes the cell over, and its question comes before the files do.
-  box(kColumnQuestion, BoxAnswer::Yes);
-  box(kCreated);
-  click(*window_, "cmdErstellen");
-  QCOMPARE(column(C::DateiWaffe), (QStringList{"w", "w"}));
-  QVERIFY(office_->content("0_hd_LG_b.def").contains("\">DateiWaffe\"\r\n\"w\""));
-}
-
-void TestFrmHaeringDef::fillDownByWeapon() {
-  openWith({"a", "b"}, {"LG", "LP"});
-  box(kWeaponQuestion, BoxAnswer::Yes).titled("Frage").with(BoxButtons::YesNo);
-  enter(4, C::DateiScheibe, "0_hsLP.def");
-  QCOMPARE(column(C::DateiScheibe), (QStringList{"", "0_hsLP.def", "", "0_hsLP.def"}));
-}
-
-void TestFrmHaeringDef::fillDownOfDefinitions() {
-  openWith({"a", "b"}, {"LG", "LP"});
-  click(*window_, "optOutput_0");
-  QCoreApplication::processEvents();
-  box(kWeaponQuestion, BoxAnswer::Yes);
-  enter(1, C::DefDatei, "x.def");
-  QCOMPARE(column(C::DefDatei), (QStringList{"x.def", "", "x.def", ""}));
 }
 
 void TestFrmHaeringDef::anotherFolder() {
@@ -527,6 +470,10 @@ void TestFrmHaeringDef::previewShowsWhatWillBeWritten() {
   QVERIFY(preview().contains(errorDescription(6)));
   stand(2, C::Bezeichnung);
   QVERIFY(preview().contains("\"Meister\""));
+  table().setText(2, C::DateiName, "");
+  QCOMPARE(preview(), "Ohne >DateiName wird nichts erstellt.");
+  click(*window_, "optOutput_2");
+  QCOMPARE(preview(), "Diese Zeile wird nicht geschrieben: sie hat keinen >DateiName.");
   table().setText(2, C::DefDatei, "m.def");
   click(*window_, "optOutput_0");
   QVERIFY(preview().contains("Bezeichnung = \"Meister\"\nDefinition = \"m.def\""));

@@ -61,6 +61,7 @@ class TestFrmHaeringIniPruefung : public QObject {
   void aMissingIniIsReported();
   void aRedRowSaysWhatIsMissing();
   void otherRowsSayNothing();
+  void enterChecksWhereItIsDrawnSo();
   void copies();
   void prints();
   void aFailedPrinterIsReported();
@@ -134,8 +135,14 @@ void TestFrmHaeringIniPruefung::anotherFolderIsChecked() {
   place->dialogs.expectFolder("Bitte Intarso-Pfad auswählen:", place->path("neu"));
   click(*dialog, "cmdPfad");
   QCOMPARE(label("lblHaeringPfad"), place->path("neu") + QDir::separator());
-  QCOMPARE(texts(), QStringList());
-  QCOMPARE(label("lblAnzahl"), "");
+  // What was found stays, and tells of the folder that was checked.
+  QCOMPARE(texts().size(), 5);
+  QCOMPARE(label("lblAnzahl"), "1 Disziplin, 2 Dateien vorhanden, 2 fehlen");
+  const QString checked = "Ordner: " + place->path("esa") + QDir::separator();
+  place->dialogs.expect("Es fehlt die def-Datei: b.def\n" + checked + "\nGenannt wird sie in: esa_preis.ini");
+  doubleClickRow(5);
+  click(*dialog, "cmdKopieren");
+  QVERIFY(QApplication::clipboard()->text().contains('\n' + checked + '\n'));
   click(*dialog, "cmdCheck");
   QCOMPARE(texts(), QStringList{"Neu"});
   QCOMPARE(place->settings.value("Tarvex", "Häring", "Netzverzeichnis"), place->path("esa"));
@@ -251,6 +258,22 @@ void TestFrmHaeringIniPruefung::otherRowsSayNothing() {
   click(*dialog, "cmdCheck");
   for (const int row : {1, 2, 3}) doubleClickRow(row);
   QVERIFY(place->dialogs.asked().isEmpty());
+}
+
+void TestFrmHaeringIniPruefung::enterChecksWhereItIsDrawnSo() {
+  writeSample();
+  open();
+  auto& check = the<QPushButton>(*dialog, "cmdCheck");
+  QVERIFY(check.isDefault());
+  QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+  QCOMPARE(texts().size(), 5);
+  grid().setFocus();
+  QVERIFY(!check.isDefault());
+  write("esa_preis.ini", "Bezeichnung = Neu\n");
+  the<QPushButton>(*dialog, "cmdPfad").setFocus();
+  QVERIFY(check.isDefault());
+  press(*dialog, "cmdPfad", Qt::Key_Return);
+  QCOMPARE(texts(), QStringList{"Neu"});
 }
 
 void TestFrmHaeringIniPruefung::copies() {

@@ -39,6 +39,8 @@ class TestFrmHaeringOutput : public QObject {
   void theTextIsSentAsItStands_data();
   void theTextIsSentAsItStands();
   void whatIsTypedIsNotCompleted();
+  void enterSendsNothing();
+  void anEmptyTextIsSentToo();
   void noLineSendsNothing();
   void allAndNone();
   void aFailedLineCanBeSkipped();
@@ -183,7 +185,7 @@ void TestFrmHaeringOutput::theTextIsSentAsItStands() {
   QFETCH(QByteArray, bytes);
   open(1);
   type(*dialog, "cmbOutput", text);
-  press(*dialog, "cmdSenden", Qt::Key_Return);
+  press(*dialog, "cmdSenden", Qt::Key_Space);
   QCOMPARE(read("HServ1.nrt"), bytes);
   QCOMPARE(read("HServ1.ctl"), QByteArray("\"\"\r\n"));
 }
@@ -191,9 +193,26 @@ void TestFrmHaeringOutput::theTextIsSentAsItStands() {
 void TestFrmHaeringOutput::whatIsTypedIsNotCompleted() {
   open(1);
   type(*dialog, "cmbOutput", "h0");
-  QTest::keyClick(the<QComboBox>(*dialog, "cmbOutput").lineEdit(), Qt::Key_Return);
+  click(*dialog, "cmdSenden");
   QCOMPARE(read("HServ1.nrt"), QByteArray("\"h0\"\r\n"));
   QCOMPARE(the<QComboBox>(*dialog, "cmbOutput").count(), 4);
+}
+
+void TestFrmHaeringOutput::enterSendsNothing() {
+  open(1);
+  type(*dialog, "cmbOutput", "53");
+  QTest::keyClick(the<QComboBox>(*dialog, "cmbOutput").lineEdit(), Qt::Key_Return);
+  press(*dialog, "List1", Qt::Key_Enter);
+  QVERIFY(!place->files.exists(file("HServ1.nrt")) && !place->files.exists(file("HServ1.ctl")));
+  QVERIFY(!the<QPushButton>(*dialog, "cmdSenden").isDefault());
+  QVERIFY(dialog->isVisible());
+}
+
+void TestFrmHaeringOutput::anEmptyTextIsSentToo() {
+  open(1);
+  click(*dialog, "cmdSenden");
+  QCOMPARE(read("HServ1.nrt"), QByteArray("\"\"\r\n"));
+  QCOMPARE(read("HServ1.ctl"), QByteArray("\"\"\r\n"));
 }
 
 void TestFrmHaeringOutput::noLineSendsNothing() {

@@ -31,6 +31,10 @@ class TestStationLines : public QObject {
                                             << "alt:   x"
                                             << "alt:   x"
                                             << "alt:   x";
+    QTest::newRow("tabs belong to the text") << "\tBezeichnung = \t\"LG\" \t "
+                                             << "\t  \tLG \t"
+                                             << "\t  \t\"LG\" \t"
+                                             << "\t  \tLG \t";
     QTest::newRow("nothing beside") << "Bezeichnung"
                                     << ""
                                     << ""
@@ -54,6 +58,9 @@ class TestStationLines : public QObject {
     QTest::newRow("blanks in the quotes") << "Definition=\" a.def \""
                                           << "a.def"
                                           << " a.def ";
+    QTest::newRow("a tab is no blank") << "Definition = \ta.def\t "
+                                       << "\ta.def\t"
+                                       << "\ta.def\t";
     QTest::newRow("without quotes") << "Definition = a.def "
                                     << "a.def"
                                     << "a.def";

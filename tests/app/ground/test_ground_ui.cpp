@@ -44,6 +44,7 @@ class TestGroundUi : public QObject {
  private Q_SLOTS:
   void aPlaceGoesAndComes();
   void aGridKeepsItsColumns();
+  void aHiddenColumnKeepsItsWidth();
   void anEmptyPlaceCentres();
   void onlyWhatMakesSenseIsTaken();
   void decimalCommasReadTheSame();
@@ -97,6 +98,24 @@ void TestGroundUi::aGridKeepsItsColumns() {
   PositionLaden(place.workplace(), fewer, &fewer.grid);
   QCOMPARE(fewer.grid.columnWidth(0), 44);
   QCOMPARE(fewer.grid.columnWidth(1), designed);
+}
+
+void TestGroundUi::aHiddenColumnKeepsItsWidth() {
+  TestWorkplace place;
+  Form form;
+  form.grid.setColumnWidth(0, 30);
+  form.grid.setColumnWidth(1, 80);
+  form.grid.setColumnWidth(2, 120);
+  form.grid.setColumnHidden(1, true);
+  PositionSpeichern(place.workplace(), form, &form.grid);
+  QCOMPARE(stored(place, "frmTest-grdListe"), "40;50;300;200;30;80;120");
+  QVERIFY(form.grid.isColumnHidden(1));
+  Form again;
+  again.grid.setColumnHidden(1, true);
+  PositionLaden(place.workplace(), again, &again.grid);
+  QVERIFY(again.grid.isColumnHidden(1));
+  again.grid.setColumnHidden(1, false);
+  QCOMPARE(again.grid.columnWidth(1), 80);
 }
 
 void TestGroundUi::anEmptyPlaceCentres() {

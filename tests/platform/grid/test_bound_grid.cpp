@@ -33,6 +33,7 @@ class TestBoundGrid : public QObject {
   void aRowIsStoredWhenItIsLeft();
   void aRowIsStoredWhenTheKeyboardLeaves();
   void anEmptiedCellIsNull();
+  void aStoredEmptyTextBecomesNull();
   void boxesAreTicked();
   void lockedStaysLocked();
   void whatTheFieldCantHoldIsRefused();
@@ -51,6 +52,7 @@ class TestBoundGrid : public QObject {
   void deletingEndsWhenTheOperatorGivesUp();
   void filterCellsSpeak();
   void titlesSpeak();
+  void titlesAreClickedByKeyboard();
   void bookmarksOutliveTheOrder();
   void theModelKeepsItsPromises();
 
@@ -215,6 +217,22 @@ void TestBoundGrid::anEmptiedCellIsNull() {
   QVERIFY(rows->submitRow());
   const auto recordset = database->openRecordset("Select * from Artikel where ID = 1");
   QVERIFY(!recordset->value("Name").isValid());
+}
+
+/// Another program may have stored it.
+void TestBoundGrid::aStoredEmptyTextBecomesNull() {
+  database->execute("Update Artikel set Name = '' where ID = 1");
+  rows->refresh();
+  QVERIFY(rows->waitForAll());
+  grid->setUnlocked(true);
+  const auto stored = [this] { return database->openRecordset("Artikel")->value("Name"); };
+  QVERIFY(stored().isValid() && stored().toString().isEmpty());
+  typeAt(0, 1, "");
+  QVERIFY(rows->isEdited());
+  QVERIFY(rows->submitRow());
+  QVERIFY(!stored().isValid());
+  typeAt(0, 1, "");  // Null it is: nothing to store
+  QVERIFY(!rows->isEdited());
 }
 
 void TestBoundGrid::boxesAreTicked() {
@@ -441,6 +459,24 @@ void TestBoundGrid::titlesSpeak() {
   grid->showOrder(2, Qt::DescendingOrder);
   QVERIFY(header->isSortIndicatorShown());
   QCOMPARE(header->sortIndicatorSection(), 2);
+}
+
+void TestBoundGrid::titlesAreClickedByKeyboard() {
+  QSignalSpy clicked(grid, &BoundGrid::titleClicked);
+  grid->setFocus();
+  grid->setCurrentIndex({});
+  QTest::keyClick(grid, Qt::Key_Return, Qt::ControlModifier);
+  QCOMPARE(clicked.count(), 0);  // no column is current
+  grid->setCurrentIndex(rows->index(1, 3));
+  QTest::keyClick(grid, Qt::Key_Return, Qt::ControlModifier);
+  QTest::keyClick(grid, Qt::Key_Return);
+  QCOMPARE(clicked.count(), 1);
+  QCOMPARE(clicked[0][0].toInt(), 3);
+  grid->setFilterRow(true);
+  QTest::keyClick(&the<QLineEdit>(*grid, "filter_Name"), Qt::Key_Enter, Qt::ControlModifier);
+  QTest::keyClick(&the<QLineEdit>(*grid, "filter_Name"), Qt::Key_Enter);
+  QCOMPARE(clicked.count(), 2);
+  QCOMPARE(clicked[1][0].toInt(), 1);
 }
 
 void TestBoundGrid::bookmarksOutliveTheOrder() {

@@ -12,66 +12,19 @@
 #include <QVBoxLayout>
 #include <memory>
 
-#include "platform/grid/text_grid.h"
 #include "platform/runtime/error.h"
+#include "tests/platform/grid/grid_window.h"
 
 using qk::TextGrid;
 using qk::TextTable;
-
-namespace {
-
-// A grid as the rooms use it: ticks, a name, a hidden column, an editable number; and a neighbour for the
-// focus.
-struct Window {
-  Window() {
-    auto* layout = new QVBoxLayout(&widget);
-    grid = new TextGrid(&widget);
-    next = new QLineEdit(&widget);
-    layout->addWidget(grid);
-    layout->addWidget(next);
-    table = grid->table();
-    table->setColumns(4);
-    table->setTickColumn(0, "-1");
-    table->setColumnWidth(0, 400);
-    table->setColumnWidth(1, 2000);
-    table->setColumnWidth(2, 0);
-    table->setColumnWidth(3, 1440);
-    table->setEditable(3, true);
-    table->setRightAligned(3, true);
-    for (int i = 1; i <= 5; ++i) table->addRow({"0", "Name " + QString::number(i), "verborgen", "10"});
-    widget.resize(500, 400);
-    widget.show();
-    widget.activateWindow();
-    ready = QTest::qWaitForWindowActive(&widget);
-    grid->setFocus();
-  }
-  QPoint at(int row, int column) const { return grid->visualRect(table->index(row - 1, column)).center(); }
-  void click(int row, int column) {
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at(row, column));
-  }
-  /// Press, release, press, release, as the window system tells them.
-  void doubleClick(int row, int column) {
-    const QPoint place = grid->viewport()->mapTo(&widget, at(row, column));
-    QTest::mouseDClick(widget.windowHandle(), Qt::LeftButton, {}, place);
-  }
-  QComboBox* list() const { return grid->viewport()->findChild<QComboBox*>(); }
-  QLineEdit* editor() const { return grid->viewport()->findChild<QLineEdit*>(); }
-
-  QWidget widget;
-  TextGrid* grid;
-  QLineEdit* next;
-  TextTable* table;
-  bool ready = false;
-};
-
-}  // namespace
+using qk::test::GridWindow;
 
 class TestTextGrid : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
   void init() {
-    window = std::make_unique<Window>();
+    window = std::make_unique<GridWindow>();
     QVERIFY(window->ready);
   }
   void cleanup() { window.reset(); }
@@ -90,6 +43,8 @@ class TestTextGrid : public QObject {
   void tabOutOfTheEditorStoresAndLeaves();
   void arrowsHomeAndEnd();
   void hiddenRowsAreWalkedOver();
+  void theCurrentCellIsInSight();
+  void aHiddenColumnLeavesItsCell();
   void currentRowCountsWithTheHeader();
   void doubleClickTellsTheCell();
   void theSecondClickOfADoubleClick();
@@ -107,16 +62,9 @@ class TestTextGrid : public QObject {
   void aTableFromOutsideIsNotOwned();
   void aThousandRowsKeepTheView();
   void headersAreReadable();
-  void suggestionsAreParsed_data();
-  void suggestionsAreParsed();
-  void aSuggestionIsTakenByKeyboard();
-  void freeTextBesideTheSuggestions();
-  void aClosedListTakesNoText();
-  void theListDropsAndAChoiceIsTakenAtOnce();
-  void withoutEntriesTheFieldIsPlain();
 
  private:
-  std::unique_ptr<Window> window;
+  std::unique_ptr<GridWindow> window;
 };
 
 void TestTextGrid::aClickAnywhereInTheCellTicks() {
@@ -273,6 +221,47 @@ void TestTextGrid::hiddenRowsAreWalkedOver() {
   QCOMPARE(window->grid->currentRow(), 3);
   QTest::keyClick(window->grid, Qt::Key_End);
   QCOMPARE(window->grid->currentRow(), 4);
+}
+
+void TestTextGrid::theCurrentCellIsInSight() {
+  window->grid->setCurrentRow(1);
+  for (const int row : {1, 2, 5}) window->table->setRowHeight(row, 0);
+  // The keys come before the view has followed its table.
+  QTest::keyClick(window->grid, Qt::Key_Space);
+  QCOMPARE(window->table->text(1, 0), "0");
+  QCOMPARE(window->table->text(3, 0), "-1");
+  QCOMPARE(window->grid->currentRow(), 3);
+  window->grid->setCurrentRow(5);
+  QCOMPARE(window->grid->currentRow(), 4);
+  window->grid->setCurrentCell(1, 2);  // hidden both ways
+  QCOMPARE(window->grid->currentIndex(), window->table->index(2, 1));
+  QCoreApplication::processEvents();
+  for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_Down, Qt::Key_End, Qt::Key_Right, Qt::Key_PageUp,
+                            Qt::Key_Up, Qt::Key_Home, Qt::Key_Left, Qt::Key_N, Qt::Key_N}) {
+    QTest::keyClick(window->grid, key);
+    QVERIFY(!window->grid->isRowHidden(window->grid->currentIndex().row()));
+    QVERIFY(!window->grid->isColumnHidden(window->grid->currentIndex().column()));
+  }
+  // Typed letters look for a row: not for a hidden one.
+  window->grid->setCurrentCell(4, 1);
+  window->grid->keyboardSearch("Name 5");
+  QCOMPARE(window->grid->currentRow(), 4);
+  for (const int row : {3, 4}) window->table->setRowHeight(row, 0);
+  QTest::keyClick(window->grid, Qt::Key_Space);
+  QCOMPARE(window->grid->currentRow(), 0);
+  QCOMPARE(window->table->text(4, 0), "0");
+  QVERIFY_THROWS_EXCEPTION(qk::Error, window->grid->setCurrentCell(0, 1));
+  QVERIFY_THROWS_EXCEPTION(qk::Error, window->grid->setCurrentCell(6, 1));
+  QVERIFY_THROWS_EXCEPTION(qk::Error, window->grid->setCurrentCell(1, 4));
+}
+
+void TestTextGrid::aHiddenColumnLeavesItsCell() {
+  window->grid->setCurrentIndex(window->table->index(1, 3));
+  window->table->setColumnWidth(3, 0);
+  QTRY_COMPARE(window->grid->currentIndex(), window->table->index(1, 1));
+  for (const int column : {0, 1}) window->table->setColumnWidth(column, 0);
+  window->table->setColumnWidth(3, 1440);
+  QTRY_COMPARE(window->grid->currentIndex(), window->table->index(1, 3));
 }
 
 void TestTextGrid::currentRowCountsWithTheHeader() {
@@ -453,110 +442,6 @@ void TestTextGrid::headersAreReadable() {
   QCOMPARE(grid->tableInterface()->columnDescription(1), "Disziplin");
   QCOMPARE(grid->tableInterface()->cellAt(0, 1)->text(QAccessible::Name), "Name 1");
   QCOMPARE(grid->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), "nicht angewählt");
-}
-
-void TestTextGrid::suggestionsAreParsed_data() {
-  QTest::addColumn<QString>("list");
-  QTest::addColumn<bool>("freeText");
-  QTest::addColumn<QStringList>("values");
-  QTest::addColumn<QStringList>("shown");
-  QTest::newRow("nothing") << "" << false << QStringList() << QStringList();
-  QTest::newRow("nothing but free text") << "|" << true << QStringList() << QStringList();
-  QTest::newRow("plain") << "|a.def|b;c.def" << true << QStringList{"a.def", "b;c.def"}
-                         << QStringList{"a.def", "b;c.def"};
-  QTest::newRow("closed") << "ja|nein" << false << QStringList{"ja", "nein"} << QStringList{"ja", "nein"};
-  QTest::newRow("codes") << "|0;Ring|-2;keine" << true << QStringList{"Ring", "keine"}
-                         << QStringList{"Ring", "keine"};
-  QTest::newRow("keys") << "|#7;1.10\tLuftgewehr|#8;2.10" << true << QStringList{"7", "8"}
-                        << QStringList{"7 – 1.10 – Luftgewehr", "8 – 2.10"};
-}
-
-void TestTextGrid::suggestionsAreParsed() {
-  QFETCH(QString, list);
-  const qk::Suggestions parsed = qk::parseSuggestions(list);
-  QStringList values, shown;
-  for (const qk::Suggestion& entry : parsed.entries) {
-    values << entry.value;
-    shown << entry.shown;
-  }
-  QTEST(parsed.freeText, "freeText");
-  QTEST(values, "values");
-  QTEST(shown, "shown");
-}
-
-void TestTextGrid::aSuggestionIsTakenByKeyboard() {
-  window->grid->setSuggestions(3, qk::parseSuggestions("|#7;1.10\tLuftgewehr|#8;2.10\tPistole"));
-  QSignalSpy edited(window->grid, &TextGrid::afterEdit);
-  window->click(2, 3);
-  QTest::keyClick(window->grid, Qt::Key_F2);
-  QTRY_VERIFY(window->list());
-  QCOMPARE(window->list()->currentText(), "10");
-  QTest::keyClick(window->list(), Qt::Key_Down);
-  QCOMPARE(window->list()->currentText(), "7");
-  QTest::keyClick(window->list(), Qt::Key_Down);
-  QTest::keyClick(window->list(), Qt::Key_Return);
-  QTRY_COMPARE(window->table->text(2, 3), "8");
-  QTRY_VERIFY(!window->list());
-  QCOMPARE(edited.size(), 1);
-
-  QTest::keyClick(window->grid, Qt::Key_F2);
-  QTRY_VERIFY(window->list());
-  QTest::keyClick(window->list(), Qt::Key_Up);
-  QTest::keyClick(window->list(), Qt::Key_Escape);
-  QTRY_VERIFY(!window->list());
-  QCOMPARE(window->table->text(2, 3), "8");
-}
-
-void TestTextGrid::freeTextBesideTheSuggestions() {
-  window->grid->setSuggestions(3, qk::parseSuggestions("|10|100"));
-  window->click(2, 3);
-  // The digit that starts the editing counts, and nothing is completed.
-  QTest::keyClick(window->grid, Qt::Key_1);
-  QTRY_VERIFY(window->list());
-  QCOMPARE(window->list()->currentText(), "1");
-  QTest::keyClick(window->list(), Qt::Key_Return);
-  QTRY_COMPARE(window->table->text(2, 3), "1");
-}
-
-void TestTextGrid::aClosedListTakesNoText() {
-  window->grid->setSuggestions(3, qk::parseSuggestions("ja|nein"));
-  window->click(2, 3);
-  QTest::keyClick(window->grid, Qt::Key_F2);
-  QTRY_VERIFY(window->list());
-  QTest::keyClicks(window->list(), "x");
-  QCOMPARE(window->list()->currentText(), "10");
-  QTest::keyClick(window->list(), Qt::Key_Down);
-  QTest::keyClick(window->list(), Qt::Key_Return);
-  QTRY_COMPARE(window->table->text(2, 3), "ja");
-}
-
-void TestTextGrid::theListDropsAndAChoiceIsTakenAtOnce() {
-  window->grid->setSuggestions(3, qk::parseSuggestions("|Ring|Zehntelringe"));
-  window->click(2, 3);
-  for (const auto& [key, modifiers] :
-       {std::pair<Qt::Key, Qt::KeyboardModifiers>{Qt::Key_F4, {}}, {Qt::Key_Down, Qt::AltModifier}}) {
-    window->table->setText(2, 3, "10");
-    QTest::keyClick(window->grid, key, modifiers);
-    QTRY_VERIFY(window->list());
-    QTRY_VERIFY(window->list()->view()->isVisible());
-    QTest::keyClick(window->list()->view(), Qt::Key_Down);
-    QTest::keyClick(window->list()->view(), Qt::Key_Return);
-    QTRY_VERIFY(!window->list());
-    QCOMPARE(window->table->text(2, 3), "Zehntelringe");
-  }
-  // Where there is no list, the keys are nobody's.
-  window->click(2, 1);
-  QTest::keyClick(window->grid, Qt::Key_F4);
-  QVERIFY(!window->list());
-}
-
-void TestTextGrid::withoutEntriesTheFieldIsPlain() {
-  window->grid->setSuggestions(3, qk::parseSuggestions("|10"));
-  window->grid->setSuggestions(3, {});
-  window->click(2, 3);
-  QTest::keyClick(window->grid, Qt::Key_F2);
-  QTRY_VERIFY(window->editor());
-  QVERIFY(!window->list());
 }
 
 QTEST_MAIN(TestTextGrid)
