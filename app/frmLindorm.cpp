@@ -2,6 +2,8 @@
 
 #include <QCloseEvent>
 #include <QLabel>
+#include <QScopedValueRollback>
+#include <algorithm>
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
@@ -19,16 +21,26 @@ frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWid
       ui_(std::make_unique<Ui::frmLindorm>()),
       opening_(workplace, global),
       tree_((ui_->setupUi(this), ui_->tree)),
-      marks_(workplace, tree_, [this](int nIndex) -> UserControl1* {
-        return nIndex >= 0 && nIndex < lineCount() ? &cLine(nIndex) : nullptr;
-      }) {
+      marks_(workplace, tree_,
+             [this](int nIndex) -> UserControl1* {
+               return nIndex >= 0 && nIndex < lineCount() ? &cLine(nIndex) : nullptr;
+             }),
+      exchangeWatch_(
+          workplace,
+          [this] { return std::any_of(lines_.begin(), lines_.end(), std::mem_fn(&UserControl1::isPolling)); },
+          this) {
   noLine_ = new QLabel("Keine Linie eingerichtet.\n\nOptionen - Schießstände legt die Linien fest.",
                        ui_->panelLinien);
   noLine_->setObjectName("lblKeineLinie");
   noLine_->setAlignment(Qt::AlignCenter);
   ui_->layoutLinien->addWidget(noLine_, 0, 0);
   opening_.onCaption = [this](const QString& caption) { setWindowTitle(caption); };
-  opening_.onOpenDialog = [this](Steps& step) { mnuDateiWettkampfOpen_Click(step); };
+  opening_.onOpenDialog = [this](Steps& step) {
+    if (starting_ && !workplace_.files.exists(sWettkampf()))
+      offerCompetition(step);
+    else
+      mnuDateiWettkampfOpen_Click(step);
+  };
   makeToolbar();
   makeKeys();
   connectMenus();
@@ -39,12 +51,14 @@ frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWid
     reported(clickReport("tree_NodeClick"), [&](Steps&) { ShowControl(key.remove("Linie").toShort()); });
   });
   connect(&marks_, &LineMarks::shooterChosen, this, &frmLindorm::Zeige_Schuetzen);
+  connect(&exchangeWatch_, &ExchangeWatch::changed, this, &frmLindorm::showExchangeFolder);
 }
 
 frmLindorm::~frmLindorm() = default;
 
 bool frmLindorm::form_load(const QString& sCommandLine) {
   bool opened = false;
+  const QScopedValueRollback starting(starting_, true);
   reported(fehlerReport(workplace_.dialogs, "Fehler bei form_load_err!"), [&](Steps& step) {
     step([&] { BenutzerRechteLaden(workplace_, global_); });
     loadSplitters();

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/competition_opening.h"
+#include "app/exchange_watch.h"
 #include "app/ground/global_variablen.h"
 #include "app/line_marks.h"
 #include "app/line_tree.h"
@@ -64,6 +65,7 @@ class frmLindorm : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  static constexpr int kStatusMilliseconds = 8000;
   using Routine = std::function<void()>;
   using SteppedRoutine = std::function<void(Steps&)>;
 
@@ -83,9 +85,12 @@ class frmLindorm : public QMainWindow {
   void on(QAction* action, Routine routine);
   void onInSteps(QAction* action, SteppedRoutine routine);
   void onKey(int key, const QString& control);
+  /// The key that leads to a control of the current line: the first of those in sight.
+  void onFocusKey(int key, const QStringList& controls);
   void explain(QAction* action, bool enabled, const QString& why);
   void showLineActions();
   ErrorReport clickReport(const QString& routine) const;
+  void showExchangeFolder();
 
   // Lines.
   void showLoading(int position, qsizetype all);
@@ -106,6 +111,9 @@ class frmLindorm : public QMainWindow {
 
   // Menu routines of more than a line.
   void mnuDateiWettkampfOpen_Click(Steps& step);
+  /// At the start, where there is nothing to open: says so and offers what there is.
+  void offerCompetition(Steps& step);
+  void openChosen(Steps& step, const QString& path);
   void mnuEditSchussbilder_Click();
   void mnuOptEinstellungen_Click();
   void mnuOptHaeringNetzPfad_Click();
@@ -130,9 +138,12 @@ class frmLindorm : public QMainWindow {
   LineTree tree_;
   LineMarks marks_;
   SuccessLine success_{*this};
+  ExchangeWatch exchangeWatch_;
   std::vector<UserControl1*> lines_;
   int generation_ = 0;  // counts the rebuildings of lines_
   QLabel* noLine_ = nullptr;
+  QLabel* exchangeTrouble_ = nullptr;
+  bool starting_ = false;
 };
 
 }  // namespace qk

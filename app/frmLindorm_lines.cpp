@@ -40,6 +40,7 @@ void frmLindorm::Load_Settings() {
       loadLine(position, LinienAktiv.at(position - 1) == '1', fonts);
     }
     statusBar()->clearMessage();
+    if (exchangeWatch_.isMissing()) exchangeWatch_.look();  // perhaps another folder was chosen
     if (tree_.count() > 0) {
       tree_.select(1);
       ShowControl(tree_.key(1).remove("Linie").toShort());
@@ -77,6 +78,10 @@ UserControl1* frmLindorm::addLine(int nIndex) {
   connect(line, &UserControl1::successSaid, this, [this](int index, const QString& text) {
     success_.say("Linie " + QString::number(cLine(index).nLinie()) + ": " + text);
   });
+  for (auto event : {&UserControl1::cmdXPreisModusGestartet, &UserControl1::XPreisModusBeendetClick,
+                     &UserControl1::cmdXWettkampfBeendet})
+    connect(line, event, &exchangeWatch_, &ExchangeWatch::look);
+  line->showExchangeFolder(exchangeWatch_.isMissing());
   return line;
 }
 

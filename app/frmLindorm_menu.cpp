@@ -6,8 +6,10 @@
 #include <QProcess>
 #include <QTimer>
 
+#include "app/demo_competition.h"
 #include "app/frmHilfe.h"
 #include "app/frmLindorm.h"
+#include "app/frmStart.h"
 #include "app/ground/printing.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
@@ -217,11 +219,24 @@ void frmLindorm::mnuDateiWettkampfOpen_Click(Steps& step) {
   const QString path =
       workplace_.dialogs.openFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*",
                                   sWettkampf().isEmpty() ? QString() : QFileInfo(sWettkampf()).path());
-  if (path.isEmpty()) return;
+  if (!path.isEmpty()) openChosen(step, path);
+}
+
+void frmLindorm::openChosen(Steps& step, const QString& path) {
   step([&] { schreibe(workplace_.settings, keys::LetzterWettkampf, path); });
   if (!setWettkampf(path)) return;
   Load_Settings();
   global_.sWettkampf = sWettkampf();
+}
+
+void frmLindorm::offerCompetition(Steps& step) {
+  frmStart start(sWettkampf(), demoFolder(global_));
+  start.exec();
+  if (start.choice() == frmStart::Choice::Open) {
+    mnuDateiWettkampfOpen_Click(step);
+  } else if (start.choice() == frmStart::Choice::Demo) {
+    if (const QString path = demoCompetition(workplace_, global_); !path.isEmpty()) openChosen(step, path);
+  }
 }
 
 void frmLindorm::mnuEditSchussbilder_Click() {
@@ -299,8 +314,9 @@ void frmLindorm::mnuHaeringAktLinieWerbeEIN_Click(Steps& step) {
 
 void frmLindorm::mnuHaeringTransferClear_Click() {
   const Hourglass hourglass;
-  loescheOffeneLinienbefehle(workplace_, workplace_.settings.value("Tarvex", "Häring", "Netzverzeichnis"),
-                             clickReport("mnuHaeringTransferClear_Click"));
+  if (loescheOffeneLinienbefehle(workplace_, workplace_.settings.value("Tarvex", "Häring", "Netzverzeichnis"),
+                                 clickReport("mnuHaeringTransferClear_Click")))
+    success_.say("Der Austauschordner ist geleert.");
 }
 
 void frmLindorm::mnuHaeringEsaPreisIni_Click() {

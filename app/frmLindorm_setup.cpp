@@ -4,10 +4,13 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QShortcut>
+#include <QStatusBar>
 #include <QToolButton>
 
 #include "app/frmLindorm.h"
 #include "data/icons/icons.h"
+#include "platform/look/alert.h"
+#include "platform/widgets/elided_label.h"
 #include "platform/widgets/empty_text.h"
 #include "ui_frmLindorm.h"
 
@@ -17,7 +20,6 @@ namespace {
 
 const char* const kNotYet = "In dieser Version noch nicht enthalten.";
 const char* const kNoLine = "Keine Linie gewählt: Optionen - Schießstände legt die Linien fest.";
-constexpr int kHintMilliseconds = 6000;
 
 }  // namespace
 
@@ -52,9 +54,9 @@ void frmLindorm::onKey(int key, const QString& control) {
   auto* shortcut = new QShortcut(QKeySequence(key), this);
   connect(shortcut, &QShortcut::activated, this, [this, control] {
     const int index = Get_AktLinienNummer();
-    if (index >= lineCount()) return statusBar()->showMessage(kNoLine, kHintMilliseconds);
+    if (index >= lineCount()) return statusBar()->showMessage(kNoLine, kStatusMilliseconds);
     auto* button = cLine(index).findChild<QAbstractButton*>(control);
-    if (!button->isEnabled()) return statusBar()->showMessage(button->statusTip(), kHintMilliseconds);
+    if (!button->isEnabled()) return statusBar()->showMessage(button->statusTip(), kStatusMilliseconds);
     button->click();
   });
 }
@@ -69,10 +71,13 @@ void frmLindorm::makeKeys() {
   onKey(Qt::Key_F12, "cmdAbmeldenSchuetze");
   connect(new QShortcut(QKeySequence(Qt::Key_F2), this), &QShortcut::activated, this, [this] {
     const int index = Get_AktLinienNummer();
-    if (index >= lineCount()) return statusBar()->showMessage(kNoLine, kHintMilliseconds);
+    if (index >= lineCount()) return statusBar()->showMessage(kNoLine, kStatusMilliseconds);
     cLine(index).txtStartnummer()->setFocus(Qt::ShortcutFocusReason);
     cLine(index).txtStartnummer()->selectAll();
   });
+  onFocusKey(Qt::Key_F4, {"flexHaeringDiszi"});
+  onFocusKey(Qt::Key_F10, {"flex"});
+  onFocusKey(Qt::Key_F11, {"m_lstDisziTarvex", "m_lstKombiTarvex"});
   ui_->mnuHilfe->setShortcut(Qt::Key_F1);
   const auto step = [this](QKeySequence key, int by) {
     connect(new QShortcut(key, this), &QShortcut::activated, this, [this, by] {
@@ -84,12 +89,34 @@ void frmLindorm::makeKeys() {
   };
   step(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);
   step(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
-  auto* keys = new QLabel(
-      "F1 Hilfe    F2 Startnummer    F3 Liste    F5 Preismodus    F6 Senden    F7 Nachkauf    F8 Übertragen  "
-      "  "
-      "F9 Speichern + Verbuchen    F12 Abmelden");
+  auto* keys = new ElidedLabel;
   keys->setObjectName("lblTasten");
+  keys->setText(
+      "F1 Hilfe   F2 Startnummer   F3 Liste   F4 Station   F5 Preismodus   F6 Senden   F7 Nachkauf   "
+      "F8 Übertragen   F9 Speichern + Verbuchen   F10 Schüsse   F11 Disziplinen   F12 Abmelden");
   statusBar()->addWidget(keys, 1);
+  exchangeTrouble_ = new ElidedLabel;
+  exchangeTrouble_->setObjectName("lblAustausch");
+  look::makeAlert(*exchangeTrouble_);
+  exchangeTrouble_->hide();
+  statusBar()->addPermanentWidget(exchangeTrouble_);
+}
+
+void frmLindorm::onFocusKey(int key, const QStringList& controls) {
+  connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, [this, controls] {
+    const int index = Get_AktLinienNummer();
+    if (index >= lineCount()) return statusBar()->showMessage(kNoLine, kStatusMilliseconds);
+    for (const QString& name : controls)
+      if (auto* control = cLine(index).findChild<QWidget*>(name); control->isVisible())
+        return control->setFocus(Qt::ShortcutFocusReason);
+  });
+}
+
+void frmLindorm::showExchangeFolder() {
+  const bool missing = exchangeWatch_.isMissing();
+  exchangeTrouble_->setText("Austauschordner fehlt: " + exchangeWatch_.folder());
+  exchangeTrouble_->setVisible(missing);
+  for (UserControl1* line : lines_) line->showExchangeFolder(missing);
 }
 
 void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {

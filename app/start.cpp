@@ -1,5 +1,7 @@
 #include "app/start.h"
 
+#include <QTextStream>
+
 #include "app/frmLindorm.h"
 #include "app/password_question.h"
 #include "app/qk_application.h"
@@ -9,6 +11,7 @@
 #include "platform/look/look.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/files.h"
+#include "platform/runtime/program_call.h"
 #include "platform/settings/settings.h"
 
 namespace qk {
@@ -20,6 +23,27 @@ void bringToFront(QWidget& window) {
   window.show();
   window.raise();
   window.activateWindow();
+}
+
+const QString kHelp =
+    "qk-intarso - das Büro eines Schießwettkampfs\n"
+    "\n"
+    "Aufruf: qk-intarso [WETTKAMPF.qkk]\n"
+    "        qk-intarso --hilfe | --version\n"
+    "\n"
+    "Ohne Angabe öffnet sich der zuletzt benutzte Wettkampf. Ein Wettkampf ist eine Datei oder eine "
+    "Serverdatei\n"
+    "mit der Endung qkk; qk-wettkampf legt welche an. Läuft das Programm schon, kommt sein Fenster nach "
+    "vorn.\n"
+    "\n"
+    "Umgebung: QK_EINSTELLUNGEN (Datei der Einstellungen), QK_DOKUMENTE (gemeinsame Dokumente),\n"
+    "QK_PROGRAMM (Ordner des Programms), temp.\n";
+
+/// Whoever started from a console would wonder why nothing opens there.
+void tellThatItRuns(const QString& path) {
+  QTextStream console(stdout);
+  console << "QK-Intarso läuft schon; sein Fenster kommt nach vorn." << Qt::endl;
+  if (!path.isEmpty()) console << "Nicht geöffnet: " << path << Qt::endl;
 }
 
 int run(QkApplication& application) {
@@ -34,15 +58,19 @@ int run(QkApplication& application) {
       [&dialogs](const QString& prompt, const QString& title) { return dialogs.password(prompt, title); }));
 
   SingleInstance instance(settings.filePath());
-  if (!instance.begin()) return 0;
+  // A path with blanks may come unquoted.
+  const QString path = QCoreApplication::arguments().mid(1).join(' ');
+  if (!instance.begin()) {
+    tellThatItRuns(path);
+    return 0;
+  }
 
   GlobalVariablen global;
   frmLindorm window({clock, random, waits, files, settings, dialogs}, global);
   const dao::WaitingSign waiting = showWaitingIn(window);
   application.onFatal = [&window] { window.stopPolling(); };
   QObject::connect(&instance, &SingleInstance::comeToFront, &window, [&window] { bringToFront(window); });
-  // A path with blanks may come unquoted.
-  if (!window.form_load(QCoreApplication::arguments().mid(1).join(' '))) return 0;
+  if (!window.form_load(path)) return 0;
   window.showMaximized();
   return QApplication::exec();
 }
@@ -50,6 +78,10 @@ int run(QkApplication& application) {
 }  // namespace
 
 int start(int argc, char** argv) {
+  // Before the application object: who asks on a console may have no screen.
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+  if (answeredCall(arguments, "qk-intarso", kHelp)) return 0;
   QkApplication application(argc, argv);
   QCoreApplication::setApplicationName("QK-Intarso");
   look::apply(application);

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "benchmarks/pairs.h"
+#include "platform/runtime/program_call.h"
 
 namespace {
 
@@ -64,7 +65,7 @@ int main(int argc, char** argv) {
   QCommandLineParser parser;
   parser.addOption({"json", "Writes a list of objects name, ratio, bound, unit.", "FILE"});
   parser.addOption({"only", "Only benchmarks whose name holds TEXT.", "TEXT"});
-  parser.addHelpOption();
+  if (qk::answeredCall(app.arguments().mid(1), "qk-bench", parser.helpText())) return 0;
   parser.process(app);
   const auto wanted = [&](const QString& name) { return name.contains(parser.value("only")); };
 

@@ -39,6 +39,7 @@ constexpr ShownColumn kShown[] = {
 constexpr int kRowsInSight = 24;
 
 const QString kOrder = " order by val(Startnummer)";
+const char* const kDoubleTheQuote = "Ein Hochkomma im Namen bitte doppelt eingeben: O''Con findet O'Connor.";
 
 }  // namespace
 
@@ -139,15 +140,23 @@ void frmSchuetzenListe::noteNoShooters() {
 
 void frmSchuetzenListe::readList(const QString& failureText) {
   if (!database_) return;
-  // What is typed goes into the query as it is: a quote in it breaks the query, and the box says so.
+  // What is typed goes into the query as it is: a single quote in it breaks the query.
   const QString name = ui_->txtSuchname->text();
+  const bool broken = name.count(u'\'') % 2 != 0;
   const QString filter = name.isEmpty() ? QString() : " WHERE Schützen.Name like '*" + name + "*'";
-  failureText_ = failureText;
+  failureText_ = broken ? failureText + "\n" + kDoubleTheQuote : failureText;
   waiting_.clear();
   // What a search doesn't find says nothing about the competition.
   if (!name.isEmpty()) noteDue_ = false;
-  reported(fehlerReport(workplace_.dialogs, failureText),
-           [&](Steps&) { list_->open(*database_, "Select * from Schützenliste" + filter + kOrder); });
+  bool opened = false;
+  reported(fehlerReport(workplace_.dialogs, failureText_), [&](Steps&) {
+    list_->open(*database_, "Select * from Schützenliste" + filter + kOrder);
+    opened = true;
+  });
+  if (opened) return;
+  // Nobody chooses from what was found for another text.
+  list_->clear();
+  ui_->lblAnzahl->setText(broken ? kDoubleTheQuote : QString());
 }
 
 void frmSchuetzenListe::showCount() {

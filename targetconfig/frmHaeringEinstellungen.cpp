@@ -9,6 +9,7 @@
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/retry.h"
+#include "platform/settings/settings.h"
 #include "ui_frmHaeringEinstellungen.h"
 
 namespace qk {
@@ -21,10 +22,20 @@ std::vector<std::pair<QCheckBox*, SettingKey>> switchesOf(const Ui::frmHaeringEi
           {ui.chkKassenfenster, keys::OpenKassenfenster}};
 }
 
+/// The folder of the settings. The default of another platform is nobody's folder here: then there is none.
+QString presentFolder(const Settings& settings) {
+  const SettingKey& key = keys::Netzverzeichnis;
+  const QString stored =
+      settings.value(key.application.toString(), key.section.toString(), key.key.toString());
+  if (!stored.isEmpty()) return stored;
+  const QString preset = liesText(settings, key);
+  return isForeignPath(preset) ? QString() : preset;
+}
+
 }  // namespace
 
 QString NetzverzeichnisWaehlen(const Workplace& workplace, const QString& start) {
-  const QString present = liesText(workplace.settings, keys::Netzverzeichnis);
+  const QString present = presentFolder(workplace.settings);
   const QString chosen =
       workplace.dialogs.chooseFolder("Bitte Intarso-Netzwerk-Pfad auswählen:\r\n" + present, start);
   return chosen.isEmpty() ? chosen : withTrailingSeparator(chosen);
@@ -38,15 +49,20 @@ frmHaeringEinstellungen::frmHaeringEinstellungen(const Workplace& workplace, QWi
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 
   const Settings& settings = workplace_.settings;
-  ui_->lblHaeringNetzwerkpfad->setText(withTrailingSeparator(liesText(settings, keys::Netzverzeichnis)));
+  showFolder(presentFolder(settings));
   for (const auto& [box, key] : switchesOf(*ui_)) box->setChecked(liesFlag(settings, key));
 }
 
 frmHaeringEinstellungen::~frmHaeringEinstellungen() = default;
 
 void frmHaeringEinstellungen::cmdHaeringPfad_Click() {
-  const QString chosen = NetzverzeichnisWaehlen(workplace_, ui_->lblHaeringNetzwerkpfad->text());
-  if (!chosen.isEmpty()) ui_->lblHaeringNetzwerkpfad->setText(chosen);
+  const QString chosen = NetzverzeichnisWaehlen(workplace_, folder_);
+  if (!chosen.isEmpty()) showFolder(chosen);
+}
+
+void frmHaeringEinstellungen::showFolder(const QString& folder) {
+  folder_ = folder.isEmpty() ? folder : withTrailingSeparator(folder);
+  ui_->lblHaeringNetzwerkpfad->setText(folder_.isEmpty() ? "noch nicht gewählt" : folder_);
 }
 
 void frmHaeringEinstellungen::cmdOK_Click() {
@@ -54,9 +70,7 @@ void frmHaeringEinstellungen::cmdOK_Click() {
       reported(fehlerReport(workplace_.dialogs, "Fehler bei cmdOK_Click_err!"), [&](Steps& step) {
         for (const auto& [box, key] : switchesOf(*ui_))
           step([&] { schreibe(workplace_.settings, key, box->isChecked()); });
-        step([&] {
-          schreibe(workplace_.settings, keys::Netzverzeichnis, ui_->lblHaeringNetzwerkpfad->text());
-        });
+        if (!folder_.isEmpty()) step([&] { schreibe(workplace_.settings, keys::Netzverzeichnis, folder_); });
       });
   if (!stored) return;
   bOK_ = true;

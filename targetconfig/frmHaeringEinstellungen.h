@@ -29,9 +29,11 @@ class frmHaeringEinstellungen : public QDialog {
  private:
   void cmdHaeringPfad_Click();
   void cmdOK_Click();
+  void showFolder(const QString& folder);
 
   Workplace workplace_;
   std::unique_ptr<Ui::frmHaeringEinstellungen> ui_;
+  QString folder_;  // empty while none is chosen
   bool bOK_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include <QTextStream>
 
 #include "benchmarks/faults/faults.h"
+#include "platform/runtime/program_call.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
@@ -18,7 +19,7 @@ int main(int argc, char** argv) {
   parser.addOption({"moves", "How often a competition is moved.", "N", "0"});
   parser.addOption({"zufall", "Seed of all chance.", "N", "1"});
   parser.addOption({"power-child", "One power failure, in a process of its own.", "FOLDER"});
-  parser.addHelpOption();
+  if (qk::answeredCall(app.arguments().mid(1), "qk-faults", parser.helpText())) return 0;
   parser.process(app);
 
   const unsigned seed = parser.value("zufall").toUInt();

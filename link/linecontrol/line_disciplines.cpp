@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kTickWidth = 400;
 constexpr int kNumberWidth = 620;
+constexpr int kTitledNumberWidth = 800;  // its title is longer than any number
 
 double number(const TextTable& table, int row, int column) {
   return parsePrefix(table.text(row, column));
@@ -20,7 +21,9 @@ double number(const TextTable& table, int row, int column) {
 
 LineDisciplines::LineDisciplines(const Workplace& workplace) : workplace_(workplace), table_(ColumnCount) {
   table_.setText(0, Name, "Disziplin");
+  table_.setText(0, Schuss, "Schuss");
   table_.setText(0, Gesamt, "Ges.");
+  table_.setText(0, Nachkauf, "Nachk.");
   table_.setTickColumn(Auswahl, "1");
   table_.setEditable(Auswahl, true);
   table_.setEditable(Nachkauf, true);
@@ -28,6 +31,7 @@ LineDisciplines::LineDisciplines(const Workplace& workplace) : workplace_(workpl
     table_.setRightAligned(column, true);
     table_.setColumnWidth(column, kNumberWidth);
   }
+  for (int column : {Schuss, Nachkauf}) table_.setColumnWidth(column, kTitledNumberWidth);
   table_.setColumnWidth(Auswahl, kTickWidth);
   table_.setColumnWidth(Grundwert, 0);
 }

@@ -320,7 +320,24 @@ void UserControl1::mnuPopHaeringManuellNeu_Click() {
 
 void UserControl1::Output_2_ESA(const QString& sCommand, bool bWarten) {
   const InUse use(*this);
-  if (exchange_) exchange_->Output_2_ESA(sCommand, bWarten);
+  if (!exchange_) return;
+  try {
+    exchange_->Output_2_ESA(sCommand, bWarten);
+  } catch (const Error&) {
+    ++notSent_;
+    throw;
+  }
+}
+
+void UserControl1::send(const QString& done, const std::function<void()>& routine) {
+  const InUse use(*this);
+  const int sent = sent_, notSent = notSent_;
+  routine();
+  if (retired_) return;
+  if (notSent_ > notSent)
+    Q_EMIT successSaid(index_, "Nicht gesendet: Der Austauschordner nimmt keine Befehle an.");
+  else if (sent_ > sent)
+    Q_EMIT successSaid(index_, done);
 }
 
 void UserControl1::setTimerEnabled(bool enabled) {
@@ -349,20 +366,19 @@ void UserControl1::raise(LineEvent event) {
 }
 
 void UserControl1::Set_Linie_PreisModus_ON() {
-  const InUse use(*this);
-  if (isOpenFor(Asked::ByOperator)) commands_.Set_Linie_PreisModus_ON();
+  send("Preismodus ein", [this] {
+    if (isOpenFor(Asked::ByOperator)) commands_.Set_Linie_PreisModus_ON();
+  });
 }
 void UserControl1::Set_Linie_PreisModus_OFF() {
-  const InUse use(*this);
-  commands_.Set_Linie_PreisModus_OFF();
+  send("Preismodus beendet", [this] { commands_.Set_Linie_PreisModus_OFF(); });
 }
 void UserControl1::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
-  const InUse use(*this);
-  commands_.Set_Anmelden_SchuetzeDisziplinen(bFrage);
+  send(schuetzenName() + " an die Station gesendet",
+       [&] { commands_.Set_Anmelden_SchuetzeDisziplinen(bFrage); });
 }
 void UserControl1::Set_Abmelden_Schuetze() {
-  const InUse use(*this);
-  commands_.Set_Abmelden_Schuetze();
+  send("Schütze abgemeldet", [this] { commands_.Set_Abmelden_Schuetze(); });
 }
 void UserControl1::Wettkampf_Vorbereiten() {
   const InUse use(*this);
@@ -377,24 +393,19 @@ void UserControl1::Wettkampf_Stoppen() {
   commands_.Wettkampf_Stoppen();
 }
 void UserControl1::Set_Linie_Werbefenster_EIN(const QString& text) {
-  const InUse use(*this);
-  commands_.Set_Linie_Werbefenster_EIN(text);
+  send("Werbefenster eingeblendet", [&] { commands_.Set_Linie_Werbefenster_EIN(text); });
 }
 void UserControl1::Set_Linie_Werbefenster_AUS() {
-  const InUse use(*this);
-  commands_.Set_Linie_Werbefenster_AUS();
+  send("Werbefenster ausgeblendet", [this] { commands_.Set_Linie_Werbefenster_AUS(); });
 }
 void UserControl1::Set_Linie_ZurueckWindows() {
-  const InUse use(*this);
-  commands_.Set_Linie_ZurueckWindows();
+  send("zurück zu Windows", [this] { commands_.Set_Linie_ZurueckWindows(); });
 }
 void UserControl1::Set_Linie_ShutDown() {
-  const InUse use(*this);
-  commands_.Set_Linie_ShutDown();
+  send("Rechner fährt herunter", [this] { commands_.Set_Linie_ShutDown(); });
 }
 void UserControl1::Nachkauf_Senden(bool bFrage) {
-  const InUse use(*this);
-  commands_.Nachkauf_Senden(bFrage);
+  send("Nachkauf gesendet", [&] { commands_.Nachkauf_Senden(bFrage); });
 }
 
 // ---- result capture ----
@@ -405,11 +416,26 @@ void UserControl1::SpeichernInDatenbank(bool bUndVerbuchen) {
 }
 void UserControl1::HaeringSchussAnAbwaehlen(bool bWahl) {
   const InUse use(*this);
+  // Ticked shots go into the disciplines at once: without one, a box only says that there is no room.
+  const bool tooEarly = bWahl && capture_.nOffeneSchuss() > 0 && capture_.lstDisziTarvex().tickedCount() == 0;
+  const auto hint = [&] {
+    if (tooEarly && !retired_)
+      Q_EMIT successSaid(index_, "Zuerst rechts eine Disziplin ankreuzen (F11), dann die Schüsse wählen.");
+  };
+  hint();
   capture_.HaeringSchussAnAbwaehlen(bWahl);
+  hint();  // the box may have stood longer than the words
 }
 void UserControl1::HaeringSchussVerwerfenAlle() {
+  discard(&LineCapture::HaeringSchussVerwerfenAlle);
+}
+void UserControl1::discard(void (LineCapture::*routine)()) {
   const InUse use(*this);
-  capture_.HaeringSchussVerwerfenAlle();
+  const int before = capture_.nOffeneSchuss();
+  (capture_.*routine)();
+  const int gone = before - capture_.nOffeneSchuss();
+  if (retired_ || gone <= 0) return;
+  Q_EMIT successSaid(index_, gone == 1 ? "1 Schuss verworfen" : QString("%1 Schüsse verworfen").arg(gone));
 }
 void UserControl1::HaeringSchussWettbewerbAnwaehlen() {
   const InUse use(*this);

@@ -74,6 +74,10 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   int nOffeneSchuss() const { return capture_.nOffeneSchuss(); }
   /// True while a command waits for its station to take the one before it.
   bool commandWaits() const { return commandWaits_; }
+  /// True in price mode: the station's reports are read.
+  bool isPolling() const { return Timer1_->isActive(); }
+  /// Says on the line that its exchange folder is away, or takes that back.
+  void showExchangeFolder(bool missing);
   const QString& sWettkampf() const { return sWettkampf_; }
   void setWettkampf(const QString& sWettkampf) { sWettkampf_ = sWettkampf; }
   /// Opens the competition and reads exchange folder, station disciplines and check lists.
@@ -117,7 +121,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void cmdXWettkampfBeendet(int nIndex);
   void cmdXSchuetzeGesendet(int nIndex);
   void SummenZeile(int nIndex, const QString& text);
-  /// What went well and needs no answer, as a sentence.
+  /// A quiet line that needs no answer: what was done, or what is to be done first.
   void successSaid(int nIndex, const QString& text);
   /// The number of open shots may be another, or a command waits or doesn't any more.
   void workChanged(int nIndex);
@@ -201,6 +205,9 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void showTransferState(bool enabled, const QString& lblSchusszahl);
   void showBestResults();
   void showSendState(SendState state);
+  /// Runs a routine that sends, and says `done` once something went out, or that it couldn't be written.
+  void send(const QString& done, const std::function<void()>& routine);
+  void discard(void (LineCapture::*routine)());
   ErrorReport report(const QString& sText) const;
 
   Workplace workplace_;
@@ -230,6 +237,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   bool completing_ = false;
   bool passwordRefused_ = false;
   bool commandWaits_ = false;
+  bool exchangeFolderMissing_ = false;
+  int sent_ = 0, notSent_ = 0;  // commands so far
   bool retired_ = false;
   int inUse_ = 0;
 };

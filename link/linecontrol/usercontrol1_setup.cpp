@@ -7,6 +7,7 @@
 #include "link/linecontrol/usercontrol1.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
+#include "platform/look/alert.h"
 #include "platform/look/contrast.h"
 #include "platform/runtime/datetext.h"
 #include "platform/widgets/empty_text.h"
@@ -69,13 +70,20 @@ void UserControl1::layOut() {
   keepsItsPlace.setRetainSizeWhenHidden(true);
   ui_->lblSenden->setSizePolicy(keepsItsPlace);
   ui_->panelSchussKnoepfe->setLeftGroup(3);  // what chooses shots; what discards them stands apart
+  // A tab widget in the form's own order would break the chain behind it: its bar stands for it.
+  const auto tabBefore = [](QWidget* before, QTabWidget* tabs, QWidget* behind) {
+    setTabOrder(before, tabs->tabBar());
+    setTabOrder(tabs->tabBar(), behind);
+  };
+  tabBefore(ui_->m_cmdSerieWaehlenHaering, ui_->SSTabDiszi, ui_->m_lstDisziTarvex);
+  tabBefore(ui_->ffErg, ui_->SSTabErg, ui_->lstBesteErg);
   ui_->splitterOben->setStretchFactor(1, 1);
   ui_->splitterUnten->setStretchFactor(0, 1);
   ui_->splitterHoehe->setStretchFactor(0, 3);
   ui_->splitterHoehe->setStretchFactor(1, 2);
   PanelGroesseMerken(workplace_, *ui_->splitterOben, 2, keys::BreiteDisziKombi, PanelMass(*this, 31));
   PanelGroesseMerken(workplace_, *ui_->splitterUnten, 1, keys::BreiteDisziKombi2, PanelMass(*this, 52));
-  PanelGroesseMerken(workplace_, *ui_->splitterOben, 0, keys::BreiteSchuetzen, PanelMass(*this, 40));
+  PanelGroesseMerken(workplace_, *ui_->splitterOben, 0, keys::BreiteSchuetzen, PanelMass(*this, 44));
 }
 
 void UserControl1::UserControl_Initialize() {
@@ -87,6 +95,8 @@ void UserControl1::UserControl_Initialize() {
   if (shotFont_) applyLook(ui_->flex, *shotFont_);
   if (disciplineFont_) applyDisciplineFont();
   ui_->lblLinie->setText(QString::number(nStandnummer_));
+  look::makeAlert(*ui_->lblAustausch);
+  showExchangeFolder(exchangeFolderMissing_);
   showWhetherOpen();
   showGroups();
   showSendState(sendState_);
@@ -184,18 +194,18 @@ void UserControl1::connectControls() {
   press(
       ui_->Command2,
       [this] {
-        commands_.Set_Abmelden_Schuetze();
-        if (!retired_) commands_.Set_Linie_PreisModus_OFF();
+        Set_Abmelden_Schuetze();
+        if (!retired_) Set_Linie_PreisModus_OFF();
       },
       "Meldet den Schützen ab und beendet den Preismodus.");
   press(
-      ui_->cmdSendenSchuetzenDisziplinen, [this] { commands_.Set_Anmelden_SchuetzeDisziplinen(true); },
+      ui_->cmdSendenSchuetzenDisziplinen, [this] { Set_Anmelden_SchuetzeDisziplinen(true); },
       "Meldet Schütze und angekreuzte Disziplinen an der Station an (F6).");
   press(
-      ui_->cmdNachkauf, [this] { commands_.Nachkauf_Senden(true); },
+      ui_->cmdNachkauf, [this] { Nachkauf_Senden(true); },
       "Sendet die eingegebenen zusätzlichen Schüsse (F7).");
   press(
-      ui_->cmdAbmeldenSchuetze, [this] { commands_.Set_Abmelden_Schuetze(); },
+      ui_->cmdAbmeldenSchuetze, [this] { Set_Abmelden_Schuetze(); },
       "Meldet den Schützen an der Station ab (F12).");
   press(
       ui_->cmdCreateCTL, [this] { cmdCreateCTL_Click(); },
@@ -208,19 +218,19 @@ void UserControl1::connectControls() {
   press(
       ui_->cmdWahlKeine, [this] { cmdWahlKeine_Click(); }, "Nimmt alle Kreuze und Nachkäufe zurück.");
   press(
-      ui_->m_cmdAlleWaehlenHaering, [this] { capture_.HaeringSchussAnAbwaehlen(true); },
+      ui_->m_cmdAlleWaehlenHaering, [this] { HaeringSchussAnAbwaehlen(true); },
       "Kreuzt alle offenen Schüsse an.");
   press(
-      ui_->m_cmdAlleAbwaehlenHaering, [this] { capture_.HaeringSchussAnAbwaehlen(false); },
+      ui_->m_cmdAlleAbwaehlenHaering, [this] { HaeringSchussAnAbwaehlen(false); },
       "Nimmt alle Kreuze zurück.");
   press(
       ui_->m_cmdSerieWaehlenHaering, [this] { HaeringSchussWettbewerbAnwaehlen(); },
       "Kreuzt die Serie um den markierten Schuss an (Doppelklick auf den Schuss).");
   press(
-      ui_->m_cmdVerwerfen, [this] { capture_.HaeringSchussVerwerfenAlle(); },
+      ui_->m_cmdVerwerfen, [this] { HaeringSchussVerwerfenAlle(); },
       "Verwirft nach Rückfrage alle offenen Schüsse dieser Linie.");
   press(
-      ui_->m_cmdVerwerfenGewaehlte, [this] { capture_.HaeringSchussVerwerfenGewaehlte(); },
+      ui_->m_cmdVerwerfenGewaehlte, [this] { discard(&LineCapture::HaeringSchussVerwerfenGewaehlte); },
       "Verwirft nach Rückfrage die angekreuzten Schüsse.");
   press(
       ui_->m_cmdUebertragenTarvex, [this] { capture_.m_cmdUebertragenTarvex_Click(); },
@@ -298,6 +308,7 @@ void UserControl1::showBestResults() {
 
 // Red and green are the ground behind black letters: as letters they couldn't be read.
 void UserControl1::showSendState(SendState state) {
+  if (state == SendState::Sent) ++sent_;
   sendState_ = state;
   if (ui_.areMade()) {
     QPalette look = ui_->lblSenden->palette();
@@ -308,6 +319,11 @@ void UserControl1::showSendState(SendState state) {
   }
   const bool waits = state == SendState::Waiting;
   if (std::exchange(commandWaits_, waits) != waits) Q_EMIT workChanged(index_);
+}
+
+void UserControl1::showExchangeFolder(bool missing) {
+  exchangeFolderMissing_ = missing;
+  if (ui_.areMade()) ui_->lblAustausch->setVisible(missing);
 }
 
 void UserControl1::Set_Font_HaeringDisziplin(const Schrift& schrift) {

@@ -8,6 +8,7 @@
 #include <QTranslator>
 
 #include "platform/look/house_style.h"
+#include "platform/look/inside_screen.h"
 
 namespace qk::look {
 
@@ -76,6 +77,7 @@ void apply(QApplication& application, Scheme scheme) {
     if (translator->load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
       QCoreApplication::installTranslator(translator);
   }
+  if (!application.findChild<InsideScreen*>()) application.installEventFilter(new InsideScreen(&application));
   QApplication::setStyle(new HouseStyle);
   QApplication::setFont(houseFont());
   QApplication::setPalette(palette(scheme));

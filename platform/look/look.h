@@ -16,7 +16,8 @@ Scheme systemScheme();
 QPalette palette(Scheme scheme);
 
 /// Style, font (Liberation Sans, else DejaVu Sans, 9 pt), German number and date forms, German texts of the
-/// toolkit's own boxes, and the colours. The translator belongs to the application.
+/// toolkit's own boxes, the colours, and a place inside the screen for every window. Translator and placing
+/// belong to the application.
 void apply(QApplication& application, Scheme scheme = systemScheme());
 
 }  // namespace qk::look

@@ -92,11 +92,20 @@ std::optional<QByteArray> readFile(const QString& path) {
   return QFileInfo::exists(path) ? std::nullopt : std::optional(QByteArray());
 }
 
-/// The file with one value set in it; every other line stays as it is.
+/// What the lines of a file end in, before the LF: as its first one does.
+QByteArray endOfLines(const QList<QByteArray>& lines) {
+  return !lines.isEmpty() && lines.first().endsWith('\r') ? "\r" : "";
+}
+
+/// The file with one value set in it; every other line stays as it is, and new ones end as those do.
 QByteArray merged(const QByteArray& content, const QByteArray& head, const QByteArray& key,
                   const QByteArray& value) {
   QList<QByteArray> lines = content.split('\n');
-  if (lines.last().isEmpty()) lines.removeLast();
+  const QByteArray end = endOfLines(lines);
+  if (lines.last().isEmpty())
+    lines.removeLast();
+  else if (!lines.last().endsWith(end))
+    lines.last() += end;  // the file's last line lacked its end
   const QByteArray own = key + "=" + value;
   QByteArray current;
   qsizetype behind = -1;  // where a new key of the section goes: behind its last line with something in it
@@ -105,17 +114,17 @@ QByteArray merged(const QByteArray& content, const QByteArray& head, const QByte
     if (!line.head.isEmpty()) current = line.head;
     if (current != head) continue;
     if (line.key == key) {
-      lines[i] = own;
+      lines[i] = own + (lines[i].endsWith('\r') ? "\r" : "");
       return lines.join('\n') + '\n';
     }
     if (!lines[i].trimmed().isEmpty()) behind = i + 1;
   }
   if (behind < 0) {
-    if (!lines.isEmpty()) lines += "";
-    lines += head;
+    if (!lines.isEmpty()) lines += end;
+    lines += head + end;
     behind = lines.size();
   }
-  lines.insert(behind, own);
+  lines.insert(behind, own + end);
   return lines.join('\n') + '\n';
 }
 

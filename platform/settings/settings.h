@@ -3,7 +3,8 @@
 // One UTF-8 file: "[Application/Section]" lines, then "key=value", verbatim. It is shared with other programs
 // of the family: it is reread when it has changed, and a write merges into what stands there now, under a
 // lock, through a temporary file, so that no reader ever sees half of it. Lines and sections that this
-// program doesn't know stay as they are. Of a key that stands twice the first one counts.
+// program doesn't know stay as they are, and so do the ends of the lines (CR LF or LF). Of a key
+// that stands twice the first one counts.
 //
 // A value with a line break in it stands as "%:" and the text with "%", CR and LF percent-encoded: values are
 // mostly paths full of backslashes, so the escape is a prefix that hardly any value needs, not a character.

@@ -165,6 +165,7 @@ void TestFrmLindorm::commandLineHidesTheChoice() {
 
 void TestFrmLindorm::badCommandLineEndsTheProgram() {
   RangeOffice office;
+  office.boxes.expectWindow("frmStart", [](QWidget& start) { click(start, "cmdOeffnen"); });
   office.boxes.expectOpenFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*", std::nullopt);
   QVERIFY(!office.open(office.place.path("fort.qkk")));
 }
@@ -179,6 +180,7 @@ void TestFrmLindorm::lastCompetitionWithoutCommandLine() {
 
 void TestFrmLindorm::cancelledDialogAtTheStart() {
   RangeOffice office;
+  office.boxes.expectWindow("frmStart", [](QWidget& start) { click(start, "cmdOeffnen"); });
   office.boxes.expectOpenFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*", std::nullopt);
   QVERIFY(!office.open(""));
 }

@@ -4,12 +4,18 @@
 #include <QStringList>
 #include <QTextStream>
 
+#include "platform/runtime/program_call.h"
 #include "tests/link/import_fuzz.h"
 #include "tests/targetconfig/station_fuzz.h"
 
 namespace {
 
 using namespace qk::test;
+
+const QString kHelp =
+    "qk-fuzz - füttert die Leser des Programms mit verstümmelten Zeilen und Dateien\n\n"
+    "Aufruf: qk-fuzz [--dateien] ANZAHL [STARTWERT]\n"
+    "        qk-fuzz --hilfe | --version\n";
 
 QString verdict(const QString& complaint) {
   return complaint.isEmpty() ? "kein Mangel" : "Mangel: " + complaint;
@@ -36,13 +42,14 @@ int fuzzFiles(QTextStream& out, quint64 seed, int files) {
 int main(int argc, char** argv) {
   QTextStream out(stdout);
   QStringList arguments(argv + 1, argv + argc);
+  if (qk::answeredCall(arguments, "qk-fuzz", kHelp)) return 0;
   const bool files = !arguments.isEmpty() && arguments.first() == "--dateien";
   if (files) arguments.removeFirst();
   bool isCount = arguments.size() == 1 || arguments.size() == 2, isSeed = true;
   const int count = isCount ? arguments[0].toInt(&isCount) : 0;
   const quint64 seed = arguments.size() == 2 ? arguments[1].toULongLong(&isSeed) : 1;
   if (!isCount || count < 1 || !isSeed) {
-    out << "Aufruf: qk-fuzz [--dateien] ANZAHL [STARTWERT]" << Qt::endl;
+    out << kHelp << Qt::flush;
     return 1;
   }
   return files ? fuzzFiles(out, seed, count) : fuzzRecords(out, seed, count);

@@ -43,6 +43,9 @@ class TestProgram : public QObject {
     QVERIFY(second.waitForFinished());
     QCOMPARE(second.exitStatus(), QProcess::NormalExit);
     QCOMPARE(second.exitCode(), 0);
+    QCOMPARE(QString::fromUtf8(second.readAllStandardOutput()),
+             "QK-Intarso läuft schon; sein Fenster kommt nach vorn.\nNicht geöffnet: " +
+                 place.range.competition() + "\n");
     QVERIFY(first->running());
     QVERIFY(first->modal().isEmpty());
   }

@@ -43,6 +43,7 @@ class TestFrmSchuetzenListe : public QObject {
   void aPartOfTheNameMatchesAnywhere();
   void theEmptyFieldShowsAllAgain();
   void aQuoteBreaksTheQuery();
+  void aDoubledQuoteFindsTheName();
   void arrowsWalkFromTheSearchField();
   void okTakesTheSelectedRow();
   void enterChooses();
@@ -194,13 +195,35 @@ void TestFrmSchuetzenListe::aQuoteBreaksTheQuery() {
     database->openRecordset(
         "Select * from Schützenliste WHERE Schützen.Name like '*O'*' order by val(Startnummer)");
   });
-  place->dialogs.expect(failure + "Fehler bei txtSuchname_Change_err!", BoxAnswer::Abort)
+  const QString hint = "Ein Hochkomma im Namen bitte doppelt eingeben: O''Con findet O'Connor.";
+  place->dialogs.expect(failure + "Fehler bei txtSuchname_Change_err!\n" + hint, BoxAnswer::Abort)
       .titled("Fehler")
       .with(BoxButtons::AbortRetryIgnore)
       .showing(BoxIcon::Exclamation);
   search().setText("O'");
   QVERIFY(place->dialogs.done());
-  // What stood there before still stands.
+  // What stood there before was found for another text.
+  QCOMPARE(numbers(), QStringList());
+  QCOMPARE(the<QLabel>(*dialog, "lblAnzahl").text(), hint);
+  click(*dialog, "cmdOK");
+  QCOMPARE(dialog->sStartnummer(), QString());
+}
+
+void TestFrmSchuetzenListe::aDoubledQuoteFindsTheName() {
+  addSome();
+  database->execute("UPDATE Schützen SET Name = 'O''Connor Inge' WHERE Startnummer = '107'");
+  open();
+  place->dialogs.expect(
+      failureOf([this] {
+        database->openRecordset(
+            "Select * from Schützenliste WHERE Schützen.Name like '*O'*' order by "
+            "val(Startnummer)");
+      }) + "Fehler bei txtSuchname_Change_err!\nEin Hochkomma im Namen bitte doppelt eingeben: "
+           "O''Con findet O'Connor.",
+      BoxAnswer::Ignore);
+  search().setText("O'");
+  QCOMPARE(numbers(), QStringList());
+  search().setText("O''C");
   QCOMPARE(numbers(), QStringList{"107"});
 }
 

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QTextStream>
 
+#include "platform/runtime/program_call.h"
 #include "tools/rundgang/desk.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/reckoning.h"
@@ -21,6 +22,15 @@ constexpr int kShotsBeforeTheCrash = 4;
 /// A registration ends after so many shots: enough for a series of twenty and one more.
 constexpr int kShotsOfARegistration = 21;
 const QString kGroup = "Glück und Zimmerstutzen";
+const QString kHelp =
+    "qk-rundgang - spielt einen Vormittag auf sechs Linien am echten Programm und rechnet alles nach\n"
+    "\n"
+    "Aufruf: qk-rundgang --ordner ORDNER\n"
+    "        qk-rundgang --hilfe | --version\n"
+    "\n"
+    "  --ordner ORDNER  leerer Ordner für Wettkampf, Austausch und Bilder\n"
+    "\n"
+    "Rückgabewert: 0 nur, wenn jede Zahl im Wettkampf stimmt.\n";
 
 void say(const QString& text) {
   QTextStream(stdout) << text << Qt::endl;
@@ -218,7 +228,7 @@ int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   QCommandLineParser parser;
   parser.addOption({"ordner", "Leerer Ordner für Wettkampf, Austausch und Bilder.", "ORDNER"});
-  parser.addHelpOption();
+  if (answeredCall(app.arguments().mid(1), "qk-rundgang", kHelp)) return 0;
   parser.process(app);
   bool good = false;
   try {

@@ -10,6 +10,7 @@
 #include "platform/runtime/clock.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
+#include "platform/runtime/program_call.h"
 #include "platform/runtime/textcodec.h"
 #include "tools/station/options.h"
 
@@ -56,11 +57,9 @@ int main(int argc, char** argv) {
   QTextStream out(stdout);
   QTextStream errors(stderr);
   QString fault;
-  const qk::StationOptions options = qk::parseStationOptions(application.arguments().mid(1), &fault);
-  if (options.helpWanted) {
-    out << qk::stationHelp();
-    return 0;
-  }
+  const QStringList arguments = application.arguments().mid(1);
+  if (qk::answeredCall(arguments, "qk-station", qk::stationHelp())) return 0;
+  const qk::StationOptions options = qk::parseStationOptions(arguments, &fault);
   qk::Files files;
   if (fault.isEmpty() && !files.folderExists(options.folder)) fault = "Der Ordner fehlt: " + options.folder;
   if (!fault.isEmpty()) {

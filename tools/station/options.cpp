@@ -86,14 +86,11 @@ StationOptions parseStationOptions(const QStringList& arguments, QString* fault)
        {"ordner", "linien", "tempo", "zufall", "protokoll", "wiederholen", "fehler", "fehlerquote", "schuss"})
     parser.addOption(QCommandLineOption(name, {}, "wert"));
   parser.addOption(QCommandLineOption("beenden"));
-  parser.addOption(QCommandLineOption(QStringList{"h", "help", "hilfe"}));
 
   fault->clear();
   Reader reader(parser, fault);
   StationOptions options;
   const bool readable = parser.parse(QStringList{"qk-station"} + arguments);
-  options.helpWanted = parser.isSet("help");
-  if (options.helpWanted) return options;
   if (!parser.unknownOptionNames().isEmpty())
     reader.complain("Unbekannte Option: " + parser.unknownOptionNames().first());
   else if (!readable)
@@ -147,6 +144,7 @@ angemeldeter Schütze die gewählten Disziplinen der esa_preis.ini, so viele Sch
                           flagge-ohne-daten  meldet Daten, ohne sie zu schreiben (beendet das Büroprogramm)
   --fehlerquote PROZENT wie oft jede gewählte Störung eintritt (Vorgabe: 20)
   -h, --help, --hilfe   diese Hilfe
+  --version             die Version
 
 Das Programm läuft, bis es beendet wird (Strg+C) oder --beenden greift.
 )";

@@ -21,7 +21,6 @@ struct StationOptions {
   int faultPercent = 20;
   int shotLimit = 0;
   bool endWhenDone = false;
-  bool helpWanted = false;
 };
 
 /// Reads the arguments behind the program's name. On a mistake *fault is a German sentence and the rest is

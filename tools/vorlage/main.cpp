@@ -7,6 +7,7 @@
 #include <QTextStream>
 
 #include "platform/runtime/error.h"
+#include "platform/runtime/program_call.h"
 #include "tools/schema/schema_build.h"
 
 namespace {
@@ -39,9 +40,14 @@ void build(const QString& textPath, const QString& target) {
 int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   const QStringList arguments = application.arguments();
+  const QString help =
+      "qk-vorlage - baut eine Nebendatenbank aus ihrer Beschreibung\n\n"
+      "Aufruf: qk-vorlage TEXT DATEI\n"
+      "        qk-vorlage --hilfe | --version\n";
+  if (qk::answeredCall(arguments.mid(1), "qk-vorlage", help)) return 0;
   QTextStream errors(stderr);
   if (arguments.size() != 3) {
-    errors << "Aufruf: qk-vorlage TEXT DATEI\n";
+    errors << help;
     return 2;
   }
   try {

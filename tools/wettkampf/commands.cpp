@@ -6,6 +6,7 @@
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
+#include "platform/runtime/program_call.h"
 #include "tools/wettkampf/competition.h"
 #include "tools/wettkampf/exchange.h"
 #include "tools/wettkampf/move_command.h"
@@ -34,8 +35,8 @@ const QString Help =
     "      vergleicht danach beide. VON wird nur gelesen. NACH ist eine Datei, die es noch nicht gibt, oder\n"
     "      eine Serverdatei, deren Datenbank leer ist. Solange muss überall QK-Intarso geschlossen sein.\n"
     "      --von-vorn  verwirft, was ein abgebrochener Umzug am Ziel liegen ließ, und beginnt neu\n"
-    "  qk-wettkampf --help\n"
-    "      zeigt diese Hilfe.\n"
+    "  qk-wettkampf --hilfe | --version\n"
+    "      zeigt diese Hilfe oder die Version.\n"
     "\n"
     "DATEI soll auf .qkk enden; ihr Pfad soll sonst keinen Punkt enthalten. Statt einer neuen Datei kann "
     "sie\n"
@@ -141,8 +142,8 @@ int carryOut(const Request& request, QTextStream& out, QTextStream& errors) {
 }  // namespace
 
 int runCompetitionTool(const QStringList& arguments, QTextStream& out, QTextStream& errors) {
-  if (arguments.contains("--help") || arguments.contains("-h")) {
-    out << Help;
+  if (const auto answer = answerToCall(arguments, "qk-wettkampf", Help)) {
+    out << *answer;
     return 0;
   }
   try {

@@ -24,6 +24,7 @@ class TestSettings : public QObject {
   void strangeKeysStayApart();
   void foreignLinesStay();
   void aForeignChangeIsSeen();
+  void lineEndsStay();
   void theFirstOfTwoCounts();
   void windowsLineEndsAndByteOrderMark();
   void everyWriteMovesTheTimeStampOn();
@@ -156,6 +157,22 @@ void TestSettings::aForeignChangeIsSeen() {
   QCOMPARE(settings.value("App", "Teil", "k"), "zwei");
   QVERIFY(QFile::remove(path_));
   QCOMPARE(settings.value("App", "Teil", "k", "weg"), "weg");
+}
+
+void TestSettings::lineEndsStay() {
+  Settings settings(path_);
+  put("[App/Teil]\r\na=1\r\n\r\n[Fremd/Teil]\r\nx=y\r\n");
+  settings.setValue("App", "Teil", "a", "2");
+  settings.setValue("App", "Teil", "b", "3");
+  settings.setValue("App", "Neu", "c", "4");
+  QCOMPARE(content(), QByteArray("[App/Teil]\r\na=2\r\nb=3\r\n\r\n[Fremd/Teil]\r\nx=y\r\n\r\n"
+                                 "[App/Neu]\r\nc=4\r\n"));
+  put("[App/Teil]\r\na=1");
+  settings.setValue("App", "Teil", "b", "3");
+  QCOMPARE(content(), QByteArray("[App/Teil]\r\na=1\r\nb=3\r\n"));
+  put("[App/Teil]\na=1");
+  settings.setValue("App", "Teil", "b", "3");
+  QCOMPARE(content(), QByteArray("[App/Teil]\na=1\nb=3\n"));
 }
 
 void TestSettings::theFirstOfTwoCounts() {

@@ -1,0 +1,16 @@
+#include "platform/look/alert.h"
+
+#include <QLabel>
+
+namespace qk::look {
+
+void makeAlert(QLabel& label) {
+  QPalette colours = label.palette();
+  colours.setColor(QPalette::Window, QColor(0xffc000));
+  colours.setColor(QPalette::WindowText, Qt::black);
+  label.setPalette(colours);
+  label.setAutoFillBackground(true);
+  label.setMargin(3);
+}
+
+}  // namespace qk::look
