@@ -136,7 +136,8 @@ void PostgresConnection::Clear::operator()(pg_result* result) const {
 PostgresConnection::PostgresConnection(ServerAddress address, OpenOptions options)
     : address_(std::move(address)),
       options_(std::move(options)),
-      patience_(std::chrono::seconds(std::min(address_.patience, options_.patience.value_or(address_.patience)))) {
+      patience_(
+          std::chrono::seconds(std::min(address_.patience, options_.patience.value_or(address_.patience)))) {
   connect();
 }
 
