@@ -106,6 +106,7 @@ class frmLindorm : public QMainWindow {
   // Menu routines of more than a line.
   void mnuDateiWettkampfOpen_Click(Steps& step);
   void mnuEditSchussbilder_Click();
+  void mnuEditKasse_Click();
   void mnuOptEinstellungen_Click();
   void mnuOptHaeringNetzPfad_Click();
   void mnuStandeinstellungen_Click();

@@ -1,0 +1,39 @@
+// Tab "Scheiben Gesamt": the numbered targets that shooters already hold.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+#include "cash/cash_desk.h"
+#include "cash/receipt.h"
+
+namespace Ui {
+class IssuedPanel;
+}
+
+namespace qk {
+
+class IssuedPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit IssuedPanel(QWidget* parent = nullptr);
+  ~IssuedPanel() override;
+
+  /// Once, before anything else; the desk outlives the panel.
+  void setDesk(CashDesk& desk) { desk_ = &desk; }
+
+  /// At the end of every showing of a shooter. Errors pass.
+  void LoadScheibenGesamt();
+  /// The cursor closes with the window.
+  void Form_Unload();
+
+  std::vector<ReceiptTarget> belegScheiben() const;
+
+ private:
+  std::unique_ptr<Ui::IssuedPanel> ui_;
+  CashDesk* desk_ = nullptr;
+};
+
+}  // namespace qk
