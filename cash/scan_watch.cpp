@@ -56,7 +56,7 @@ void ScanWatch::setAmountField(QWidget* field) {
 
 bool ScanWatch::refuses(const QWidget& field) const {
   if (field.property(kAmountField).toBool()) return true;
-  if (gridOf(const_cast<QWidget*>(&field))) return true;
+  if (field.window() == &window_ && gridOf(const_cast<QWidget*>(&field))) return true;
   return allowed_ == 0 && qobject_cast<QInputDialog*>(field.window());
 }
 
