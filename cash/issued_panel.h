@@ -2,11 +2,12 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <vector>
 
 #include "cash/cash_desk.h"
-#include "cash/receipt.h"
+#include "cash/issued_targets.h"
 
 namespace Ui {
 class IssuedPanel;
@@ -22,18 +23,23 @@ class IssuedPanel : public QWidget {
   ~IssuedPanel() override;
 
   /// Once, before anything else; the desk outlives the panel.
-  void setDesk(CashDesk& desk) { desk_ = &desk; }
+  void setDesk(CashDesk& desk);
 
   /// At the end of every showing of a shooter. Errors pass.
   void LoadScheibenGesamt();
+  /// Menu "Alle Scheibenausgaben löschen". Errors pass.
+  void loescheAlleAusgaben();
   /// The cursor closes with the window.
   void Form_Unload();
 
   std::vector<ReceiptTarget> belegScheiben() const;
 
  private:
+  void versuche(const std::function<void()>& routine);
+
   std::unique_ptr<Ui::IssuedPanel> ui_;
   CashDesk* desk_ = nullptr;
+  std::unique_ptr<IssuedTargets> issued_;
 };
 
 }  // namespace qk
