@@ -6,6 +6,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module_ui.h"
 #include "cash/amounts.h"
+#include "cash/frmArtikel.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
 #include "platform/look/contrast.h"
@@ -114,6 +115,7 @@ void frmFinanz::Form_Unload() {
 }
 
 bool frmFinanz::darfSchliessen() {
+  if (ui_->panelEtiketten->druckt()) return false;
   return desk_.purchase().isEmpty() ||
          workplace_.dialogs.confirm("Wollen Sie die aktuellen Beträge verwerfen?", BoxIcon::Question,
                                     BoxAnswer::No);
@@ -340,6 +342,12 @@ void frmFinanz::cmdOK() {
 void frmFinanz::flexAllEingabe(int row, int column) {
   const Payments::Eingabe input = desk_.payments().nachEingabe(row, column);
   if (input.unlesbar) ui_->flexAll->editAgain(row, column, input.text);
+}
+
+void frmFinanz::mnuOptEinlagen() {
+  zeigeFenster([this] { frmArtikel(workplace_, desk_.global(), this).exec(); });
+  desk_.ladeEinlagen();
+  desk_.ladeSchuetzenNeu();
 }
 
 void frmFinanz::mnuOptSchriftEinlagen() {

@@ -129,6 +129,7 @@ class frmFinanz : public QDialog {
   /// True when all of it is booked, or there was nothing to book on.
   bool cmdVerbuchen();
   void cmdOK();
+  void mnuOptEinlagen();
   void mnuOptSchriftEinlagen();
   void flexAllEingabe(int row, int column);
   qint32 gewaehlteEinlage() const;  ///< 0 without a selection

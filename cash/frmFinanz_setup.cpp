@@ -116,6 +116,15 @@ void frmFinanz::connectDesk() {
   connect(&desk_, &CashDesk::vmShown, this, &frmFinanz::zeigeVM);
   connect(&desk_, &CashDesk::paymentsShown, ui_->panelAusgaben, &IssuedPanel::LoadScheibenGesamt);
   connect(ui_->panelScheiben, &TargetPanel::stapelGeladen, this, &frmFinanz::zeigeScheibenRegister);
+  connect(ui_->panelScheiben, &TargetPanel::alleZurueck, this, [this] {
+    versuche([this] {
+      LoadDisziKombiBaum();
+      ui_->panelScheiben->LoadScheibenStapel();
+    });
+  });
+  connect(ui_->SSTab1, &QTabWidget::currentChanged, this, [this](int tab) {
+    if (ui_->SSTab1->widget(tab) == ui_->panelScheiben) ui_->panelScheiben->focusNumber();
+  });
   zeigeVM();
 }
 
@@ -222,6 +231,8 @@ void frmFinanz::connectMenus() {
     });
   });
   on(ui_->mnuDateiPrintBarcode, [this] { ui_->panelEtiketten->cmdPrint(); });
+  on(ui_->mnuScheibenLoeschen, [this] { ui_->panelAusgaben->loescheAlleAusgaben(); });
+  on(ui_->mnuOptEinlagen, [this] { mnuOptEinlagen(); });
   on(ui_->mnuDateiSchliessen, [this] { reject(); });
   const auto zumKauf = [this](QWidget* widget) {
     ui_->SSTab1->setCurrentWidget(ui_->tabKauf);
@@ -298,10 +309,8 @@ void frmFinanz::explain(QAction* action, const QString& why) {
 }
 
 void frmFinanz::ohneZiel() {
-  for (QAction* action :
-       {ui_->mnuDateiPrintStartKarte, ui_->kladde, ui_->mnuDateiPrintBarcode, ui_->printbarcode,
-        ui_->mnuDateiAuswertung, ui_->mnuOptEinlagen, ui_->mnuOptKasseSetup, ui_->mnuOptScheiben,
-        ui_->mnuScheibenAuswertung, ui_->mnuScheibenLoeschen})
+  for (QAction* action : {ui_->mnuDateiPrintStartKarte, ui_->kladde, ui_->mnuDateiAuswertung,
+                          ui_->mnuOptKasseSetup, ui_->mnuOptScheiben, ui_->mnuScheibenAuswertung})
     explain(action, kNotYet);
   if (reports_) return;
   for (QAction* action : {ui_->mnuDateiDrucken, ui_->mnuDateiVorschau, ui_->Drucken, ui_->vorschau})
