@@ -115,6 +115,7 @@ class frmLindorm : public QMainWindow {
   void offerCompetition(Steps& step);
   void openChosen(Steps& step, const QString& path);
   void mnuEditSchussbilder_Click();
+  void mnuEditKasse_Click();
   void mnuOptEinstellungen_Click();
   void mnuOptHaeringNetzPfad_Click();
   void mnuStandeinstellungen_Click();

@@ -15,12 +15,16 @@
 #include "app/ground/temp_module.h"
 #include "app/ground/temp_module_ui.h"
 #include "capture/frmHaeringSchussAlle.h"
+#include "cash/frmFinanz.h"
 #include "link/exchange.h"
+#include "platform/dao/recordset.h"
+#include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
 #include "platform/runtime/files.h"
 #include "platform/settings/settings.h"
 #include "platform/widgets/hourglass.h"
+#include "shooters/look_ups.h"
 #include "targetconfig/frmDisziKZ.h"
 #include "targetconfig/frmHaeringDEF.h"
 #include "targetconfig/frmHaeringEinstellungen.h"
@@ -74,6 +78,7 @@ void frmLindorm::connectFileMenus() {
     browser.exec();
   });
   on(ui_->mnuEditSchussbilder, [this] { mnuEditSchussbilder_Click(); });
+  on(ui_->mnuEditKasse, [this] { mnuEditKasse_Click(); });
 }
 
 void frmLindorm::connectOptions() {
@@ -255,6 +260,29 @@ void frmLindorm::mnuEditSchussbilder_Click() {
   if (!viewer.startDetached())
     workplace_.dialogs.note("QK-Grafik.exe lässt sich nicht starten: " + program, BoxIcon::Exclamation,
                             "Fehler");
+}
+
+void frmLindorm::mnuEditKasse_Click() {
+  const QString number = Get_AktStartnummer();
+  if (number.isEmpty()) return workplace_.dialogs.note("Bitte wählen Sie einen Schützen.");
+  dao::Database& db = *global_.Datenbank;
+  const auto title = db.openRecordset("Select * from Wettkampf");
+  const auto shooter =
+      db.openRecordset("Select * from Schützen where Startnummer = " + dao::sql::quoted(number));
+  const auto titleText = [&](const QString& column) {
+    return title->eof() ? QString() : FeldWert(*title, column).toString();
+  };
+  const auto id = [&](const QString& column) {
+    return shooter->eof() ? 0 : FeldWert(*shooter, column).toInt();
+  };
+  frmFinanz desk(workplace_, global_, nullptr, this);
+  desk.setOhneScheibenNummern(true);
+  desk.setBez1(titleText("Bezeichnung"));
+  desk.setBez2(titleText("Bezeichnung2"));
+  desk.setOrt(titleText("Ort"));
+  desk.UpdateStartNr(number, ErmittleVereinsKurzname(db, workplace_.dialogs, id("VereinsID")),
+                     ErmittleMannschaftsName(db, workplace_.dialogs, id("lMannID")));
+  if (desk.istOffen()) desk.exec();
 }
 
 void frmLindorm::mnuOptEinstellungen_Click() {

@@ -125,9 +125,8 @@ void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {
 }
 
 void frmLindorm::disableWithoutTarget() {
-  for (QAction* action :
-       {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint, ui_->mnuEditErgebnisse,
-        ui_->mnuEditKasse, ui_->Print1, ui_->vorschau, ui_->ErgEdit, ui_->euro})
+  for (QAction* action : {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint,
+                          ui_->mnuEditErgebnisse, ui_->Print1, ui_->vorschau, ui_->ErgEdit})
     explain(action, false, kNotYet);
 }
 

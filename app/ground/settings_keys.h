@@ -38,6 +38,7 @@ inline constexpr QStringView kAnzeige = u"Anzeige";
 inline constexpr QStringView kAllgemein = u"Allgemein";
 inline constexpr QStringView kOptik = u"OptikAufnahme";
 inline constexpr QStringView kPositionen = u"Positionen";
+inline constexpr QStringView kKasse = u"Kasse";
 
 inline constexpr SettingKey Netzverzeichnis{kTarvex, kHaering, u"Netzverzeichnis",
                                             u"C:\\Programme\\ESA2002\\"};
@@ -76,6 +77,51 @@ inline constexpr SettingKey ForeColorSerie{kFamilie, kOptik, u"ForeColorSerie", 
 inline constexpr SettingKey FontRinge{kFamilie, kOptik, u"FontRinge", u"Tahoma;10;0;0;0;0"};
 inline constexpr SettingKey FontTeiler{kFamilie, kOptik, u"FontTeiler", u"Tahoma;10;0;0;0;0"};
 inline constexpr SettingKey FontSerie{kFamilie, kOptik, u"FontSerie", u"Tahoma;10;0;0;0;0"};
+
+// The cash desk. Fonts among them are one text; sizes and widths without a default are the design's.
+inline constexpr SettingKey AutoDruckKasse{kFamilie, kAllgemein, u"AutoDruckKasse", u"0"};
+inline constexpr SettingKey AutoScheibenDruckKasse{kFamilie, kAllgemein, u"AutoScheibenDruckKasse", u"0"};
+inline constexpr SettingKey OffenePostenVorbelegen{kFamilie, kAllgemein, u"OffenePostenVorbelegen", u"0"};
+inline constexpr SettingKey ListDisziKasseFont{kFamilie, kAllgemein, u"ListDisziKasse-Font",
+                                               u"Microsoft Sans Serif;10;0;0;0;0"};
+inline constexpr SettingKey ListDisziKasseForeColor{kFamilie, kAllgemein, u"ListDisziKasse-ForeColor"};
+inline constexpr SettingKey BarcodePrinter{kFamilie, kAllgemein, u"BarcodePrinter"};
+inline constexpr SettingKey BarcodeAuswahl{kFamilie, kAllgemein, u"BarcodeAuswahl", u"0"};
+inline constexpr SettingKey BarcodeFormatAusrichtung{kFamilie, kAllgemein, u"BarcodeFormatAusrichtung", u"1"};
+inline constexpr SettingKey Etikett2FormatAusrichtung2{kFamilie, kAllgemein, u"Etikett2FormatAusrichtung2",
+                                                       u"1"};
+inline constexpr SettingKey BarcodeX{kFamilie, kAllgemein, u"Barcode-X", u"0"};
+inline constexpr SettingKey BarcodeY{kFamilie, kAllgemein, u"Barcode-Y", u"0"};
+inline constexpr SettingKey BarcodeX2{kFamilie, kAllgemein, u"Barcode-X2", u"0"};
+inline constexpr SettingKey BarcodeY2{kFamilie, kAllgemein, u"Barcode-Y2", u"0"};
+inline constexpr SettingKey PrintTextDruck{kFamilie, kAllgemein, u"PrintTextDruck", u"0"};
+inline constexpr SettingKey BarcodeDruck{kFamilie, kAllgemein, u"BarcodeDruck", u"0"};
+inline constexpr SettingKey DruckTextScheibe{kFamilie, kAllgemein, u"DruckTextScheibe"};
+inline constexpr SettingKey BarcodeFont{kFamilie, kAllgemein, u"BarcodeFont",
+                                        u"Microsoft Sans Serif;10;0;0;0;0"};
+inline constexpr SettingKey PrintScheibeFont{kFamilie, kAllgemein, u"PrintScheibeFont",
+                                             u"Microsoft Sans Serif;10;0;0;0;0"};
+inline constexpr SettingKey Etikett2{kFamilie, kDaten, u"Etikett2", u"0"};
+inline constexpr SettingKey KasseAutoScheibenZuordnung{kFamilie, kDaten, u"KasseAutoScheibenZuordnung", u"1"};
+inline constexpr SettingKey KasseManuelleScheibenNummer{kFamilie, kDaten, u"KasseManuelleScheibenNummer",
+                                                        u"0"};
+inline constexpr SettingKey WkKasseRegister{kFamilie, kDaten, u"WkKasseRegister", u"0"};
+inline constexpr SettingKey WkKassePicDraw{kFamilie, kDaten, u"WkKassePicDraw"};
+inline constexpr SettingKey WkKassePicDraw2{kFamilie, kDaten, u"WkKassePicDraw2"};
+inline constexpr SettingKey LokalePCKennung{kFamilie, kDaten, u"LokalePCKennung"};
+inline constexpr SettingKey SortedScheibenNummern{kFamilie, kDaten, u"SortedScheibenNummern", u"0"};
+inline constexpr SettingKey Abfrage{kFamilie, kKasse, u"Abfrage", u"1"};
+inline constexpr SettingKey NeuAufnahme{kFamilie, kKasse, u"NeuAufnahme", u"0"};
+inline constexpr SettingKey AnzeigeWechsel{kFamilie, kKasse, u"AnzeigeWechsel", u"0"};
+inline constexpr SettingKey ExportKumulieren{kFamilie, kKasse, u"ExportKumulieren", u"0"};
+inline constexpr SettingKey Abfrage0Euro{kFamilie, kKasse, u"Abfrage0Euro", u"1"};
+
+// Widths of grid columns (application Tarvex-40, section Daten): each name is followed by the column's
+// number.
+inline constexpr QStringView KasseFlex = u"KasseFlex";                          // purchase
+inline constexpr QStringView KasseFlexAll = u"KasseFlexAll";                    // stored payments
+inline constexpr QStringView KasseScheibenGrid = u"KasseScheibenGrid";          // stacks
+inline constexpr QStringView KasseScheibenGridAlle = u"KasseScheibenGridAlle";  // issued targets
 
 // Names of fonts for SchriftLaden and SchriftSpeichern (application Tarvex, section Häring).
 inline constexpr QStringView FlexFont = u"FlexFont";              // shot grid

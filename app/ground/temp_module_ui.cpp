@@ -15,6 +15,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "platform/dialog/dialogs.h"
+#include "platform/grid/text_grid.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/numbers.h"
@@ -147,6 +148,20 @@ void PanelGroesseMerken(const Workplace& workplace, PanelSplitter& splitter, int
                    [&settings = workplace.settings, &splitter, panel, key] {
                      keep(settings, key, splitter.panelSize(panel));
                    });
+}
+
+void SpaltenbreitenMerken(const Workplace& workplace, TextGrid& grid, const QString& key) {
+  const auto with = [&settings = workplace.settings, key](int column, const auto& use) {
+    const QString name = key + QString::number(column);
+    use(settings, SettingKey{keys::kFamilie, keys::kDaten, name});
+  };
+  for (int column = 0; column < grid.table()->columns(); ++column)
+    with(column, [&](const Settings& settings, const SettingKey& width) {
+      if (const int kept = liesZahl(settings, width); kept > 0) grid.table()->setColumnWidth(column, kept);
+    });
+  QObject::connect(&grid, &TextGrid::columnDrawn, &grid, [with](int column, int twips) {
+    with(column, [twips](Settings& settings, const SettingKey& width) { keep(settings, width, twips); });
+  });
 }
 
 void AnzeigeLage(const Workplace& workplace, QWidget& form, const QString& suffix) {

@@ -12,6 +12,7 @@ class QWidget;
 namespace qk {
 
 class PanelSplitter;
+class TextGrid;
 
 /// Opens an existing file with its application. Without one the shell's open-with dialog is offered where
 /// there is such a thing; elsewhere a box says so.
@@ -37,6 +38,10 @@ int PanelMass(const QWidget& panel, int characters);
 /// the size each time a handle is let go. Never fails. The settings outlive the splitter.
 void PanelGroesseMerken(const Workplace& workplace, PanelSplitter& splitter, int panel, const SettingKey& key,
                         int designSize);
+
+/// Gives the columns of a grid the widths kept under `key` and the column's number, and keeps a width each
+/// time the operator has drawn it. Columns of which none is kept stay as they are designed. Never fails.
+void SpaltenbreitenMerken(const Workplace& workplace, TextGrid& grid, const QString& key);
 
 /// Places a report window: over the whole screen, or by the four values "Main_…" + suffix, which are twips.
 void AnzeigeLage(const Workplace& workplace, QWidget& form, const QString& suffix);

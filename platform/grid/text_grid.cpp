@@ -6,6 +6,7 @@
 #include <QFontInfo>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QMetaMethod>
 #include <QPainter>
 #include <QScrollBar>
@@ -13,6 +14,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/grid/open_editors.h"
 #include "platform/grid/suggestion_delegate.h"
@@ -56,6 +58,9 @@ TextGrid::TextGrid(QWidget* parent) : QTableView(parent), delegate_(new TickDele
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setTextElideMode(Qt::ElideRight);
   horizontalHeader()->viewport()->installEventFilter(this);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+    if (drawing_) drawnColumn_ = column;
+  });
   connect(this, &QTableView::clicked, this,
           [this](const QModelIndex& index) { Q_EMIT clickedAt(index.row() + 1, index.column()); });
   connect(this, &QTableView::doubleClicked, this,
@@ -152,6 +157,8 @@ void TextGrid::paintEvent(QPaintEvent* event) {
 
 bool TextGrid::eventFilter(QObject* watched, QEvent* event) {
   const QHeaderView* header = horizontalHeader();
+  if (watched == header->viewport() && event->type() == QEvent::MouseButtonPress) drawing_ = true;
+  if (watched == header->viewport() && event->type() == QEvent::MouseButtonRelease) keepDrawnColumn();
   if (event->type() != QEvent::ToolTip || watched != header->viewport())
     return QTableView::eventFilter(watched, event);
   const auto* help = static_cast<QHelpEvent*>(event);
@@ -160,6 +167,29 @@ bool TextGrid::eventFilter(QObject* watched, QEvent* event) {
   const QString title = cut ? table_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString() : "";
   QToolTip::showText(help->globalPos(), plainTip(title), header->viewport());
   return true;
+}
+
+void TextGrid::keepDrawnColumn() {
+  drawing_ = false;
+  const int column = std::exchange(drawnColumn_, -1);
+  if (column < 0 || column >= table_->columns()) return;
+  const double twips = columnWidth(column) * kTwipsPerInch / logicalDpiX() / growth();
+  table_->setColumnWidth(column, std::max(1, int(std::lround(twips))));
+  Q_EMIT columnDrawn(column, table_->columnWidth(column));
+}
+
+void TextGrid::editAgain(int row, int column, const QString& text) {
+  // The editor that the text came from is still there: it closes first.
+  QTimer::singleShot(0, this, [this, cell = QPersistentModelIndex(table_->index(row - 1, column)), text] {
+    if (!cell.isValid()) return;
+    setFocus();
+    setCurrentIndex(cell);
+    if (!edit(cell, AllEditTriggers, nullptr)) return;
+    if (auto* editor = qobject_cast<QLineEdit*>(indexWidget(cell))) {
+      editor->setText(text);
+      editor->selectAll();
+    }
+  });
 }
 
 void TextGrid::keyPressEvent(QKeyEvent* event) {
@@ -346,9 +376,12 @@ void TextGrid::applySizes() {
   standInSight();
 }
 
+double TextGrid::growth() const {
+  return std::max(1.0, QFontInfo(font()).pointSizeF() / kToldPointSize);
+}
+
 int TextGrid::pixels(int twips, int logicalDpi) const {
-  const double growth = std::max(1.0, QFontInfo(font()).pointSizeF() / kToldPointSize);
-  return std::max(1, int(std::lround(twips * logicalDpi / kTwipsPerInch * growth)));
+  return std::max(1, int(std::lround(twips * logicalDpi / kTwipsPerInch * growth())));
 }
 
 void TextGrid::applyColumnWidths() {

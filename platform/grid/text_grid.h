@@ -41,12 +41,17 @@ class TextGrid : public QTableView {
   void setSuggestions(int column, const Suggestions& suggestions);
   /// Whether a column in sight suggests anything.
   bool hasSuggestions() const;
+  /// Opens the editor of a cell with a text that the cell doesn't hold: what was typed and couldn't be taken.
+  /// As soon as the event loop runs, so that a listener of afterEdit may ask for it.
+  void editAgain(int row, int column, const QString& text);
 
  Q_SIGNALS:
   void clickedAt(int row, int column);        ///< left button; rows counted with the header
   void doubleClickedAt(int row, int column);  ///< where it is connected, the second click doesn't tick back
   void contextMenuAt(const QPoint& globalPosition);  ///< the row under the pointer is current by then
   void afterEdit(int row, int column);
+  /// The operator has drawn a column to another width; the table has it already.
+  void columnDrawn(int column, int twips);
 
  protected:
   /// A title that is cut shows whole as the tool tip of its column.
@@ -69,6 +74,8 @@ class TextGrid : public QTableView {
   void applyRowHeights();
   int rowHeightOf(int row) const;
   int pixels(int twips, int logicalDpi) const;
+  double growth() const;
+  void keepDrawnColumn();
   int firstVisibleColumn() const;
   int rowInSight(int row) const;
   int columnInSight(int column) const;
@@ -85,6 +92,8 @@ class TextGrid : public QTableView {
   int stretchColumn_ = -1;
   bool sizesScheduled_ = false;
   bool hasOwnHeights_ = false;
+  bool drawing_ = false;  // the button is down on the header
+  int drawnColumn_ = -1;
 };
 
 }  // namespace qk

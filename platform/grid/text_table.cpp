@@ -182,6 +182,12 @@ void TextTable::setRightAligned(int column, bool right) {
   Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }
 
+void TextTable::setDisplay(int column, std::function<QString(const QString&)> display) {
+  checkColumn(column);
+  columns_[column].display = std::move(display);
+  if (rows() > 1) Q_EMIT dataChanged(index(0, column), index(rows() - 2, column), {Qt::DisplayRole});
+}
+
 TextTable::CellLook TextTable::cellLook(int row, int column) const {
   checkColumn(column);
   return rowAt(row).looks.value(column);
@@ -216,15 +222,19 @@ QVariant TextTable::data(const QModelIndex& index, int role) const {
   const Row& cells = rows_.at(row);
   const ColumnTraits& traits = columns_.at(column);
   const bool tick = !traits.tick.isEmpty();
+  const auto shown = [&] {
+    const QString& text = cells.cells.at(column);
+    return traits.display ? traits.display(text) : text;
+  };
   switch (role) {
     case Qt::DisplayRole:
-      return tick ? QVariant() : QVariant(cells.cells.at(column));
+      return tick ? QVariant() : QVariant(shown());
     case Qt::EditRole:
       return cells.cells.at(column);
     case Qt::CheckStateRole:
       return tick ? QVariant(isOn(row, column) ? Qt::Checked : Qt::Unchecked) : QVariant();
     case Qt::AccessibleTextRole:
-      if (!tick) return cells.cells.at(column);
+      if (!tick) return shown();
       return isOn(row, column) ? QString("angewählt") : QString("nicht angewählt");
     case Qt::TextAlignmentRole:
       return int((traits.right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);

@@ -11,6 +11,7 @@
 #include <QHash>
 #include <QString>
 #include <QVector>
+#include <functional>
 #include <optional>
 
 namespace qk {
@@ -53,6 +54,8 @@ class TextTable : public QAbstractTableModel {
   void setEditable(int column, bool editable);
   bool isRightAligned(int column) const;
   void setRightAligned(int column, bool right);
+  /// How the texts of a column are shown; the cells keep theirs, and an editor begins with it. Not for ticks.
+  void setDisplay(int column, std::function<QString(const QString& text)> display);
 
   struct CellLook {
     std::optional<QFont> font;
@@ -88,6 +91,7 @@ class TextTable : public QAbstractTableModel {
     QString tick;
     bool editable = false;
     bool right = false;
+    std::function<QString(const QString&)> display;
   };
   Row& rowAt(int row);
   const Row& rowAt(int row) const;

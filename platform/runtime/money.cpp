@@ -35,6 +35,10 @@ Money Money::fromDouble(double euro) {
   return fromUnits(static_cast<std::int64_t>(scaled));
 }
 
+void Money::overflow() {
+  throw Error(6);
+}
+
 QString Money::toText() const {
   const std::uint64_t amount = magnitude(units_);
   QString text = units_ < 0 ? "-" : "";

@@ -5,6 +5,7 @@
 #include <QString>
 #include <compare>
 #include <cstdint>
+#include <limits>
 
 namespace qk {
 
@@ -24,20 +25,24 @@ class Money {
   /// The named format "Currency": "1.573,45 €".
   QString toCurrencyText() const;
 
-  friend constexpr Money operator+(Money a, Money b) { return Money(a.units_ + b.units_); }
-  friend constexpr Money operator-(Money a, Money b) { return Money(a.units_ - b.units_); }
-  constexpr Money operator-() const { return Money(-units_); }
-  constexpr Money& operator+=(Money b) {
-    units_ += b.units_;
-    return *this;
+  /// Error 6 beyond the range.
+  friend constexpr Money operator+(Money a, Money b) {
+    if (b.units_ > 0 ? a.units_ > kMost - b.units_ : a.units_ < kLeast - b.units_) overflow();
+    return Money(a.units_ + b.units_);
   }
-  constexpr Money& operator-=(Money b) {
-    units_ -= b.units_;
-    return *this;
+  friend constexpr Money operator-(Money a, Money b) {
+    if (b.units_ < 0 ? a.units_ > kMost + b.units_ : a.units_ < kLeast + b.units_) overflow();
+    return Money(a.units_ - b.units_);
   }
+  constexpr Money operator-() const { return Money() - *this; }
+  constexpr Money& operator+=(Money b) { return *this = *this + b; }
+  constexpr Money& operator-=(Money b) { return *this = *this - b; }
   friend constexpr auto operator<=>(Money, Money) = default;
 
  private:
+  static constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+  static constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
+  [[noreturn]] static void overflow();
   explicit constexpr Money(std::int64_t units) : units_(units) {}
   std::int64_t units_ = 0;
 };

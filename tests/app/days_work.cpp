@@ -1,5 +1,6 @@
 #include "tests/app/days_work.h"
 
+#include <QTabWidget>
 #include <QTest>
 
 #include "platform/grid/text_grid.h"
@@ -11,11 +12,30 @@ void fireSeries(RangeOffice& office, int firstHit, int count) {
   for (int hit = firstHit; hit < firstHit + count; ++hit) office.fire(1, shotRecord(1, hit, "9,7", "72,4"));
 }
 
+/// A stake for the shooter of the line, the next shooter, his open items, the receipt of nothing.
+void workAtTheDesk(RangeOffice& office) {
+  office.boxes.expectWindow("frmFinanz", [&office](QWidget& desk) {
+    type(desk, "txtArtikelnummer", "200");
+    press(desk, "txtArtikelnummer", Qt::Key_Return);
+    click(desk, "cmdVerbuchen");
+    office.boxes.expectInput("Bitte neue Startnummer eingeben:", "107");
+    click(desk, "cmdSchWechsel");
+    the<QTabWidget>(desk, "SSTab1").setCurrentIndex(2);
+    click(desk, "cmdOPVerbuchen");
+    the<TextGrid>(desk, "flexAll").setCurrentRow(1);
+    office.boxes.expect("Soll der aktuelle Eingang des Schützen unwiderruflich gelöscht werden?",
+                        BoxAnswer::Yes);
+    click(desk, "cmdDelete");
+    click(desk, "cmdCancel");
+  });
+  trigger(office.window(), "mnuEditKasse");
+}
+
 }  // namespace
 
 const QStringList& growingTables() {
-  static const QStringList names{"Haering_Daten", "Schuss", "SchussSerien", "Grafik_Scheibe",
-                                 "Grafik_Schuss"};
+  static const QStringList names{"Haering_Daten",  "Schuss",        "SchussSerien",
+                                 "Grafik_Scheibe", "Grafik_Schuss", "Kasse_Eingang"};
   return names;
 }
 
@@ -45,6 +65,8 @@ void workADay(RangeOffice& office) {
   office.press(1, "m_cmdUebertragenTarvex");
   office.press(1, "m_cmdSaveTarvex");
   QCOMPARE(office.line(1).nOffeneSchuss(), 0);
+
+  workAtTheDesk(office);
 
   office.press(1, "cmdPreisModus");
   fireSeries(office, 10, 3);

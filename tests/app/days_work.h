@@ -8,7 +8,8 @@ namespace qk::test {
 /// The tables of a competition that grow with every day.
 const QStringList& growingTables();
 
-/// Reception, discarding, a restart with open shots, a change of shooter, transfer, storing, booking.
+/// Reception, discarding, a restart with open shots, a change of shooter, transfer, storing, booking, a sale
+/// at the cash desk.
 void workADay(RangeOffice& office);
 
 }  // namespace qk::test

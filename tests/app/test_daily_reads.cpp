@@ -54,7 +54,10 @@ class TestDailyReads : public QObject {
         {"Schuss", "\"Startnummer\", \"DisziID\") SELECT -n, (n % 500 + 100)::text, n % 40"},
         {"SchussSerien", "\"Startnummer\", \"DisziID\") SELECT -n, (n % 500 + 100)::text, n % 40"},
         {"Grafik_Scheibe", "\"StartNr\") SELECT -n, (n % 500 + 100)::text"},
-        {"Grafik_Schuss", "\"ScheibenID\") SELECT -n, -n"}};
+        {"Grafik_Schuss", "\"ScheibenID\") SELECT -n, -n"},
+        {"Kasse_Eingang",
+         "\"Startnummer\", \"KasseID\", \"VereinID\", \"MannID\") SELECT -n, (n % 500 + 100)::text, 2, 900, "
+         "900"}};
     for (const QString& table : growingTables()) {
       store.native(QString("INSERT INTO dao.\"%1\" (\"ID\", %2 FROM generate_series(1, %3) AS n")
                        .arg(table, columns[table])

@@ -13,8 +13,10 @@ using qk::dao::FieldType;
 
 namespace {
 
+/// Those of the cash desk lie beside the program, the others in its system folder.
 std::unique_ptr<Database> open(const QString& name) {
-  return Database::open(QK_SYSTEM_FOLDER + name, true);
+  const bool beside = QStringList{"ErgKasseDruck.mdb", "AwListenKasse.mdb"}.contains(name);
+  return Database::open(QK_PROGRAM_FOLDER + QString(beside ? "" : "System/") + name, true);
 }
 
 QStringList indexFields(const qk::dao::TableDef& table, const QString& name) {

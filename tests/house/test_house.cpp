@@ -95,6 +95,9 @@ class TestHouse : public QObject {
     QVERIFY(!mayInclude("platform/runtime/a.h", "platform/dao/b.h"));
     QVERIFY(!mayInclude("capture/a.h", "tests/support/b.h"));
     QVERIFY(!mayInclude("app/ground/a.h", "app/b.h"));
+    QVERIFY(mayInclude("app/a.cpp", "cash/b.h"));
+    QVERIFY(!mayInclude("shooters/a.cpp", "cash/b.h"));
+    QVERIFY(!mayInclude("cash/a.cpp", "app/b.h"));
   }
 
   void noIncludePointsUp() {

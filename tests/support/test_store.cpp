@@ -50,29 +50,34 @@ const ServerDatabase& serverDatabase(const QString& path) {
   return *databases().at(path);
 }
 
-void refuseChanges(const QString& path, const QString& table, int id) {
+void refuse(const QString& path, StoreAct act, const QString& table, const QString& column, int value) {
+  const QString word = act == StoreAct::Insert ? "INSERT" : act == StoreAct::Update ? "UPDATE" : "DELETE";
+  const QString row = act == StoreAct::Insert ? "new" : "old";
   if (storesOnServer()) {
     const ServerDatabase& database = serverDatabase(path);
     database.native(
-        "CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
+        "CREATE OR REPLACE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
         "$$ BEGIN RAISE EXCEPTION 'gesperrt'; END $$");
-    database.native(
-        QString("CREATE TRIGGER refused BEFORE UPDATE ON dao.\"%1\" FOR EACH ROW WHEN (old.\"ID\" = "
-                "%2) EXECUTE FUNCTION refuse()")
-            .arg(table)
-            .arg(id));
+    database.native(QString("CREATE TRIGGER refused_%1 BEFORE %1 ON dao.\"%2\" FOR EACH ROW WHEN "
+                            "(%3.\"%4\" = %5) EXECUTE FUNCTION refuse()")
+                        .arg(word, table, row, column)
+                        .arg(value));
     return;
   }
   sqlite3* store = nullptr;
   const QString trigger = QString(
-                              "CREATE TRIGGER refused BEFORE UPDATE ON \"%1\" WHEN old.ID = %2 "
+                              "CREATE TRIGGER refused_%1 BEFORE %1 ON \"%2\" WHEN %3.\"%4\" = %5 "
                               "BEGIN SELECT RAISE(ABORT, 'gesperrt'); END")
-                              .arg(table)
-                              .arg(id);
+                              .arg(word, table, row, column)
+                              .arg(value);
   const bool made = sqlite3_open(path.toUtf8().constData(), &store) == SQLITE_OK &&
                     sqlite3_exec(store, trigger.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
   sqlite3_close(store);
   if (!made) throw std::runtime_error("no trigger in " + path.toStdString());
+}
+
+void refuseChanges(const QString& path, const QString& table, int id) {
+  refuse(path, StoreAct::Update, table, "ID", id);
 }
 
 void damage(const QString& path, const QString& table) {

@@ -22,6 +22,11 @@ void prepareStore(const QString& path);
 /// The database of a store on the server.
 const ServerDatabase& serverDatabase(const QString& path);
 
+enum class StoreAct { Insert, Update, Delete };
+/// From now on the act fails in the store for every row of the table with that value in that column. Once for
+/// a store and an act.
+void refuse(const QString& path, StoreAct act, const QString& table, const QString& column, int value);
+
 /// From now on every change of the table's row of that ID fails in the store.
 void refuseChanges(const QString& path, const QString& table, int id);
 

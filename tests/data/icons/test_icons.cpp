@@ -9,9 +9,9 @@
 namespace {
 
 const QStringList kMarks{"pfeil", "go", "gruen", "stop"};
-const QStringList kButtons{"exit",       "Speichern", "Löschen",    "prsetup",   "Print1",
-                           "vorschau",   "ErgEdit",   "schussbild", "euro",      "einstellungen",
-                           "linienstop", "anmelden",  "abmelden",   "linienfrei"};
+const QStringList kButtons{"exit",     "Speichern",  "Löschen",  "prsetup",       "Print1",     "vorschau",
+                           "ErgEdit",  "schussbild", "euro",     "einstellungen", "linienstop", "anmelden",
+                           "abmelden", "linienfrei", "wechseln", "printbarcode",  "kladde",     "Drucken"};
 
 QImage drawn(const QString& key, QColor ground) {
   QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);

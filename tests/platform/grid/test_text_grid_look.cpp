@@ -1,6 +1,8 @@
-// What a grid of text cells shows of titles and colours.
+// What a grid of text cells shows of titles, colours and texts, and the widths that an operator draws.
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QLineEdit>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QToolTip>
@@ -21,6 +23,8 @@ class TestTextGridLook : public QObject {
   void cutTitlesShowWholeUnderThePointer();
   void cellTextIsReadOnAnyGround_data();
   void cellTextIsReadOnAnyGround();
+  void aDrawnColumnIsTold();
+  void aTextThatWasRefusedStandsInItsEditor();
 
  private:
   std::unique_ptr<TextGrid> grid_;
@@ -84,6 +88,50 @@ void TestTextGridLook::cellTextIsReadOnAnyGround() {
     QVERIFY(qk::look::contrast(textOn(fore), ground) >= qk::look::kLeastContrast);
     if (qk::look::contrast(fore, ground) >= qk::look::kLeastContrast) QCOMPARE(textOn(fore), fore);
   }
+}
+
+void TestTextGridLook::aDrawnColumnIsTold() {
+  QSignalSpy drawn(grid_.get(), &TextGrid::columnDrawn);
+  grid_->table()->setColumnWidth(3, 2000);
+  grid_->setColumnWidth(1, 100);
+  QCOMPARE(drawn.count(), 0);  // nobody has drawn anything
+  QVERIFY(QTest::qWaitForWindowExposed(grid_.get()));
+  QCoreApplication::processEvents();
+  QHeaderView* header = grid_->horizontalHeader();
+  const int before = header->sectionSize(1);
+  const QPoint edge(header->sectionViewportPosition(1) + before - 1, header->height() / 2);
+  QTest::mouseMove(header->viewport(), edge);
+  QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
+  QTest::mouseMove(header->viewport(), edge + QPoint(20, 0));
+  QTest::mouseMove(header->viewport(), edge + QPoint(40, 0));
+  QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge + QPoint(40, 0));
+  QCOMPARE(drawn.count(), 1);
+  QCOMPARE(drawn.first().at(0).toInt(), 1);
+  QCOMPARE(drawn.first().at(1).toInt(), grid_->table()->columnWidth(1));
+  QCoreApplication::processEvents();
+  QVERIFY(std::abs(header->sectionSize(1) - before - 40) <= 1);  // and it stays
+}
+
+void TestTextGridLook::aTextThatWasRefusedStandsInItsEditor() {
+  grid_->table()->setEditable(3, true);
+  connect(grid_.get(), &TextGrid::afterEdit, this, [this](int row, int column) {
+    if (grid_->table()->text(row, column) != "12.5") return;
+    grid_->table()->setText(row, column, "10");
+    grid_->editAgain(row, column, "12.5");
+  });
+  QVERIFY(QTest::qWaitForWindowActive(grid_.get()));
+  const QModelIndex cell = grid_->table()->index(0, 3);
+  const auto editor = [&] { return qobject_cast<QLineEdit*>(grid_->indexWidget(cell)); };
+  grid_->setFocus();
+  grid_->setCurrentIndex(cell);
+  QTest::keyClick(grid_.get(), Qt::Key_F2);
+  QVERIFY(editor());
+  editor()->setText("12.5");
+  QTest::keyClick(editor(), Qt::Key_Return);
+  QTRY_VERIFY(editor() && editor()->text() == "12.5");
+  QCOMPARE(grid_->table()->text(1, 3), "10");
+  QTest::keyClick(editor(), Qt::Key_Escape);
+  QCOMPARE(grid_->table()->text(1, 3), "10");
 }
 
 QTEST_MAIN(TestTextGridLook)

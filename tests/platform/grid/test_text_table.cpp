@@ -42,6 +42,7 @@ class TestTextTable : public QObject {
   void looksReachTheView();
   void numbersStandRight();
   void sizesAreKept();
+  void aColumnShowsItsTextsInAnotherForm();
   void rowsOfTheirOwnHeight();
   void addingTellsOneRowOnly();
   void theModelKeepsItsPromises();
@@ -261,6 +262,19 @@ void TestTextTable::rowsOfTheirOwnHeight() {
   table.setRowHeight(2, 0);
   table.setCellLook(4, 0, {QFont("Liberation Sans", 20), {}, {}});
   QCOMPARE(table.rowsWithOwnHeight(), (QVector<int>{2, 4}));
+}
+
+void TestTextTable::aColumnShowsItsTextsInAnotherForm() {
+  TextTable table(2);
+  table.addRow({"a", "b"});
+  QSignalSpy changed(&table, &TextTable::dataChanged);
+  table.setDisplay(1, [](const QString& text) { return "<" + text + ">"; });
+  QCOMPARE(changed.count(), 1);
+  QCOMPARE(table.data(table.index(0, 1), Qt::DisplayRole).toString(), "<b>");
+  QCOMPARE(table.data(table.index(0, 1), Qt::AccessibleTextRole).toString(), "<b>");
+  QCOMPARE(table.data(table.index(0, 1), Qt::EditRole).toString(), "b");
+  QCOMPARE(table.text(1, 1), "b");
+  QCOMPARE(table.data(table.index(0, 0), Qt::DisplayRole).toString(), "a");
 }
 
 void TestTextTable::addingTellsOneRowOnly() {

@@ -1,7 +1,9 @@
 // Readings, number texts and money.
 #include <QTest>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <vector>
 
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
@@ -190,6 +192,16 @@ void TestNumbers::money() {
   QVERIFY(-sum < Money());
   const Money large = Money::fromUnits(1234567890123456);
   QCOMPARE(Money::fromDouble(large.toDouble()), large);
+  const Money most = Money::fromUnits(std::numeric_limits<std::int64_t>::max());
+  const Money least = Money::fromUnits(std::numeric_limits<std::int64_t>::min());
+  const Money one = Money::fromUnits(1);
+  QCOMPARE(most - one + one, most);
+  QCOMPARE(least + one - one, least);
+  QCOMPARE((most + least).units(), -1);
+  for (const auto& beyond : std::vector<std::function<Money()>>{
+           [&] { return most + one; }, [&] { return least + -one; }, [&] { return least - one; },
+           [&] { return most - -one; }, [&] { return -least; }, [&] { return Money() - least; }})
+    QCOMPARE(errorOf(beyond), 6);
 }
 
 void TestNumbers::moneyText_data() {

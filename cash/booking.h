@@ -1,0 +1,38 @@
+// The booking: what makes stored payments of the purchase in hand. Needs no window.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "cash/cash_store.h"
+#include "cash/purchase.h"
+#include "platform/runtime/error.h"
+#include "platform/workplace.h"
+
+namespace qk {
+
+/// What the booking has done by others, in this order; an empty one is left out. An Error ends the booking.
+struct BookingSides {
+  std::function<void()> druckeBeleg;      ///< before anything is stored
+  std::function<void()> druckeEtiketten;  ///< likewise
+  std::function<void(const QString& Buchungsdatum)> speichereScheiben;
+  std::function<void()> speichereStapel;  ///< the next numbers of the stacks
+};
+
+struct BookingOutcome {
+  bool begonnen = false;        ///< there is a shooter to book on
+  int gespeichert = 0;          ///< payment rows that are stored
+  std::optional<Error> fehler;  ///< what ended it early
+  bool ganz() const { return begonnen && !fehler; }
+};
+
+/// Books all rows of the purchase on the shooter. Nothing runs in a transaction: after a failure the rows
+/// before it are stored, and marked in the purchase. Emptying the purchase and reading the shooter anew is
+/// the caller's. No Error leaves it.
+BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& purchase,
+                        const QString& sStartNr, const BookingSides& sides);
+
+/// What the operator is told of a booking that ended early.
+QString buchungsFehlerText(const BookingOutcome& outcome, int zeilen);
+
+}  // namespace qk

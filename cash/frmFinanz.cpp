@@ -1,0 +1,378 @@
+// What the cash desk's window does: its life, what it shows, and its buttons.
+#include "cash/frmFinanz.h"
+
+#include <QKeyEvent>
+
+#include "app/ground/settings_keys.h"
+#include "app/ground/temp_module_ui.h"
+#include "cash/amounts.h"
+#include "cash/frmArtikel.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/dialog/font_convert.h"
+#include "platform/look/contrast.h"
+#include "platform/runtime/fonttext.h"
+#include "platform/widgets/hourglass.h"
+#include "ui_frmFinanz.h"
+
+namespace qk {
+
+namespace {
+
+constexpr int kTabZiele = 1;
+constexpr int kTabAusgaben = 3;
+constexpr int kHintMilliseconds = 6000;
+
+/// "Startgeld, 2 × Nachkauf Serie", in the order of the first of each.
+QString kaufInWorten(const TextTable& flex) {
+  QStringList names;
+  QHash<QString, int> counts;
+  for (int row = 1; row < flex.rows(); ++row) {
+    const QString name = flex.text(row, CashColumn::Bezeichnung);
+    if (counts[name]++ == 0) names += name;
+  }
+  for (QString& name : names)
+    if (counts[name] > 1) name = QString::number(counts[name]) + " × " + name;
+  return names.join(", ");
+}
+
+}  // namespace
+
+void frmFinanz::versuche(const std::function<void()>& routine) {
+  try {
+    routine();
+  } catch (const Error& error) {
+    workplace_.dialogs.note("Fehler: " + QString::number(error.number()) + " - " + error.description(),
+                            BoxIcon::Exclamation, "Fehler");
+  }
+}
+
+void frmFinanz::melde(const QString& text) {
+  ui_->statusBar->showMessage(text, kHintMilliseconds);
+}
+
+// --- the window's life
+
+void frmFinanz::Form_Load() {
+  const auto report =
+      fehlerReport(workplace_.dialogs, "Fehler beim Laden der Kassen-, Scheibeneinstellungen!");
+  reported(report, [&](Steps& step) {
+    for (QLabel* label : {static_cast<QLabel*>(ui_->Label4), static_cast<QLabel*>(ui_->Label5),
+                          static_cast<QLabel*>(ui_->Label9)})
+      label->clear();
+    ui_->cmbWechselGeld->clear();
+    ui_->cmbWechselGeld->addItems({"", "5", "10", "15", "20"});
+    ui_->cmbWechselGeld->setCurrentIndex(0);
+    const Settings& settings = workplace_.settings;
+    step([&] { Set_EinlagenFont(); });
+    step([&] {
+      ui_->chkAutoDruck->setChecked(liesFlag(settings, keys::AutoDruckKasse));
+      ui_->chkAutoScheibenDruck->setChecked(liesFlag(settings, keys::AutoScheibenDruckKasse));
+      const bool offen = liesFlag(settings, keys::OffenePostenVorbelegen);
+      ui_->mnuOptOffenePosten->setChecked(offen);
+      (offen ? ui_->optBetrag_1 : ui_->optBetrag_0)->setChecked(true);
+      optBetrag(offen ? 1 : 0);
+    });
+    step([&] { LoadDisziKombiBaum(); });
+    if (bOhneScheibenNummern_) {
+      ui_->mnuScheiben->menuAction()->setVisible(false);
+      ui_->mnuOptScheiben->setVisible(false);
+      ui_->mnuOptTemp2->setVisible(false);
+      zeigeScheibenRegister(false);
+    } else {
+      step([&] { ui_->panelScheiben->LoadScheibenStapel(); });
+    }
+    step([&] {
+      PanelGroesseMerken(workplace_, *ui_->PicDraw, 1, keys::WkKassePicDraw, PanelMass(*this, 52));
+      ui_->panelScheiben->Form_Load();
+    });
+    step([&] { ui_->panelEtiketten->Form_Load(); });
+  });
+}
+
+void frmFinanz::LoadDisziKombiBaum() {
+  const std::vector<DisziKombi> entries = ladeDisziKombi(desk_.database());
+  ui_->panelScheiben->LoadDisziKombiBaum(entries);
+  ui_->panelEtiketten->LoadDisziKombiBaum(entries);
+}
+
+void frmFinanz::zeigeScheibenRegister(bool sichtbar) {
+  ui_->SSTab1->setTabVisible(kTabZiele, sichtbar);
+  ui_->SSTab1->setTabVisible(kTabAusgaben, sichtbar);
+}
+
+void frmFinanz::Form_Activate() {
+  ui_->panelScheiben->Form_Activate();
+  ui_->mnuDateiPrintStartKarte->setVisible(!bOhneStartkarte_);
+  ui_->kladde->setVisible(!bOhneStartkarte_);
+  ui_->txtArtikelnummer->setFocus();
+}
+
+void frmFinanz::Form_Unload() {
+  ui_->panelScheiben->Form_Unload();
+  ui_->panelAusgaben->Form_Unload();
+  PositionSpeichern(workplace_, *this);
+  desk_.store().close();
+}
+
+bool frmFinanz::darfSchliessen() {
+  if (ui_->panelEtiketten->druckt()) return false;
+  return desk_.purchase().isEmpty() ||
+         workplace_.dialogs.confirm("Wollen Sie die aktuellen Beträge verwerfen?", BoxIcon::Question,
+                                    BoxAnswer::No);
+}
+
+void frmFinanz::reject() {
+  if (!darfSchliessen()) return;
+  Form_Unload();
+  QDialog::reject();
+}
+
+void frmFinanz::zeigeFenster(const std::function<void()>& exec) {
+  exec();
+  Form_Activate();
+}
+
+void frmFinanz::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (!std::exchange(positioned_, true)) PositionLaden(workplace_, *this);
+  Form_Activate();
+}
+
+/// Enter presses the button that has the focus, and nothing else: no button is the window's own answer.
+void frmFinanz::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QDialog::keyPressEvent(event);
+  if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) button->click();
+}
+
+// --- what is shown
+
+void frmFinanz::UpdateStartNr(const QString& sStartNr, const QString& sVerein, const QString& sMann) {
+  desk_.UpdateStartNr(sStartNr, sVerein, sMann);
+}
+
+void frmFinanz::zeigeSchuetze() {
+  const ShownShooter& shooter = desk_.shooter();
+  ui_->txtStartNr->setText(desk_.sStartNr());
+  ui_->Label1->setText(shooter.Name);
+  ui_->Label5->setText(shooter.GebDat);
+  ui_->lblSPO->setText(shooter.SPO);
+  ui_->lblKlasse->setText(shooter.Klasse);
+  ui_->Label4->setText(shooter.Verein);
+  ui_->Label9->setText(shooter.Mann);
+}
+
+void frmFinanz::zeigeVM() {
+  QMenu* menu = ui_->mnuVMEinlagenMain;
+  const QList<QAction*> before = menu->actions();
+  for (QAction* entry : before)
+    if (entry != ui_->mnuVM_0) delete entry;
+  menu->menuAction()->setVisible(desk_.vm().visible);
+  ui_->mnuVM_0->setVisible(false);
+  int number = 0;
+  for (const VmEntry& entry : desk_.vm().entries) {
+    QAction* action = number == 0 ? ui_->mnuVM_0 : menu->addAction(QString());
+    action->setObjectName("mnuVM_" + QString::number(number));
+    action->setText(QString(entry.caption).replace('&', "&&"));
+    action->setData(QString::number(entry.id));
+    action->setVisible(entry.visible);
+    action->setEnabled(entry.visible);
+    ++number;
+  }
+}
+
+void frmFinanz::zeigeEinlagen() {
+  ui_->lstAll->clear();
+  for (const Stake& stake : desk_.einlagen()) {
+    auto* entry = new QListWidgetItem(stake.Bezeichnung, ui_->lstAll);
+    entry->setData(Qt::UserRole, stake.id);
+  }
+}
+
+void frmFinanz::UpdateAktGesamt() {
+  ui_->lblAktGesamt->setText(desk_.purchase().zuBezahlen().toCurrencyText());
+  ui_->lblKauf->setText(kaufInWorten(desk_.purchase().flex()));
+  if (!desk_.purchase().isEmpty()) ui_->lblZuletzt->clear();
+  UpdateZurueck();
+  ui_->panelEtiketten->UpdateBarcodeAnzeige(-1);
+}
+
+void frmFinanz::UpdateZurueck() {
+  const QString erhalten = ui_->cmbWechselGeld->currentText();
+  const bool shown = !erhalten.isEmpty() && desk_.purchase().betragsart() == Betragsart::Betrag;
+  ui_->txtZurueck->setVisible(shown);
+  ui_->lblZurueckBez->setVisible(shown);
+  ui_->cmdSpende->setVisible(shown);
+  ui_->txtZurueck->clear();
+  ui_->lblGelesen->clear();
+  if (erhalten.isEmpty()) return;
+  try {
+    const Money zurueck = *rueckgeld(erhalten, desk_.purchase().zuBezahlen());
+    const Money gelesen = BetragAusText(erhalten);
+    if (gelesen.toText() != erhalten) ui_->lblGelesen->setText("= " + gelesen.toCurrencyText());
+    ui_->txtZurueck->setText(zurueck.toCurrencyText());
+    QPalette colours = palette();
+    const QColor ground = colours.color(QPalette::Base);
+    const QColor text = zurueck < Money() ? toColour(255) : colours.color(QPalette::Text);
+    colours.setColor(QPalette::Text, look::readable(text, ground));
+    ui_->txtZurueck->setPalette(colours);
+  } catch (const Error& error) {
+    ui_->lblGelesen->setText(error.description());
+  }
+}
+
+void frmFinanz::UpdateSummenGesamt() {
+  const CashSums sums = desk_.payments().summen();
+  ui_->lblGesamt->setText(sums.Gesamt.toCurrencyText());
+  const bool open = sums.Offen > Money();
+  for (QLabel* label : {ui_->lblop, ui_->lblOffen, ui_->lblbez, ui_->lblBezahlt}) label->setVisible(open);
+  ui_->lblOffen->setText(open ? sums.Offen.toCurrencyText() : QString());
+  ui_->lblBezahlt->setText(open ? sums.Bezahlt.toCurrencyText() : QString());
+  ui_->lblop->setText(open ? "Offen:" : "");
+  ui_->lblbez->setText(open ? "Bezahlt:" : "");
+}
+
+/// What was just paid stays in sight until the next purchase begins.
+void frmFinanz::zeigeZuletzt(const Money& zuBezahlen, const QString& erhalten, int zeilen) {
+  QString text = "Verbucht: " + (zeilen == 1 ? QString("1 Einlage") : QString("%1 Einlagen").arg(zeilen)) +
+                 "\nZu bezahlen " + zuBezahlen.toCurrencyText();
+  if (const auto zurueck = rueckgeld(erhalten, zuBezahlen))
+    text += "\nErhalten " + BetragAnzeige(erhalten) + "\nZurück " + zurueck->toCurrencyText();
+  ui_->lblZuletzt->setText(text);
+}
+
+void frmFinanz::Set_EinlagenFont() {
+  const FontSpec spec = parseFontText(liesText(workplace_.settings, keys::ListDisziKasseFont));
+  ui_->lstAll->setFont(toFont(spec));
+  QPalette colours = palette();
+  const int chosen = liesZahl(workplace_.settings, keys::ListDisziKasseForeColor);
+  if (!liesText(workplace_.settings, keys::ListDisziKasseForeColor).isEmpty())
+    colours.setColor(QPalette::Text,
+                     look::readable(toColour(static_cast<quint32>(chosen)), colours.color(QPalette::Base)));
+  ui_->lstAll->setPalette(colours);
+}
+
+void frmFinanz::Set_PrintScheibenFont() {
+  ui_->panelEtiketten->Set_PrintScheibenFont();
+}
+
+void frmFinanz::Set_BarcodeFont() {
+  ui_->panelEtiketten->Set_BarcodeFont();
+}
+
+// --- buttons and menus
+
+void frmFinanz::wechsle() {
+  QString answer;
+  {
+    const ScanWatch::Allowed scan(scans_);
+    answer = workplace_.dialogs.input("Bitte neue Startnummer eingeben:", "Schütze wechseln");
+  }
+  if (!answer.isEmpty()) desk_.wechsleSchuetzen(StartnummerAusEtikett(answer));
+}
+
+qint32 frmFinanz::gewaehlteEinlage() const {
+  const QListWidgetItem* entry = ui_->lstAll->currentItem();
+  return entry && entry->isSelected() ? entry->data(Qt::UserRole).toInt() : 0;
+}
+
+void frmFinanz::cmdAdd() {
+  if (const qint32 id = gewaehlteEinlage()) desk_.purchase().AddKauf(id);
+}
+
+void frmFinanz::cmdAddAnzahl() {
+  if (const qint32 id = gewaehlteEinlage()) desk_.purchase().AddAnzahlFragen(id);
+}
+
+void frmFinanz::artikelEingegeben() {
+  desk_.purchase().AddArtikel(ui_->txtArtikelnummer->text());
+  ui_->txtArtikelnummer->clear();
+  ui_->txtArtikelnummer->setFocus();
+}
+
+void frmFinanz::optBetrag(int index) {
+  const bool betrag = index == 0;
+  desk_.purchase().setBetragsart(betrag ? Betragsart::Betrag : Betragsart::OffenePosten);
+  for (QWidget* control :
+       {static_cast<QWidget*>(ui_->lblErhalten), static_cast<QWidget*>(ui_->cmbWechselGeld),
+        static_cast<QWidget*>(ui_->lblGelesen), static_cast<QWidget*>(ui_->txtZurueck),
+        static_cast<QWidget*>(ui_->cmdSpende), static_cast<QWidget*>(ui_->lblZurueckBez)})
+    control->setVisible(betrag);
+}
+
+void frmFinanz::cmdSpende() {
+  desk_.purchase().AddSpende(BetragAusText(ui_->txtZurueck->text()));
+}
+
+bool frmFinanz::cmdVerbuchen() {
+  const Money due = desk_.purchase().zuBezahlen();
+  const QString received = ui_->cmbWechselGeld->isVisibleTo(this) ? ui_->cmbWechselGeld->currentText() : "";
+  const int rows = desk_.purchase().flex().rows() - 1;
+  BookingSides sides;
+  if (ui_->chkAutoDruck->isChecked())
+    sides.druckeBeleg = [this] { PrintKasseneingaenge(ReportOrder::Ziel::Drucker); };
+  if (ui_->chkAutoScheibenDruck->isChecked())
+    sides.druckeEtiketten = [this] { ui_->panelEtiketten->cmdPrint(); };
+  sides.speichereScheiben = [this](const QString& datum) {
+    ui_->panelScheiben->speichereScheiben(desk_.sStartNr(), datum);
+  };
+  sides.speichereStapel = [this] { ui_->panelScheiben->speichereAktuelleNummern(); };
+  const BookingOutcome outcome =
+      verbuche(workplace_, desk_.store(), desk_.purchase(), desk_.sStartNr(), sides);
+  if (outcome.fehler) {
+    workplace_.dialogs.note(buchungsFehlerText(outcome, rows), BoxIcon::Exclamation, "Fehler");
+    return false;
+  }
+  if (!outcome.begonnen) return desk_.purchase().isEmpty();
+  LoadDisziKombiBaum();
+  ui_->panelScheiben->LoadScheibenStapel();
+  desk_.purchase().entferneAlle();
+  ui_->cmbWechselGeld->setCurrentIndex(0);  // it belonged to this booking
+  ui_->cmbWechselGeld->setEditText(QString());
+  if (rows > 0) zeigeZuletzt(due, received, rows);
+  desk_.ladeSchuetzenNeu();
+  melde(rows == 1 ? QString("1 Einlage verbucht.") : QString("%1 Einlagen verbucht.").arg(rows));
+  ui_->txtArtikelnummer->setFocus();
+  return true;
+}
+
+void frmFinanz::cmdOK() {
+  if (cmdVerbuchen()) reject();
+}
+
+void frmFinanz::flexAllEingabe(int row, int column) {
+  const Payments::Eingabe input = desk_.payments().nachEingabe(row, column);
+  if (input.unlesbar) ui_->flexAll->editAgain(row, column, input.text);
+}
+
+void frmFinanz::mnuOptEinlagen() {
+  zeigeFenster([this] { frmArtikel(workplace_, desk_.global(), this).exec(); });
+  desk_.ladeEinlagen();
+  desk_.ladeSchuetzenNeu();
+}
+
+void frmFinanz::mnuOptSchriftEinlagen() {
+  Settings& settings = workplace_.settings;
+  const auto choice =
+      workplace_.dialogs.chooseFont({liesText(settings, keys::ListDisziKasseFont),
+                                     fromColour(ui_->lstAll->palette().color(QPalette::Text))});
+  if (!choice) return;
+  schreibe(settings, keys::ListDisziKasseFont, choice->font);
+  schreibe(settings, keys::ListDisziKasseForeColor, QString::number(choice->colour));
+  Set_EinlagenFont();
+}
+
+void frmFinanz::PrintKasseneingaenge(ReportOrder::Ziel nZiel) {
+  if (!reports_) return;
+  const Hourglass hourglass;
+  const bool aktuellerKauf = ui_->SSTab1->currentIndex() <= kTabZiele;
+  druckeBeleg(
+      workplace_, *reports_,
+      [&] {
+        return belegFuer(
+            desk_, aktuellerKauf,
+            aktuellerKauf ? ui_->panelScheiben->belegScheiben() : ui_->panelAusgaben->belegScheiben());
+      },
+      nZiel);
+}
+
+}  // namespace qk

@@ -1,0 +1,286 @@
+#include "cash/label_panel.h"
+
+#include "app/ground/printing.h"
+#include "app/ground/temp_module.h"
+#include "cash/frmEtikettText.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/grid/suggestions.h"
+#include "platform/print/printer_labels.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/numbers.h"
+#include "platform/widgets/hourglass.h"
+#include "ui_label_panel.h"
+
+namespace qk {
+
+namespace {
+
+const char* const kCounts = "|1;1|2;2|3;3|4;4|5;5|6;6|7;7|8;8|9;9|10;10";
+
+QString fontName(const FontSpec& font) {
+  return font.name + ", " + numberText(font.size);
+}
+
+int wholeNumber(const QString& text) {
+  return toInt32(ZahlAusText(text));
+}
+
+/// While it lives the window takes no input.
+class Busy {
+ public:
+  Busy(QWidget& window, bool& flag) : window_(&window), flag_(flag) {
+    flag_ = true;
+    window_->setEnabled(false);
+  }
+  ~Busy() {
+    window_->setEnabled(true);
+    flag_ = false;
+  }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+
+ private:
+  QWidget* window_;
+  bool& flag_;
+  const Hourglass hourglass_;
+};
+
+}  // namespace
+
+LabelPanel::LabelPanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::LabelPanel>()) {
+  ui_->setupUi(this);
+  ui_->flexBarcode->setStretchColumn(LabelColumn::Name);
+  ui_->flexBarcode->setEmptyText("Der Wettkampf hat keine Disziplinen.");
+}
+
+LabelPanel::~LabelPanel() = default;
+
+void LabelPanel::setDesk(CashDesk& desk) {
+  desk_ = &desk;
+  selection_ = std::make_unique<LabelSelection>(desk);
+  output_ = std::make_unique<PrinterLabels>(currentPrinter(desk.workplace()));
+  ui_->flexBarcode->setTable(&selection_->flexBarcode());
+  connectControls();
+}
+
+void LabelPanel::setOutput(std::unique_ptr<LabelOutput> output) {
+  output_ = std::move(output);
+}
+
+void LabelPanel::versuche(const std::function<void()>& routine) {
+  try {
+    routine();
+  } catch (const Error& error) {
+    desk_->workplace().dialogs.note(
+        "Fehler: " + QString::number(error.number()) + " - " + error.description(), BoxIcon::Exclamation,
+        "Fehler");
+  }
+}
+
+void LabelPanel::keepFlag(QAbstractButton* box, const SettingKey& key) {
+  connect(box, &QAbstractButton::clicked, this,
+          [this, &key](bool on) { versuche([&] { schreibe(settings(), key, on); }); });
+}
+
+/// A text that is no number gives way to what is stored.
+void LabelPanel::keepPosition(QLineEdit* field, const SettingKey& key) {
+  connect(field, &QLineEdit::editingFinished, this, [this, field, &key] {
+    versuche([&] {
+      if (isNumeric(field->text()))
+        schreibe(settings(), key, field->text());
+      else
+        field->setText(liesText(settings(), key));
+    });
+  });
+}
+
+void LabelPanel::connectControls() {
+  connect(ui_->chkPrintManuellTabelle, &QCheckBox::toggled, this, [this](bool on) {
+    selection_->setManuell(on);
+    ui_->flexBarcode->setSuggestions(LabelColumn::Anz, on ? parseSuggestions(kCounts) : Suggestions());
+    UpdateBarcodeAnzeige(-1);
+  });
+  connect(ui_->cmdPrint, &QAbstractButton::clicked, this, [this] { versuche([this] { cmdPrint(); }); });
+  ui_->cmdPrint->setStatusTip("Druckt die Etiketten des Kaufs, oder die von Hand gewählten.");
+  connect(ui_->cmbPrinter, &QComboBox::textActivated, this, [this](const QString& name) {
+    versuche([&] { schreibe(settings(), keys::BarcodePrinter, name); });
+  });
+  const QList<QAbstractButton*> kinds = {ui_->optBarcodeAuswahl_0, ui_->optBarcodeAuswahl_1,
+                                         ui_->optBarcodeAuswahl_2};
+  for (int kind = 0; kind < kinds.size(); ++kind)
+    connect(kinds[kind], &QAbstractButton::clicked, this,
+            [this, kind] { versuche([&] { schreibe(settings(), keys::BarcodeAuswahl, kind); }); });
+  const auto keepOrientation = [this](QAbstractButton* upright, QAbstractButton* across,
+                                      const SettingKey& key) {
+    connect(upright, &QAbstractButton::clicked, this,
+            [this, &key] { versuche([&] { schreibe(settings(), key, 0); }); });
+    connect(across, &QAbstractButton::clicked, this,
+            [this, &key] { versuche([&] { schreibe(settings(), key, 1); }); });
+  };
+  keepOrientation(ui_->optFormatAusrichtung_0, ui_->optFormatAusrichtung_1, keys::BarcodeFormatAusrichtung);
+  keepOrientation(ui_->optFormatAusrichtung2_0, ui_->optFormatAusrichtung2_1,
+                  keys::Etikett2FormatAusrichtung2);
+  keepPosition(ui_->txtBarcodeX, keys::BarcodeX);
+  keepPosition(ui_->txtBarcodeY, keys::BarcodeY);
+  keepPosition(ui_->txtBarcodeX2, keys::BarcodeX2);
+  keepPosition(ui_->txtBarcodeY2, keys::BarcodeY2);
+  keepFlag(ui_->chkBarcodeDruck, keys::BarcodeDruck);
+  keepFlag(ui_->chkTextDruck, keys::PrintTextDruck);
+  keepFlag(ui_->chkEtikett2, keys::Etikett2);
+  connect(ui_->chkEtikett2, &QCheckBox::toggled, this, &LabelPanel::enableSecond);
+  connect(ui_->txtScheibenText, &QLineEdit::textEdited, this, [this](const QString& text) {
+    versuche([&] { schreibe(settings(), keys::DruckTextScheibe, text); });
+  });
+  connect(ui_->cmdScheibenTextHilfe, &QAbstractButton::clicked, this, [this] {
+    frmEtikettText help(this);
+    help.setSText(ui_->txtScheibenText->text());
+    if (help.exec() != QDialog::Accepted) return;
+    ui_->txtScheibenText->setText(help.sText());
+    versuche([&] { schreibe(settings(), keys::DruckTextScheibe, help.sText()); });
+  });
+  connect(ui_->cmdBarcodeFont, &QAbstractButton::clicked, this,
+          [this] { chooseFont(keys::BarcodeFont, [this] { Set_BarcodeFont(); }); });
+  connect(ui_->cmdPrintFont, &QAbstractButton::clicked, this,
+          [this] { chooseFont(keys::PrintScheibeFont, [this] { Set_PrintScheibenFont(); }); });
+  connect(ui_->cmdOhneBarcodeFont, &QAbstractButton::clicked, this, [this] {
+    versuche([this] { schreibe(settings(), keys::BarcodeFont, keys::BarcodeFont.preset.toString()); });
+    Set_BarcodeFont();
+  });
+}
+
+/// Cancel leaves the font alone, and so does a dialog that fails.
+void LabelPanel::chooseFont(const SettingKey& key, const std::function<void()>& apply) {
+  try {
+    const auto choice = desk_->workplace().dialogs.chooseFont({liesText(settings(), key), 0});
+    if (!choice) return;
+    schreibe(settings(), key, choice->font);
+    apply();
+  } catch (const Error&) {
+    return;
+  }
+}
+
+void LabelPanel::enableSecond() {
+  ui_->grpEtikett2->setEnabled(ui_->chkEtikett2->isChecked());
+}
+
+void LabelPanel::showPrinter() {
+  const QString name = output_->currentPrinter();
+  ui_->lblDrucker->setText("Aktueller Drucker: " + (name.isEmpty() ? QString("Standarddrucker") : name));
+}
+
+void LabelPanel::Form_Load() {
+  ui_->cmbPrinter->clear();
+  ui_->cmbPrinter->addItems(output_->printers());
+  const QString printer = liesText(settings(), keys::BarcodePrinter);
+  ui_->cmbPrinter->setCurrentIndex(printer.isEmpty() ? -1 : ui_->cmbPrinter->findText(printer));
+  Set_BarcodeFont();
+  Set_PrintScheibenFont();
+  const int kind = liesZahl(settings(), keys::BarcodeAuswahl);
+  (kind == 1   ? ui_->optBarcodeAuswahl_1
+   : kind == 2 ? ui_->optBarcodeAuswahl_2
+               : ui_->optBarcodeAuswahl_0)
+      ->setChecked(true);
+  const auto orientation = [this](const SettingKey& key, QRadioButton* upright, QRadioButton* across) {
+    (liesFlag(settings(), key) ? across : upright)->setChecked(true);
+  };
+  orientation(keys::BarcodeFormatAusrichtung, ui_->optFormatAusrichtung_0, ui_->optFormatAusrichtung_1);
+  orientation(keys::Etikett2FormatAusrichtung2, ui_->optFormatAusrichtung2_0, ui_->optFormatAusrichtung2_1);
+  ui_->txtBarcodeX->setText(liesText(settings(), keys::BarcodeX));
+  ui_->txtBarcodeY->setText(liesText(settings(), keys::BarcodeY));
+  ui_->txtBarcodeX2->setText(liesText(settings(), keys::BarcodeX2));
+  ui_->txtBarcodeY2->setText(liesText(settings(), keys::BarcodeY2));
+  ui_->chkTextDruck->setChecked(liesFlag(settings(), keys::PrintTextDruck));
+  ui_->chkBarcodeDruck->setChecked(liesFlag(settings(), keys::BarcodeDruck));
+  ui_->txtScheibenText->setText(liesText(settings(), keys::DruckTextScheibe));
+  ui_->chkEtikett2->setChecked(liesFlag(settings(), keys::Etikett2));
+  enableSecond();
+  showPrinter();
+}
+
+void LabelPanel::Set_PrintScheibenFont() {
+  textFont_ = parseFontText(liesText(settings(), keys::PrintScheibeFont));
+  ui_->lblPrintFontName->setText(fontName(textFont_));
+}
+
+void LabelPanel::Set_BarcodeFont() {
+  barcodeFont_ = parseFontText(liesText(settings(), keys::BarcodeFont));
+  ui_->lblBarcodeFontName->setText(fontName(barcodeFont_));
+  ui_->lblEigeneBalken->setVisible(layoutOfLabels().eigeneBalken);
+}
+
+void LabelPanel::LoadDisziKombiBaum(const std::vector<DisziKombi>& entries) {
+  selection_->LoadDisziKombiBaum(entries);
+}
+
+void LabelPanel::UpdateBarcodeAnzeige(int nRow) {
+  if (desk_->isOpen()) selection_->UpdateBarcodeAnzeige(nRow);
+}
+
+void LabelPanel::cmdPrint() {
+  if (druckt_) return;
+  const Busy busy(*window(), druckt_);
+  try {
+    if (selection_->manuell()) {
+      PrintScheibenEtiketten(-1);
+    } else {
+      for (int row = 1; row < desk_->purchase().flex().rows(); ++row) {
+        UpdateBarcodeAnzeige(row);
+        PrintScheibenEtiketten(row);
+      }
+    }
+  } catch (const Error&) {
+    showPrinter();  // the label printer stays current
+    throw;
+  }
+  showPrinter();
+}
+
+LabelLayout LabelPanel::layoutOfLabels() const {
+  LabelLayout layout;
+  layout.printer = ui_->cmbPrinter->currentText();
+  layout.kind = ui_->optBarcodeAuswahl_1->isChecked()   ? BarcodeKind::Code39
+                : ui_->optBarcodeAuswahl_2->isChecked() ? BarcodeKind::Ean13
+                                                        : BarcodeKind::Code128;
+  layout.first = {wholeNumber(ui_->txtBarcodeX->text()), wholeNumber(ui_->txtBarcodeY->text()),
+                  ui_->optFormatAusrichtung_1->isChecked()};
+  layout.second = {wholeNumber(ui_->txtBarcodeX2->text()), wholeNumber(ui_->txtBarcodeY2->text()),
+                   ui_->optFormatAusrichtung2_1->isChecked()};
+  layout.barcode = ui_->chkBarcodeDruck->isChecked();
+  layout.text = ui_->chkTextDruck->isChecked();
+  layout.zweitesEtikett = ui_->chkEtikett2->isChecked();
+  layout.vorlage = ui_->txtScheibenText->text();
+  layout.textFont = textFont_;
+  layout.barcodeFont = barcodeFont_;
+  // The preset is a font for texts: nobody has chosen one for bars.
+  layout.eigeneBalken = barcodeFont_.name == parseFontText(keys::BarcodeFont.preset.toString()).name;
+  return layout;
+}
+
+LabelShooter LabelPanel::shooterOfLabels(int nRow) const {
+  const ShownShooter& shown = desk_->shooter();
+  LabelShooter shooter{desk_->sStartNr(), shown.ID, {}};
+  LabelFields& fields = shooter.felder;
+  fields.startnr = FeldWert(desk_->store().schuetzen(), "Startnummer").toString();
+  fields.verein = shown.Verein;
+  fields.mann = shown.Mann;
+  fields.klasse = shown.Klasse;
+  fields.ausweis = shown.AusweisNr;
+  fields.spo = shown.SPO;
+  fields.spokey = shown.SPOKEY;
+  fields.name = shown.Name;
+  if (nRow >= 0) fields.einlage = desk_->purchase().flex().text(nRow, CashColumn::Bezeichnung);
+  fields.wettkampf = desk_->sBez1;
+  fields.zeit = desk_->workplace().clock.now();
+  return shooter;
+}
+
+void LabelPanel::PrintScheibenEtiketten(int nRow) {
+  const Workplace& workplace = desk_->workplace();
+  qk::PrintScheibenEtiketten(*output_, desk_->database(), selection_->gewaehlt(), layoutOfLabels(),
+                             shooterOfLabels(nRow),
+                             {[&workplace] { return workplace.clock.now(); },
+                              [&workplace](int milliseconds) { workplace.waits.sleep(milliseconds); }});
+}
+
+}  // namespace qk

@@ -1,0 +1,73 @@
+// Tab "Scheibendruck": which labels a purchase pays for, and how they are printed. Every change of a setting
+// is stored at once.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "app/ground/settings_keys.h"
+#include "cash/cash_desk.h"
+#include "cash/diszi_kombi.h"
+#include "cash/label_selection.h"
+
+class QAbstractButton;
+class QLineEdit;
+
+namespace Ui {
+class LabelPanel;
+}
+
+namespace qk {
+
+class LabelOutput;
+
+class LabelPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit LabelPanel(QWidget* parent = nullptr);
+  ~LabelPanel() override;
+
+  /// Once, before anything else; the desk outlives the panel.
+  void setDesk(CashDesk& desk);
+  /// What prints; the workstation's printers unless another is given.
+  void setOutput(std::unique_ptr<LabelOutput> output);
+
+  /// The window loads: printers, fonts and the label settings. Errors pass.
+  void Form_Load();
+  void Set_PrintScheibenFont();
+  void Set_BarcodeFont();
+
+  /// Rebuilds the selection table, all rows ticked.
+  void LoadDisziKombiBaum(const std::vector<DisziKombi>& entries);
+  /// The table follows a row of the purchase, or all of them for -1.
+  void UpdateBarcodeAnzeige(int nRow);
+  /// Prints the labels: stake by stake, or the table as it was set by hand. Errors pass.
+  void cmdPrint();
+  /// The pauses between sets let the program live: the window mustn't go meanwhile.
+  bool druckt() const { return druckt_; }
+
+ private:
+  void connectControls();
+  void keepFlag(QAbstractButton* box, const SettingKey& key);
+  void keepPosition(QLineEdit* field, const SettingKey& key);
+  void chooseFont(const SettingKey& key, const std::function<void()>& apply);
+  void enableSecond();
+  void showPrinter();
+  void PrintScheibenEtiketten(int nRow);
+  LabelLayout layoutOfLabels() const;
+  LabelShooter shooterOfLabels(int nRow) const;
+  void versuche(const std::function<void()>& routine);
+  Settings& settings() const { return desk_->workplace().settings; }
+
+  std::unique_ptr<Ui::LabelPanel> ui_;
+  CashDesk* desk_ = nullptr;
+  std::unique_ptr<LabelSelection> selection_;
+  std::unique_ptr<LabelOutput> output_;
+  FontSpec barcodeFont_, textFont_;
+  bool druckt_ = false;
+};
+
+}  // namespace qk

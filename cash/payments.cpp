@@ -1,0 +1,146 @@
+#include "cash/payments.h"
+
+#include "app/ground/temp_module.h"
+#include "cash/amounts.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/error.h"
+
+namespace qk {
+
+namespace {
+
+const char* const kNoSuchRow = "Kein gültiger Eintrag gewählt!";
+
+QString datumText(const dao::Recordset& payment) {
+  const QVariant value = payment.value("DatumEingang");
+  return value.isNull() ? QString() : dateText(value.toDateTime());
+}
+
+}  // namespace
+
+Payments::Payments(const Workplace& workplace, CashStore& store) : workplace_(workplace), store_(store) {
+  richteKassenTabelleEin(flexAll_);
+  flexAll_.setColumnWidth(CashColumn::Merkmal, 0);
+  flexAll_.setEditable(CashColumn::Datum, true);
+}
+
+QString Payments::stakeName(qint32 KasseID) {
+  return store_.findeEinlage(KasseID) ? FeldWert(store_.einlagen(), "Bezeichnung").toString() : QString();
+}
+
+void Payments::lade(const QString& sStartNr) {
+  flexAll_.setRows(1);
+  store_.openEingaenge(sStartNr);
+  for (dao::Recordset& payment = *store_.eingaenge(); !payment.eof(); payment.moveNext())
+    flexAll_.addRow(
+        kassenZeile(stakeName(FeldWert(payment, "KasseID").toInt()), FeldWert(payment, "Offen").toInt() != 0,
+                    BetragAusFeld(payment, "Betrag"), datumText(payment)),
+        QString::number(FeldWert(payment, "ID").toInt()));
+  Q_EMIT changed();
+}
+
+bool Payments::finde(int row) {
+  dao::Recordset* payments = store_.eingaenge();
+  if (!payments) return false;
+  payments->findFirst("ID = " + flexAll_.rowData(row));
+  return !payments->noMatch();
+}
+
+/// Strict readings first: nothing is edited that can't be written.
+void Payments::schreibe(int row) {
+  dao::Recordset& payment = *store_.eingaenge();
+  const Money betrag = BetragStrikt(flexAll_.text(row, CashColumn::Betrag));
+  const QString datum = flexAll_.text(row, CashColumn::Datum);
+  if (!isDate(datum))
+    throw Error(13, "»" + datum + "« ist kein Datum (TT.MM.JJJJ oder TT.MM.JJJJ HH:MM:SS).");
+  try {
+    payment.edit();
+    payment.setValue("Offen", flexAll_.text(row, CashColumn::Offen));
+    payment.setValue("Betrag", QVariant::fromValue(betrag));
+    payment.setValue("DatumEingang", parseDate(datum));
+    payment.update();
+  } catch (const Error&) {
+    payment.cancelUpdate();
+    throw;
+  }
+}
+
+void Payments::zeigeGespeichertes(int row) {
+  const dao::Recordset& payment = *store_.eingaenge();
+  flexAll_.setText(row, CashColumn::Offen, FeldWert(payment, "Offen").toInt() != 0 ? kOffen : kBezahlt);
+  flexAll_.setText(row, CashColumn::Betrag, BetragAusFeld(payment, "Betrag").toText());
+  flexAll_.setText(row, CashColumn::Datum, datumText(payment));
+}
+
+Payments::Eingabe Payments::nachEingabe(int row, int column) {
+  const QString typed = flexAll_.text(row, column);
+  if (flexAll_.text(0, column) == "Offen" &&
+      workplace_.dialogs.confirm("Soll das Datum auf den aktuellen Tag angepasst werden?"))
+    flexAll_.setText(row, CashColumn::Datum, Buchungsdatum(workplace_));
+  if (!finde(row)) return {};
+  try {
+    schreibe(row);
+  } catch (const Error& error) {
+    zeigeGespeichertes(row);
+    workplace_.dialogs.note("Fehler: " + QString::number(error.number()) + " - " + error.description(),
+                            BoxIcon::Exclamation);
+    return {error.number() == 13 || error.number() == 6, typed};
+  }
+  Q_EMIT changed();
+  return {};
+}
+
+void Payments::cmdOPVerbuchen() {
+  reported(fehlerReport(workplace_.dialogs, "Fehler beim Verbuchen der OP!"), [&](Steps& step) {
+    for (int row = 1; row < flexAll_.rows(); ++row)
+      step([&] {
+        if (!finde(row) || FeldWert(*store_.eingaenge(), "Offen").toInt() == 0) return;
+        const QString before = flexAll_.text(row, CashColumn::Datum);
+        flexAll_.setText(row, CashColumn::Offen, kBezahlt);
+        flexAll_.setText(row, CashColumn::Datum, Buchungsdatum(workplace_));
+        try {
+          schreibe(row);
+        } catch (const Error&) {
+          flexAll_.setText(row, CashColumn::Offen, kOffen);  // not settled: it must not look so
+          flexAll_.setText(row, CashColumn::Datum, before);
+          throw;
+        }
+      });
+  });
+  Q_EMIT changed();
+}
+
+void Payments::cmdDelete(int row) {
+  if (row < 1 || row >= flexAll_.rows()) return;
+  if (!finde(row)) return workplace_.dialogs.note(kNoSuchRow);
+  if (!workplace_.dialogs.confirm("Soll der aktuelle Eingang des Schützen unwiderruflich gelöscht werden?",
+                                  BoxIcon::Question, BoxAnswer::No))
+    return;
+  store_.eingaenge()->remove();
+  flexAll_.removeRow(row);
+  Q_EMIT changed();
+}
+
+void Payments::cmdDeleteAll() {
+  if (!workplace_.dialogs.confirm("Sollen alle Eingänge des Schützen unwiderruflich gelöscht werden?",
+                                  BoxIcon::Question, BoxAnswer::No))
+    return;
+  int done = 0;
+  try {
+    for (int row = 1; row < flexAll_.rows(); ++row, ++done) {
+      if (finde(row))
+        store_.eingaenge()->remove();
+      else
+        workplace_.dialogs.note(kNoSuchRow);
+    }
+  } catch (const Error&) {
+    for (; done > 0; --done) flexAll_.removeRow(1);
+    Q_EMIT changed();
+    throw;
+  }
+  flexAll_.setRows(1);
+  Q_EMIT changed();
+}
+
+}  // namespace qk

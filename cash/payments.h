@@ -1,0 +1,56 @@
+// The stored payments of the shown shooter: the rows of `flexAll`, their correction, settling and deletion.
+// Needs no window. An open item is a row that is wholly unpaid.
+#pragma once
+
+#include <QObject>
+
+#include "cash/cash_rows.h"
+#include "cash/cash_store.h"
+#include "platform/workplace.h"
+
+namespace qk {
+
+class Payments : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Both outlive the payments.
+  Payments(const Workplace& workplace, CashStore& store);
+
+  TextTable& flexAll() { return flexAll_; }
+  const TextTable& flexAll() const { return flexAll_; }
+
+  /// Opens the payment cursor of the shooter and fills `flexAll`. Errors of the store pass; the rows of the
+  /// former shooter are gone then.
+  void lade(const QString& sStartNr);
+  CashSums summen() const { return qk::summen(flexAll_); }
+
+  /// What became of the operator's edit.
+  struct Eingabe {
+    bool unlesbar = false;
+    QString text;  ///< what couldn't be read; the cell shows the stored value again
+  };
+  /// Writes the edited row back, asking about the date where the open mark changed.
+  Eingabe nachEingabe(int row, int column);
+  /// Settles all open rows of the shooter as of today.
+  void cmdOPVerbuchen();
+  void cmdDelete(int row);  ///< asks; nothing without a selected row
+  void cmdDeleteAll();      ///< asks
+
+ Q_SIGNALS:
+  /// After every change of the rows: the totals follow.
+  void changed();
+
+ private:
+  /// Positions the payment cursor on the row's record.
+  bool finde(int row);
+  void schreibe(int row);
+  void zeigeGespeichertes(int row);
+  QString stakeName(qint32 KasseID);
+
+  Workplace workplace_;
+  CashStore& store_;
+  TextTable flexAll_;
+};
+
+}  // namespace qk

@@ -1,0 +1,146 @@
+#include "cash/purchase.h"
+
+#include "app/ground/settings_keys.h"
+#include "app/ground/temp_module.h"
+#include "cash/amounts.h"
+#include "cash/article_number.h"
+#include "cash/class_release.h"
+#include "platform/dao/sql/quote.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/runtime/numbers.h"
+
+namespace qk {
+
+namespace {
+
+const QString kGespeichert = "gespeichert";
+
+}  // namespace
+
+Purchase::Purchase(const Workplace& workplace, CashStore& store, const TextTable& flexAll)
+    : workplace_(workplace), store_(store), flexAll_(flexAll) {
+  richteKassenTabelleEin(flex_);
+  flex_.setColumnWidth(CashColumn::Merkmal, 0);
+}
+
+int Purchase::anzahlKaeufe(qint32 lEinlageID, const QString& Bezeichnung) const {
+  int count = 0;
+  const QString id = QString::number(lEinlageID);
+  for (int row = 0; row < flex_.rows(); ++row) count += flex_.rowData(row) == id ? 1 : 0;
+  for (int row = 0; row < flexAll_.rows(); ++row)
+    count += flexAll_.text(row, CashColumn::Bezeichnung) == Bezeichnung ? 1 : 0;
+  return count;
+}
+
+std::optional<Money> Purchase::fragtBetrag() const {
+  const QString answer = workplace_.dialogs.input("Bitte geben Sie den Betrag ein: ");
+  const Money amount = BetragAusText(answer);
+  if (amount != Money() || liesZahl(workplace_.settings, keys::Abfrage0Euro) != 1) return amount;
+  const bool anyway = workplace_.dialogs.confirm(
+      "Sie haben keinen gültigen Betrag eingegeben!\r\nSoll dies dennoch verbucht werden?",
+      BoxIcon::Exclamation);
+  return anyway ? std::optional(amount) : std::nullopt;
+}
+
+void Purchase::AddKauf(qint32 lEinlageID) {
+  const bool found = store_.findeEinlage(lEinlageID);
+  const qint32 KlassenID = FeldWert(store_.schuetzen(), "KlassenID").toInt();
+  if (!KassePruefung(store_.database(), workplace_.dialogs, lEinlageID, KlassenID)) return;
+  if (!found) return;
+  const dao::Recordset& stake = store_.einlagen();
+  const QString Bezeichnung = FeldWert(stake, "Bezeichnung").toString();
+  const bool VorgabeOffen = FeldWert(stake, "VorgabeOffen").toInt() != 0;
+  if (const int Nachkauf = FeldWert(stake, "Nachkauf").toInt(); Nachkauf > 0) {
+    const int count = anzahlKaeufe(lEinlageID, Bezeichnung);
+    if (count >= Nachkauf) {
+      workplace_.dialogs.note("Der Schütze hat die max. Nachkaufmöglichkeit bereits erreicht!\r\n" +
+                                  Bezeichnung + " - " + QString::number(count) +
+                                  (count == 1 ? " Kauf erlaubt!" : " Käufe erlaubt!"),
+                              BoxIcon::Information);
+      return;
+    }
+  }
+  Money betrag = BetragAusFeld(stake, "Betrag");
+  if (betrag == Money()) {
+    const std::optional<Money> answer = fragtBetrag();
+    if (!answer) return;
+    betrag = *answer;
+  }
+  addRow(Bezeichnung, VorgabeOffen || betragsart_ == Betragsart::OffenePosten, betrag, lEinlageID);
+}
+
+void Purchase::AddAnzahl(qint32 lEinlageID, int nAnzahl) {
+  for (int i = 0; i < nAnzahl; ++i) AddKauf(lEinlageID);
+}
+
+void Purchase::AddAnzahlFragen(qint32 lEinlageID) {
+  const QString answer = workplace_.dialogs.input("Bitte geben Sie die Anzahl der Käufe ein:", "Einlagen");
+  AddAnzahl(lEinlageID, toInt16(ZahlAusText(answer)));
+}
+
+void Purchase::AddArtikel(const QString& text) {
+  reported(fehlerReport(workplace_.dialogs, "Fehler beim Ermitteln der Artikelnummer!"), [&](Steps& step) {
+    std::optional<qint32> id;
+    step([&] {
+      id.reset();
+      const auto hits = store_.database().openRecordset("Select * from Kasse_Verwaltung where ArtikelNr = " +
+                                                        dao::sql::quoted(ArtikelNummerAusText(text)));
+      if (!hits->eof()) id = FeldWert(*hits, "ID").toInt();
+    });
+    if (id) step([&] { AddKauf(*id); });
+  });
+}
+
+void Purchase::AddSpende(const Money& betrag) {
+  if (betrag == Money()) return;
+  addRow(store_.spende().Bezeichnung, false, betrag, store_.spende().id);
+}
+
+void Purchase::addRow(const QString& Bezeichnung, bool offen, const Money& betrag, qint32 lEinlageID) {
+  flex_.addRow(kassenZeile(Bezeichnung, offen, betrag, Buchungsdatum(workplace_)),
+               QString::number(lEinlageID));
+  UpdateAktGesamt();
+}
+
+void Purchase::entferne(int row) {
+  if (row < 1 || row >= flex_.rows()) return;
+  flex_.removeRow(row);
+  bool anyStored = false;
+  for (int left = 1; left < flex_.rows(); ++left) anyStored = anyStored || istGespeichert(left);
+  if (!anyStored) flex_.setColumnWidth(CashColumn::Merkmal, 0);
+  UpdateAktGesamt();
+}
+
+void Purchase::entferneAlle() {
+  while (!isEmpty()) entferne(1);
+}
+
+void Purchase::setBetragsart(Betragsart art) {
+  betragsart_ = art;
+  if (art == Betragsart::OffenePosten)
+    for (int row = 1; row < flex_.rows(); ++row) flex_.setText(row, CashColumn::Offen, kOffen);
+  if (art == Betragsart::OffenePosten) UpdateAktGesamt();
+}
+
+void Purchase::nachEingabe(int row, int column) {
+  if (column == CashColumn::Betrag) {
+    try {
+      BetragAusText(flex_.text(row, column));
+    } catch (const Error& error) {
+      flex_.setText(row, column, "0");
+      workplace_.dialogs.note(error.description(), BoxIcon::Exclamation);
+    }
+  }
+  UpdateAktGesamt();
+}
+
+void Purchase::markiereGespeichert(int row) {
+  flex_.setColumnWidth(CashColumn::Merkmal, -1);
+  flex_.setText(row, CashColumn::Merkmal, kGespeichert);
+}
+
+bool Purchase::istGespeichert(int row) const {
+  return !flex_.text(row, CashColumn::Merkmal).isEmpty();
+}
+
+}  // namespace qk

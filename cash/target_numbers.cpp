@@ -1,0 +1,287 @@
+#include "cash/target_numbers.h"
+
+#include "app/ground/settings_keys.h"
+#include "app/ground/temp_module.h"
+#include "platform/dao/sql/quote.h"
+#include "platform/dialog/dialogs.h"
+#include "platform/runtime/datetext.h"
+#include "platform/runtime/error.h"
+#include "platform/runtime/numbers.h"
+
+namespace qk {
+namespace {
+
+constexpr double kMillisecondsOfADay = 24.0 * 60 * 60 * 1000;
+constexpr double kStampsOfADay = 1000000;
+const char* const kChooseFirst = "Bitte wählen Sie eine Disziplin/Kombination!";
+
+const QString kStacks =
+    "SELECT ScheibenNummern.*, DisziplinKombinationName.Name as Vorgabe FROM ScheibenNummern LEFT JOIN "
+    "(SELECT "
+    "Name, ID, 0 as Art from Disziplin Union SELECT Kombinationsname as Name, ID, 1 as Art  from "
+    "Kombination_Name) as DisziplinKombinationName ON (ScheibenNummern.DisziKombi = "
+    "DisziplinKombinationName.Art) AND (ScheibenNummern.VorgabeID = DisziplinKombinationName.ID) WHERE "
+    "ScheibenNummern.Anzeigen = 1 AND (ScheibenNummern.PCAnzeige LIKE %1 or ScheibenNummern.PCAnzeige = '')";
+
+QString zusatzOf(const QString& Bezeichnung) {
+  return "   (" + Bezeichnung + u')';
+}
+
+qint32 wholeNumber(const QString& text) {
+  return toInt32(ZahlAusText(text));
+}
+
+TargetNumbers::Tree treeOf(int DisziKombi) {
+  return DisziKombi == 0 ? TargetNumbers::Tree::Diszi : TargetNumbers::Tree::Kombi;
+}
+
+}  // namespace
+
+TargetNumbers::TargetNumbers(CashDesk& desk) : desk_(desk), stacks_(StackColumn::Anzahl) {
+  stacks_.setText(0, StackColumn::Bezeichnung, "Bezeichnung");
+  stacks_.setText(0, StackColumn::Typ, "Typ");
+  stacks_.setText(0, StackColumn::AktNr, "Akt.Nr.");
+  stacks_.setText(0, StackColumn::Zuordnung, "Zuordnung");
+  stacks_.setColumnWidth(StackColumn::Merkmal, 0);
+  stacks_.setRightAligned(StackColumn::AktNr, true);
+}
+
+TargetNumbers::~TargetNumbers() = default;
+
+void TargetNumbers::close() {
+  cursor_.reset();
+}
+
+void TargetNumbers::LoadDisziKombiBaum(const std::vector<DisziKombi>& entries) {
+  std::vector<DisziKombi> of[2];
+  for (const DisziKombi& entry : entries) of[entry.kombi ? 1 : 0].push_back(entry);
+  for (Tree which : {Tree::Diszi, Tree::Kombi}) tree(which).setRoots(of[static_cast<int>(which)]);
+}
+
+bool TargetNumbers::LoadScheibenStapel() {
+  const Settings& settings = desk_.workplace().settings;
+  const QString mark = liesText(settings, keys::LokalePCKennung);
+  const bool byName = liesZahl(settings, keys::SortedScheibenNummern) == 1;
+  cursor_ = desk_.database().openRecordset(kStacks.arg(dao::sql::quoted(u'*' + mark + u'*')) +
+                                           (byName ? " order by Bezeichnung" : " order by Sortierung"));
+  stacks_.setRows(1);
+  for (; !cursor_->eof(); cursor_->moveNext())
+    stacks_.addRow(
+        {QString(), FeldWert(*cursor_, "Bezeichnung").toString(),
+         FeldWert(*cursor_, "Scheibentyp").toString(), FeldWert(*cursor_, "AktuelleNummer").toString(),
+         FeldWert(*cursor_, "Vorgabe").toString()},
+        QString::number(FeldWert(*cursor_, "ID").toInt()));
+  return hatStapel();
+}
+
+bool TargetNumbers::hatStapel() const {
+  return stacks_.rows() > 1;
+}
+
+/// The present time of day as a fraction of a day, in millionths.
+qint32 TargetNumbers::stempel() const {
+  const double fraction = desk_.workplace().clock.now().time().msecsSinceStartOfDay() / kMillisecondsOfADay;
+  return static_cast<qint32>(fraction * kStampsOfADay);
+}
+
+bool TargetNumbers::waehlbar(const View& view) const {
+  if (!view.gewaehlt.isValid()) desk_.workplace().dialogs.note(kChooseFirst);
+  return view.gewaehlt.isValid();
+}
+
+void TargetNumbers::nimmAuf(Tree which, const QModelIndex& root, const Taken& taken) {
+  const QModelIndex node = tree(which).add(root, taken.stapelId, taken.nummer, taken.zusatz, stempel());
+  Q_EMIT hinzugefuegt(which, node);
+}
+
+bool TargetNumbers::ScheibeUebergeben(int nRow, const View& view) {
+  bool done = false;
+  reported(fehlerReport(desk_.workplace().dialogs, "Fehler bei der Übergeben der Scheiben!"),
+           [&](Steps&) { done = uebergeben(nRow, view); });
+  return done;
+}
+
+bool TargetNumbers::uebergeben(int nRow, const View& view) {
+  if (nRow < 0) return false;
+  const qint32 id = wholeNumber(stacks_.rowData(nRow));
+  if (id < 1 || !cursor_) return false;
+  cursor_->findFirst(QString("ID = %1").arg(id));
+  if (cursor_->noMatch()) return false;
+
+  Tree which = view.vorn;
+  QModelIndex root = TargetTree::rootOf(view.gewaehlt);
+  if (const qint32 vorgabe = FeldWert(*cursor_, "VorgabeID").toInt(); autoZuordnung && vorgabe > 0) {
+    which = treeOf(FeldWert(*cursor_, "DisziKombi").toInt());
+    root = tree(which).root(vorgabe);
+  } else if (!waehlbar(view)) {
+    return false;
+  }
+  const QPersistentModelIndex below = root;  // the input box may run anything
+
+  Taken taken{id, 0, {}};
+  if (manuelleNummer) {
+    taken = {0, wholeNumber(desk_.workplace().dialogs.input("Bitte Scheibennummer eingeben:")), {}};
+    if (taken.nummer == 0) return false;
+  } else {
+    taken.nummer = wholeNumber(stacks_.text(nRow, StackColumn::AktNr));
+    if (nRow >= 1) taken.zusatz = zusatzOf(stacks_.text(nRow, StackColumn::Bezeichnung));
+  }
+  nimmAuf(which, below, taken);
+  if (!manuelleNummer) stacks_.setText(nRow, StackColumn::AktNr, QString::number(taken.nummer + 1));
+  return true;
+}
+
+void TargetNumbers::cmdScheibeAdd(int nRow, const View& view) {
+  if (!hatStapel())
+    return desk_.workplace().dialogs.note(
+        "Es muss mindestens ein Scheibenstapel angelegt sein.\r\nMenü: Optionen - Verwaltung Scheiben");
+  ScheibeUebergeben(nRow, view);
+}
+
+void TargetNumbers::cmdScheibeAddAnzahl(int nRow, const View& view) {
+  if (!hatStapel()) return cmdScheibeAdd(nRow, view);
+  const double count = ZahlAusText(desk_.workplace().dialogs.input(
+      "Bitte geben Sie die Anzahl der Scheibennummern ein:", "Scheibennummern"));
+  View here = view;
+  const QPersistentModelIndex selected = view.gewaehlt;
+  for (int taken = 0; taken + 1 <= count; ++taken) {
+    here.gewaehlt = selected;
+    if (!ScheibeUebergeben(nRow, here)) return;
+  }
+}
+
+void TargetNumbers::nummerEingegeben(const QString& sNummer, const View& view) {
+  if (stapelPruefung && ScheibeAufnehmenStapel(sNummer)) return;
+  ScheibeAufnehmenManuell(sNummer, view);
+}
+
+bool TargetNumbers::ScheibeAufnehmenStapel(const QString& sNummer) {
+  bool done = false;
+  reported(fehlerReport(desk_.workplace().dialogs, "Fehler Aufnehmen der Scheiben über Stapel!"),
+           [&](Steps&) {
+             const qint32 nummer = wholeNumber(sNummer);
+             if (nummer == 0 || !cursor_ || !hatStapel()) return;
+             cursor_->moveFirst();
+             while (!cursor_->eof() && !(FeldWert(*cursor_, "Startnummer").toDouble() <= nummer &&
+                                         FeldWert(*cursor_, "Endnummer").toDouble() >= nummer))
+               cursor_->moveNext();
+             if (cursor_->eof()) return;
+             const qint32 id = FeldWert(*cursor_, "ID").toInt();
+             const qint32 vorgabe = FeldWert(*cursor_, "VorgabeID").toInt();
+             const Tree which = treeOf(FeldWert(*cursor_, "DisziKombi").toInt());
+             const QString zusatz = zusatzOf(FeldWert(*cursor_, "Bezeichnung").toString());
+             // The number itself, not the next one: the stack hands it out again.
+             schreibeNaechste(id, nummer);
+             if (const int row = stacks_.findRow(QString::number(id)); row > 0)
+               stacks_.setText(row, StackColumn::AktNr, QString::number(nummer));
+             if (vorgabe <= 0) return;
+             nimmAuf(which, tree(which).root(vorgabe), {id, nummer, zusatz});
+             done = true;
+           });
+  return done;
+}
+
+bool TargetNumbers::ScheibeAufnehmenManuell(const QString& sNummer, const View& view) {
+  bool done = false;
+  reported(fehlerReport(desk_.workplace().dialogs, "Fehler Aufnehmen der Scheiben manuell!"), [&](Steps&) {
+    const qint32 nummer = wholeNumber(sNummer);
+    if (nummer == 0 || !waehlbar(view)) return;
+    nimmAuf(view.vorn, TargetTree::rootOf(view.gewaehlt), {0, nummer, {}});
+    done = true;
+  });
+  return done;
+}
+
+void TargetNumbers::schreibeNaechste(qint32 stapelId, qint32 nummer) {
+  const auto stacks = desk_.database().openRecordset("Select * from Scheibennummern");
+  stacks->findFirst(QString("ID = %1").arg(stapelId));
+  if (stacks->noMatch()) return;
+  stacks->edit();
+  stacks->setValue("AktuelleNummer", nummer);
+  stacks->update();
+}
+
+void TargetNumbers::cmdScheibeRemove(const View& view) {
+  if (!TargetTree::isTarget(view.gewaehlt)) return;
+  const qint32 id = stapelIdOf(view.gewaehlt);
+  if (id < 1) return entferne(view.vorn, view.gewaehlt);
+  const int row = stacks_.findRow(QString::number(id));
+  if (row < 1) return;
+  const qint32 last = wholeNumber(stacks_.text(row, StackColumn::AktNr)) - 1;
+  if (nummerOf(view.gewaehlt) == last) {
+    stacks_.setText(row, StackColumn::AktNr, QString::number(last));
+    return entferne(view.vorn, view.gewaehlt);
+  }
+  const QPersistentModelIndex target = view.gewaehlt;
+  if (desk_.workplace().dialogs.confirm(
+          "Die Nummer ist nicht die letzte vergebene Nummer des Stapels!\r\n"
+          "Hinweis: Nehmen Sie die Scheiben nach der ausgegebenen Reihenfolge wieder zurück.\r\n\r\n"
+          "Wollen Sie die Scheibe dennoch löschen?\r\n",
+          BoxIcon::Question, BoxAnswer::No) &&
+      target.isValid())
+    entferne(view.vorn, target);
+}
+
+void TargetNumbers::entferne(Tree which, const QModelIndex& target) {
+  const QPersistentModelIndex next =
+      target.row() > 0 ? target.siblingAtRow(target.row() - 1) : target.parent();
+  tree(which).removeRow(target.row(), target.parent());
+  Q_EMIT zuWaehlen(which, next);
+}
+
+void TargetNumbers::nummerAendern(const QModelIndex& target) {
+  if (!TargetTree::isTarget(target)) return;
+  const QPersistentModelIndex node = target;
+  const QString text = target.data(Qt::DisplayRole).toString();
+  const QString number = text.section(u' ', 0, 0);
+  const QString answer =
+      desk_.workplace().dialogs.input("Bitte Scheibennummer eingeben:", "Änderung", number);
+  const double changed = ZahlAusText(answer);
+  if (changed < 1 || !node.isValid()) return;
+  const_cast<QAbstractItemModel*>(node.model())
+      ->setData(node, QString::number(toInt32(changed)) + text.mid(number.size()), Qt::DisplayRole);
+}
+
+void TargetNumbers::speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum) {
+  for (Tree which : {Tree::Diszi, Tree::Kombi}) {
+    std::unique_ptr<dao::Recordset> issued;
+    tree(which).forEachTarget([&](const QModelIndex& target) {
+      if (!issued) issued = desk_.database().openRecordset("Select * from Schuetzen_ScheibenNummern");
+      issued->addNew();
+      issued->setValue("Startnummer", sStartNr);
+      issued->setValue("Scheibennummer", nummerOf(target));
+      issued->setValue("Kaufdatum", parseDate(Buchungsdatum));
+      issued->setValue("DisziKombiWahl", static_cast<int>(which));
+      issued->setValue("DisziKombiID", diszikombiIdOf(target));
+      if (const qint32 stapel = stapelIdOf(target); stapel > 0) issued->setValue("StapelID", stapel);
+      issued->update();
+    });
+  }
+}
+
+void TargetNumbers::speichereAktuelleNummern() {
+  for (int row = 1; row < stacks_.rows(); ++row)
+    if (const qint32 id = wholeNumber(stacks_.rowData(row)); id > 0)
+      schreibeNaechste(id, wholeNumber(stacks_.text(row, StackColumn::AktNr)));
+}
+
+std::vector<ReceiptTarget> TargetNumbers::belegScheiben() const {
+  std::vector<ReceiptTarget> all;
+  const QString today = Buchungsdatum(desk_.workplace());
+  for (Tree which : {Tree::Diszi, Tree::Kombi})
+    tree(which).forEachTarget([&](const QModelIndex& target) {
+      ReceiptTarget on;
+      on.Scheibennr = QString::number(nummerOf(target));
+      on.Ausgabe = today;
+      on.Zuordnung = target.parent().data(Qt::DisplayRole).toString();
+      if (const qint32 stapel = stapelIdOf(target); stapel > 0)
+        if (const int row = stacks_.findRow(QString::number(stapel)); row > 0) {
+          on.Bezeichnung = stacks_.text(row, StackColumn::Bezeichnung);
+          on.Typ = stacks_.text(row, StackColumn::Typ);
+        }
+      all.push_back(on);
+    });
+  return all;
+}
+
+}  // namespace qk

@@ -1,0 +1,47 @@
+// The cash desk's real window on a till, driven by object names.
+#pragma once
+
+#include <memory>
+
+#include "cash/frmFinanz.h"
+#include "platform/grid/text_grid.h"
+#include "tests/cash/till.h"
+#include "tests/support/drive.h"
+
+namespace qk::test {
+
+class DeskWindow {
+ public:
+  explicit DeskWindow(Till& till, ReportDoor* reports = nullptr) : till_(till), reports_(reports) {}
+
+  /// Opens the desk for a shooter, as the main window does, and waits until it has the keyboard.
+  void open(const QString& sStartNr = "108", bool bOhneScheibenNummern = true);
+  void close() { window_.reset(); }
+
+  frmFinanz& window() { return *window_; }
+  template <class T>
+  T& on(const QString& name) {
+    return the<T>(*window_, name);
+  }
+  QString text(const QString& label);
+  bool visible(const QString& name) { return on<QWidget>(name).isVisible(); }
+  QStringList purchase() { return Till::rows(*on<TextGrid>("flex").table()); }
+  QStringList stored() { return Till::rows(*on<TextGrid>("flexAll").table()); }
+  void press(const QString& button) { click(*window_, button); }
+  void show(int tab);
+
+  /// Types an article number slowly and Enter.
+  void article(const QString& number);
+  /// Keys at a scanner's speed, and Enter, to whatever has the keyboard.
+  void scan(const QString& text);
+  /// A key to whatever has the keyboard, after that time.
+  void key(const QString& character, int milliseconds);
+  void enter(int milliseconds);
+
+ private:
+  Till& till_;
+  ReportDoor* reports_;
+  std::unique_ptr<frmFinanz> window_;
+};
+
+}  // namespace qk::test
