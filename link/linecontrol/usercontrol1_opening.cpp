@@ -4,6 +4,7 @@
 #include "app/ground/settings_keys.h"
 #include "link/linecontrol/usercontrol1.h"
 #include "platform/dialog/dialogs.h"
+#include "platform/runtime/unasked.h"
 #include "platform/widgets/empty_text.h"
 #include "ui_usercontrol1.h"
 
@@ -102,6 +103,7 @@ void UserControl1::restoreLine() {
 void UserControl1::tryUnasked() {
   const QDateTime now = workplace_.clock.now();
   if (passwordRefused_ || isComplete() || now < global_.naechsterVersuch) return;
+  const Unasked unasked("Linie " + QString::number(nLinie_));
   isOpenFor(Asked::ByNobody);
   if (!retired_ && !isComplete()) global_.naechsterVersuch = workplace_.clock.now().addSecs(kPause);
 }
