@@ -18,7 +18,8 @@
 //   Payments::changed          UpdateSummenGesamt
 //   TargetPanel::stapelGeladen tabs 1 and 3
 // A booking is booking.h; the window hands it what prints and what the panels store (BookingSides).
-// Own windows open through zeigeFenster, so that the desk is active again afterwards.
+// Own windows open through zeigeFenster, so that the desk is active again afterwards. Entries that have no
+// window yet stand in ohneZiel(); an entry of "VM-Einlagen" carries its club's or team's id as its data.
 //
 // Lifetime: made for one opening. The load runs inside the first UpdateStartNr, with the flags set before it.
 // Object names are unique in the window, panels included.
