@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTimer>
+#include <utility>
 
 #include "platform/grid/text_grid.h"
 #include "platform/runtime/clock.h"
@@ -79,8 +80,11 @@ bool ScanWatch::eventFilter(QObject* watched, QEvent* event) {
 bool ScanWatch::keyPressed(QWidget& receiver, const QKeyEvent& key) {
   const bool command = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
   if (command || key.text().isEmpty() || !key.text().at(0).isPrint()) return false;
+  // A grid hands the key that opens an editor on to it.
+  if (std::exchange(handedOn_, false) && &receiver != origin_ && gridOf(&receiver) == origin_) return false;
   if (!run_.key(key.text(), workplace_.clock.now()) || !origin_) {
     origin_ = &receiver;
+    handedOn_ = qobject_cast<TextGrid*>(&receiver);
     const QLineEdit* edit = editOf(&receiver);
     before_ = edit ? edit->text() : QString();
     enterDue_ = false;

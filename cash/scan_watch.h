@@ -59,6 +59,7 @@ class ScanWatch : public QObject {
   ScanRun run_;
   QPointer<QWidget> origin_;
   QString before_;         // what stood in the origin
+  bool handedOn_ = false;  // the next key may be the one that a grid got
   bool enterDue_ = false;  // of a scan whose end a box has caught
   int allowed_ = 0;
 };

@@ -261,12 +261,13 @@ void TestFrmFinanz::anUnreadableCellStandsInItsEditor() {
   till->dialogs.expect(
       "Fehler: 13 - »12.50« ist kein Betrag. Bitte mit Komma und ohne Punkte eingeben, z. B. 12,50.");
   QTest::keyClick(editor, Qt::Key_Return);
+  QTRY_VERIFY(till->dialogs.done());
   const auto again = [&] { return qobject_cast<QLineEdit*>(grid.indexWidget(grid.currentIndex())); };
   QTRY_VERIFY(again() && again()->text() == "12.50");
   editor = again();
   editor->setText("12,5");
   QTest::keyClick(editor, Qt::Key_Return);
-  QCOMPARE(desk->stored(), QStringList("Startgeld|0|12,5|19.11.2026"));
+  QTRY_COMPARE(desk->stored(), QStringList("Startgeld|0|12,5|19.11.2026"));
   QCOMPARE(till->read("Select * from Kasse_Eingang", {"Betrag"}), QStringList("12,5"));
 }
 
@@ -276,6 +277,7 @@ void TestFrmFinanz::deletingARow() {
       "  108 | 1 | nein | 15 | 19.11.2026\n");
   desk->open();
   desk->show(2);
+  desk->on<TextGrid>("flexAll").setCurrentRow(0);
   desk->press("cmdDelete");  // no row is chosen
   desk->on<TextGrid>("flexAll").setCurrentRow(1);
   till->dialogs.expect("Soll der aktuelle Eingang des Schützen unwiderruflich gelöscht werden?",
