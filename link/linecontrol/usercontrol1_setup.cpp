@@ -70,13 +70,8 @@ void UserControl1::layOut() {
   keepsItsPlace.setRetainSizeWhenHidden(true);
   ui_->lblSenden->setSizePolicy(keepsItsPlace);
   ui_->panelSchussKnoepfe->setLeftGroup(3);  // what chooses shots; what discards them stands apart
-  // A tab widget in the form's own order would break the chain behind it: its bar stands for it.
-  const auto tabBefore = [](QWidget* before, QTabWidget* tabs, QWidget* behind) {
-    setTabOrder(before, tabs->tabBar());
-    setTabOrder(tabs->tabBar(), behind);
-  };
-  tabBefore(ui_->m_cmdSerieWaehlenHaering, ui_->SSTabDiszi, ui_->m_lstDisziTarvex);
-  tabBefore(ui_->ffErg, ui_->SSTabErg, ui_->lstBesteErg);
+  // Tab leads from list to list; Ctrl+Tab changes the page.
+  for (QTabWidget* tabs : {ui_->SSTabDiszi, ui_->SSTabErg}) tabs->tabBar()->setFocusPolicy(Qt::ClickFocus);
   ui_->splitterOben->setStretchFactor(1, 1);
   ui_->splitterUnten->setStretchFactor(0, 1);
   ui_->splitterHoehe->setStretchFactor(0, 3);
