@@ -1,5 +1,6 @@
 #include "cash/issued_targets.h"
 
+#include "app/ground/feld_wert.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/datetext.h"

@@ -6,6 +6,7 @@
 #include "platform/dialog/dialogs.h"
 #include "platform/grid/suggestions.h"
 #include "platform/print/printer_labels.h"
+#include "platform/runtime/clock.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/numbers.h"
 #include "platform/widgets/hourglass.h"

@@ -4,6 +4,7 @@
 #include "app/ground/temp_module.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
+#include "platform/runtime/clock.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/numbers.h"
