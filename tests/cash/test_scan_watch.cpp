@@ -10,6 +10,7 @@
 
 #include "platform/dialog/message_boxes.h"
 #include "platform/look/look.h"
+#include "platform/runtime/clock.h"
 #include "tests/cash/desk_window.h"
 #include "tests/support/real_boxes.h"
 
@@ -62,7 +63,8 @@ class TestScanWatch : public QObject {
   }
   QLineEdit& field() { return desk->on<QLineEdit>("txtArtikelnummer"); }
 
-  MessageBoxes real;
+  SystemClock clock;
+  MessageBoxes real{clock};
   std::unique_ptr<RealBoxes> boxes;
   std::unique_ptr<Till> till;
   std::unique_ptr<DeskWindow> desk;
