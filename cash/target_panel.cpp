@@ -173,7 +173,7 @@ void TargetPanel::putDown(Tree which) {
   const QPersistentModelIndex below = root;
   if (!numbers_->tree(which).move(pickedUp_, root)) return;
   view(which)->expand(below);
-  pickedUp_ = {};
+  pickedUp_ = QPersistentModelIndex();
 }
 
 void TargetPanel::Form_Load() {

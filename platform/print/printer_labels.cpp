@@ -35,6 +35,10 @@ PrinterLabels::PrinterLabels(const CurrentPrinter& current) : current_(current) 
 
 PrinterLabels::~PrinterLabels() = default;
 
+std::unique_ptr<QPrinter> PrinterLabels::device() const {
+  return current_.make();
+}
+
 QStringList PrinterLabels::printers() const {
   QStringList names;
   for (const InstalledPrinter& printer : installedPrinters()) names << printer.name;

@@ -32,7 +32,7 @@ class PrinterLabels : public LabelOutput {
   void endDocument() override;
 
  protected:
-  virtual std::unique_ptr<QPrinter> device() const { return current_.make(); }
+  virtual std::unique_ptr<QPrinter> device() const;
 
  private:
   void begin();
