@@ -23,7 +23,10 @@ std::unique_ptr<dao::Recordset> rowsOf(dao::Database& database, const QString& t
 }
 
 void deleteAll(dao::Recordset& rows) {
-  for (; !rows.eof(); rows.moveNext()) rows.remove();
+  while (!rows.eof()) {
+    rows.remove();
+    if (!rows.eof()) rows.moveNext();  // behind the last one there is nothing to move to
+  }
 }
 
 }  // namespace

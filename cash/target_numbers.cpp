@@ -106,6 +106,7 @@ bool TargetNumbers::uebergeben(int nRow, const View& view) {
   if (nRow < 0) return false;
   const qint32 id = wholeNumber(stacks_.rowData(nRow));
   if (id < 1 || !cursor_) return false;
+  cursor_->requery();  // a stack that was written meanwhile, here or by another desk, is another row by then
   cursor_->findFirst(QString("ID = %1").arg(id));
   if (cursor_->noMatch()) return false;
 
@@ -162,7 +163,7 @@ bool TargetNumbers::ScheibeAufnehmenStapel(const QString& sNummer) {
            [&](Steps&) {
              const qint32 nummer = wholeNumber(sNummer);
              if (nummer == 0 || !cursor_ || !hatStapel()) return;
-             cursor_->moveFirst();
+             cursor_->requery();
              while (!cursor_->eof() && !(FeldWert(*cursor_, "Startnummer").toDouble() <= nummer &&
                                          FeldWert(*cursor_, "Endnummer").toDouble() >= nummer))
                cursor_->moveNext();

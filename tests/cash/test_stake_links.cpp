@@ -148,7 +148,7 @@ class TestStakeLinks : public QObject {
     QCOMPARE(klassenDerEinlage(*database, 4), QSet<qint32>{7});
     QVERIFY(klassenDerEinlage(*database, 1).isEmpty());
     speichereKlassen(*database, 4, {});  // for everyone again
-    QVERIFY(till.read("Select * from Kasse_Schuetzenklassen", {"ID"}).isEmpty());
+    QVERIFY(till.read("Select * from Kasse_Schuetzenklassen", {"KasseEinlageID"}).isEmpty());
   }
 
   void whatAStakePaysFor() {

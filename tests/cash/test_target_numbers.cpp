@@ -156,7 +156,7 @@ void TestTargetNumbers::stacksInTheirOrder() {
 }
 
 void TestTargetNumbers::stacksByName() {
-  till->settings.setValue("Tarvex", "Daten", "SortedScheibenNummern", "1");
+  till->settings.setValue("Tarvex-40", "Daten", "SortedScheibenNummern", "1");
   load();
   QCOMPARE(stacks(), (QStringList{"Frei 310", "Nur B 220", "Pokale 150", "Zehner 10"}));
   till->execute("UPDATE ScheibenNummern SET Bezeichnung = 'Anfang' WHERE ID = 1");
@@ -165,13 +165,13 @@ void TestTargetNumbers::stacksByName() {
 }
 
 void TestTargetNumbers::stacksOfThisWorkstation() {
-  till->settings.setValue("Tarvex", "Daten", "LokalePCKennung", "B");
+  till->settings.setValue("Tarvex-40", "Daten", "LokalePCKennung", "B");
   load();
   QVERIFY(stacks().contains("Nur B 220"));  // its list "AB" holds the mark
-  till->settings.setValue("Tarvex", "Daten", "LokalePCKennung", "C");
+  till->settings.setValue("Tarvex-40", "Daten", "LokalePCKennung", "C");
   load();
   QCOMPARE(stacks(), (QStringList{"Frei 310", "Pokale 150", "Zehner 10"}));
-  till->settings.setValue("Tarvex", "Daten", "LokalePCKennung", "O'C");
+  till->settings.setValue("Tarvex-40", "Daten", "LokalePCKennung", "O'C");
   load();
   QCOMPARE(stacks().size(), 3);
   till->execute("UPDATE ScheibenNummern SET PCAnzeige = Null WHERE ID = 1");
@@ -287,7 +287,7 @@ void TestTargetNumbers::typedNumberInAStack() {
   QCOMPARE(stacks().last(), "Zehner 42");
   numbers->nummerEingegeben("200", {});  // the last one of its stack
   QCOMPARE(tree(Tree::Kombi), QStringList{"Pokal: 200   (Pokale)"});
-  numbers->ScheibeUebergeben(rowOf(1), {});
+  QVERIFY(numbers->ScheibeUebergeben(rowOf(1), {}));
   QCOMPARE(tree(Tree::Diszi), QStringList{"LG Meister: 42   (Zehner), 42   (Zehner)"});
 }
 

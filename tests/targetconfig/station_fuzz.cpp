@@ -143,7 +143,7 @@ QString complaintOf(FewFiles& folder, StationFuzzResult& result) {
     const QStringList titles = groupTitles(folder, iniPath);
     result.titles += static_cast<int>(titles.size());
     for (const QString& title : titles)
-      if (title.contains('"') || title.contains('=') || title != title.trimmed())
+      if (title.contains('"') || title.contains('=') || title.startsWith(' ') || title.endsWith(' '))
         return "a title as " + title;
     complaint = complaintOfCheck(folder, result, static_cast<size_t>(titles.size()));
     if (!complaint.isEmpty()) return complaint;

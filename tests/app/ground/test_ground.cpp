@@ -290,7 +290,8 @@ void TestGround::fontsThatCantBeKept() {
   const Workplace all = place.workplace();
   const Workplace workplace{all.clock, all.random, all.waits, all.files, blocked, all.dialogs};
   place.dialogs
-      .expect("Fehler: 75 - Fehler beim Zugriff auf Pfad/Datei\nFehler beim Speichern der Schriftarten!",
+      .expect("Fehler: 75 - Fehler beim Zugriff auf Pfad/Datei: " + place.path("datei/einstellungen") +
+                  "\nFehler beim Speichern der Schriftarten!",
               BoxAnswer::Abort)
       .titled("Fehler");
   SchriftSpeichern(workplace, "FlexFont", {});
