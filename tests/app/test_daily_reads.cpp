@@ -56,8 +56,8 @@ class TestDailyReads : public QObject {
         {"Grafik_Scheibe", "\"StartNr\") SELECT -n, (n % 500 + 100)::text"},
         {"Grafik_Schuss", "\"ScheibenID\") SELECT -n, -n"},
         {"Kasse_Eingang",
-         "\"Startnummer\", \"KasseID\", \"VereinID\", \"MannID\") SELECT -n, (n % 500 + 100)::text, 2, 900, "
-         "900"}};
+         "\"Startnummer\", \"KasseID\", \"VereinID\", \"MannID\") SELECT -n, (n % 500 + 100)::text, 2, n "
+         "% 300 + 900, n % 700 + 900"}};
     for (const QString& table : growingTables()) {
       store.native(QString("INSERT INTO dao.\"%1\" (\"ID\", %2 FROM generate_series(1, %3) AS n")
                        .arg(table, columns[table])
