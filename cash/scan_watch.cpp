@@ -116,8 +116,9 @@ bool ScanWatch::entered(QWidget& receiver) {
 }
 
 void ScanWatch::handBack() {
-  if (!std::exchange(enterDue_, false) || !origin_ || QApplication::activeModalWidget() != origin_->window())
-    return;
+  const QWidget* modal = QApplication::activeModalWidget();
+  const bool inTheWay = modal && origin_ && modal != origin_->window();
+  if (inTheWay || !std::exchange(enterDue_, false) || !origin_) return;
   origin_->setFocus();
   send(*origin_, Qt::Key_Return);
 }
