@@ -7,8 +7,8 @@
 
 namespace qk::dao {
 
-/// Runs what changes rows. The engines know one number for every missing right, and its text speaks of reading;
-/// here it is 3027, with what the engine says of it.
+/// Runs what changes rows. The engines know one number for every missing right, and its text speaks of
+/// reading; here it is 3027, with what the engine says of it.
 template <class Change>
 auto withRightToWrite(Change&& change) {
   constexpr int kNoRight = 3112, kNotUpdatable = 3027;
@@ -16,8 +16,9 @@ auto withRightToWrite(Change&& change) {
     return change();
   } catch (const Error& error) {
     if (error.number() != kNoRight) throw;
-    throw Error(kNotUpdatable, QString(error.description()).replace(errorDescription(kNoRight),
-                                                           "Schreiben nicht möglich; keine Schreibberechtigung."));
+    throw Error(kNotUpdatable, QString(error.description())
+                                   .replace(errorDescription(kNoRight),
+                                            "Schreiben nicht möglich; keine Schreibberechtigung."));
   }
 }
 
