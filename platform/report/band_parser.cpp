@@ -166,7 +166,7 @@ Element valuesElement(LineReader& words) {
 
 std::optional<Element> elementOf(LineReader& words) {
   if (words.takes("Text")) return textElement(words);
-  if (words.takes("Linie")) return lineElement(words);
+  if (words.takes("Strich")) return lineElement(words);
   if (words.takes("Kasten")) return boxElement(words);
   if (words.takes("Bild")) return pictureElement(words);
   if (words.takes("Strichcode")) return barElement(words);
@@ -194,7 +194,7 @@ void parseBandLine(LineReader& words, Band& band) {
     element->line = words.line();
     band.elements.push_back(std::move(*element));
   } else {
-    words.fail(QString("\"%1\" gibt es hier nicht. Erlaubt sind Text, Linie, Kasten, Bild, Strichcode, "
+    words.fail(QString("\"%1\" gibt es hier nicht. Erlaubt sind Text, Strich, Kasten, Bild, Strichcode, "
                        "Werte, Höhe und wenn.")
                    .arg(words.peek()));
   }

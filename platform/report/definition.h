@@ -102,14 +102,14 @@ struct ValuesElement {
 
 struct Element {
   Place place;
-  std::variant<TextElement, LineElement, BoxElement, PictureElement, BarElement, ValuesElement> shape;
-  std::optional<Condition> when;
+  std::variant<TextElement, LineElement, BoxElement, PictureElement, BarElement, ValuesElement> shape = {};
+  std::optional<Condition> when = {};
   int line = 0;
 };
 
 struct Band {
   double height = 0;  ///< at least
-  std::optional<Condition> when;
+  std::optional<Condition> when = {};
   std::vector<Element> elements;
 
   bool isEmpty() const { return elements.empty() && height == 0; }

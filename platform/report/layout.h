@@ -59,7 +59,7 @@ class Layout {
   };
   struct Ready {
     BoundPart bound;
-    std::unique_ptr<TableLayout> table;
+    std::unique_ptr<TableLayout> table = {};
     double width = 0;  ///< of one of the rows beside each other
     double step = 0;   ///< from one of them to the next
   };
@@ -67,7 +67,7 @@ class Layout {
   struct Blocks {
     size_t part = 0;
     int row = -1;
-    std::vector<Block> blocks;
+    std::vector<Block> blocks = {};
     int span = 0;
   };
   struct DecodedRow {

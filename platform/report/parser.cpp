@@ -70,7 +70,7 @@ class Parser {
     else if (words.takes("Parameter"))
       report_.parameters.push_back({words.name("der Parameter"), words.line()});
     else if (words.takes("Werte"))
-      beginQuery(report_.values.emplace_back().query, report_.values.back().line, words);
+      beginValues(words);
     else if (words.takes("Seitenkopf"))
       band(report_.pageHead);
     else if (words.takes("Seitenfuß"))
@@ -78,6 +78,11 @@ class Parser {
     else
       return false;
     return true;
+  }
+
+  void beginValues(LineReader& words) {
+    ValueQuery& values = report_.values.emplace_back();
+    beginQuery(values.query, values.line, words);
   }
 
   bool beginPart(LineReader& words) {

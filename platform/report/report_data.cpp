@@ -101,11 +101,11 @@ QString ReportData::withParameters(const QString& query, int line) const {
   return kept.join(u'\n');
 }
 
-void ReportData::readValues(const ValueQuery& query) {
-  placed(file_, query.line, [&] {
-    const auto rows =
-        database(input_.dataFile)
-            .openRecordset(withParameters(query.query, query.line), dao::RecordsetType::Snapshot);
+void ReportData::readValues(const ValueQuery& values) {
+  dao::Database& store = database(input_.dataFile);
+  const QString query = withParameters(values.query, values.line);
+  placed(file_, values.line, [&] {
+    const auto rows = store.openRecordset(query, dao::RecordsetType::Snapshot);
     for (int i = 0; i < rows->fieldCount(); ++i)
       addFixed(rows->fieldDef(i).name, rows->eof() ? QVariant() : rows->value(i));
   });
@@ -131,9 +131,8 @@ ReportData::Source ReportData::open(const Part& part) {
     return source;
   }
   dao::Database& store = database(pathFor(part));
-  source.reader = placed(file_, part.line, [&] {
-    return std::make_unique<dao::RowReader>(store, withParameters(part.query, part.line));
-  });
+  const QString query = withParameters(part.query, part.line);
+  source.reader = placed(file_, part.line, [&] { return std::make_unique<dao::RowReader>(store, query); });
   source.fields = source.reader->fields();
   return source;
 }

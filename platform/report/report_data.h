@@ -59,7 +59,7 @@ class ReportData {
   dao::Database& database(const QString& path);
   QString literalOf(const QString& parameter, int line) const;
   QString withParameters(const QString& query, int line) const;
-  void readValues(const ValueQuery& query);
+  void readValues(const ValueQuery& values);
   void addFixed(const QString& name, const QVariant& value);
   Source open(const Part& part);
   Source ofTable() const;

@@ -35,8 +35,8 @@ class RowBuffer {
  private:
   struct Chunk {
     int first = 0;
-    QByteArray bytes;
-    std::vector<quint32> starts;
+    QByteArray bytes = {};
+    std::vector<quint32> starts = {};
   };
   void publish();
 
