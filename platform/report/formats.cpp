@@ -30,7 +30,7 @@ bool isNumber(const QVariant& value) {
 }
 
 double numberOf(const QVariant& value) {
-  return isMoney(value) ? value.value<Money>().toDouble() : value.toDouble();
+  return isMoney(value) ? parseStrict(value.value<Money>().toText()) : value.value<double>();
 }
 
 /// A number from a number, or from a text that is one.
@@ -54,7 +54,7 @@ QString plain(const QVariant& value) {
     case QMetaType::QDateTime:
       return dateText(value.toDateTime());
     case QMetaType::Double:
-      return numberText(value.toDouble());
+      return numberText(value.value<double>());
     case QMetaType::QByteArray:
       return {};
     default:

@@ -1,21 +1,18 @@
 #include "platform/report/line_tokens.h"
 
+#include "platform/runtime/numbers.h"
+
 namespace qk::report {
 
 namespace {
 
 /// "12", "12,5", "-3.5"; commas and points alike, for both stand in files that people write.
 bool readNumber(QString text, double& value) {
-  if (text.isEmpty() || text.size() > 12) return false;
-  if (text == "*") {
-    value = 1;
-    return false;
-  }
-  for (const QChar c : text)
-    if (!(c >= u'0' && c <= u'9') && c != u',' && c != u'.' && c != u'-') return false;
-  bool ok = false;
-  value = text.replace(u',', u'.').toDouble(&ok);
-  return ok;
+  constexpr qsizetype kLongest = 12;
+  text.replace(u'.', u',');
+  if (text.size() > kLongest || !isNumeric(text)) return false;
+  value = parseStrict(text);
+  return true;
 }
 
 Token wordToken(const QString& word) {

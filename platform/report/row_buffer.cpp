@@ -51,7 +51,7 @@ void pack(QByteArray& bytes, const QVariant& value) {
       return put(bytes, value.toLongLong());
     case QMetaType::Double:
       put(bytes, Tag::Real);
-      return put(bytes, value.toDouble());
+      return put(bytes, value.value<double>());
     case QMetaType::QDateTime: {
       const QDateTime date = value.toDateTime();
       put(bytes, Tag::Date);

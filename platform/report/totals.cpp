@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "platform/runtime/error.h"
+#include "platform/runtime/numbers.h"
 
 namespace qk::report {
 
@@ -22,7 +23,8 @@ void Total::add(const QVariant& value) {
   if (!money && !whole && value.typeId() != QMetaType::Double) return;
   if (kind_ == Kind::Nothing) kind_ = money ? Kind::Money : whole ? Kind::Whole : Kind::Real;
   if (kind_ == Kind::Money) {
-    const qint64 units = money ? value.value<Money>().units() : Money::fromDouble(value.toDouble()).units();
+    const qint64 units =
+        money ? value.value<Money>().units() : Money::fromDouble(value.value<double>()).units();
     if (!fits(whole_, units)) throw Error(kOverflow);
     whole_ += units;
     return;
@@ -35,7 +37,7 @@ void Total::add(const QVariant& value) {
     kind_ = Kind::Real;
     real_ = static_cast<double>(whole_);
   }
-  real_ += money ? value.value<Money>().toDouble() : value.toDouble();
+  real_ += money ? parseStrict(value.value<Money>().toText()) : value.value<double>();
 }
 
 QVariant Total::value() const {
