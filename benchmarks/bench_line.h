@@ -22,6 +22,7 @@ class NoDialogs : public Dialogs {
   BoxAnswer show(const Box& box) override;
   QString input(const QString&, const QString&, const QString&) override { return {}; }
   QString openFile(const QString&, const QString&) override { return {}; }
+  QString saveFile(const QString&, const QString&) override { return {}; }
   QString chooseFolder(const QString&, const QString&) override { return {}; }
   std::optional<FontChoice> chooseFont(const FontChoice&) override { return std::nullopt; }
   std::optional<PrinterSetup> printerSetup(const PrinterSetup&) override { return std::nullopt; }

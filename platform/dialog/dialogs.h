@@ -42,6 +42,8 @@ class Dialogs {
   virtual QString input(const QString& prompt, const QString& title = {}, const QString& preset = {}) = 0;
   /// Each chooser gives the empty text when cancelled. Filters: "Text (*.txt)|*.txt|Alle Dateien (*.*)|*.*".
   virtual QString openFile(const QString& filter, const QString& start = {}) = 0;
+  /// A file to be written; the dialog asks whether an existing one may be replaced.
+  virtual QString saveFile(const QString& filter, const QString& start = {}) = 0;
   virtual QString chooseFolder(const QString& prompt, const QString& start = {}) = 0;
   virtual std::optional<FontChoice> chooseFont(const FontChoice& current) = 0;
   /// The printer set-up; `current` is shown first. Nothing when cancelled. What was chosen is the caller's to

@@ -238,6 +238,16 @@ QString MessageBoxes::openFile(const QString& filter, const QString& start) {
   return chosenPath(dialog, start);
 }
 
+QString MessageBoxes::saveFile(const QString& filter, const QString& start) {
+  Modal<QFileDialog> dialog(parentWindow());
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setFileMode(QFileDialog::AnyFile);
+  dialog->setOption(QFileDialog::HideNameFilterDetails);
+  dialog->setNameFilters(nameFilters(filter));
+  dialog->setDefaultSuffix(QFileInfo(start).suffix());
+  return chosenPath(dialog, start);
+}
+
 QString MessageBoxes::chooseFolder(const QString& prompt, const QString& start) {
   IconsByName icons;  // outlives the dialog, whose thread uses it
   Modal<QFileDialog> dialog(parentWindow());

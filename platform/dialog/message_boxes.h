@@ -17,6 +17,7 @@ class MessageBoxes : public Dialogs {
   BoxAnswer show(const Box& box) override;
   QString input(const QString& prompt, const QString& title, const QString& preset) override;
   QString openFile(const QString& filter, const QString& start) override;
+  QString saveFile(const QString& filter, const QString& start) override;
   QString chooseFolder(const QString& prompt, const QString& start) override;
   std::optional<FontChoice> chooseFont(const FontChoice& current) override;
   std::optional<PrinterSetup> printerSetup(const PrinterSetup& current) override;

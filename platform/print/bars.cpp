@@ -3,6 +3,7 @@
 #include <zint.h>
 
 #include <QPainter>
+#include <cmath>
 #include <memory>
 
 namespace qk {
@@ -26,10 +27,39 @@ struct Delete {
   void operator()(zint_symbol* symbol) const { ZBarcode_Delete(symbol); }
 };
 
+void paintInk(QPainter& painter, const QPointF& corner, const std::vector<bool>& modules, double module,
+              double height) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  for (size_t i = 0; i < modules.size();) {
+    size_t end = i;
+    while (end < modules.size() && modules[end] == modules[i]) ++end;
+    if (modules[i])
+      painter.fillRect(QRectF(corner.x() + static_cast<double>(i) * module, corner.y(),
+                              static_cast<double>(end - i) * module, height),
+                       Qt::black);
+    i = end;
+  }
+  painter.restore();
+}
+
 }  // namespace
 
+QString nameOf(Symbology symbology) {
+  switch (symbology) {
+    case Symbology::Code128:
+      return "Code 128";
+    case Symbology::Code39:
+      return "Code 39";
+    case Symbology::Ean13:
+      return "EAN 13";
+  }
+  return {};
+}
+
 std::vector<bool> barModules(Symbology symbology, const QString& content) {
-  if (symbology == Symbology::Ean13 && content.size() != 12) return {};  // zint would pad it
+  if (symbology == Symbology::Ean13 && content.size() != 12 && content.size() != 13)
+    return {};  // zint would pad it
   const std::unique_ptr<zint_symbol, Delete> symbol(ZBarcode_Create());
   symbol->symbology = zintSymbology(symbology);
   const QByteArray bytes = content.toLatin1();
@@ -45,19 +75,18 @@ std::vector<bool> barModules(Symbology symbology, const QString& content) {
 
 QRect paintBars(QPainter& painter, const QPoint& corner, const std::vector<bool>& modules, int module,
                 int height) {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing, false);
-  int x = corner.x() + kQuietModules * module;
-  for (size_t i = 0; i < modules.size();) {
-    size_t end = i;
-    while (end < modules.size() && modules[end] == modules[i]) ++end;
-    const int width = static_cast<int>(end - i) * module;
-    if (modules[i]) painter.fillRect(QRect(x, corner.y(), width, height), Qt::black);
-    x += width;
-    i = end;
-  }
-  painter.restore();
-  return {corner, QSize(x + kQuietModules * module - corner.x(), height)};
+  paintInk(painter, QPointF(corner.x() + kQuietModules * module, corner.y()), modules, module, height);
+  return {corner, QSize((static_cast<int>(modules.size()) + 2 * kQuietModules) * module, height)};
+}
+
+void paintBars(QPainter& painter, const QRectF& box, const std::vector<bool>& modules) {
+  const double scale = painter.transform().m11();
+  const double count = static_cast<double>(modules.size()) + 2 * kQuietModules;
+  double module = box.width() / count;
+  if (module * scale >= 1) module = std::floor(module * scale) / scale;
+  double left = box.left() + (box.width() - module * count) / 2 + kQuietModules * module;
+  if (scale > 0) left = std::round(left * scale) / scale;
+  paintInk(painter, QPointF(left, box.top()), modules, module, box.height());
 }
 
 }  // namespace qk

@@ -12,13 +12,19 @@ namespace qk {
 
 enum class Symbology { Code128, Code39, Ean13 };
 
+/// The standard's own name of it.
+QString nameOf(Symbology symbology);
+
 /// The symbol module by module, true where there is ink; without quiet zones. Empty when the symbology can't
-/// hold the content. EAN-13 takes twelve digits.
+/// hold the content. EAN-13 takes twelve digits, or thirteen with the right check digit.
 std::vector<bool> barModules(Symbology symbology, const QString& content);
 
 /// Paints the modules, each `module` device pixels wide, with the quiet zone that readers want on both sides.
 /// Whole pixels only: bars that are blurred or of uneven width don't scan. Gives what was covered.
 QRect paintBars(QPainter& painter, const QPoint& corner, const std::vector<bool>& modules, int module,
                 int height);
+
+/// The same in the middle of a box, as wide as it allows: in whole pixels of the device where it has them.
+void paintBars(QPainter& painter, const QRectF& box, const std::vector<bool>& modules);
 
 }  // namespace qk

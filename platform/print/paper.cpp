@@ -26,25 +26,46 @@ bool printerChosen(QPrinter& printer) {
   return chosen;
 }
 
-}  // namespace
-
-bool PrinterPaper::print(Pages& pages) {
-  const std::unique_ptr<QPrinter> device = current_.make();
-  QPrinter& printer = *device;
+void prepare(QPrinter& printer, const Pages& pages) {
   printer.setDocName(pages.name());
+  if (const QPageLayout sheet = pages.sheet(); sheet.isValid()) {
+    printer.setPageSize(sheet.pageSize());
+    printer.setPageOrientation(sheet.orientation());
+    printer.setFullPage(true);
+    return;
+  }
   printer.setPageMargins(
       QMarginsF(kMarginMillimetres, kMarginMillimetres, kMarginMillimetres, kMarginMillimetres),
       QPageLayout::Millimeter);
-  if (!printerChosen(printer)) return false;
+}
+
+bool printOn(QPrinter& printer, Pages& pages) {
   const int count = pages.layOut(printer, printer.pageLayout().paintRectPixels(printer.resolution()).size());
   QPainter painter;
   if (!painter.begin(&printer)) throw Error(kPrinterError);
   for (int page = 0; page < count; ++page) {
     if (page > 0 && !printer.newPage()) throw Error(kPrinterError);
     pages.paint(painter, page);
+    if (pages.goesOn(page)) continue;
+    printer.abort();
+    return false;
   }
   if (!painter.end() || printer.printerState() == QPrinter::Error) throw Error(kPrinterError);
   return true;
+}
+
+}  // namespace
+
+bool CurrentPaper::print(Pages& pages) {
+  const std::unique_ptr<QPrinter> printer = current_.make();
+  prepare(*printer, pages);
+  return printOn(*printer, pages);
+}
+
+bool PrinterPaper::print(Pages& pages) {
+  const std::unique_ptr<QPrinter> printer = current_.make();
+  prepare(*printer, pages);
+  return printerChosen(*printer) && printOn(*printer, pages);
 }
 
 }  // namespace qk

@@ -1,6 +1,7 @@
 // The one door to printed pages. A test stands in this door and looks at the pages as images.
 #pragma once
 
+#include <QPageLayout>
 #include <QSizeF>
 #include <QString>
 
@@ -18,11 +19,17 @@ class Pages {
 
   /// What the print job is called.
   virtual QString name() const = 0;
+  /// The sheet that the pages are made for; its margins are theirs. Not valid: whatever paper there is, with
+  /// margins of 15 mm.
+  virtual QPageLayout sheet() const { return {}; }
   /// Divides itself into pages of that size (in the device's pixels, without its margins); how many there
   /// are, at least one.
   virtual int layOut(QPaintDevice& device, const QSizeF& page) = 0;
-  /// Paints a page, counted from 0; the origin is the corner of the printable area.
+  /// Paints a page, counted from 0; the origin is the corner of the printable area, of the sheet where the
+  /// pages have their own.
   virtual void paint(QPainter& painter, int page) const = 0;
+  /// Asked after each page; false gives the job up.
+  virtual bool goesOn(int /*page*/) { return true; }
 };
 
 class Paper {
@@ -31,6 +38,17 @@ class Paper {
 
   /// False when the operator cancelled. Error 482 when the printer refuses.
   virtual bool print(Pages& pages) = 0;
+};
+
+/// Prints on the current printer without a question.
+class CurrentPaper : public Paper {
+ public:
+  explicit CurrentPaper(const CurrentPrinter& current) : current_(current) {}
+
+  bool print(Pages& pages) override;
+
+ private:
+  CurrentPrinter current_;
 };
 
 /// Asks on which printer, beginning with the current one, and prints.

@@ -167,9 +167,12 @@ void TestTemplates::listsAreOfOneForm() {
   const auto lists = open("AwListenKasse.mdb");
   for (const QString& table : lists->tableNames()) {
     const auto rows = lists->openRecordset(QString("Select * from %1 order by Sort").arg(table));
-    QVERIFY2(!rows->eof(), qPrintable(table));
+    QCOMPARE(rows->eof(), table != "Listen");  // the only one that the desk opens
     for (const char* column : {"ID", "Sort", "Beschreibung", "Datei", "Tageswahl"})
       QVERIFY2(rows->fieldPosition(column) >= 0, column);
+    for (; !rows->eof(); rows->moveNext())
+      QVERIFY2(QFile::exists(QString(QK_PROGRAM_FOLDER) + rows->value("Datei").toString()),
+               qPrintable(rows->value("Datei").toString()));
   }
 }
 

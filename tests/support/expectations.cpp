@@ -15,6 +15,8 @@ QString nameOf(Asked kind) {
       return "input box";
     case Asked::OpenFile:
       return "file dialog";
+    case Asked::SaveFile:
+      return "dialog of a file to be written";
     case Asked::Folder:
       return "folder dialog";
     case Asked::Font:
@@ -124,6 +126,12 @@ Expectation& Expectations::expectInput(const QString& prompt, const std::optiona
 Expectation& Expectations::expectOpenFile(const QString& filter, const std::optional<QString>& reply) {
   Expectation& expectation = expectInput(filter, reply);
   expectation.kind = Asked::OpenFile;
+  return expectation;
+}
+
+Expectation& Expectations::expectSaveFile(const QString& filter, const std::optional<QString>& reply) {
+  Expectation& expectation = expectInput(filter, reply);
+  expectation.kind = Asked::SaveFile;
   return expectation;
 }
 

@@ -26,7 +26,7 @@ using Complain = std::function<void(const QString& complaint)>;
 /// Fails the running test.
 void failTest(const QString& complaint);
 
-enum class Asked { Box, Input, OpenFile, Folder, Font, PrinterSetup, Print, Window };
+enum class Asked { Box, Input, OpenFile, SaveFile, Folder, Font, PrinterSetup, Print, Window };
 
 struct Expectation {
   Asked kind = Asked::Box;
@@ -62,6 +62,7 @@ class Expectations {
   Expectation& expect(const QString& text, BoxAnswer answer = BoxAnswer::Ok);
   Expectation& expectInput(const QString& prompt, const std::optional<QString>& reply);
   Expectation& expectOpenFile(const QString& filter, const std::optional<QString>& reply);
+  Expectation& expectSaveFile(const QString& filter, const std::optional<QString>& reply);
   Expectation& expectFolder(const QString& prompt, const std::optional<QString>& reply);
   Expectation& expectFont(const std::optional<FontChoice>& reply);
   Expectation& expectPrinterSetup(const std::optional<PrinterSetup>& reply);

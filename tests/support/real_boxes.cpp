@@ -166,8 +166,10 @@ void RealBoxes::answerFile(QFileDialog& dialog) {
                                      : QStringList(dialog.windowTitle());
   const QString expected = nextText();
   const QString text = carried(expected) == shown ? expected : shown.join(u'|');
-  const std::optional<Expectation> taken =
-      take(folder ? Asked::Folder : Asked::OpenFile, text, dialog.windowTitle());
+  const Asked kind = folder                                           ? Asked::Folder
+                     : dialog.acceptMode() == QFileDialog::AcceptSave ? Asked::SaveFile
+                                                                      : Asked::OpenFile;
+  const std::optional<Expectation> taken = take(kind, text, dialog.windowTitle());
   if (!taken) return dialog.reject();
   run(taken->meanwhile);
   if (!taken->reply) return dialog.reject();

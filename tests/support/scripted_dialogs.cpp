@@ -28,6 +28,10 @@ QString ScriptedDialogs::openFile(const QString& filter, const QString&) {
   return reply(Asked::OpenFile, filter, {});
 }
 
+QString ScriptedDialogs::saveFile(const QString& filter, const QString&) {
+  return reply(Asked::SaveFile, filter, {});
+}
+
 QString ScriptedDialogs::chooseFolder(const QString& prompt, const QString&) {
   return reply(Asked::Folder, prompt, {});
 }

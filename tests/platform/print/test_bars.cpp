@@ -45,6 +45,8 @@ class TestBars : public QObject {
                              << "BC.107.1.23";
     QTest::newRow("EAN-13") << Symbology::Ean13 << "400638133393"
                             << "4006381333931";
+    QTest::newRow("EAN-13 with its check digit") << Symbology::Ean13 << "4006381333931"
+                                                 << "4006381333931";
   }
   void whatAScannerReads() {
     QFETCH(Symbology, symbology);
@@ -71,6 +73,7 @@ class TestBars : public QObject {
   void whatASymbologyCantHold() {
     QVERIFY(barModules(Symbology::Ean13, "40063813339").empty());
     QVERIFY(barModules(Symbology::Ean13, "40063813339x").empty());
+    QVERIFY(barModules(Symbology::Ean13, "4006381333932").empty());
     QVERIFY(barModules(Symbology::Code39, "a_b").empty());
     QVERIFY(barModules(Symbology::Code128, "").empty());
     QVERIFY(barModules(Symbology::Code128, "Ω").empty());
