@@ -77,7 +77,7 @@ struct Office {
   }
 
   TestWorkplace place;
-  MessageBoxes dialogs;
+  MessageBoxes dialogs{place.clock};
   RealBoxes boxes;
   ImagePaper direct{{148, 210}}, asked{{148, 210}};
   ReportControl control{place.workplace(dialogs), {direct, asked}};
