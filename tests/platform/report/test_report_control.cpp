@@ -111,11 +111,11 @@ class TestReportControl : public QObject {
     Order order = office.order();
     order.place = [&](QWidget& window) {
       placed = true;
-      window.resize(900, 700);
+      window.resize(700, 600);  // smaller than any screen
     };
     office.show(order, [](QWidget& window) {
       QCOMPARE(window.windowTitle(), "Alle Orte");
-      QCOMPARE(window.size(), QSize(900, 700));
+      QCOMPARE(window.size(), QSize(700, 600));
       QCOMPARE(the<QComboBox>(window, "cmbZoom").currentText(), "90 %");
       QVERIFY(window.focusWidget() == &the<QWidget>(window, "viwSeiten"));
       auto& page = the<QSpinBox>(window, "spnSeite");
