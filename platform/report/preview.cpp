@@ -48,6 +48,7 @@ ReportPreview::ReportPreview(const Workplace& workplace, Paper& paper, report::D
   for (const int percent : {50, 75, 90, 100, 125, 150, 200})
     ui_->cmbZoom->addItem(QString("%1 %").arg(percent));
   ui_->cmbZoom->addItems({kWidth, kPage});
+  ui_->cmbZoom->setCompleter(nullptr);  // what is typed counts, not what it resembles
   const int character = fontMetrics().averageCharWidth();
   resize(130 * character, 46 * fontMetrics().lineSpacing());
 
