@@ -5,6 +5,7 @@
 #include "capture/row_values.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/clock.h"
+#include "platform/runtime/numbers.h"
 
 namespace qk {
 
@@ -74,20 +75,36 @@ const auto& schussSerienColumns() {
   return columns;
 }
 
-/// Appends a row per record; `stored` gets each one whose row stands. A table without records isn't even
-/// opened.
-template <class Record, class Columns, class Stored>
+/// Appends a row per record: `begun` gets each one before, `stored` when its row stands. A table without
+/// records isn't even opened.
+template <class Record, class Columns, class Begun, class Stored>
 void appendRows(Steps& step, dao::Database* db, const QString& source, const KeyedCollection<Record>& records,
-                const Columns& columns, Stored&& stored) {
+                const Columns& columns, Begun&& begun, Stored&& stored) {
   if (records.isEmpty()) return;
+  begun(*records.at(0));
   std::unique_ptr<dao::Recordset> rs;
   step([&] { rs = required(db).openRecordset(source); });
   for (const auto& record : records.objects()) {
+    begun(*record);
     step([&] { required(rs).addNew(); });
     for (const auto& column : columns)
       step([&] { required(rs).setValue(column.name, column.value(*record)); });
     if (step([&] { required(rs).update(); })) stored(*record);
   }
+}
+
+template <class Record>
+QString resultText(const Record& record) {
+  return numberText(record.ergebnis) + " in " + record.DisziplinName + ", Startnummer " + record.Startnummer;
+}
+
+QString lossOf(const QString& result) {
+  return "Dieses Ergebnis ist nicht gespeichert: " + result +
+         ".\r\n\r\nWenn Sie ignorieren, fehlt ihm, was sich nicht speichern ließ, oder es geht verloren. "
+         "Danach "
+         "steht es auch hier nicht mehr, und \"Speichern + Verbuchen\" verbucht seine Schüsse "
+         "trotzdem.\r\n\r\n"
+         "Trotzdem ignorieren?";
 }
 
 QString counted(int count, const QString& one, const QString& many) {
@@ -136,13 +153,18 @@ std::optional<StoredResults> SpeichereErgebnisse(const Workplace& workplace, dao
     return std::nullopt;
   }
   StoredResults stored;
-  const ErrorReport report =
-      fehlerReport(workplace.dialogs, "Fehler beim Speichern der Ergebnisse in die Datenbank!", {}, false);
+  QString result;  // the one that is being stored
+  const auto begun = [&result](const auto& record) { result = resultText(record); };
+  // Whoever aborts keeps all results, to store them later.
+  const ErrorReport report = reportOfALoss(
+      workplace.dialogs,
+      fehlerReport(workplace.dialogs, "Fehler beim Speichern der Ergebnisse in die Datenbank!", {}, false),
+      [&result](ErrorAnswer answer) { return answer == ErrorAnswer::Ignore ? lossOf(result) : QString(); });
   const bool done = reported(report, [&](Steps& step) {
     appendRows(
-        step, db, "Select * from Schuss", pending.m_colTeilerErg, schussColumns(),
+        step, db, "Select * from Schuss", pending.m_colTeilerErg, schussColumns(), begun,
         [&](const QKTeilerDisziplin& record) { ++(record.Art == "RT" ? stored.ringTeiler : stored.teiler); });
-    appendRows(step, db, "Select * from SchussSerien", pending.m_colRingErg, schussSerienColumns(),
+    appendRows(step, db, "Select * from SchussSerien", pending.m_colRingErg, schussSerienColumns(), begun,
                [&](const QKRingDisziplin&) { ++stored.serien; });
   });
   return done ? std::optional(stored) : std::nullopt;

@@ -20,7 +20,8 @@ struct StoredResults {
   int serien = 0, teiler = 0, ringTeiler = 0;
 };
 
-/// Appends the pending results. Nothing when there are none (a box says so) or the operator aborted.
+/// Appends the pending results. Nothing when there are none (a box says so) or the operator aborted; ignoring
+/// a failure, which gives a result up, asks once more.
 std::optional<StoredResults> SpeichereErgebnisse(const Workplace& workplace, dao::Database* db,
                                                  const PendingResults& pending);
 

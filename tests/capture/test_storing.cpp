@@ -64,6 +64,8 @@ class TestStoring : public QObject {
   void onlySeriesDontOpenTheTeilers();
   void storingTwiceGivesTwoRows();
   void failureHalfwayLeavesTheRowsSoFar();
+  void ignoringAsksWhatGetsLost();
+  void ignoringOnceMoreAsksNothing();
   void messages();
   void picture();
   void pictureOfNothing();
@@ -144,6 +146,49 @@ void TestStoring::failureHalfwayLeavesTheRowsSoFar() {
   QVERIFY(
       !SpeichereErgebnisse(bench.workplace(), &bench.store(), transferred(shots("2x9"), "Ring 2 + Teiler")));
   QCOMPARE(bench.read("Select * from Schuss", {"Art"}), (QStringList{"T", "T"}));
+}
+
+/// What is ignored here is booked a moment later: nobody would miss it before the prize-giving.
+void TestStoring::ignoringAsksWhatGetsLost() {
+  const QString operation = "Fehler beim Speichern der Ergebnisse in die Datenbank!";
+  Workbench bench;
+  const PendingResults pending = transferred(shots("9,7/72,4 10/12,3"), "Teiler");
+  bench.store().appendIndex("Schuss", {.name = "einmal", .fields = {"DisziID"}, .unique = true});
+  const Error refused = bench.failureOf([&] {
+    for (int row = 0; row < 2; ++row) {
+      const auto rs = bench.store().openRecordset("Select * from Schuss");
+      rs->addNew();
+      rs->setValue("DisziID", 7);
+      rs->update();
+    }
+  });
+  bench.store().execute("Delete * from Schuss");
+
+  bench.expectError(refused, operation, BoxAnswer::Ignore);
+  bench.expectLostResult("12,3 in Teiler, Startnummer 107", BoxAnswer::No);
+  bench.expectError(refused, operation, BoxAnswer::Abort);
+  QVERIFY(!SpeichereErgebnisse(bench.workplace(), &bench.store(), pending));
+  QCOMPARE(bench.read("Select * from Schuss", {"Ergebnis"}), QStringList{"72,4"});
+
+  bench.store().execute("Delete * from Schuss");
+  bench.expectError(refused, operation, BoxAnswer::Ignore);
+  bench.expectLostResult("12,3 in Teiler, Startnummer 107", BoxAnswer::Yes);
+  const auto stored = SpeichereErgebnisse(bench.workplace(), &bench.store(), pending);
+  QVERIFY(stored);
+  QCOMPARE(stored->teiler, 1);
+  QCOMPARE(bench.read("Select * from Schuss", {"Ergebnis"}), QStringList{"72,4"});
+}
+
+void TestStoring::ignoringOnceMoreAsksNothing() {
+  const QString operation = "Fehler beim Speichern der Ergebnisse in die Datenbank!";
+  Workbench bench;
+  bench.store().dropTable("SchussSerien");
+  bench.expectError(bench.failureOf([&] { bench.store().openRecordset("Select * from SchussSerien"); }),
+                    operation, BoxAnswer::Ignore);
+  bench.expectLostResult("18 in Ring 2, Startnummer 107", BoxAnswer::Yes);
+  bench.expectError(91, operation, BoxAnswer::Ignore);
+  bench.expectError(91, operation, BoxAnswer::Abort);
+  QVERIFY(!SpeichereErgebnisse(bench.workplace(), &bench.store(), transferred(shots("2x9"), "Ring 2")));
 }
 
 void TestStoring::messages() {

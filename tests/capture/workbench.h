@@ -98,6 +98,20 @@ class Workbench : public TestWorkplace {
         .presetting(BoxAnswer::No);
   }
 
+  /// The question behind an answer that gives a result up.
+  Expectation& expectLostResult(const QString& result, BoxAnswer answer) {
+    return dialogs
+        .expect(
+            "Dieses Ergebnis ist nicht gespeichert: " + result +
+                ".\r\n\r\nWenn Sie ignorieren, fehlt ihm, was sich nicht speichern ließ, oder es geht "
+                "verloren. "
+                "Danach steht es auch hier nicht mehr, und \"Speichern + Verbuchen\" verbucht seine Schüsse "
+                "trotzdem.\r\n\r\nTrotzdem ignorieren?",
+            answer)
+        .with(BoxButtons::YesNo)
+        .presetting(BoxAnswer::No);
+  }
+
  private:
   /// With the tables of both programs.
   static const StoreOriginal& emptyCompetition() {
