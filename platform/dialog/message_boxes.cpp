@@ -22,6 +22,7 @@
 #include "platform/dialog/key_guard.h"
 #include "platform/dialog/printer_setup_dialog.h"
 #include "platform/print/current_printer.h"
+#include "platform/runtime/files.h"
 #include "platform/runtime/unasked.h"
 
 namespace qk {
@@ -159,9 +160,10 @@ QString chosenPath(Modal<QFileDialog>& dialog, const QString& start) {
   // The toolkit's own dialog can be driven by a test; without a screen there is no other.
   if (offscreen()) dialog->setOption(QFileDialog::DontUseNativeDialog);
   const QFileInfo info(start);
-  if (!start.isEmpty() && info.isDir()) {
+  const bool proposed = !start.isEmpty() && !isForeignPath(start);
+  if (proposed && info.isDir()) {
     dialog->setDirectory(start);
-  } else if (!start.isEmpty() && info.dir().exists()) {
+  } else if (proposed && info.dir().exists()) {
     dialog->setDirectory(info.dir());
     dialog->selectFile(info.fileName());
   }

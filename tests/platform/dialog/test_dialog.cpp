@@ -34,6 +34,9 @@ class TestDialog : public QObject {
   void aParentThatGoesTakesItsBoxAlong();
   void aLongTitleStandsThereWhole();
   void theFolderDialogShowsItsWholePrompt();
+#ifndef Q_OS_WIN
+  void aPathOfAnotherPlatformIsNotProposed();
+#endif
   void inputs();
   void aPasswordCannotBeReadOnTheScreen();
   void fontWithColour();
@@ -191,6 +194,21 @@ void TestDialog::theFolderDialogShowsItsWholePrompt() {
   });
   QCOMPARE(dialogs.chooseFolder(prompt, place.path()), place.path());
 }
+
+#ifndef Q_OS_WIN
+/// What stations usually have: nobody here could choose it, and chosen it would become a file of that name.
+void TestDialog::aPathOfAnotherPlatformIsNotProposed() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs(clock_);
+  QString named = "?";
+  boxes.expectFolder("Ordner:", "").during([&] {
+    named = the<QLineEdit>(*QApplication::activeModalWidget(), "fileNameEdit").text();
+  });
+  dialogs.chooseFolder("Ordner:", "C:\\Haering\\Netz\\");
+  QCOMPARE(named, "");
+}
+#endif
 
 void TestDialog::inputs() {
   TestWorkplace place;
