@@ -68,6 +68,7 @@ class LineCommands {
   Workplace workplace_;
   LineSide& line_;
   LineDisciplines& disciplines_;
+  /// While one command waits for its station, a second press would send the same numbers once more.
   bool sendingExtras_ = false;
 };
 

@@ -15,7 +15,7 @@ class TestLineMemory : public QObject {
 
 /// Counted in the heap, so that it repeats. The first time around makes what is kept for good.
 void TestLineMemory::bookingGivesTheMemoryBack() {
-  constexpr int kLines = 3, kShots = 200;
+  constexpr int kLines = 3, kShots = 120;
   FullLines range(kLines);
   range.load(kShots);
   range.book();
