@@ -226,6 +226,7 @@ QString MessageBoxes::inputText(const QString& prompt, const QString& title, con
   }
   dialog->setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
   dialog->setTextValue(preset);
+  if (auto* edit = dialog->findChild<QLineEdit*>()) edit->setObjectName("inputText");
   return dialog.exec() == QDialog::Accepted ? dialog->textValue() : QString();
 }
 

@@ -146,7 +146,7 @@ void TestAllLines::aRoundOfAllLines() {
   QCOMPARE(int(fired.size()), kLines * kShots);
   // Nobody did anything to the shots: all are open.
   for (const Row& row : reckon(range_->competition(), fired, Journal{}).rows)
-    QVERIFY2(row.agrees(), qPrintable(row.what + ": " + row.stations + " / " + row.competition));
+    QVERIFY2(row.agrees(), qPrintable(row.what + ": " + row.expected + " / " + row.competition));
 }
 
 QTEST_GUILESS_MAIN(TestAllLines)

@@ -1,13 +1,16 @@
-// A morning on six lines, walked on the real program: disciplines of all kinds, a combination, a group,
-// additional shots, a crash in mid-series and the way back, a change of shooter, discarding, storing with and
-// without booking. Then everything that stands in the competition is reckoned again from what the stations
-// say they fired. Exit status 0 only if all agrees.
+// A day walked on the real program. First a morning on six lines: disciplines of all kinds, a combination, a
+// group, additional shots, a crash in mid-series and the way back, a change of shooter, discarding, storing
+// with and without booking; everything that stands in the competition is reckoned again from what the
+// stations say they fired. Then an evening at the cash desk, reckoned again from what the cashier did. Exit
+// status 0 only if all agrees.
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QTextStream>
 
 #include "platform/runtime/program_call.h"
+#include "tools/rundgang/cash_evening.h"
+#include "tools/rundgang/cash_reckoning.h"
 #include "tools/rundgang/desk.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/reckoning.h"
@@ -23,12 +26,15 @@ constexpr int kShotsBeforeTheCrash = 4;
 constexpr int kShotsOfARegistration = 21;
 const QString kGroup = "Glück und Zimmerstutzen";
 const QString kHelp =
-    "qk-rundgang - spielt einen Vormittag auf sechs Linien am echten Programm und rechnet alles nach\n"
+    "qk-rundgang - spielt einen Vormittag auf sechs Linien und einen Abend an der Kasse am echten Programm "
+    "und\n"
+    "rechnet alles nach\n"
     "\n"
-    "Aufruf: qk-rundgang --ordner ORDNER\n"
+    "Aufruf: qk-rundgang --ordner ORDNER [--teil linien|kasse]\n"
     "        qk-rundgang --hilfe | --version\n"
     "\n"
     "  --ordner ORDNER  leerer Ordner für Wettkampf, Austausch und Bilder\n"
+    "  --teil TEIL      nur die Linien oder nur die Kasse\n"
     "\n"
     "Rückgabewert: 0 nur, wenn jede Zahl im Wettkampf stimmt.\n";
 
@@ -222,29 +228,43 @@ void afterTheCrash(Range& range, Journal& journal) {
   say("Alle Linien abgemeldet, Programm geschlossen.");
 }
 
+bool walkTheLines(Range& range) {
+  range.addGroup(kGroup, {"LG Glück", "ZS Meister"});
+  Journal journal;
+  untilTheCrash(range, journal);
+  afterTheCrash(range, journal);
+  const auto fired = firedShots(range.stationLog());
+  return printTable(reckon(range.competition(), fired, journal), "Stationen") && !fired.empty();
+}
+
+bool walkTheCashDesk(Range& range) {
+  const CashTables before = readCashTables(range.competition());
+  CashJournal sales;
+  sellInTheOffice(range, sales);
+  say("Kasse: verkauft, verbucht, bezahlt und zurückgenommen.");
+  return printTable(reckonCash(range.competition(), before, sales), "Kassierer");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   QCommandLineParser parser;
   parser.addOption({"ordner", "Leerer Ordner für Wettkampf, Austausch und Bilder.", "ORDNER"});
+  parser.addOption({"teil", "Nur dieser Teil.", "TEIL"});
   if (answeredCall(app.arguments().mid(1), "qk-rundgang", kHelp)) return 0;
   parser.process(app);
-  bool good = false;
+  const QString part = parser.value("teil");
+  bool good = true;
   try {
     RangeOptions options;
     options.folder = QDir(parser.value("ordner")).absolutePath();
     options.activeLines = QString(kLines, '1');
     options.stationArguments = {"--schuss", QString::number(kShotsOfARegistration)};
     Range range(options);
-    range.addGroup(kGroup, {"LG Glück", "ZS Meister"});
     range.startStations();
-    Journal journal;
-    untilTheCrash(range, journal);
-    afterTheCrash(range, journal);
-    range.stopStations();
-    const auto fired = firedShots(range.stationLog());
-    good = !fired.empty() && printTable(reckon(range.competition(), fired, journal));
+    if (part.isEmpty() || part == "linien") good = walkTheLines(range) && good;
+    if (part.isEmpty() || part == "kasse") good = walkTheCashDesk(range) && good;
     say("Bilder: " + options.folder + "/*.png");
   } catch (const std::exception& problem) {
     QTextStream(stderr) << problem.what() << Qt::endl;

@@ -1,11 +1,9 @@
 #include "tools/rundgang/reckoning.h"
 
-#include <QTextStream>
 #include <algorithm>
 #include <cmath>
 
 #include "platform/dao/database.h"
-#include "platform/dao/recordset.h"
 #include "tools/rundgang/reckoning_acts.h"
 
 namespace qk {
@@ -13,23 +11,6 @@ namespace qk {
 namespace {
 
 using State = ReckonedShot::State;
-
-constexpr qsizetype kShownDifferences = 20;
-
-QString countText(qint64 n) {
-  return QString::number(n);
-}
-
-std::vector<StoredRow> storedRows(dao::Database& store, const QString& query) {
-  std::vector<StoredRow> all;
-  const auto rows = store.openRecordset(query);
-  for (; !rows->eof(); rows->moveNext()) {
-    StoredRow row;
-    for (int i = 0; i < rows->fieldCount(); ++i) row[rows->fieldDef(i).name] = rows->value(i);
-    all.push_back(row);
-  }
-  return all;
-}
 
 int tenthsIn(const StoredRow& row, const QString& column) {
   return static_cast<int>(std::lround(row[column].toDouble() * 10));
@@ -82,9 +63,9 @@ class Audit {
     compareShots(received);
     compare("Schuss", expected.teilers);
     const auto series = compare("SchussSerien", expected.series);
-    for (const StoredRow& row : series) result_.binaryRests += binaryRests(row["Folge"].toString());
+    for (const StoredRow& row : series) sides_.result.binaryRests += binaryRests(row["Folge"].toString());
     comparePictures(expected.pictures);
-    return result_;
+    return sides_.result;
   }
 
  private:
@@ -99,7 +80,7 @@ class Audit {
   void compareShots(const std::vector<StoredRow>& received) {
     std::vector<ExpectedRow> expected;
     for (const ReckonedShot& shot : shots_) expected.push_back(shotRow(shot));
-    claim("Haering_Daten", expected, received);
+    sides_.claim("Haering_Daten", expected, received);
     for (const auto& [what, state, flag] : {std::tuple{"davon verbucht", State::Booked, "Verbucht"},
                                             std::tuple{"davon verworfen", State::Discarded, "Verworfen"}}) {
       const auto here = std::count_if(shots_.begin(), shots_.end(),
@@ -107,19 +88,19 @@ class Audit {
       const auto there = std::count_if(received.begin(), received.end(), [flag = flag](const StoredRow& row) {
         return row[flag].toInt() != 0;
       });
-      add(what, here, there);
+      sides_.add(what, here, there);
     }
   }
 
   std::vector<StoredRow> compare(const QString& table, const std::vector<ExpectedRow>& expected) {
     const auto stored = storedRows(store_, "Select * from " + table);
-    claim(table, expected, stored);
+    sides_.claim(table, expected, stored);
     return stored;
   }
 
   void comparePictures(const std::vector<ExpectedRow>& expected) {
     auto stored = storedRows(store_, "Select * from Grafik_Scheibe");
-    const QList<int> places = claim("Grafik_Scheibe", expected, stored);
+    const QList<int> places = sides_.claim("Grafik_Scheibe", expected, stored);
     qint64 here = 0, alike = 0;
     for (size_t i = 0; i < expected.size(); ++i) {
       here += static_cast<qint64>(expected[i].children.size());
@@ -130,49 +111,18 @@ class Audit {
       for (size_t hit = 0; hit < std::min(hits.size(), expected[i].children.size()); ++hit) {
         const QStringList wrong = differences(expected[i].children[hit], hits[hit]);
         alike += wrong.isEmpty();
-        if (!wrong.isEmpty()) result_.differences << "Grafik_Schuss: " + wrong.join(", ");
+        if (!wrong.isEmpty()) sides_.result.differences << "Grafik_Schuss: " + wrong.join(", ");
       }
     }
-    add("Zeilen in Grafik_Schuss", here,
-        static_cast<qint64>(storedRows(store_, "Select * from Grafik_Schuss").size()));
-    add("  in allen Werten gleich", here, alike);
-  }
-
-  /// Finds for each expected row a stored one that agrees in every figure and isn't taken yet: lines write
-  /// side by side, so the order of the rows says nothing. The places of what was found, -1 for none.
-  QList<int> claim(const QString& table, const std::vector<ExpectedRow>& expected,
-                   const std::vector<StoredRow>& stored) {
-    QList<int> places;
-    std::vector<bool> taken(stored.size());
-    for (const ExpectedRow& row : expected) {
-      QStringList nearest;
-      int place = -1;
-      for (size_t i = 0; i < stored.size() && place < 0; ++i) {
-        if (taken[i]) continue;
-        const QStringList wrong = differences(row, stored[i]);
-        if (wrong.isEmpty()) place = static_cast<int>(i);
-        if (nearest.isEmpty() || wrong.size() < nearest.size()) nearest = wrong;
-      }
-      places << place;
-      if (place >= 0)
-        taken[static_cast<size_t>(place)] = true;
-      else
-        result_.differences << table + ": " + (nearest.isEmpty() ? "Zeile fehlt" : nearest.join(", "));
-    }
-    const auto alike = std::count_if(places.begin(), places.end(), [](int place) { return place >= 0; });
-    add("Zeilen in " + table, static_cast<qint64>(expected.size()), static_cast<qint64>(stored.size()));
-    add("  in allen Werten gleich", static_cast<qint64>(expected.size()), alike);
-    return places;
-  }
-
-  void add(const QString& what, qint64 here, qint64 there) {
-    result_.rows.push_back({what, countText(here), countText(there)});
+    sides_.add("Zeilen in Grafik_Schuss", here,
+               static_cast<qint64>(storedRows(store_, "Select * from Grafik_Schuss").size()));
+    sides_.add("  in allen Werten gleich", here, alike);
   }
 
   dao::Database& store_;
   Facts facts_;
   std::vector<ReckonedShot> shots_;
-  Reckoning result_;
+  Comparison sides_;
 };
 
 }  // namespace
@@ -180,26 +130,6 @@ class Audit {
 Reckoning reckon(const QString& competition, const std::vector<FiredShot>& fired, const Journal& journal) {
   const auto store = dao::Database::open(competition);
   return Audit(*store, fired).run(journal);
-}
-
-bool printTable(const Reckoning& reckoning) {
-  QTextStream out(stdout);
-  bool good = reckoning.differences.isEmpty();
-  out << QString("%1 %2 %3\n").arg("", -26).arg("Stationen", 12).arg("Wettkampf", 12);
-  for (const Row& row : reckoning.rows) {
-    out << QString("%1 %2 %3  %4\n")
-               .arg(row.what, -26)
-               .arg(row.stations, 12)
-               .arg(row.competition, 12)
-               .arg(row.agrees() ? "stimmt" : "STIMMT NICHT");
-    good = good && row.agrees();
-  }
-  out << QString("Blocksummen, von denen nur ein binärer Rest dasteht: %1\n").arg(reckoning.binaryRests);
-  for (const QString& difference : reckoning.differences.mid(0, kShownDifferences))
-    out << "  " << difference << "\n";
-  if (const auto more = reckoning.differences.size() - kShownDifferences; more > 0)
-    out << QString("  und %1 weitere\n").arg(more);
-  return good;
 }
 
 }  // namespace qk

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <cmath>
 
+#include "platform/runtime/money.h"
 #include "tools/rundgang/reckoning_log.h"
 
 namespace qk {
@@ -34,6 +35,11 @@ QDateTime wholeSecond(const QDateTime& moment) {
 
 }  // namespace
 
+QString centsText(qint64 cents) {
+  const QString text = QString::number(std::abs(cents)).rightJustified(3, '0');
+  return (cents < 0 ? "-" : "") + text.chopped(2) + "," + text.right(2);
+}
+
 Figure text(const QString& column, const QString& expected) {
   return {column, expected, [expected](const QVariant& stored) { return stored.toString() == expected; }};
 }
@@ -48,6 +54,13 @@ Figure number(const QString& column, qint64 expected) {
 Figure tenths(const QString& column, int expected) {
   return {column, tenthsText(expected), [expected](const QVariant& stored) {
             return std::fabs(stored.toDouble() * 10 - expected) < kNearly;
+          }};
+}
+
+Figure cents(const QString& column, qint64 expected) {
+  return {column, centsText(expected), [expected](const QVariant& stored) {
+            return stored.metaType() == QMetaType::fromType<Money>() &&
+                   stored.value<Money>().units() == expected * 100;
           }};
 }
 

@@ -23,9 +23,13 @@ struct Figure {
   std::function<bool(const QVariant& stored)> agrees;
 };
 
+/// "-12,50"
+QString centsText(qint64 cents);
+
 Figure text(const QString& column, const QString& expected);  ///< an empty text may be Null
 Figure number(const QString& column, qint64 expected);        ///< 0 may be Null, yes is -1
 Figure tenths(const QString& column, int expected);
+Figure cents(const QString& column, qint64 expected);
 Figure moment(const QString& column, const QDateTime& from, const QDateTime& to);
 /// A moment that never was: Null or the zero date.
 Figure never(const QString& column);
