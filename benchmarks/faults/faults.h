@@ -21,6 +21,10 @@ bool runDesks(const QString& folder, int shots, int kills, unsigned seed);
 /// shots.
 bool runFileDesks(const QString& folder, int shots, unsigned seed);
 
+/// Two programs that sell about `stakes` stakes on one server, which is ended by SIGKILL and started again
+/// `kills` times while they book.
+bool runTills(const QString& folder, int stakes, int kills, unsigned seed);
+
 /// A competition moved `runs` times from file to file, every second move ended by SIGKILL at a random moment
 /// and begun again.
 bool runMoves(const QString& folder, int runs, unsigned seed);

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   parser.addOption({"desks", "Two programs on one server, and how many shots they get.", "N", "0"});
   parser.addOption({"server-kills", "How often the server of the desks is ended by SIGKILL.", "N", "3"});
   parser.addOption({"file-desks", "Two programs on one file, and how many shots they get.", "N", "0"});
+  parser.addOption({"tills", "Two cash desks on one server, and how many stakes they sell.", "N", "0"});
   parser.addOption({"moves", "How often a competition is moved.", "N", "0"});
   parser.addOption({"zufall", "Seed of all chance.", "N", "1"});
   parser.addOption({"power-child", "One power failure, in a process of its own.", "FOLDER"});
@@ -40,6 +41,11 @@ int main(int argc, char** argv) {
     if (const int shots = parser.value("file-desks").toInt()) {
       folder.mkpath("file-desks");
       good = qk::faults::runFileDesks(folder.absoluteFilePath("file-desks"), shots, seed) && good;
+    }
+    if (const int stakes = parser.value("tills").toInt()) {
+      folder.mkpath("tills");
+      const int kills = parser.value("server-kills").toInt();
+      good = qk::faults::runTills(folder.absoluteFilePath("tills"), stakes, kills, seed) && good;
     }
     if (const int runs = parser.value("moves").toInt()) {
       folder.mkpath("moves");

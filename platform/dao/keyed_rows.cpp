@@ -75,11 +75,12 @@ void KeyedRows::fixUpperLimit() {
   const sql::Writer& writer = engine_->writer();
   const QString text = "SELECT max(" + writer.identifier(source.table->key.names.front()) + ") FROM " +
                        writer.identifier(source.table->def.name);
-  limit_ = kNoKey;
-  engine_->read(text, {}, [this](const NativeRow& row) {
-    if (!row.first().isNull()) limit_ = row.first().toLongLong();
+  qint64 limit = kNoKey;
+  engine_->read(text, {}, [&](const NativeRow& row) {
+    if (!row.first().isNull()) limit = row.first().toLongLong();
     return false;
   });
+  limit_ = limit;  // only of a reading that didn't fail: the next try begins anew
 }
 
 bool KeyedRows::readPage(KeyList& keys) {
@@ -98,16 +99,18 @@ bool KeyedRows::readPage(KeyList& keys) {
   values.append(static_cast<qlonglong>(*limit_));
   values.append(pageSize_);
 
-  int count = 0;
+  KeyList page(keys.width(), keys.isInteger());
+  std::optional<qint64> last;
   engine_->read(text, values, [&](const NativeRow& row) {
-    keys.append(row);
-    last_ = row.first().toLongLong();
-    ++count;
+    page.append(row);
+    last = row.first().toLongLong();
     return true;
   });
-  listed_ = count < pageSize_;
+  keys.append(page);
+  if (last) last_ = last;
+  listed_ = page.size() < pageSize_;
   pageSize_ = std::min(pageSize_ * 4, kLargestPage);
-  return count > 0;
+  return page.size() > 0;
 }
 
 QString KeyedRows::orderClause(bool backwards) const {
@@ -125,10 +128,12 @@ void KeyedRows::readWhole(KeyList& keys) {
     query = {"SELECT " + plan_->keyColumns + plan_->from.text + SelectPlan::conditions({plan_->where.text}) +
                  orderClause(),
              plan_->from.values + plan_->where.values};
+  KeyList whole(keys.width(), keys.isInteger());
   engine_->read(query.text, query.values, [&](const NativeRow& row) {
-    keys.append(row);
+    whole.append(row);
     return true;
   });
+  keys.append(whole);
 }
 
 bool KeyedRows::readRow(const Key& key, QVariantList& row) {

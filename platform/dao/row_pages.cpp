@@ -36,8 +36,9 @@ bool RowPages::next(std::vector<QVariantList>& rows) {
   rows.clear();
   if (complete_) return false;
   const qsizetype width = table_->key.names.size();
+  QVariantList last = last_;
   engine_.read(text(), last_ + QVariantList{kPage}, [&](const NativeRow& native) {
-    last_ = native.mid(0, width);
+    last = native.mid(0, width);
     QVariantList row = native.mid(width);
     for (qsizetype i = 0; i < row.size(); ++i) {
       const FieldType type = table_->def.fields[static_cast<size_t>(i)].type;
@@ -47,6 +48,7 @@ bool RowPages::next(std::vector<QVariantList>& rows) {
     rows.push_back(std::move(row));
     return true;
   });
+  last_ = last;
   complete_ = rows.size() < kPage;
   return !rows.empty();
 }

@@ -31,6 +31,7 @@ void StoredRows::restart() {
 
 void StoredRows::readRows() {
   if (read_) return;
+  rows_.clear();  // what a reading left that failed
   engine_->read(plan_->whole.text, plan_->whole.values, [this](const NativeRow& row) {
     rows_.push_back(row);
     return true;

@@ -20,7 +20,7 @@ double luminance(const QColor& colour) {
 }  // namespace
 
 double contrast(const QColor& one, const QColor& other) {
-  const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+  const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
   return (lighter + 0.05) / (darker + 0.05);
 }
 
@@ -31,7 +31,7 @@ QColor readable(const QColor& text, const QColor& ground) {
   const float hue = std::max(0.0F, text.hslHueF());  // a grey has none
   int lightness = static_cast<int>(std::lround(text.lightnessF() * kSteps));
   QColor shade = text;
-  while (contrast(shade, ground) < kLeastContrast) {
+  while (contrast(shade, ground) < kLeastContrast && lightness > 0 && lightness < kSteps) {
     lightness += step;
     shade = QColor::fromHslF(hue, text.hslSaturationF(), static_cast<float>(lightness) / kSteps);
   }

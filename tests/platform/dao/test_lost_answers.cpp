@@ -282,6 +282,37 @@ class TestLostAnswers : public QObject {
     QCOMPARE(proxy_->cuts(), 2);
   }
 
+  /// Whoever says "Wiederholen" gets the rows, each once.
+  void aListThatCouldntBeReadIsReadWhole_data() {
+    QTest::addColumn<QString>("query");
+    QTest::addColumn<Cut>("cut");
+    const QString byName = "Select * from Artikel order by Name";
+    const QString grouped = "Select Name, Count(*) as Zahl from Artikel group by Name order by Name";
+    QTest::newRow("in pages") << "Select * from Artikel" << Cut::Request;
+    QTest::newRow("in an order") << byName << Cut::Request;
+    QTest::newRow("grouped") << grouped << Cut::Request;
+    QTest::newRow("in an order, begun") << byName << Cut::InAnswer;
+    QTest::newRow("grouped, begun") << grouped << Cut::InAnswer;
+  }
+  void aListThatCouldntBeReadIsReadWhole() {
+    QFETCH(QString, query);
+    QFETCH(Cut, cut);
+    constexpr int kRows = 20000;
+    server_->native(QString("INSERT INTO dao.\"Artikel\" (\"ID\", \"Name\") SELECT i, lpad(i::text, 5, '0') "
+                            "FROM generate_series(1, %1) i")
+                        .arg(kRows));
+    const auto rows = database_->openRecordset(query);
+    proxy_->cutNext("Artikel", cut, [this] { proxy_->refuse(true); });
+    QCOMPARE(errorOf([&] { rows->eof(); }), 3043);
+    QCOMPARE(proxy_->cuts(), 1);
+    proxy_->refuse(false);
+    QVERIFY(!rows->eof());
+    QCOMPARE(rows->value("Name").toString(), QString("00001"));
+    rows->moveLast();
+    QCOMPARE(rows->recordCount(), kRows);
+    QCOMPARE(rows->value("Name").toString(), QString::number(kRows));
+  }
+
   void aReadIsRepeatedUntilItHasBroughtARow() {
     addArticle(*articlesOf(), "a");
     Engine& engine = database_->engine();
