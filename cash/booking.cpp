@@ -41,6 +41,7 @@ BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& 
     const QString datum = Buchungsdatum(workplace);
     if (sides.speichereScheiben) sides.speichereScheiben(datum);
     if (sides.speichereStapel) sides.speichereStapel();
+    if (sides.ladeNeu) sides.ladeNeu();
   } catch (const Error& error) {
     outcome.fehler = error;
     for (int row = 1; row <= outcome.gespeichert; ++row) purchase.markiereGespeichert(row);

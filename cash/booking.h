@@ -17,6 +17,9 @@ struct BookingSides {
   std::function<void()> druckeEtiketten;  ///< likewise
   std::function<void(const QString& Buchungsdatum)> speichereScheiben;
   std::function<void()> speichereStapel;  ///< the next numbers of the stacks
+  /// Trees and stacks as they are stored now. Before the purchase is emptied: should it fail, the rows that
+  /// stand there are marked, not left as if they were still to be booked.
+  std::function<void()> ladeNeu;
 };
 
 struct BookingOutcome {

@@ -316,6 +316,10 @@ bool frmFinanz::cmdVerbuchen() {
     ui_->panelScheiben->speichereScheiben(desk_.sStartNr(), datum);
   };
   sides.speichereStapel = [this] { ui_->panelScheiben->speichereAktuelleNummern(); };
+  sides.ladeNeu = [this] {
+    LoadDisziKombiBaum();
+    ui_->panelScheiben->LoadScheibenStapel();
+  };
   const BookingOutcome outcome =
       verbuche(workplace_, desk_.store(), desk_.purchase(), desk_.sStartNr(), sides);
   if (outcome.fehler) {
@@ -323,8 +327,6 @@ bool frmFinanz::cmdVerbuchen() {
     return false;
   }
   if (!outcome.begonnen) return desk_.purchase().isEmpty();
-  LoadDisziKombiBaum();
-  ui_->panelScheiben->LoadScheibenStapel();
   desk_.purchase().entferneAlle();
   ui_->cmbWechselGeld->setCurrentIndex(0);  // it belonged to this booking
   ui_->cmbWechselGeld->setEditText(QString());

@@ -16,8 +16,9 @@ namespace qk::faults {
 namespace {
 
 constexpr int kStakesOfABooking = 5;
-constexpr int kPatience = 120;   ///< seconds
-constexpr int kLatestKill = 30;  ///< milliseconds after the key that books
+constexpr int kPatience = 120;     ///< seconds
+constexpr int kLookAgain = 10000;  ///< milliseconds, then a cashier presses again: a busy desk takes no key
+constexpr int kLatestKill = 30;    ///< milliseconds after the key that books
 
 const QString kStake = "Nachkauf Serie";  // as often as one wants
 const QString kMarked = "sie sind in der Liste gekennzeichnet.";

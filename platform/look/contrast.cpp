@@ -31,7 +31,7 @@ QColor readable(const QColor& text, const QColor& ground) {
   const float hue = std::max(0.0F, text.hslHueF());  // a grey has none
   int lightness = static_cast<int>(std::lround(text.lightnessF() * kSteps));
   QColor shade = text;
-  while (contrast(shade, ground) < kLeastContrast && lightness > 0 && lightness < kSteps) {
+  while (contrast(shade, ground) < kLeastContrast && lightness + step >= 0 && lightness + step <= kSteps) {
     lightness += step;
     shade = QColor::fromHslF(hue, text.hslSaturationF(), static_cast<float>(lightness) / kSteps);
   }

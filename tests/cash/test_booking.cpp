@@ -35,6 +35,7 @@ class TestBooking : public QObject {
   void aFailureMidwayKeepsWhatIsStored();
   void bookingAgainStoresTwice();
   void aFailureOfTheTargetsKeepsAllRows();
+  void aFailureBehindTheStoringMarksAllRows();
   void aStakeDeletedMeanwhileIsBooked();
   void theBookingDateOfTheTargetsIsTakenOnce();
 
@@ -160,6 +161,17 @@ void TestBooking::aFailureOfTheTargetsKeepsAllRows() {
   QCOMPARE(outcome.fehler->number(), 3021);
   QCOMPARE(journal, QStringList());
   QVERIFY(purchase().istGespeichert(1));
+}
+
+/// The server goes away just then: nobody is to book the purchase a second time.
+void TestBooking::aFailureBehindTheStoringMarksAllRows() {
+  for (int stake : {2, 3}) purchase().AddKauf(stake);
+  BookingSides sides;
+  sides.ladeNeu = [] { throw Error(3043); };
+  const BookingOutcome outcome = book(sides);
+  QCOMPARE(outcome.gespeichert, 2);
+  QVERIFY(!outcome.ganz());
+  QVERIFY(purchase().istGespeichert(1) && purchase().istGespeichert(2));
 }
 
 void TestBooking::aStakeDeletedMeanwhileIsBooked() {
