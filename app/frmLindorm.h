@@ -13,9 +13,11 @@
 #include "app/competition_opening.h"
 #include "app/exchange_watch.h"
 #include "app/ground/global_variablen.h"
+#include "app/ground/printing.h"
 #include "app/line_marks.h"
 #include "app/line_tree.h"
 #include "app/success_line.h"
+#include "cash/control_door.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/workplace.h"
 
@@ -134,6 +136,8 @@ class frmLindorm : public QMainWindow {
 
   Workplace workplace_;
   GlobalVariablen& global_;
+  ProgramPapers papers_{workplace_};
+  ControlDoor reports_{workplace_, {papers_.current, papers_.asking}};
   std::unique_ptr<Ui::frmLindorm> ui_;
   CompetitionOpening opening_;
   LineTree tree_;

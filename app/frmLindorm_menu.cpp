@@ -1,15 +1,13 @@
 // What the menus and the toolbar of the main window do. Each routine reports its own failures under its name.
 #include <QAction>
-#include <QFileInfo>
 #include <QListWidget>
 #include <QMenu>
 #include <QProcess>
 #include <QTimer>
 
-#include "app/demo_competition.h"
+#include "app/competition_choice.h"
 #include "app/frmHilfe.h"
 #include "app/frmLindorm.h"
-#include "app/frmStart.h"
 #include "app/ground/printing.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
@@ -221,10 +219,8 @@ void frmLindorm::connectInfoList() {
 }
 
 void frmLindorm::mnuDateiWettkampfOpen_Click(Steps& step) {
-  const QString path =
-      workplace_.dialogs.openFile("Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*",
-                                  sWettkampf().isEmpty() ? QString() : QFileInfo(sWettkampf()).path());
-  if (!path.isEmpty()) openChosen(step, path);
+  if (const QString path = chosenCompetition(workplace_, sWettkampf()); !path.isEmpty())
+    openChosen(step, path);
 }
 
 void frmLindorm::openChosen(Steps& step, const QString& path) {
@@ -235,13 +231,8 @@ void frmLindorm::openChosen(Steps& step, const QString& path) {
 }
 
 void frmLindorm::offerCompetition(Steps& step) {
-  frmStart start(sWettkampf(), demoFolder(global_));
-  start.exec();
-  if (start.choice() == frmStart::Choice::Open) {
-    mnuDateiWettkampfOpen_Click(step);
-  } else if (start.choice() == frmStart::Choice::Demo) {
-    if (const QString path = demoCompetition(workplace_, global_); !path.isEmpty()) openChosen(step, path);
-  }
+  if (const QString path = offeredCompetition(workplace_, global_, sWettkampf()); !path.isEmpty())
+    openChosen(step, path);
 }
 
 void frmLindorm::mnuEditSchussbilder_Click() {
@@ -275,7 +266,7 @@ void frmLindorm::mnuEditKasse_Click() {
   const auto id = [&](const QString& column) {
     return shooter->eof() ? 0 : FeldWert(*shooter, column).toInt();
   };
-  frmFinanz desk(workplace_, global_, nullptr, this);
+  frmFinanz desk(workplace_, global_, reports_, this);
   desk.setOhneScheibenNummern(true);
   desk.setBez1(titleText("Bezeichnung"));
   desk.setBez2(titleText("Bezeichnung2"));

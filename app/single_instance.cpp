@@ -11,20 +11,20 @@ namespace {
 
 constexpr int kAnswerMilliseconds = 2000;
 
-QString lockFile(const QString& settingsFile) {
+QString lockFile(const QString& settingsFile, const QString& kind) {
   QDir().mkpath(QFileInfo(settingsFile).absolutePath());
-  return settingsFile + ".instanz";
+  return settingsFile + "." + kind;
 }
 
-QString serverName(const QString& settingsFile) {
-  const QByteArray path = QFileInfo(settingsFile).absoluteFilePath().toUtf8();
+QString serverName(const QString& lockFile) {
+  const QByteArray path = QFileInfo(lockFile).absoluteFilePath().toUtf8();
   return "qk-intarso-" + QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex().left(16);
 }
 
 }  // namespace
 
-SingleInstance::SingleInstance(const QString& settingsFile)
-    : name_(serverName(settingsFile)), lock_(lockFile(settingsFile)) {
+SingleInstance::SingleInstance(const QString& settingsFile, const QString& kind)
+    : name_(serverName(lockFile(settingsFile, kind))), lock_(lockFile(settingsFile, kind)) {
   lock_.setStaleLockTime(0);
 }
 

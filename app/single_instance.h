@@ -1,4 +1,5 @@
-// One running program per workstation. The settings store is the workstation: another store, another one.
+// One running program of a kind per workstation. The settings store is the workstation: another store,
+// another one.
 //
 // A lock file beside the store decides, also after a crash; the local socket only carries the wish that the
 // running window come to the front.
@@ -14,7 +15,8 @@ class SingleInstance : public QObject {
   Q_OBJECT
 
  public:
-  explicit SingleInstance(const QString& settingsFile);
+  /// `kind`: what there may be one of.
+  SingleInstance(const QString& settingsFile, const QString& kind);
 
   /// True when this process is the one. Otherwise the running one was asked to come to the front.
   bool begin();

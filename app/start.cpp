@@ -1,7 +1,9 @@
 #include "app/start.h"
 
+#include <QStatusBar>
 #include <QTextStream>
 
+#include "app/cash_workstation.h"
 #include "app/frmLindorm.h"
 #include "app/password_question.h"
 #include "app/qk_application.h"
@@ -29,6 +31,7 @@ const QString kHelp =
     "qk-intarso - das Büro eines Schießwettkampfs\n"
     "\n"
     "Aufruf: qk-intarso [WETTKAMPF.qkk]\n"
+    "        qk-intarso --kasse [WETTKAMPF.qkk]\n"
     "        qk-intarso --hilfe | --version\n"
     "\n"
     "Ohne Angabe öffnet sich der zuletzt benutzte Wettkampf. Ein Wettkampf ist eine Datei oder eine "
@@ -36,14 +39,54 @@ const QString kHelp =
     "mit der Endung qkk; qk-wettkampf legt welche an. Läuft das Programm schon, kommt sein Fenster nach "
     "vorn.\n"
     "\n"
+    "--kasse öffnet nur die Kasse, ohne Linien und mit den Scheibenstapeln. Sie darf auf demselben Rechner "
+    "neben\n"
+    "dem Büro laufen, mit denselben Einstellungen.\n"
+    "\n"
     "Umgebung: QK_EINSTELLUNGEN (Datei der Einstellungen), QK_DOKUMENTE (gemeinsame Dokumente),\n"
     "QK_PROGRAMM (Ordner des Programms), temp.\n";
 
+/// What the program was started for.
+struct Call {
+  bool kasse = false;
+  QString path;  ///< of a competition; empty for the last one
+};
+
+Call callOf(QStringList arguments) {
+  const bool kasse = arguments.removeAll("--kasse") > 0;
+  // A path with blanks may come unquoted.
+  return {kasse, arguments.join(' ')};
+}
+
 /// Whoever started from a console would wonder why nothing opens there.
-void tellThatItRuns(const QString& path) {
+void tellThatItRuns(const Call& call) {
   QTextStream console(stdout);
-  console << "QK-Intarso läuft schon; sein Fenster kommt nach vorn." << Qt::endl;
-  if (!path.isEmpty()) console << "Nicht geöffnet: " << path << Qt::endl;
+  console << (call.kasse ? "Die Kasse von QK-Intarso läuft schon; ihr Fenster kommt nach vorn."
+                         : "QK-Intarso läuft schon; sein Fenster kommt nach vorn.")
+          << Qt::endl;
+  if (!call.path.isEmpty()) console << "Nicht geöffnet: " << call.path << Qt::endl;
+}
+
+int runOffice(QkApplication& application, const Workplace& workplace, SingleInstance& instance,
+              const QString& path) {
+  GlobalVariablen global;
+  frmLindorm window(workplace, global);
+  const dao::WaitingSign waiting = showWaitingIn(*window.statusBar());
+  application.onFatal = [&window] { window.stopPolling(); };
+  QObject::connect(&instance, &SingleInstance::comeToFront, &window, [&window] { bringToFront(window); });
+  if (!window.form_load(path)) return 0;
+  window.showMaximized();
+  return QApplication::exec();
+}
+
+int runCashDesk(const Workplace& workplace, SingleInstance& instance, const QString& path) {
+  GlobalVariablen global;
+  CashWorkstation desk(workplace, global);
+  frmFinanz& window = desk.window();
+  const dao::WaitingSign waiting = showWaitingIn(*window.findChild<QStatusBar*>());
+  QObject::connect(&instance, &SingleInstance::comeToFront, &window, [&window] { bringToFront(window); });
+  if (desk.form_load(path)) window.exec();
+  return 0;
 }
 
 int run(QkApplication& application) {
@@ -57,22 +100,15 @@ int run(QkApplication& application) {
   const dao::SharedPasswords passwords(passwordQuestion(
       [&dialogs](const QString& prompt, const QString& title) { return dialogs.password(prompt, title); }));
 
-  SingleInstance instance(settings.filePath());
-  // A path with blanks may come unquoted.
-  const QString path = QCoreApplication::arguments().mid(1).join(' ');
+  const Call call = callOf(QCoreApplication::arguments().mid(1));
+  SingleInstance instance(settings.filePath(), call.kasse ? "kasse" : "instanz");
   if (!instance.begin()) {
-    tellThatItRuns(path);
+    tellThatItRuns(call);
     return 0;
   }
-
-  GlobalVariablen global;
-  frmLindorm window({clock, random, waits, files, settings, dialogs}, global);
-  const dao::WaitingSign waiting = showWaitingIn(window);
-  application.onFatal = [&window] { window.stopPolling(); };
-  QObject::connect(&instance, &SingleInstance::comeToFront, &window, [&window] { bringToFront(window); });
-  if (!window.form_load(path)) return 0;
-  window.showMaximized();
-  return QApplication::exec();
+  const Workplace workplace{clock, random, waits, files, settings, dialogs};
+  return call.kasse ? runCashDesk(workplace, instance, call.path)
+                    : runOffice(application, workplace, instance, call.path);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "app/waiting_window.h"
 
 #include <QApplication>
-#include <QMainWindow>
 #include <QStatusBar>
 #include <algorithm>
 
@@ -24,13 +23,13 @@ void paintWindows() {
 
 }  // namespace
 
-dao::WaitingSign showWaitingIn(QMainWindow& window) {
+dao::WaitingSign showWaitingIn(QStatusBar& bar) {
   return dao::WaitingSign(
-      [&window] {
-        window.statusBar()->showMessage("Der Datenbankserver antwortet nicht ...");
+      [&bar] {
+        bar.showMessage("Der Datenbankserver antwortet nicht ...");
         paintWindows();
       },
-      [&window] { window.statusBar()->clearMessage(); });
+      [&bar] { bar.clearMessage(); });
 }
 
 }  // namespace qk

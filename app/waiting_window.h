@@ -3,12 +3,12 @@
 
 #include "platform/dao/waiting_sign.h"
 
-class QMainWindow;
+class QStatusBar;
 
 namespace qk {
 
-/// A line in the window's status bar, and all windows painted anew, so that they can be moved and uncovered.
-/// The window outlives the sign.
-dao::WaitingSign showWaitingIn(QMainWindow& window);
+/// A line in the status bar, and all windows painted anew, so that they can be moved and uncovered. The bar
+/// outlives the sign.
+dao::WaitingSign showWaitingIn(QStatusBar& bar);
 
 }  // namespace qk

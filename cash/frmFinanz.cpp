@@ -7,11 +7,14 @@
 #include "app/ground/temp_module_ui.h"
 #include "cash/amounts.h"
 #include "cash/frmArtikel.h"
+#include "cash/frmKasseReports.h"
+#include "cash/start_card.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
 #include "platform/look/contrast.h"
 #include "platform/runtime/fonttext.h"
 #include "platform/widgets/hourglass.h"
+#include "shooters/frmSchuetzenListe.h"
 #include "ui_frmFinanz.h"
 
 namespace qk {
@@ -104,7 +107,10 @@ void frmFinanz::Form_Activate() {
   ui_->panelScheiben->Form_Activate();
   ui_->mnuDateiPrintStartKarte->setVisible(!bOhneStartkarte_);
   ui_->kladde->setVisible(!bOhneStartkarte_);
-  ui_->txtArtikelnummer->setFocus();
+  if (ui_->SSTab1->isEnabled())
+    ui_->txtArtikelnummer->setFocus();
+  else
+    ui_->cmdSchWechsel->setFocus();
 }
 
 void frmFinanz::Form_Unload() {
@@ -150,7 +156,18 @@ void frmFinanz::UpdateStartNr(const QString& sStartNr, const QString& sVerein, c
   desk_.UpdateStartNr(sStartNr, sVerein, sMann);
 }
 
+bool frmFinanz::oeffneOhneSchuetzen() {
+  setBereit(false);
+  ui_->Label1->setText("Schützen wählen: F3 Startnummer, F5 Liste, oder ein Etikett scannen");
+  versuche([this] { OpenDB(); });
+  return istOffen();
+}
+
 void frmFinanz::zeigeSchuetze() {
+  if (!ui_->SSTab1->isEnabled()) {
+    setBereit(true);
+    Form_Activate();
+  }
   const ShownShooter& shooter = desk_.shooter();
   ui_->txtStartNr->setText(desk_.sStartNr());
   ui_->Label1->setText(shooter.Name);
@@ -270,6 +287,13 @@ void frmFinanz::wechsle() {
   if (!answer.isEmpty()) desk_.wechsleSchuetzen(StartnummerAusEtikett(answer));
 }
 
+void frmFinanz::waehleAusListe() {
+  frmSchuetzenListe list(workplace_, this);
+  list.setWettkampf(desk_.global().sWettkampf);
+  zeigeFenster([&] { list.exec(); });
+  if (!list.sStartnummer().isEmpty()) desk_.wechsleSchuetzen(list.sStartnummer());
+}
+
 qint32 frmFinanz::gewaehlteEinlage() const {
   const QListWidgetItem* entry = ui_->lstAll->currentItem();
   return entry && entry->isSelected() ? entry->data(Qt::UserRole).toInt() : 0;
@@ -346,6 +370,18 @@ void frmFinanz::flexAllEingabe(int row, int column) {
   if (input.unlesbar) ui_->flexAll->editAgain(row, column, input.text);
 }
 
+void frmFinanz::mnuDateiAuswertung() {
+  frmKasseReports lists(workplace_, desk_.global(), reports_, this);
+  lists.setBEinlagen(false);
+  lists.setVortel(false);
+  zeigeFenster([&] { lists.exec(); });
+}
+
+void frmFinanz::mnuDateiPrintStartKarte() {
+  const Hourglass hourglass;
+  melde(Kladde_Print(desk_, reports_) ? "Startkarte gedruckt." : "Die Startkarte wurde nicht gedruckt.");
+}
+
 void frmFinanz::mnuOptEinlagen() {
   zeigeFenster([this] { frmArtikel(workplace_, desk_.global(), this).exec(); });
   desk_.ladeEinlagen();
@@ -364,17 +400,15 @@ void frmFinanz::mnuOptSchriftEinlagen() {
 }
 
 void frmFinanz::PrintKasseneingaenge(ReportOrder::Ziel nZiel) {
-  if (!reports_) return;
-  const Hourglass hourglass;
   const bool aktuellerKauf = ui_->SSTab1->currentIndex() <= kTabZiele;
-  druckeBeleg(
-      workplace_, *reports_,
-      [&] {
-        return belegFuer(
-            desk_, aktuellerKauf,
-            aktuellerKauf ? ui_->panelScheiben->belegScheiben() : ui_->panelAusgaben->belegScheiben());
-      },
-      nZiel);
+  const auto beleg = [&] {
+    const Hourglass hourglass;
+    return belegFuer(
+        desk_, aktuellerKauf,
+        aktuellerKauf ? ui_->panelScheiben->belegScheiben() : ui_->panelAusgaben->belegScheiben());
+  };
+  const auto drucke = [&] { druckeBeleg(workplace_, reports_, beleg, nZiel); };
+  nZiel == ReportOrder::Ziel::Fenster ? zeigeFenster(drucke) : drucke();
 }
 
 }  // namespace qk

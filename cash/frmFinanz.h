@@ -18,10 +18,12 @@
 //   Payments::changed          UpdateSummenGesamt
 //   TargetPanel::stapelGeladen tabs 1 and 3
 // A booking is booking.h; the window hands it what prints and what the panels store (BookingSides).
-// Own windows open through zeigeFenster, so that the desk is active again afterwards. Entries that have no
-// window yet stand in ohneZiel(); an entry of "VM-Einlagen" carries its club's or team's id as its data.
+// What prints goes through the ReportDoor. Own windows open through zeigeFenster, so that the desk is active
+// again afterwards. Entries that have no window yet stand in ohneZiel(); an entry of "VM-Einlagen" carries
+// its club's or team's id as its data.
 //
-// Lifetime: made for one opening. The load runs inside the first UpdateStartNr, with the flags set before it.
+// Lifetime: made for one opening. The load runs inside the first UpdateStartNr, with the flags set before it;
+// a desk that is to wait for its first shooter loads in oeffneOhneSchuetzen.
 // Object names are unique in the window, panels included.
 #pragma once
 
@@ -44,8 +46,8 @@ class frmFinanz : public QDialog {
   Q_OBJECT
 
  public:
-  /// `reports` prints receipts and lists; without it they are out of reach. All outlive the window.
-  frmFinanz(const Workplace& workplace, GlobalVariablen& global, ReportDoor* reports = nullptr,
+  /// `reports` prints receipts, lists and start cards. All outlive the window.
+  frmFinanz(const Workplace& workplace, GlobalVariablen& global, ReportDoor& reports,
             QWidget* parent = nullptr);
   ~frmFinanz() override;
 
@@ -64,6 +66,9 @@ class frmFinanz : public QDialog {
   void OpenDB() { desk_.OpenDB(); }
   /// Shows a shooter, with the club's short name and the team to display; opens the competition before.
   void UpdateStartNr(const QString& sStartNr, const QString& sVerein, const QString& sMann);
+  /// Opens the competition and waits for the first shooter: until then nothing can be sold. False, after a
+  /// box, when it can't be opened.
+  bool oeffneOhneSchuetzen();
   /// False while there is nothing to work on: the competition couldn't be opened.
   bool istOffen() const { return desk_.isOpen(); }
 
@@ -96,6 +101,8 @@ class frmFinanz : public QDialog {
   void makeKeys();
   void ohneZiel();
   void explain(QAction* action, const QString& why);
+  /// What needs a shooter is within reach, or not.
+  void setBereit(bool bereit);
   /// Runs a routine without a handler of its own: a failure shows one box, and the program goes on.
   void versuche(const std::function<void()>& routine);
   void on(QAction* action, std::function<void()> routine);
@@ -122,6 +129,7 @@ class frmFinanz : public QDialog {
 
   // Buttons and menus.
   void wechsle();
+  void waehleAusListe();
   void cmdAdd();
   void cmdAddAnzahl();
   void artikelEingegeben();
@@ -130,13 +138,15 @@ class frmFinanz : public QDialog {
   /// True when all of it is booked, or there was nothing to book on.
   bool cmdVerbuchen();
   void cmdOK();
+  void mnuDateiAuswertung();
+  void mnuDateiPrintStartKarte();
   void mnuOptEinlagen();
   void mnuOptSchriftEinlagen();
   void flexAllEingabe(int row, int column);
   qint32 gewaehlteEinlage() const;  ///< 0 without a selection
 
   Workplace workplace_;
-  ReportDoor* reports_;
+  ReportDoor& reports_;
   CashDesk desk_;
   std::unique_ptr<Ui::frmFinanz> ui_;
   ScanWatch scans_;

@@ -7,6 +7,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module_ui.h"
 #include "cash/frmFinanz.h"
+#include "cash/frmKasseSetup.h"
 #include "data/icons/icons.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/look/contrast.h"
@@ -28,7 +29,7 @@ void enlarge(QWidget* widget, QFont font, double factor, bool bold = true) {
 
 }  // namespace
 
-frmFinanz::frmFinanz(const Workplace& workplace, GlobalVariablen& global, ReportDoor* reports,
+frmFinanz::frmFinanz(const Workplace& workplace, GlobalVariablen& global, ReportDoor& reports,
                      QWidget* parent)
     : QDialog(parent),
       workplace_(workplace),
@@ -167,6 +168,9 @@ void frmFinanz::connectPurchase() {
       "Schließt die Kasse; ein Kauf in der Hand wird nach Rückfrage verworfen.");
   press(
       ui_->cmdSchWechsel, [this] { wechsle(); }, "Zeigt einen anderen Schützen; der Kauf bleibt (F3).");
+  press(
+      ui_->cmdSchListe, [this] { waehleAusListe(); },
+      "Sucht einen Schützen nach dem Namen; der Kauf bleibt (F5).");
   const auto keep = [this](QCheckBox* box, const SettingKey& key) {
     connect(box, &QCheckBox::clicked, this,
             [this, &key](bool on) { versuche([&] { schreibe(workplace_.settings, key, on); }); });
@@ -222,6 +226,10 @@ void frmFinanz::connectMenus() {
     connect(entry, &QAction::triggered, button, &QAbstractButton::click);
   };
   on(ui_->mnuDateiWechsel, [this] { wechsle(); });
+  on(ui_->mnuDateiListe, [this] { waehleAusListe(); });
+  on(ui_->mnuDateiAuswertung, [this] { mnuDateiAuswertung(); });
+  on(ui_->mnuDateiPrintStartKarte, [this] { mnuDateiPrintStartKarte(); });
+  on(ui_->mnuOptKasseSetup, [this] { zeigeFenster([this] { frmKasseSetup(workplace_, this).exec(); }); });
   on(ui_->mnuDateiDrucken, [this] { PrintKasseneingaenge(ReportOrder::Ziel::Drucker); });
   on(ui_->mnuDateiVorschau, [this] { PrintKasseneingaenge(ReportOrder::Ziel::Fenster); });
   on(ui_->mnuDateiPrinterSetup, [this] {
@@ -267,6 +275,8 @@ void frmFinanz::connectScans() {
   connect(
       &scans_, &ScanWatch::homeless, this,
       [this, say](const QString& text) {
+        if (!ui_->SSTab1->isEnabled())
+          return versuche([&] { desk_.wechsleSchuetzen(StartnummerAusEtikett(text)); });
         if (ui_->SSTab1->currentWidget() != ui_->tabKauf) return say(text);
         ui_->txtArtikelnummer->setText(text);
         versuche([this] { artikelEingegeben(); });
@@ -285,6 +295,7 @@ void frmFinanz::makeKeys() {
   onKey(Qt::Key_F2, [this, zumKauf] { zumKauf(ui_->txtArtikelnummer); });
   onKey(Qt::Key_F3, [this] { wechsle(); });
   onKey(Qt::Key_F4, [this, zumKauf] { zumKauf(ui_->lstAll); });
+  onKey(Qt::Key_F5, [this] { waehleAusListe(); });
   onKey(Qt::Key_F6, [this, zumKauf] { zumKauf(ui_->flex); });
   onKey(Qt::Key_F7, [this] {
     ui_->cmbWechselGeld->setFocus(Qt::ShortcutFocusReason);
@@ -298,7 +309,8 @@ void frmFinanz::makeKeys() {
   remove->setContext(Qt::WidgetShortcut);
   connect(remove, &QShortcut::activated, ui_->cmdRemove, &QAbstractButton::click);
   auto* keysLabel = new QLabel(
-      "F2 Artikel    F3 Wechseln    F4 Einlagen    F6 Kauf    F7 Erhalten    F8 Spende    F9 Verbuchen");
+      "F2 Artikel    F3 Wechseln    F4 Einlagen    F5 Schützen    F6 Kauf    F7 Erhalten    F8 Spende    F9 "
+      "Verbuchen");
   keysLabel->setObjectName("lblTasten");
   ui_->statusBar->addWidget(keysLabel, 1);
 }
@@ -309,12 +321,20 @@ void frmFinanz::explain(QAction* action, const QString& why) {
 }
 
 void frmFinanz::ohneZiel() {
-  for (QAction* action : {ui_->mnuDateiPrintStartKarte, ui_->kladde, ui_->mnuDateiAuswertung,
-                          ui_->mnuOptKasseSetup, ui_->mnuOptScheiben, ui_->mnuScheibenAuswertung})
-    explain(action, kNotYet);
-  if (reports_) return;
-  for (QAction* action : {ui_->mnuDateiDrucken, ui_->mnuDateiVorschau, ui_->Drucken, ui_->vorschau})
-    explain(action, kNotYet);
+  for (QAction* action : {ui_->mnuOptScheiben, ui_->mnuScheibenAuswertung}) explain(action, kNotYet);
+}
+
+void frmFinanz::setBereit(bool bereit) {
+  for (QWidget* part : {static_cast<QWidget*>(ui_->SSTab1), static_cast<QWidget*>(ui_->cmdVerbuchen),
+                        static_cast<QWidget*>(ui_->cmdOK), static_cast<QWidget*>(ui_->cmdSpende),
+                        static_cast<QWidget*>(ui_->cmbWechselGeld)})
+    part->setEnabled(bereit);
+  for (QAction* action :
+       {ui_->mnuDateiDrucken, ui_->mnuDateiVorschau, ui_->Drucken, ui_->vorschau,
+        ui_->mnuDateiPrintStartKarte, ui_->kladde, ui_->mnuDateiPrintBarcode, ui_->printbarcode}) {
+    action->setEnabled(bereit);
+    action->setStatusTip(bereit ? QString() : "Erst einen Schützen wählen (F3).");
+  }
 }
 
 }  // namespace qk

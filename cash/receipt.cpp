@@ -4,10 +4,10 @@
 #include "cash/amounts.h"
 #include "cash/cash_desk.h"
 #include "cash/cash_rows.h"
+#include "cash/print_data.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/dialog/dialogs.h"
-#include "platform/runtime/files.h"
 #include "shooters/look_ups.h"
 
 namespace qk {
@@ -78,8 +78,7 @@ std::vector<Receipt::Zeile> belegZeilen(const TextTable& rows, const QString& da
 }
 
 QString schreibeBelegDatei(const Workplace& workplace, const Receipt& receipt) {
-  const QString path = TempDateiName(workplace, "ZVA");
-  workplace.files.copy(Programmverzeichnis() + "ErgKasseDruck.mdb", path);
+  const QString path = kopiereVorlage(workplace, "ErgKasseDruck.mdb", "ZVA");
   const auto file = dao::Database::open(path);
   fill(*file, receipt);
   return path;
@@ -124,7 +123,7 @@ void druckeBeleg(const Workplace& workplace, ReportDoor& reports, const std::fun
     order.titel = "Kasse Eingänge";
     order.ziel = ziel;
     reports.run(order);
-    DateiLoeschen(workplace.files, path);
+    loescheDatendatei(workplace, path);
   });
 }
 

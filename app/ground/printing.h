@@ -2,10 +2,20 @@
 #pragma once
 
 #include "platform/print/current_printer.h"
+#include "platform/print/paper.h"
 #include "platform/workplace.h"
 
 namespace qk {
 
 CurrentPrinter currentPrinter(const Workplace& workplace);
+
+/// Its paper: without a question, and with one that begins with it.
+struct ProgramPapers {
+  explicit ProgramPapers(const Workplace& workplace)
+      : current(currentPrinter(workplace)), asking(currentPrinter(workplace)) {}
+
+  CurrentPaper current;
+  PrinterPaper asking;
+};
 
 }  // namespace qk

@@ -30,7 +30,7 @@ class TestApplication : public QObject {
 
  private Q_SLOTS:
   void anErrorOutOfTheTickEndsTheProgram();
-  void oneInstancePerSettings();
+  void oneInstancePerSettingsAndKind();
   void theSecondBringsTheFirstToTheFront();
   void aCrashLeavesNoLock();
 
@@ -69,20 +69,24 @@ void TestApplication::anErrorOutOfTheTickEndsTheProgram() {
   application().onFatal = nullptr;
 }
 
-void TestApplication::oneInstancePerSettings() {
+void TestApplication::oneInstancePerSettingsAndKind() {
   TestWorkplace place;
-  SingleInstance first(place.path("einstellungen"));
+  SingleInstance first(place.path("einstellungen"), "instanz");
   QVERIFY(first.begin());
-  SingleInstance other(place.path("andere"));
+  SingleInstance other(place.path("andere"), "instanz");
   QVERIFY(other.begin());
+  SingleInstance desk(place.path("einstellungen"), "kasse");
+  QVERIFY(desk.begin());
+  SingleInstance secondDesk(place.path("einstellungen"), "kasse");
+  QVERIFY(!secondDesk.begin());
 }
 
 void TestApplication::theSecondBringsTheFirstToTheFront() {
   TestWorkplace place;
-  SingleInstance first(place.path("einstellungen"));
+  SingleInstance first(place.path("einstellungen"), "instanz");
   QVERIFY(first.begin());
   QSignalSpy front(&first, &SingleInstance::comeToFront);
-  SingleInstance second(place.path("einstellungen"));
+  SingleInstance second(place.path("einstellungen"), "instanz");
   QVERIFY(!second.begin());
   QTRY_COMPARE(front.count(), 1);
 }
@@ -96,7 +100,7 @@ void TestApplication::aCrashLeavesNoLock() {
     lock.write("4194303\nqk-intarso\n" + QSysInfo::machineHostName().toUtf8() + "\n" +
                QSysInfo::machineUniqueId() + "\n" + QSysInfo::bootUniqueId() + "\n");
   }
-  SingleInstance again(place.path("einstellungen"));
+  SingleInstance again(place.path("einstellungen"), "instanz");
   QVERIFY(again.begin());
 }
 

@@ -48,7 +48,7 @@ class TestWaitingWindow : public QObject {
     QVERIFY(office.open());
     office.chooseShooter(1, "107");
     office.press(1, "cmdPreisModus");
-    const dao::WaitingSign sign = showWaitingIn(office.window());
+    const dao::WaitingSign sign = showWaitingIn(*office.window().statusBar());
     const PaintCount painted(office.window());
     const ServerDatabase& server = serverDatabase(office.competition);
     const StoppedServer stopped(server);

@@ -18,6 +18,16 @@ void DeskWindow::open(const QString& sStartNr, bool bOhneScheibenNummern) {
   window_ = std::make_unique<frmFinanz>(till_.workplace(), till_.global, reports_);
   window_->setOhneScheibenNummern(bOhneScheibenNummern);
   window_->UpdateStartNr(sStartNr, "SG Grünau", "Grünau I");
+  showWindow();
+}
+
+void DeskWindow::openEmpty() {
+  window_ = std::make_unique<frmFinanz>(till_.workplace(), till_.global, reports_);
+  if (!window_->oeffneOhneSchuetzen()) failTest("the cash desk doesn't open");
+  showWindow();
+}
+
+void DeskWindow::showWindow() {
   window_->show();
   if (!QTest::qWaitForWindowActive(window_.get())) failTest("the cash desk doesn't become active");
 }

@@ -5,6 +5,7 @@
 
 #include "cash/frmFinanz.h"
 #include "platform/grid/text_grid.h"
+#include "tests/cash/report_doors.h"
 #include "tests/cash/till.h"
 #include "tests/support/drive.h"
 
@@ -12,8 +13,11 @@ namespace qk::test {
 
 class DeskWindow {
  public:
-  explicit DeskWindow(Till& till, ReportDoor* reports = nullptr) : till_(till), reports_(reports) {}
+  explicit DeskWindow(Till& till) : till_(till), reports_(none_) {}
+  DeskWindow(Till& till, ReportDoor& reports) : till_(till), reports_(reports) {}
 
+  /// Opens the desk as a program of its own does: without a shooter.
+  void openEmpty();
   /// Opens the desk for a shooter, as the main window does, and waits until it has the keyboard.
   void open(const QString& sStartNr = "108", bool bOhneScheibenNummern = true);
   void close() { window_.reset(); }
@@ -39,8 +43,11 @@ class DeskWindow {
   void enter(int milliseconds);
 
  private:
+  void showWindow();
+
   Till& till_;
-  ReportDoor* reports_;
+  NoReports none_;
+  ReportDoor& reports_;
   std::unique_ptr<frmFinanz> window_;
 };
 

@@ -1,4 +1,5 @@
 // The cash desk on its real window: opening, showing, changing the shooter, closing.
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -18,6 +19,7 @@
 #include "platform/runtime/error.h"
 #include "tests/cash/desk_window.h"
 #include "tests/support/manners.h"
+#include "tests/support/real_boxes.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -59,6 +61,9 @@ class TestFrmFinanz : public QObject {
   void closingWithoutAPurchase();
   void columnWidthsAreKept();
   void theFontOfTheStakes();
+  void aDeskThatWaitsForItsFirstShooter();
+  void aScanChoosesTheFirstShooter();
+  void aShooterFromTheList();
   void manners();
 
  private:
@@ -104,6 +109,7 @@ void TestFrmFinanz::theMenusAndKeys() {
   desk->open();
   const std::pair<const char*, const char*> entries[] = {
       {"mnuDateiWechsel", "&Wechseln..."},
+      {"mnuDateiListe", "Schützen&liste..."},
       {"mnuDateiDrucken", "Drucken..."},
       {"mnuDateiVorschau", "Seiten&vorschau..."},
       {"mnuDateiPrinterSetup", "Druckeneinrichtung..."},
@@ -147,7 +153,8 @@ void TestFrmFinanz::theStartCardIsHidden() {
   desk->open();
   QVERIFY(action("mnuDateiPrintStartKarte").isVisible() && action("kladde").isVisible());
   desk->close();
-  frmFinanz without(till->workplace(), till->global);
+  NoReports none;
+  frmFinanz without(till->workplace(), till->global, none);
   without.setOhneStartkarte(true);
   without.UpdateStartNr("108", "", "");
   without.show();
@@ -344,6 +351,71 @@ void TestFrmFinanz::theFontOfTheStakes() {
   desk->close();
   desk->open();
   QCOMPARE(desk->on<QListWidget>("lstAll").font().pointSize(), 14);
+}
+
+void TestFrmFinanz::aDeskThatWaitsForItsFirstShooter() {
+  desk->openEmpty();
+  QCOMPARE(desk->text("Label1"), "Schützen wählen: F3 Startnummer, F5 Liste, oder ein Etikett scannen");
+  for (const char* name : {"SSTab1", "cmdVerbuchen", "cmdOK", "cmdSpende"})
+    QVERIFY2(!desk->on<QWidget>(name).isEnabled(), name);
+  for (const char* name : {"mnuDateiDrucken", "mnuDateiVorschau", "Drucken", "vorschau",
+                           "mnuDateiPrintStartKarte", "kladde", "mnuDateiPrintBarcode", "printbarcode"})
+    QVERIFY2(!action(name).isEnabled(), name);
+  QVERIFY(desk->on<QAbstractButton>("cmdSchWechsel").hasFocus());
+  QTest::keyClick(&window(), Qt::Key_F9);
+  QCOMPARE(till->payments(), QStringList());
+  till->dialogs.expectInput(kAskNumber, "999");
+  till->dialogs.expect("Startnummer nicht gefunden!");
+  QTest::keyClick(&window(), Qt::Key_F3);
+  QVERIFY(!desk->on<QWidget>("SSTab1").isEnabled());
+  till->dialogs.expectInput(kAskNumber, "107");
+  QTest::keyClick(&window(), Qt::Key_F3);
+  QCOMPARE(desk->text("txtStartNr"), "107");
+  QCOMPARE(desk->text("Label4"), "SG Grünau");
+  for (const char* name : {"SSTab1", "cmdVerbuchen", "cmdOK"})
+    QVERIFY2(desk->on<QWidget>(name).isEnabled(), name);
+  QVERIFY(action("kladde").isEnabled() && action("mnuDateiDrucken").isEnabled());
+  QVERIFY(desk->on<QLineEdit>("txtArtikelnummer").hasFocus());
+  desk->article("200");
+  desk->press("cmdVerbuchen");
+  QCOMPARE(till->payments().size(), 1);
+}
+
+void TestFrmFinanz::aScanChoosesTheFirstShooter() {
+  desk->openEmpty();
+  till->dialogs.expect("Startnummer nicht gefunden!");
+  desk->scan("BC.999.1.23");
+  QVERIFY(till->dialogs.done());
+  desk->scan("BC.5.1.2.4");
+  QCOMPARE(desk->text("txtStartNr"), "5.1");
+  QVERIFY(desk->on<QLineEdit>("txtArtikelnummer").hasFocus());
+}
+
+void TestFrmFinanz::aShooterFromTheList() {
+  desk->open("107");
+  desk->article("200");
+  RealBoxes boxes;
+  const auto choose = [&](const QString& name, Qt::Key key) {
+    boxes.expectWindow("frmSchuetzenListe", [name, key](QWidget& list) {
+      QVERIFY(QTest::qWaitForWindowActive(&list));
+      type(list, "txtSuchname", name);
+      press(list, "txtSuchname", key);
+      QTRY_VERIFY(!list.isVisible());
+    });
+  };
+  choose("Süß", Qt::Key_Escape);
+  trigger(window(), "mnuDateiListe");
+  QCOMPARE(desk->text("txtStartNr"), "107");
+  choose("Süß", Qt::Key_Return);
+  desk->press("cmdSchListe");
+  QCOMPARE(desk->text("txtStartNr"), "108");
+  QCOMPARE(desk->purchase().size(), 1);
+  choose("Müller", Qt::Key_Return);
+  window().activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&window()));
+  QTest::keyClick(&window(), Qt::Key_F5);
+  QCOMPARE(desk->text("txtStartNr"), "107");
+  QCOMPARE(desk->text("Label9"), "Grünau I");
 }
 
 void TestFrmFinanz::manners() {

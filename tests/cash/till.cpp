@@ -1,5 +1,7 @@
 #include "tests/cash/till.h"
 
+#include <QDir>
+#include <QFile>
 #include <functional>
 
 #include "platform/dao/recordset.h"
@@ -114,6 +116,12 @@ void Till::execute(const QString& query) {
   store()->execute(query);
 }
 
+void Till::deliver() const {
+  const QDir delivered(QK_PROGRAM_FOLDER);
+  for (const QString& name : delivered.entryList({"*.mdb", "*.rpt"}, QDir::Files))
+    if (!QFile::copy(delivered.filePath(name), path("programm/" + name))) failTest("not delivered: " + name);
+}
+
 QStringList Till::read(const QString& query, const QStringList& columns) const {
   QStringList lines;
   const auto db = store();
@@ -138,6 +146,10 @@ QStringList Till::rows(const TextTable& table) {
 
 QString Till::failureOf(const QString& query) const {
   return sayingOf([&] { store()->openRecordset(query)->eof(); });
+}
+
+QString Till::failureOfOpening(const QString& path) {
+  return sayingOf([&] { dao::Database::open(path, true); });
 }
 
 QString Till::refuse(StoreAct act, const QString& column, int value) {

@@ -27,6 +27,8 @@ class Till : public TestWorkplace {
   void fill(const QString& text);
   /// Runs an action query.
   void execute(const QString& query);
+  /// Lays the delivered templates and reports into the program's folder.
+  void deliver() const;
   /// A line per row of a query, its columns as texts, divided by "|".
   QStringList read(const QString& query, const QStringList& columns) const;
   QStringList payments() const {
@@ -39,6 +41,8 @@ class Till : public TestWorkplace {
   QString refuse(StoreAct act, const QString& column, int value);
   /// What a box says of a query that can't be opened: "Fehler: 3078 - …".
   QString failureOf(const QString& query) const;
+  /// The same of a store that can't be opened.
+  static QString failureOfOpening(const QString& path);
 
   GlobalVariablen global;
 

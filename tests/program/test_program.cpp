@@ -29,25 +29,57 @@ class TestProgram : public QObject {
     return program;
   }
 
+  /// What a program says that ends by itself.
+  static QString runToEnd(const Range& range, const QStringList& arguments) {
+    QProcess second;
+    second.setProcessEnvironment([&] {
+      QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
+      all.insert(range.environment());
+      return all;
+    }());
+    second.start(QString(QK_BIN_FOLDER) + "/qk-intarso", arguments);
+    if (!second.waitForFinished() || second.exitStatus() != QProcess::NormalExit || second.exitCode() != 0)
+      return "no ordinary end";
+    return QString::fromUtf8(second.readAllStandardOutput());
+  }
+
  private Q_SLOTS:
   void aSecondStartEndsAndShowsNothing() {
     Place place;
     const auto first = started(place.range);
-    QProcess second;
-    second.setProcessEnvironment([&] {
-      QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
-      all.insert(place.range.environment());
-      return all;
-    }());
-    second.start(QString(QK_BIN_FOLDER) + "/qk-intarso", {place.range.competition()});
-    QVERIFY(second.waitForFinished());
-    QCOMPARE(second.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(second.exitCode(), 0);
-    QCOMPARE(QString::fromUtf8(second.readAllStandardOutput()),
+    QCOMPARE(runToEnd(place.range, {place.range.competition()}),
              "QK-Intarso läuft schon; sein Fenster kommt nach vorn.\nNicht geöffnet: " +
                  place.range.competition() + "\n");
     QVERIFY(first->running());
     QVERIFY(first->modal().isEmpty());
+  }
+
+  void theCashDeskRunsBesideTheOffice() {
+    Place place;
+    const auto office = started(place.range);
+    const auto desk = place.range.startCashDesk();
+    desk->waitUntil("desk", [&] { return desk->modal()["class"].toString() == "qk::frmFinanz"; });
+    QVERIFY(office->running());
+    QVERIFY(!desk->enabled("SSTab1"));
+    QVERIFY(!desk->enabled("cmdVerbuchen"));
+    QCOMPARE(runToEnd(place.range, {"--kasse", place.range.competition()}),
+             "Die Kasse von QK-Intarso läuft schon; ihr Fenster kommt nach vorn.\nNicht geöffnet: " +
+                 place.range.competition() + "\n");
+    // A label of shooter 107, scanned where nothing is typed.
+    desk->typeBlindly("BC.107.1.1\n");
+    desk->waitUntil("shooter", [&] { return desk->text("txtStartNr") == "107"; });
+    QVERIFY(desk->enabled("SSTab1"));
+    QCOMPARE(desk->text("Label1"), "Müller Jörg");
+    const qsizetype before = desk->items("flexAll").size();
+    desk->type("txtArtikelnummer", "200");
+    desk->press("txtArtikelnummer", "Return");
+    desk->waitUntil("purchase", [&] { return desk->items("flex").size() == 1; });
+    desk->click("cmdVerbuchen");
+    desk->waitUntil("booking", [&] { return desk->items("flexAll").size() == before + 1; });
+    desk->click("cmdCancel");
+    QCOMPARE(desk->waitForEnd(), 0);
+    QVERIFY(office->running());
+    Walk(*office).close(false);
   }
 
   void afterAKillTheNextStartIsTheFirst() {

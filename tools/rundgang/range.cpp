@@ -68,6 +68,11 @@ std::unique_ptr<DrivenProgram> Range::startProgram() const {
   return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{competition()}, environment());
 }
 
+std::unique_ptr<DrivenProgram> Range::startCashDesk() const {
+  return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{"--kasse", competition()},
+                                         environment());
+}
+
 std::unique_ptr<DrivenProgram> Range::startDesk(const QString& name, const QString& activeLines) const {
   const QString folder = options_.folder + "/" + name;
   QDir().mkpath(folder);

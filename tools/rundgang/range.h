@@ -28,6 +28,8 @@ class Range {
   /// Stores a group of station disciplines, as the office would have on an earlier day.
   void addGroup(const QString& name, const QStringList& disciplines) const;
   std::unique_ptr<DrivenProgram> startProgram() const;
+  /// The cash desk alone, on the same workstation.
+  std::unique_ptr<DrivenProgram> startCashDesk() const;
   /// A further desk on the same competition, a workstation with settings and folders of its own, with these
   /// lines.
   std::unique_ptr<DrivenProgram> startDesk(const QString& name, const QString& activeLines) const;

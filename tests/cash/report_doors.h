@@ -1,0 +1,33 @@
+// Doors to reports for tests.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "cash/report_door.h"
+#include "platform/runtime/error.h"
+#include "tests/support/expectations.h"
+
+namespace qk::test {
+
+/// Nothing is to be reported.
+class NoReports : public ReportDoor {
+ public:
+  void run(const ReportOrder& order) override { failTest("an unexpected report: " + order.titel); }
+};
+
+/// Notes what is asked for.
+class NotedReports : public ReportDoor {
+ public:
+  void run(const ReportOrder& order) override {
+    orders.push_back(order);
+    if (meanwhile) meanwhile(order);
+    if (error != 0) throw Error(error);
+  }
+
+  std::vector<ReportOrder> orders;
+  std::function<void(const ReportOrder&)> meanwhile;  ///< while it runs
+  int error = 0;                                      ///< what it fails with
+};
+
+}  // namespace qk::test
