@@ -9,9 +9,11 @@
 #include "platform/dao/recordset.h"
 #include "platform/report/document.h"
 #include "platform/report/grid_report.h"
+#include "platform/report/page_painter.h"
 #include "platform/report/parser.h"
 #include "platform/runtime/money.h"
 #include "tests/platform/report/printed.h"
+#include "tests/support/read_bars.h"
 #include "tests/support/test_store.h"
 
 using namespace qk;
@@ -81,6 +83,16 @@ Input inputFor(const QString& path) {
 
 std::unique_ptr<Document> made(const Store& store, const QString& text) {
   return std::make_unique<Document>(parseReport(text, "x.rpt"), inputFor(store.path()));
+}
+
+/// A page as a printer of 203 dpi draws it.
+QImage painted(const PageItems& page, const Fonts& fonts) {
+  QImage sheet(1700, 2400, QImage::Format_RGB32);
+  sheet.fill(Qt::white);
+  QPainter painter(&sheet);
+  painter.scale(203.0 / kUnitsPerInch, 203.0 / kUnitsPerInch);
+  paintPage(painter, page, fonts);
+  return sheet;
 }
 
 QString errorOf(const Store& store, const QString& text) {
@@ -300,6 +312,46 @@ class TestReportPages : public QObject {
     const auto bars = itemsOf<BarItem>(report->page(0));
     QCOMPARE(bars.size(), size_t(1));
     QCOMPARE(bars[0].text, "BC.7");
+    QCOMPARE(barsOn(painted(report->page(0), report->fonts())), "BC.7");
+  }
+
+  void barsThatCantBeDrawnSayWhy_data() {
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("said");
+    QTest::newRow("letters") << "EAN13"
+                             << "Müller"
+                             << "(\"Müller\" lässt sich nicht als EAN 13 drucken)";
+    QTest::newRow("too short") << "EAN13"
+                               << "1234"
+                               << "(\"1234\" lässt sich nicht als EAN 13 drucken)";
+    QTest::newRow("another alphabet") << "Code128"
+                                      << "Ω"
+                                      << "(\"Ω\" lässt sich nicht als Code 128 drucken)";
+    QTest::newRow("lower case") << "Code39"
+                                << "a_b"
+                                << "(\"a_b\" lässt sich nicht als Code 39 drucken)";
+  }
+  /// The page itself says it: what is painted is that sentence, where the bars would stand.
+  void barsThatCantBeDrawnSayWhy() {
+    QFETCH(QString, kind);
+    QFETCH(QString, content);
+    QFETCH(QString, said);
+    const Store store;
+    const auto report =
+        made(store, "Abfrage\n  SELECT ID FROM Posten WHERE ID = 7\nZeile\n  Strichcode 10 20 100 15 " +
+                        kind + " \"" + content + "\" ohnetext\n");
+    report->finish();
+    const PageItems page = report->page(0);
+    const auto bars = itemsOf<BarItem>(page);
+    QCOMPARE(bars.size(), size_t(1));
+    TextItem sentence;
+    sentence.base = bars[0].place.topLeft() + QPointF(0, report->fonts().ascent(0));
+    sentence.text = said;
+    sentence.colour = Qt::darkGray;
+    const QImage seen = painted(page, report->fonts());
+    QCOMPARE(seen, painted({{sentence}}, report->fonts()));
+    QVERIFY(seen != painted({}, report->fonts()));
   }
 
   void mistakesAreNamed_data() {
