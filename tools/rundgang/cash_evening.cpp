@@ -42,7 +42,44 @@ void sellAcrossAChange(Till& till, const QString& label, const QString& next) {
   till.book();
 }
 
+/// From stacks that decide where a target belongs, from one that doesn't, typed and by hand; some come back.
+void handTargetsOut(Till& till) {
+  till.takeFromStack("Stapel Meister");
+  till.takeSeveral("Stapel Meister", 2);
+  till.takeFromStack("Stapel frei", "LG Auflage");
+  till.takeFromStack("Stapel Paket");
+  till.takeTyped(1100, "Stapel Teiler", {});
+  till.takeTyped(8888, {}, "LG Auflage");
+  till.takeByHand(7777, "LG Meister");
+  till.takeBack("LG Meister", 4);
+  till.takeBack("LG Meister", 3);
+}
+
 }  // namespace
+
+EveningPrints sellAtTheCashDesk(Range& range, CashJournal& journal) {
+  const auto program = range.startCashDesk();
+  Till till(*program, journal, {});
+  till.changeShooter("116");
+  till.scanArticle("200", "Nachkauf Serie");
+  handTargetsOut(till);
+  till.picture(range.picture("7-scheiben"));
+  till.book();
+  till.takeFromStack("Stapel Teiler");
+  till.putAllBack();
+  till.takeFromStack("Stapel Teiler");
+  till.pickPriced("Verzehr", "1.234,50", 123450);
+  till.pick("Festabend");
+  const EveningPrints prints{range.file("beleg.pdf"), range.file("journal.pdf"), range.file("einlagen.pdf")};
+  till.saveReceipt(prints.receipt);
+  till.book();
+  till.saveList("Kassenjournal eines Tages", true, prints.dayJournal);
+  till.saveList("Kasseneingänge nach Einlagen", false, prints.stakes);
+  till.close();
+  if (const int status = program->waitForEnd(); status != 0)
+    throw DriverError(QString("the cash desk ended with status %1").arg(status));
+  return prints;
+}
 
 void sellInTheOffice(Range& range, CashJournal& journal) {
   const auto program = range.startProgram();

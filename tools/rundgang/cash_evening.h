@@ -10,4 +10,11 @@ namespace qk {
 /// Sells at the desk that the office program opens for the shooter of a line.
 void sellInTheOffice(Range& range, CashJournal& journal);
 
+struct EveningPrints {  ///< paths of PDF files
+  QString receipt;      ///< of the last purchase in the journal
+  QString dayJournal, stakes;
+};
+/// Sells and hands targets out at the cash desk alone, and prints what a treasurer wants in the evening.
+EveningPrints sellAtTheCashDesk(Range& range, CashJournal& journal);
+
 }  // namespace qk

@@ -1,5 +1,7 @@
 #include "tools/rundgang/cash_reckoning.h"
 
+#include <QProcess>
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "platform/dao/database.h"
@@ -41,6 +43,35 @@ struct Handed {
 
 qint64 centsIn(const StoredRow& row, const QString& column) {
   return row[column].value<Money>().units() / kUnitsOfACent;
+}
+
+QString euroText(qint64 cents) {
+  QString text = centsText(cents);
+  for (qsizetype at = text.size() - 6; at > 0 && text[at - 1].isDigit(); at -= 3) text.insert(at, '.');
+  return text + " €";
+}
+
+/// The text of a sheet, as another program reads it.
+QString printed(const QString& pdf) {
+  QProcess reader;
+  reader.start("pdftotext", {"-layout", pdf, "-"});
+  if (!reader.waitForFinished() || reader.exitCode() != 0) throw DriverError(pdf + " can't be read");
+  return QString::fromUtf8(reader.readAllStandardOutput());
+}
+
+/// The amount at the end of the line that begins so.
+QString sumBehind(const QString& sheet, const QString& words) {
+  const QRegularExpression line("^ *" + QRegularExpression::escape(words) + " +(-?[0-9.,]+ €) *$",
+                                QRegularExpression::MultilineOption);
+  const auto found = line.match(sheet);
+  return found.hasMatch() ? found.captured(1) : "fehlt";
+}
+
+int timesIn(const QString& sheet, const QString& word) {
+  const QRegularExpression whole("(?<![0-9.,])" + QRegularExpression::escape(word) + "(?![0-9,])");
+  int times = 0;
+  for (auto found = whole.globalMatch(sheet); found.hasNext(); found.next()) ++times;
+  return times;
 }
 
 qint64 idOf(dao::Database& store, const QString& table, const QString& column, const QString& name) {
@@ -103,7 +134,7 @@ class Evening {
     }
   }
 
-  Reckoning compare() {
+  Reckoning compare(const CashJournal& journal, const EveningPrints& prints) {
     Comparison sides;
     const auto payments = storedRows(store_, "Select * from Kasse_Eingang");
     sides.claim("Kasse_Eingang", paymentRows(), payments);
@@ -117,10 +148,54 @@ class Evening {
     sides.claim("Schuetzen_ScheibenNummern", issuedRows(),
                 storedRows(store_, "Select * from Schuetzen_ScheibenNummern"));
     sides.claim("ScheibenNummern", stackRows(), storedRows(store_, "Select * from ScheibenNummern"));
+    compareReceipt(sides, journal, printed(prints.receipt));
+    compareDay(sides, printed(prints.dayJournal));
+    compareStakes(sides, printed(prints.stakes));
     return sides.result;
   }
 
  private:
+  /// What was in hand: paid and open apart, and every target of it.
+  void compareReceipt(Comparison& sides, const CashJournal& journal, const QString& sheet) {
+    const auto last = std::find_if(journal.rbegin(), journal.rend(),
+                                   [](const CashAct& act) { return act.kind == CashAct::Kind::Book; });
+    qint64 paid = 0, open = 0;
+    for (const Bought& bought : last->purchase) {
+      const Price price = prices_.value(bought.stake);
+      (bought.open || price.alwaysOpen ? open : paid) += bought.cents.value_or(price.cents);
+    }
+    sides.add("Beleg, bezahlt", euroText(paid), sumBehind(sheet, "Bezahlt"));
+    sides.add("Beleg, noch offen", euroText(open), sumBehind(sheet, "noch offen"));
+    for (const Handed& handed : issued_)
+      if (handed.from == last->from)
+        sides.add(QString("Beleg, Scheibe %1").arg(handed.number), 1,
+                  timesIn(sheet, QString::number(handed.number)));
+  }
+
+  void compareStakes(Comparison& sides, const QString& sheet) {
+    qint64 count[2] = {}, sum[2] = {};
+    for (const Payment& payment : payments_) {
+      ++count[payment.open];
+      sum[payment.open] += payment.cents;
+    }
+    const QString expected =
+        QString("%1 %2 %3 %4").arg(count[0]).arg(euroText(sum[0])).arg(count[1]).arg(euroText(sum[1]));
+    static const QRegularExpression total("^ *Alle Einlagen +(.*)$", QRegularExpression::MultilineOption);
+    sides.add("Alle Einlagen", expected, total.match(sheet).captured(1).simplified());
+  }
+
+  void compareDay(Comparison& sides, const QString& sheet) {
+    qint64 till = 0, open = 0, openCount = 0;
+    for (const Payment& payment : payments_) {
+      if (payment.to.date() != QDate::currentDate()) continue;
+      (payment.open ? open : till) += payment.cents;
+      openCount += payment.open;
+    }
+    sides.add("Journal, Einnahmen", euroText(till), sumBehind(sheet, "Einnahmen des Tages"));
+    sides.add("Journal, offen", euroText(open),
+              sumBehind(sheet, QString("Offen (%1 Buchungen)").arg(openCount)));
+  }
+
   bool belongs(const Payment& payment, const CashAct& act) const {
     if (act.buyer == CashAct::Buyer::Shooter) return payment.shooter == act.name;
     return (act.buyer == CashAct::Buyer::Club ? payment.club : payment.team) == buyerId(act);
@@ -244,11 +319,12 @@ CashTables readCashTables(const QString& competition) {
           storedRows(*store, "Select * from ScheibenNummern order by ID")};
 }
 
-Reckoning reckonCash(const QString& competition, const CashTables& before, const CashJournal& journal) {
+Reckoning reckonCash(const QString& competition, const CashTables& before, const CashJournal& journal,
+                     const EveningPrints& prints) {
   const auto store = dao::Database::open(competition);
   Evening evening(*store, before);
   for (const CashAct& act : journal) evening.replay(act);
-  return evening.compare();
+  return evening.compare(journal, prints);
 }
 
 }  // namespace qk

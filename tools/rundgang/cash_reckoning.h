@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "tools/rundgang/cash_evening.h"
 #include "tools/rundgang/cash_journal.h"
 #include "tools/rundgang/comparison.h"
 
@@ -15,7 +16,8 @@ struct CashTables {
 };
 CashTables readCashTables(const QString& competition);
 
-/// What the journal makes of `before`, against the competition.
-Reckoning reckonCash(const QString& competition, const CashTables& before, const CashJournal& journal);
+/// What the journal makes of `before`, against the competition and the sums on the printed sheets.
+Reckoning reckonCash(const QString& competition, const CashTables& before, const CashJournal& journal,
+                     const EveningPrints& prints);
 
 }  // namespace qk

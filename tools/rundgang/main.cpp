@@ -241,8 +241,9 @@ bool walkTheCashDesk(Range& range) {
   const CashTables before = readCashTables(range.competition());
   CashJournal sales;
   sellInTheOffice(range, sales);
-  say("Kasse: verkauft, verbucht, bezahlt und zurückgenommen.");
-  return printTable(reckonCash(range.competition(), before, sales), "Kassierer");
+  const EveningPrints prints = sellAtTheCashDesk(range, sales);
+  say("Kasse: verkauft, verbucht, bezahlt, ausgegeben, zurückgenommen und gedruckt.");
+  return printTable(reckonCash(range.competition(), before, sales, prints), "Kassierer");
 }
 
 }  // namespace

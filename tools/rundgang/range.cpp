@@ -61,6 +61,7 @@ QProcessEnvironment Range::environmentOf(const QString& folder) const {
   environment.insert("QK_EINSTELLUNGEN", folder + "/einstellungen");
   environment.insert("QK_DOKUMENTE", folder + "/dokumente");
   environment.insert("temp", folder + "/temp");
+  environment.insert("HOME", folder);  // where a file dialog begins
   return environment;
 }
 

@@ -39,7 +39,8 @@ class Range {
   QString competition() const { return options_.folder + "/demo.qkk"; }
   QString stationLog() const { return options_.folder + "/stationen.log"; }
   QString exchangeFolder() const { return options_.folder + "/austausch/"; }
-  QString picture(const QString& name) const { return options_.folder + "/" + name + ".png"; }
+  QString file(const QString& name) const { return options_.folder + "/" + name; }
+  QString picture(const QString& name) const { return file(name + ".png"); }
   QProcessEnvironment environment() const { return environmentOf(options_.folder); }
   /// Whether the program has a command waiting for a station.
   bool commandPending(int line) const;

@@ -1,5 +1,10 @@
 #include "tools/rundgang/till.h"
 
+#include <QDate>
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+
 namespace qk {
 
 namespace {
@@ -145,13 +150,63 @@ void Till::book() {
   hand_.clear();
 }
 
+// ---- what is printed ----
+
+void Till::waitForWindow(const QString& name) {
+  program_.waitUntil(name, [&] { return program_.modal()["name"].toString() == name; });
+}
+
+void Till::saveShownReport(const QString& pdf) {
+  waitForWindow("ReportPreview");
+  program_.waitUntil("all pages", [&] { return !program_.text("ReportPreview/lblSeiten").contains("…"); });
+  program_.grab(QString(pdf).replace(".pdf", ".png"));
+  program_.click("ReportPreview/cmdPdf");
+  program_.waitUntil("file dialog", [&] { return program_.modal()["class"].toString() == "QFileDialog"; });
+  program_.type("fileNameEdit", QFileInfo(pdf).fileName());  // it begins in the folder of the walk
+  program_.answer("", "Speichern");
+  waitForWindow("ReportPreview");
+  program_.waitUntil("saved report", [&] { return QFile::exists(pdf); });
+  program_.click("ReportPreview/cmdSchliessen");
+}
+
+void Till::saveReceipt(const QString& pdf) {
+  program_.click("frmFinanz/mnuDateiVorschau");
+  saveShownReport(pdf);
+  waitForWindow("frmFinanz");
+}
+
+void Till::saveList(const QString& name, bool ofToday, const QString& pdf) {
+  program_.click("frmFinanz/mnuDateiAuswertung");
+  waitForWindow("frmKasseReports");
+  const QString lists = "frmKasseReports/lstAuswahl";
+  program_.waitUntil("lists", [&] { return !program_.items(lists).isEmpty(); });
+  program_.clickCell(lists, rowOf(lists, name, 0), 0);
+  program_.click("frmKasseReports/cmdOK");
+  if (ofToday) {
+    waitForWindow("frmTageswahl");
+    const QString days = "frmTageswahl/lstTage", today = QDate::currentDate().toString("dd.MM.yyyy");
+    const QJsonArray rows = program_.items(days);
+    for (int row = 0; row < rows.size(); ++row)
+      if (cellText(rows, row, 0).contains(today)) program_.clickCell(days, row, 0);
+    program_.click("frmTageswahl/cmdOK");
+  }
+  saveShownReport(pdf);
+  waitForWindow("frmKasseReports");
+  program_.click("frmKasseReports/cmdCancel");
+  waitForWindow("frmFinanz");
+}
+
 // ---- what is stored ----
 
 void Till::settleOpenItems() {
   show(kStored);
   const QDateTime from = QDateTime::currentDateTime();
   program_.click("frmFinanz/cmdOPVerbuchen");
-  program_.waitUntil("settling", [&] { return !program_.get("frmFinanz/lblOffen", "visible").toBool(); });
+  program_.waitUntil("settling", [&] {
+    const QJsonArray rows = program_.items("frmFinanz/flexAll");
+    return std::none_of(rows.begin(), rows.end(),
+                        [](const QJsonValue& row) { return row.toArray()[2].toObject()["ticked"].toBool(); });
+  });
   note(CashAct::Kind::Settle, from);
 }
 

@@ -37,6 +37,11 @@ class Till {
   void donateChange(const QString& stake, qint64 cents);
   void book();
 
+  // What is printed, saved as PDF.
+  void saveReceipt(const QString& pdf);
+  /// A list of the evening; one that asks for a day gets today.
+  void saveList(const QString& name, bool ofToday, const QString& pdf);
+
   // What is stored.
   void settleOpenItems();
   void deleteFirstPayment(const QString& stake);
@@ -58,6 +63,8 @@ class Till {
   void show(const QString& tab) { program_.choose("frmFinanz/SSTab1", tab); }
   int rowOf(const QString& list, const QString& text, int column);
   void choosePlace(const QString& place);
+  void saveShownReport(const QString& pdf);
+  void waitForWindow(const QString& name);
   void answerInput(const QString& prompt, const QString& typed);
   void waitForRows(qsizetype rows);
   void note(CashAct::Kind kind, const QDateTime& from, const Target& target = {});
