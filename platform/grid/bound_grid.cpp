@@ -83,10 +83,7 @@ void BoundGrid::layOutColumns() {
   for (int column = 0; column < rows_->columnCount(); ++column) {
     const BoundColumn& shown = rows_->columns()[static_cast<size_t>(column)];
     int characters = shown.characters;
-    if (characters == 0) {
-      const int alignment = rows_->data(rows_->index(0, column), Qt::TextAlignmentRole).toInt();
-      characters = alignment & Qt::AlignRight ? kNumberCharacters : kUsualCharacters;
-    }
+    if (characters == 0) characters = rows_->holdsNumbers(column) ? kNumberCharacters : kUsualCharacters;
     const int title = header_->sectionSizeHint(column);
     setColumnWidth(column, std::max((characters + 2) * metrics.averageCharWidth(), title));
   }

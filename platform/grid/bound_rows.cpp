@@ -155,6 +155,11 @@ const dao::FieldDef* BoundRows::fieldOf(int column) const {
   return field < 0 ? nullptr : &list_.fieldDef(field);
 }
 
+bool BoundRows::holdsNumbers(int column) const {
+  const dao::FieldDef* field = fieldOf(column);
+  return field && isNumber(field->type);
+}
+
 QString BoundRows::textOf(int column, const QVariant& value) const {
   const auto& text = columns_[static_cast<size_t>(column)].text;
   return text ? text(value) : plainText(value);
@@ -199,7 +204,7 @@ QVariant BoundRows::data(const QModelIndex& index, int role) const {
       if (!shown.checkBox || !field) return {};
       return fieldValue(index.row(), fields_[static_cast<size_t>(column)]).toInt() ? "ja" : "nein";
     case Qt::TextAlignmentRole:
-      return int((field && isNumber(field->type) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+      return int((holdsNumbers(column) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     default:
       return {};
   }

@@ -53,6 +53,8 @@ class BoundRows : public QAbstractTableModel {
   /// Without columns, all fields of the query are shown. Set them before open().
   void setColumns(std::vector<BoundColumn> columns);
   const std::vector<BoundColumn>& columns() const { return columns_; }
+  /// Known with the query, before there is a row.
+  bool holdsNumbers(int column) const;
   /// Titles by position for a query whose fields are all shown, instead of their names. Set them before
   /// open().
   void setTitles(const QHash<int, QString>& titles) { titles_ = titles; }

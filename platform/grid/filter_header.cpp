@@ -86,7 +86,8 @@ void FilterHeader::placeCells() {
   const int top = height() - cellHeight();
   for (size_t i = 0; i < cells_.size(); ++i) {
     const int column = static_cast<int>(i);
-    cells_[i]->setVisible(!isSectionHidden(column));
+    cells_[i]->setVisible(sectionSize(column) >
+                          0);  // a column that is being hidden isn't yet when it says so
     cells_[i]->setGeometry(sectionViewportPosition(column), top, sectionSize(column), cellHeight());
   }
 }

@@ -32,6 +32,7 @@ class TestBoundGrid : public QObject {
   void aRowThatCouldntBeReadIsReadAgain();
   void aRowIsStoredWhenItIsLeft();
   void aRowIsStoredWhenTheKeyboardLeaves();
+  void anotherRowStoresTheOneBefore();
   void anEmptiedCellIsNull();
   void aStoredEmptyTextBecomesNull();
   void boxesAreTicked();
@@ -51,6 +52,8 @@ class TestBoundGrid : public QObject {
   void theFirstRowsAreDeletedInPortions();
   void deletingEndsWhenTheOperatorGivesUp();
   void filterCellsSpeak();
+  void filterCellsStandUnderTheirTitles();
+  void columnsHoldTheirTitles();
   void titlesSpeak();
   void titlesAreClickedByKeyboard();
   void bookmarksOutliveTheOrder();
@@ -207,8 +210,27 @@ void TestBoundGrid::aRowIsStoredWhenItIsLeft() {
 void TestBoundGrid::aRowIsStoredWhenTheKeyboardLeaves() {
   grid->setUnlocked(true);
   typeAt(0, 1, "Eins");
+  // A box or a popup over the window isn't elsewhere.
+  grid->setFocus();
+  for (const auto reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+    QFocusEvent away(QEvent::FocusOut, reason);
+    QCoreApplication::sendEvent(grid, &away);
+    QVERIFY(rows->isEdited());
+  }
   elsewhere->setFocus();
   QCOMPARE(stored("Name"), "Eins,Nr 2,Nr 3,Nr 4,Nr 5,Nr 6");
+}
+
+void TestBoundGrid::anotherRowStoresTheOneBefore() {
+  QVERIFY(rows->setValue(0, "Name", "Eins"));
+  QVERIFY(rows->setValue(1, "Name", "Zwei"));
+  QCOMPARE(rows->editedRow(), 1);
+  QCOMPARE(stored("Name"), "Eins,Nr 2,Nr 3,Nr 4,Nr 5,Nr 6");
+  // One that can't be stored keeps its edit, and the other gets none.
+  database->execute("Delete * from Artikel where ID = 2");
+  QVERIFY(!rows->setValue(2, "Name", "Drei"));
+  QCOMPARE(rows->editedRow(), 1);
+  QCOMPARE(cell(2, 1), "Nr 3");
 }
 
 void TestBoundGrid::anEmptiedCellIsNull() {
@@ -241,6 +263,8 @@ void TestBoundGrid::boxesAreTicked() {
   grid->setUnlocked(true);
   QVERIFY(rows->setData(rows->index(2, 1), Qt::Checked, Qt::CheckStateRole));
   QCOMPARE(rows->index(2, 1).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
+  QCOMPARE(rows->index(2, 1).data(Qt::AccessibleTextRole).toString(), "ja");
+  QCOMPARE(rows->index(1, 1).data(Qt::AccessibleTextRole).toString(), "nein");
   QVERIFY(rows->submitRow());
   QCOMPARE(stored("Fertig"), "0,0,-1,0,0,0");
 }
@@ -292,6 +316,7 @@ void TestBoundGrid::whatTheFieldCantHoldStaysInTheEditor() {
   const auto editor = [] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); };
   QTRY_VERIFY(editor());
   QCOMPARE(editor()->text(), "2.75");
+  QCOMPARE(editor()->selectedText(), "2.75");
   QVERIFY(!grid->submitRow());
   QCOMPARE(reports, (QList<int>{3421, 3421}));
   QTRY_VERIFY(editor());
@@ -344,6 +369,10 @@ void TestBoundGrid::aRowThatCantBeStoredStaysCurrent() {
   QTRY_COMPARE(grid->currentIndex(), rows->index(3, 1));
   QCOMPARE(reports, QList<int>{3167});
   QCOMPARE(cell(3, 1), "Zu spät");
+  // Nor is the list sorted away under it.
+  QSignalSpy clicked(grid, &BoundGrid::titleClicked);
+  QTest::keyClick(grid, Qt::Key_Return, Qt::ControlModifier);
+  QCOMPARE(clicked.count(), 0);
 }
 
 void TestBoundGrid::submittingTakesOverTheOpenEditor() {
@@ -447,6 +476,48 @@ void TestBoundGrid::filterCellsSpeak() {
   QCoreApplication::processEvents();
   the<QLineEdit>(*grid, "filter_Am").setFocus();
   QVERIFY(grid->horizontalScrollBar()->value() > 0);  // the cell that is typed in is in sight
+}
+
+void TestBoundGrid::filterCellsStandUnderTheirTitles() {
+  grid->setFilterRow(true);
+  QHeaderView* header = grid->horizontalHeader();
+  const auto stand = [&] {
+    QCoreApplication::processEvents();
+    for (const auto& [column, name] : {std::pair{0, "ID"}, {1, "Name"}, {2, "Menge"}, {3, "Preis"}}) {
+      auto& cell = the<QLineEdit>(*grid, QString("filter_") + name);
+      QCOMPARE(cell.accessibleName(), QString("Filter ") + name);
+      QCOMPARE(cell.isVisible(), !header->isSectionHidden(column));
+      if (!cell.isVisible()) continue;
+      QCOMPARE(cell.x(), header->sectionViewportPosition(column));
+      QCOMPARE(cell.width(), header->sectionSize(column));
+    }
+  };
+  stand();
+  grid->setColumnWidth(1, 177);
+  stand();
+  header->moveSection(0, 2);
+  stand();
+  grid->setColumnHidden(2, true);
+  stand();
+}
+
+void TestBoundGrid::columnsHoldTheirTitles() {
+  const auto width = [this](int column, int characters) {
+    const int title = grid->horizontalHeader()->sectionSizeHint(column);
+    return std::max((characters + 2) * grid->fontMetrics().averageCharWidth(), title);
+  };
+  QCOMPARE(grid->columnWidth(1), width(1, 12));
+  QCOMPARE(grid->columnWidth(2), width(2, 8));
+  QVERIFY(width(1, 12) > width(2, 8));
+  const int height = grid->rowHeight(0);
+  QFont large = grid->font();
+  large.setPointSizeF(2 * large.pointSizeF());
+  grid->setFont(large);
+  QCOMPARE(grid->columnWidth(1), width(1, 12));
+  QVERIFY(grid->rowHeight(0) > height);
+  rows->setColumns({{.field = "Menge", .title = "Wie viele davon noch da sind", .characters = 3}});
+  const int title = grid->fontMetrics().horizontalAdvance("Wie viele davon noch da sind");
+  QVERIFY(grid->columnWidth(0) >= title);
 }
 
 void TestBoundGrid::titlesSpeak() {

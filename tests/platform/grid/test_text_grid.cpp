@@ -39,6 +39,8 @@ class TestTextGrid : public QObject {
   void enterEditsAndEscapeLeaves();
   void aDigitStartsEditing();
   void aLetterStartsNothing();
+  void keysWithModifiersAreNotTheGrids();
+  void whatCannotBeSeenIsNotTicked();
   void tabLeavesTheGrid();
   void tabOutOfTheEditorStoresAndLeaves();
   void arrowsHomeAndEnd();
@@ -53,6 +55,7 @@ class TestTextGrid : public QObject {
   void theKeyboardAsksForThePopup();
   void theFocusShowsTheRowItStandsOn();
   void widthsComeFromTwips();
+  void widthsOfTheGridsOwnChoice();
   void aNarrowColumnHoldsItsLabels();
   void widthsGrowWithTheFont();
   void heightsHideAndComeBack();
@@ -172,6 +175,7 @@ void TestTextGrid::aDigitStartsEditing() {
   QTest::keyClick(window->editor(), Qt::Key_Return);
   QTRY_COMPARE(window->table->text(3, 3), "7");
   QTRY_VERIFY(!window->editor());
+  window->grid->setCurrentCell(3, 1);  // the row's editable cell is meant, wherever the current one is
   QTest::keyClick(window->grid, Qt::Key_Minus);
   QVERIFY(window->editor());
   QTest::keyClick(window->editor(), Qt::Key_5);
@@ -183,6 +187,25 @@ void TestTextGrid::aLetterStartsNothing() {
   window->grid->setCurrentRow(3);
   QTest::keyClick(window->grid, Qt::Key_N);
   QVERIFY(!window->editor());
+}
+
+/// They belong to the window.
+void TestTextGrid::keysWithModifiersAreNotTheGrids() {
+  window->grid->setCurrentRow(3);
+  for (const auto modifier : {Qt::ControlModifier, Qt::AltModifier}) {
+    QTest::keyClick(window->grid, Qt::Key_Space, modifier);
+    QCOMPARE(window->table->text(3, 0), "0");
+    QTest::keyClick(window->grid, Qt::Key_Return, modifier);
+    QVERIFY(!window->editor());
+  }
+}
+
+void TestTextGrid::whatCannotBeSeenIsNotTicked() {
+  window->grid->setCurrentRow(3);
+  window->table->setColumnWidth(0, 0);
+  QTRY_VERIFY(window->grid->isColumnHidden(0));
+  QTest::keyClick(window->grid, Qt::Key_Space);
+  QCOMPARE(window->table->text(3, 0), "0");
 }
 
 void TestTextGrid::tabLeavesTheGrid() {
@@ -355,6 +378,26 @@ void TestTextGrid::widthsComeFromTwips() {
   window->table->setColumnWidth(2, 2880);
   QTRY_VERIFY(!window->grid->isColumnHidden(2));
   QCOMPARE(window->grid->columnWidth(2), 2 * window->grid->logicalDpiX());
+}
+
+/// The first row decides; a long list doesn't move under who reads it.
+void TestTextGrid::widthsOfTheGridsOwnChoice() {
+  TextGrid grid;
+  grid.table()->setColumns(2);
+  grid.resize(600, 300);
+  grid.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&grid));
+  QCoreApplication::processEvents();
+  const int character = grid.fontMetrics().averageCharWidth();
+  QVERIFY(grid.columnWidth(0) >= 4 * character);
+  const QString name(20, 'm');
+  grid.table()->addRow({name, ""});
+  QTRY_VERIFY(grid.columnWidth(0) >= grid.fontMetrics().horizontalAdvance(name));
+  QVERIFY(grid.columnWidth(1) >= 4 * character);
+  const int width = grid.columnWidth(0);
+  grid.table()->addRow({QString(40, 'm'), ""});
+  QCoreApplication::processEvents();
+  QCOMPARE(grid.columnWidth(0), width);
 }
 
 void TestTextGrid::aNarrowColumnHoldsItsLabels() {

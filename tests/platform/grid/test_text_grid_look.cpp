@@ -23,6 +23,8 @@ class TestTextGridLook : public QObject {
   void cutTitlesShowWholeUnderThePointer();
   void cellTextIsReadOnAnyGround_data();
   void cellTextIsReadOnAnyGround();
+  void theCurrentCellIsSeen();
+  void aDrawnColumnIsTold_data();
   void aDrawnColumnIsTold();
   void aTextThatWasRefusedStandsInItsEditor();
 
@@ -90,7 +92,33 @@ void TestTextGridLook::cellTextIsReadOnAnyGround() {
   }
 }
 
+/// Among the cells of the chosen row.
+void TestTextGridLook::theCurrentCellIsSeen() {
+  QVERIFY(QTest::qWaitForWindowActive(grid_.get()));
+  grid_->setFocus();
+  for (const int column : {0, 1}) {
+    grid_->table()->setTickColumn(0, "-1");
+    const auto picture = [&] {
+      return grid_->viewport()->grab(grid_->visualRect(grid_->table()->index(0, column))).toImage();
+    };
+    grid_->setCurrentCell(1, 3);
+    const QImage another = picture();
+    grid_->setCurrentCell(1, column);
+    QVERIFY(picture() != another);
+  }
+}
+
+void TestTextGridLook::aDrawnColumnIsTold_data() {
+  QTest::addColumn<double>("points");
+  QTest::newRow("usual") << 9.0;
+  QTest::newRow("large") << 18.0;
+}
+
 void TestTextGridLook::aDrawnColumnIsTold() {
+  QFETCH(double, points);
+  QFont font = grid_->font();
+  font.setPointSizeF(points);
+  grid_->setFont(font);
   QSignalSpy drawn(grid_.get(), &TextGrid::columnDrawn);
   grid_->table()->setColumnWidth(3, 2000);
   grid_->setColumnWidth(1, 100);
@@ -128,7 +156,7 @@ void TestTextGridLook::aTextThatWasRefusedStandsInItsEditor() {
   QVERIFY(editor());
   editor()->setText("12.5");
   QTest::keyClick(editor(), Qt::Key_Return);
-  QTRY_VERIFY(editor() && editor()->text() == "12.5");
+  QTRY_VERIFY(editor() && editor()->selectedText() == "12.5");  // the next key begins anew
   QCOMPARE(grid_->table()->text(1, 3), "10");
   QTest::keyClick(editor(), Qt::Key_Escape);
   QCOMPARE(grid_->table()->text(1, 3), "10");

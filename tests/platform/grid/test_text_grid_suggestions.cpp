@@ -24,6 +24,8 @@ class TestTextGridSuggestions : public QObject {
   void freeTextBesideTheSuggestions();
   void aClosedListTakesNoText();
   void theListDropsAndAChoiceIsTakenAtOnce();
+  void aClosedListIsForgotten();
+  void theEditorHasRoom();
   void withoutEntriesTheFieldIsPlain();
   void f4FindsTheRowsSuggestions();
 
@@ -119,6 +121,45 @@ void TestTextGridSuggestions::theListDropsAndAChoiceIsTakenAtOnce() {
     QTest::keyClick(window->list()->view(), Qt::Key_Return);
     QTRY_VERIFY(!window->list());
     QCOMPARE(window->table->text(2, 3), "Zehntelringe");
+  }
+}
+
+/// What is chosen by arrows later isn't taken before Enter.
+void TestTextGridSuggestions::aClosedListIsForgotten() {
+  window->grid->setSuggestions(3, qk::parseSuggestions("|Ring|Zehntelringe|Teiler"));
+  window->click(2, 3);
+  QTest::keyClick(window->grid, Qt::Key_F4);
+  QTRY_VERIFY(window->list() && window->list()->view()->isVisible());
+  QTest::keyClick(window->list()->view(), Qt::Key_Escape);
+  QTRY_VERIFY(!window->list()->view()->isVisible());
+  for (const char* shown : {"Ring", "Zehntelringe"}) {
+    QTest::keyClick(window->list(), Qt::Key_Down);
+    QVERIFY(window->list());
+    QCOMPARE(window->list()->currentText(), shown);
+    QCOMPARE(window->table->text(2, 3), "10");
+  }
+}
+
+/// A column made for a figure still shows what it suggests.
+void TestTextGridSuggestions::theEditorHasRoom() {
+  window->table->setText(0, 3, "Wert");
+  window->table->setColumnWidth(3, 600);
+  window->grid->setSuggestions(3, qk::parseSuggestions("|#7;1.10\tLuftgewehr Auflage Senioren|#8;2.10"));
+  const int character = window->grid->fontMetrics().averageCharWidth();
+  for (const bool atTheEdge : {false, true}) {
+    if (atTheEdge) window->table->setColumnWidth(1, 20 * 1440);
+    QCoreApplication::processEvents();
+    window->grid->setCurrentCell(2, 3);
+    QTest::keyClick(window->grid, Qt::Key_F4);
+    QTRY_VERIFY(window->list() && window->list()->view()->isVisible());
+    QComboBox* box = window->list();
+    QVERIFY(box->width() >= 14 * character);
+    QVERIFY(box->geometry().right() <= window->grid->viewport()->rect().right());
+    QVERIFY(box->view()->width() >= box->view()->sizeHintForColumn(0));
+    QCOMPARE(box->accessibleName(), "Wert");
+    QTest::keyClick(box->view(), Qt::Key_Escape);
+    QTest::keyClick(box, Qt::Key_Escape);
+    QTRY_VERIFY(!window->list());
   }
 }
 

@@ -34,6 +34,7 @@ class TestTextTable : public QObject {
   void outsideIsError9();
   void rowDataIsFound();
   void clearCellsLeavesWhatIsAboveAndLeft();
+  void aColumnThatWentTakesItsLookAlong();
   void ticksReadBothSpellings();
   void aTickWritesItsOwnText();
   void onlyAllowedColumnsTakeEdits();
@@ -149,6 +150,23 @@ void TestTextTable::clearCellsLeavesWhatIsAboveAndLeft() {
   QCOMPARE(table.text(2, 0), "x");
   QCOMPARE(table.text(1, 1), QString());
   QCOMPARE(table.text(2, 2), QString());
+  QSignalSpy titles(&table, &TextTable::headerDataChanged);
+  table.clearCells(1, 0);
+  QCOMPARE(titles.count(), 0);
+  table.clearCells(0, 1);
+  QCOMPARE(table.text(0, 0), "x");
+  QCOMPARE(table.text(0, 2), QString());
+  QCOMPARE(titles.count(), 1);
+}
+
+void TestTextTable::aColumnThatWentTakesItsLookAlong() {
+  TextTable table(2);
+  table.addRow();
+  table.setCellLook(1, 1, {{}, QColor(Qt::red), {}});
+  table.setColumns(1);
+  QVERIFY(table.rowsWithOwnHeight().isEmpty());
+  table.setColumns(2);
+  QVERIFY(!table.cellLook(1, 1).fore);
 }
 
 void TestTextTable::ticksReadBothSpellings() {
