@@ -48,6 +48,9 @@ class CompetitionOpening {
   bool setWettkampf(const QString& path);
   const QString& sWettkampf() const { return sWettkampf_; }
 
+  /// All shots in the order of their time, held while a competition is open; null otherwise.
+  const dao::Recordset* shots() const { return openShots_.get(); }
+
   const QString& bezeichnung() const { return bezeichnung_; }
   const QString& bezeichnung2() const { return bezeichnung2_; }
   const QString& ort() const { return ort_; }

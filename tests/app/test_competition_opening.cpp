@@ -297,6 +297,19 @@ class TestCompetitionOpening : public QObject {
   }
 
   /// The main form holds the shots in their order while the competition is open.
+  void allShotsAreHeldWhileItIsOpen() {
+    QVERIFY(!opening_->shots());
+    QVERIFY(opening_->setWettkampf(path_));
+    const dao::Recordset* held = opening_->shots();
+    QVERIFY(held && held->eof());
+    QVERIFY(held->fieldCount() > 20);
+    opening_->onOpenDialog = [](Steps&) {};
+    QVERIFY(!opening_->setWettkampf(place_->path("fort.qkk")));
+    QCOMPARE(opening_->shots(), held);
+    opening_->close();
+    QVERIFY(!opening_->shots() && !global_->Datenbank);
+  }
+
   void shotsWithoutTheirOrderDontOpen() {
     dao::Database::open(path_)->createTable(
         {"Haering_Daten",

@@ -8,6 +8,7 @@
 #include <QTimerEvent>
 
 #include "app/exchange_watch.h"
+#include "targetconfig/station_files.h"
 #include "tests/app/range_office.h"
 
 using namespace qk;
@@ -104,6 +105,10 @@ void TestStatusLine::anotherFolderEndsTheTrouble() {
   QVERIFY(office.open());
   takeAway(office);
   QTest::keyClick(&office.window(), Qt::Key_F5);
+  QVERIFY(visibleIn(office, office.line(1)));
+  // Lines that are built meanwhile say it as well.
+  office.boxes.expect(iniMissingText(office.folder + "/" + EsaPreisIni));
+  office.window().Load_Settings();
   QVERIFY(visibleIn(office, office.line(1)));
   office.set("Netzverzeichnis", office.folder + "-fort/");
   office.window().Load_Settings();
