@@ -134,6 +134,8 @@ void TestFrmHaeringEinzelschuss::radiusMakesTheTeiler() {
 
 void TestFrmHaeringEinzelschuss::aLateFactorMakesTheMissingTeiler() {
   open();
+  type(*dialog, "txtTeilerFaktor", "2,5");
+  QCOMPARE(text("txtTeiler"), "");  // there is no radius yet
   type(*dialog, "txtRadius", "100");
   type(*dialog, "txtTeilerFaktor", "2,5");
   press(*dialog, "txtTeilerFaktor", Qt::Key_Tab);

@@ -38,6 +38,7 @@ class TestLineCapture : public QObject {
   void failedStoringKeepsAll();
   void aFailedPictureEndsNothing();
   void successSaysWhatWasStored();
+  void bookingGivenUpIsNoSuccess();
   void storingNeedsATransfer();
   void discardingAll();
   void discardingNothing();
@@ -286,6 +287,22 @@ void TestLineCapture::successSaysWhatWasStored() {
       line.bench.failureOf([&] { line.bench.store().openRecordset("Select * from Schuss"); }),
       "Fehler beim Speichern der Ergebnisse in die Datenbank!", BoxAnswer::Abort);
   line.capture->m_cmdSaveTarvex_Click();
+  QVERIFY(said.isEmpty());
+}
+
+/// "Stored" alone would sound as if the shots were booked.
+void TestLineCapture::bookingGivenUpIsNoSuccess() {
+  Line line;
+  QSignalSpy said(line.capture.get(), &LineCapture::stored);
+  line.receive(shots("4x9"));
+  line.choose({0});
+  line.capture->HaeringSchussAnAbwaehlen(true);
+  line.bench.store().dropTable("Haering_Daten");
+  line.bench.expectError(
+      line.bench.failureOf([&] { line.bench.store().openRecordset("Select * from Haering_Daten"); }),
+      "Fehler beim Verbuchen der Intarso-Ergebnisse in die Datenbank!", BoxAnswer::Abort);
+  line.capture->m_cmdSaveTarvex_Click();
+  QCOMPARE(line.rows("SchussSerien", "Ergebnis"), QStringList{"36"});
   QVERIFY(said.isEmpty());
 }
 

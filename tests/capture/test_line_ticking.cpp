@@ -19,6 +19,7 @@ class TestLineTicking : public QObject {
   void tickingAllTransfers();
   void tickingAllWithoutAShooter();
   void tickingASeries();
+  void aSeriesEndsWithItsCompetition();
   void tickingASeriesOfACombination();
   void theFirstMatchCounts();
   void tickingASeriesOfNobody();
@@ -121,6 +122,15 @@ void TestLineTicking::tickingASeries() {
   QCOMPARE(line.pending(), QStringList{"10m Luftgewehr 36"});
 }
 
+void TestLineTicking::aSeriesEndsWithItsCompetition() {
+  Line line;
+  const Shots all = shots("6x9");
+  for (const int other : {0, 3, 4, 5}) all[other]->WettbewerbBezeichnung = "20 Luftpistole";
+  line.receive(all);
+  line.capture->HaeringSchussWettbewerbAnwaehlen(3, [](int) {});
+  QCOMPARE(line.ticks(), QString(".xx..."));
+}
+
 void TestLineTicking::tickingASeriesOfACombination() {
   Line line;
   const Shots all = shots("12x9");
@@ -165,12 +175,13 @@ Zeilen Kombination_Diszi
 
 void TestLineTicking::tickingASeriesOfNobody() {
   Line line;
-  const Shots all = shots("3x9");
+  const Shots all = shots("12x9");
   for (const auto& s : all) s->WettbewerbBezeichnung = "Armbrust";
   line.receive(all);
   line.choose({});
   line.capture->HaeringSchussWettbewerbAnwaehlen(2, [](int) {});
-  QCOMPARE(line.ticks(), QString("xxx"));
+  // No discipline tells how long a series is: all of them.
+  QCOMPARE(line.ticks(), QString("xxxxxxxxxxxx"));
   QVERIFY(!line.enabled);
   QCOMPARE(line.pending(), QStringList());
 

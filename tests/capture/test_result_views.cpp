@@ -60,6 +60,7 @@ class TestResultViews : public QObject {
   void halfPairAtTheEnd();
   void resultColumns_data();
   void resultColumns();
+  void columnsThatTheDisciplinesWant();
   void resultLooks();
   void everyLookInItsCells();
   void looksThatNobodyHasChosen();
@@ -92,6 +93,10 @@ void TestResultViews::shotGrid() {
   QVERIFY(flex.isEditable(0));
   QVERIFY(flex.isTickColumn(0));
   for (int column = 1; column < 32; ++column) QVERIFY(!flex.isEditable(column));
+  QList<int> numbers;
+  for (int column = 0; column < 32; ++column)
+    if (flex.isRightAligned(column)) numbers += column;
+  QCOMPARE(numbers, (QList<int>{2, 3, 4, 5, 11, 12, 15, 16, 17, 19, 20, 21, 22, 30, 31}));
 }
 
 void TestResultViews::shotRow() {
@@ -212,6 +217,20 @@ void TestResultViews::resultColumns() {
   for (int column = 1; column <= 10; ++column) QCOMPARE(grid.columnWidth(column), 743);
   for (int column = 11; column <= 13; ++column)
     QCOMPARE(grid.columnWidth(column), shown.contains(QString::number(column)) ? 900 : 0);
+  for (int column = 0; column <= 13; ++column) QCOMPARE(grid.isRightAligned(column), column > 0);
+}
+
+void TestResultViews::columnsThatTheDisciplinesWant() {
+  Workbench bench;
+  const auto shown = [&](const QString& ticked) {
+    TextTable grid(14);
+    grid.setColumnWidth(1, 743);
+    FFerg_AufnahmeVorbereiten(bench.workplace(), grid, collected(disciplines(ticked)));
+    return QString("%1 %2").arg(grid.columnWidth(12)).arg(grid.columnWidth(13));
+  };
+  QCOMPARE(shown("Ring 10 + Teiler"), "0 0");
+  QCOMPARE(shown("Ring 10 Zehntel"), "743 0");
+  QCOMPARE(shown("RT 10 Max=100"), "0 743");
 }
 
 void TestResultViews::resultLooks() {
@@ -344,8 +363,13 @@ void TestResultViews::bestOfEachDiscipline() {
 void TestResultViews::listsAreSortedByText() {
   Workbench bench;
   BestResults lists;
-  PruefeBesteErgebnisse(bench.workplace(), pendingOf({"b=100", "Ä=9,5", "z=9,5", "a=9,5"}, {}), lists);
-  QCOMPARE(lists.serien, (QStringList{"     9,5 - a", "     9,5 - Ä", "     9,5 - z", "   100,0 - b"}));
+  PruefeBesteErgebnisse(bench.workplace(), pendingOf({"b=100", "Ä=9,5", "z=9,5", "a=9,5", "Z=9,5"}, {}),
+                        lists);
+  // What differs in its capitals alone stays in its order.
+  QCOMPARE(lists.serien,
+           (QStringList{"     9,5 - a", "     9,5 - Ä", "     9,5 - z", "     9,5 - Z", "   100,0 - b"}));
+  PruefeBesteErgebnisse(bench.workplace(), pendingOf({"Z=9,5", "z=9,5"}, {}), lists);
+  QCOMPARE(lists.serien, (QStringList{"     9,5 - Z", "     9,5 - z"}));
 }
 
 void TestResultViews::valueWithThousandsPoint() {

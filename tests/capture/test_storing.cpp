@@ -83,8 +83,11 @@ void TestStoring::teilers() {
 
 void TestStoring::ringTeilers() {
   Workbench bench;
-  QVERIFY(SpeichereErgebnisse(bench.workplace(), &bench.store(),
-                              transferred(shots("9,7/72,4 10/12,3"), "RT 2 Max=20")));
+  const auto stored = SpeichereErgebnisse(bench.workplace(), &bench.store(),
+                                          transferred(shots("9,7/72,4 10/12,3"), "RT 2 Max=20"));
+  QVERIFY(stored);
+  QCOMPARE(stored->ringTeiler, 1);
+  QCOMPARE(stored->teiler, 0);
   QCOMPARE(
       bench.read("Select * from Schuss", SchussColumns),
       (QStringList{
@@ -209,8 +212,8 @@ void TestStoring::picture() {
   all[1]->dblTeilerFaktor = 0;
   all[2]->sWaffe = "LP";
   all[2]->dblTeilerFaktor = 2.5;
-  all[3]->WettbewerbBezeichnung = "20 Luftpistole";
-  all[2]->WettbewerbBezeichnung = "";
+  all[2]->WettbewerbBezeichnung = "20 Luftpistole";
+  all[3]->WettbewerbBezeichnung = "20 Luftgewehr";
   QVERIFY(SpeichernInGrafikDatenbank(bench.workplace(), &bench.store(), {"107", "Müller, Änne", "SV Grünau"},
                                      open(all)));
   QCOMPARE(bench.read("Select * from Grafik_Scheibe",
