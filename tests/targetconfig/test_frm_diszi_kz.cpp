@@ -52,6 +52,7 @@ class TestFrmDisziKZ : public QObject {
   void anEmptyTableStaysEmpty();
   void choosingReturnsTheRow();
   void choosingWithTheMouse();
+  void editingChoosesNothing();
   void choosingNothing();
   void choosingARowThatIsGone();
   void nothingToChooseFrom();
@@ -328,6 +329,18 @@ void TestFrmDisziKZ::choosingWithTheMouse() {
   QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, second);
   QVERIFY(dialog->bOK());
   QCOMPARE(dialog->lId(), 2);
+}
+
+/// Where the table is edited a double click edits, and no row is preset.
+void TestFrmDisziKZ::editingChoosesNothing() {
+  open(false, 13);
+  QCOMPARE(grid().currentRow(), 0);
+  const QPoint second = grid().visualRect(index(1, Key)).center();
+  QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, second);
+  QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, second);
+  QVERIFY(dialog->isVisible());
+  QVERIFY(!dialog->bOK());
+  QTest::keyClick(&editor(), Qt::Key_Escape);
 }
 
 void TestFrmDisziKZ::choosingNothing() {

@@ -8,6 +8,7 @@
 
 #include "platform/grid/text_grid.h"
 #include "platform/look/look.h"
+#include "targetconfig/check_delegate.h"
 #include "targetconfig/frmHaeringIniPruefung.h"
 #include "tests/support/drive.h"
 #include "tests/support/image_paper.h"
@@ -68,6 +69,7 @@ class TestFrmHaeringIniPruefung : public QObject {
   void closingStopsARunningCheck();
   void chosenRowsKeepTheirColour_data();
   void chosenRowsKeepTheirColour();
+  void whatIsMissingStandsOut();
   void manners();
 
  private:
@@ -364,6 +366,26 @@ void TestFrmHaeringIniPruefung::chosenRowsKeepTheirColour() {
   }
   const QColor ground = grid().palette().color(QPalette::Base);
   QCOMPARE(ground, dark ? QColor(Qt::black) : QColor(Qt::white));
+}
+
+/// In bold: the colour alone would say nothing to who can't tell it.
+void TestFrmHaeringIniPruefung::whatIsMissingStandsOut() {
+  const std::vector<CheckRow> rows = {{CheckKind::Title, CheckState::Plain, "LG", {}, {}},
+                                      {CheckKind::Definition, CheckState::Found, "\ta.def", "a.def", {}},
+                                      {CheckKind::Definition, CheckState::Missing, "\tb.def", "b.def", {}}};
+  struct Shown : CheckDelegate {
+    using CheckDelegate::CheckDelegate;
+    using CheckDelegate::initStyleOption;
+  } delegate(rows, nullptr);
+  TextTable table(1);
+  for (const CheckRow& row : rows) table.addRow({row.text});
+  QStringList seen;
+  for (int row = 0; row < 3; ++row) {
+    QStyleOptionViewItem option;
+    delegate.initStyleOption(&option, table.index(row, 0));
+    seen += option.text + (option.font.bold() ? " fett" : "");
+  }
+  QCOMPARE(seen, (QStringList{"LG", "a.def", "b.def fett"}));
 }
 
 void TestFrmHaeringIniPruefung::manners() {

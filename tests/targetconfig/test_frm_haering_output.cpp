@@ -114,6 +114,12 @@ void TestFrmHaeringOutput::opensOnTheLineAndTheCommands() {
   QCOMPARE(list().selectedItems().size(), 1);
   QCOMPARE(list().selectedItems().front()->text(), "Linie 3");
   QCOMPARE(the<QLabel>(*dialog, "lblAnzahl").text(), "1 von 3 gewählt");
+  QVERIFY(commands.hasFocus());
+  // Once more, and nothing stands there twice.
+  dialog->hide();
+  dialog->show();
+  QCOMPARE(commands.count(), 4);
+  QCOMPARE(list().count(), 3);
 }
 
 void TestFrmHaeringOutput::onlyLinesInUseCanBeChosen() {
@@ -317,6 +323,13 @@ void TestFrmHaeringOutput::aFolderThatIsGoneHasTakenNothing() {
   place->files.heal();
   lookAgain();
   QCOMPARE(shown(0), "1|53|10:00:00|noch nicht übernommen");
+  place->files.unplug();
+  lookAgain();
+  QCOMPARE(shown(0), "1|53|10:00:00|Ordner nicht erreichbar");
+  place->files.heal();
+  place->files.remove(file("HServ1.ctl"));
+  lookAgain();
+  QCOMPARE(shown(0), "1|53|10:00:00|übernommen");
 }
 
 void TestFrmHaeringOutput::lookingIsCheap() {

@@ -1,5 +1,6 @@
 // The line set-up on its real window.
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -130,10 +131,14 @@ void TestFrmLinienSetup::noLineSelectedIsARowOfZeros() {
 
 void TestFrmLinienSetup::allAndNone() {
   open("0100");
+  const auto count = [this] { return the<QLabel>(*dialog, "lblAnzahl").text(); };
+  QCOMPARE(count(), "1 von 4 gewählt");
   click(*dialog, "cmdAlleWaehlen");
   QCOMPARE(selection(), "1111");
+  QCOMPARE(count(), "4 von 4 gewählt");
   click(*dialog, "cmdKeineWaehlen");
   QCOMPARE(selection(), "0000");
+  QCOMPARE(count(), "0 von 4 gewählt");
 }
 
 void TestFrmLinienSetup::okStoresInListOrder() {
@@ -167,6 +172,10 @@ void TestFrmLinienSetup::enterTakesOverWhileTyping() {
   QTest::keyClick(&the<QLineEdit>(*dialog, "txtLinieMax"), Qt::Key_Return);
   QVERIFY(dialog->isVisible());
   QCOMPARE(list().count(), 6);
+  list().setFocus();
+  QTest::keyClick(&list(), Qt::Key_Return);
+  QVERIFY(dialog->bOK());
+  QCOMPARE(stored(), "000000");
 }
 
 void TestFrmLinienSetup::enterElsewhereIsOk() {

@@ -130,6 +130,7 @@ void TestFrmWerbeFenster::offersThePicturesOfTheFolder() {
   open();
   QCOMPARE(textsOf(pictures()), (QStringList{"Bäcker.BMP", "Sponsor.bmp"}));
   QVERIFY(pictures().item(0)->isSelected());
+  QVERIFY(pictures().hasFocus());
 }
 
 void TestFrmWerbeFenster::choosesForTheSelectedLines() {
@@ -144,6 +145,10 @@ void TestFrmWerbeFenster::choosesForTheSelectedLines() {
   QVERIFY(dialog->bOK());
   QVERIFY(!dialog->isVisible());
   QCOMPARE(dialog->sBildName(), "1\tb.bmp;4\tb.bmp;");
+  // Opened again it has chosen nothing yet.
+  dialog->show();
+  QVERIFY(!dialog->bOK());
+  QCOMPARE(dialog->sBildName(), "");
 }
 
 void TestFrmWerbeFenster::oneLineHasNoNumber() {
@@ -237,6 +242,8 @@ void TestFrmWerbeFenster::showsThePictures() {
   QCOMPARE(preview().grab().toImage().pixelColor(preview().rect().center()), QColor(Qt::red));
   QTRY_COMPARE(read(), 2);
   QCOMPARE(pictures().item(1)->toolTip(), "2048 × 1024 Pixel");
+  pictures().clearSelection();
+  QCOMPARE(the<QLabel>(*dialog, "lblGroesse").text(), "");
 }
 
 void TestFrmWerbeFenster::brokenPicturesHaveANote_data() {
