@@ -92,6 +92,7 @@ class frmFinanz : public QDialog {
  private:
   // How the window is put together.
   void layOut();
+  void raumFuerRegister();
   void followFont();
   void connectDesk();
   void connectPurchase();

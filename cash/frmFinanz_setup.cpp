@@ -18,10 +18,11 @@ namespace qk {
 
 namespace {
 
+constexpr double kLinesOfTheScreen = 45;  // for which the window is designed
 constexpr quint32 kYellow = 65535;
 const char* const kNotYet = "In dieser Version noch nicht enthalten.";
 
-void enlarge(QWidget* widget, QFont font, double factor, bool bold = true) {
+void enlarge(QWidget* widget, QFont font, double factor, bool bold) {
   font.setPointSizeF(font.pointSizeF() * factor);
   font.setBold(bold);
   widget->setFont(font);
@@ -75,25 +76,41 @@ void frmFinanz::layOut() {
   SpaltenbreitenMerken(workplace_, *ui_->flex, keys::KasseFlex.toString());
   SpaltenbreitenMerken(workplace_, *ui_->flexAll, keys::KasseFlexAll.toString());
   ui_->PicDraw->setStretchFactor(0, 1);
+  raumFuerRegister();
   followFont();
   const QSize screenSize = screen()->availableGeometry().size();
   resize(QSize(1366, 730).boundedTo(screenSize));
   UpdateAktGesamt();
 }
 
+/// Only the tab in sight asks for room: the widest one needn't make the window too large for a small screen.
+void frmFinanz::raumFuerRegister() {
+  for (int tab = 0; tab < ui_->SSTab1->count(); ++tab) {
+    const bool shown = tab == ui_->SSTab1->currentIndex();
+    const auto policy = shown ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+    ui_->SSTab1->widget(tab)->setSizePolicy(policy, policy);
+  }
+}
+
 void frmFinanz::followFont() {
-  enlarge(ui_->txtStartNr, font(), 1.6);
-  enlarge(ui_->Label1, font(), 1.6);
-  enlarge(ui_->lblKlasse, font(), 1.3);
-  enlarge(ui_->lblKauf, font(), 1.1, false);
-  enlarge(ui_->lblAktGesamt, font(), 2.6);
-  enlarge(ui_->cmbWechselGeld, font(), 1.6);
-  enlarge(ui_->txtZurueck, font(), 1.8);
-  enlarge(ui_->lblZuletzt, font(), 1.6);
-  enlarge(ui_->cmdVerbuchen, font(), 1.4);
-  for (QLabel* label : {ui_->lblGesamt, ui_->lblBezahlt, ui_->lblOffen}) enlarge(label, font(), 1.4);
+  // On a small screen a large font leaves less room for what is larger still.
+  const double room =
+      std::min(1.0, screen()->availableSize().height() / (kLinesOfTheScreen * fontMetrics().lineSpacing()));
+  const auto larger = [&](QWidget* widget, double factor, bool bold = true) {
+    enlarge(widget, font(), std::max(1.0, factor * room), bold);
+  };
+  larger(ui_->txtStartNr, 1.6);
+  larger(ui_->Label1, 1.6);
+  larger(ui_->lblKlasse, 1.3);
+  larger(ui_->lblKauf, 1.1, false);
+  larger(ui_->lblAktGesamt, 2.6);
+  larger(ui_->cmbWechselGeld, 1.6);
+  larger(ui_->txtZurueck, 1.8);
+  larger(ui_->lblZuletzt, 1.6);
+  larger(ui_->cmdVerbuchen, 1.4);
+  for (QLabel* label : {ui_->lblGesamt, ui_->lblBezahlt, ui_->lblOffen}) larger(label, 1.4);
   ui_->txtStartNr->setMaximumWidth(ui_->txtStartNr->fontMetrics().horizontalAdvance(QString(9, '0')));
-  ui_->panelZahlung->setMinimumWidth(fontMetrics().averageCharWidth() * 44);
+  ui_->panelZahlung->setMinimumWidth(PanelMass(*this, 44));
 }
 
 void frmFinanz::changeEvent(QEvent* event) {
@@ -124,6 +141,7 @@ void frmFinanz::connectDesk() {
     });
   });
   connect(ui_->SSTab1, &QTabWidget::currentChanged, this, [this](int tab) {
+    raumFuerRegister();
     if (ui_->SSTab1->widget(tab) == ui_->panelScheiben) ui_->panelScheiben->focusNumber();
   });
   zeigeVM();
