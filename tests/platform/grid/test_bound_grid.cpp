@@ -210,13 +210,6 @@ void TestBoundGrid::aRowIsStoredWhenItIsLeft() {
 void TestBoundGrid::aRowIsStoredWhenTheKeyboardLeaves() {
   grid->setUnlocked(true);
   typeAt(0, 1, "Eins");
-  // A box or a popup over the window isn't elsewhere.
-  grid->setFocus();
-  for (const auto reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
-    QFocusEvent away(QEvent::FocusOut, reason);
-    QCoreApplication::sendEvent(grid, &away);
-    QVERIFY(rows->isEdited());
-  }
   elsewhere->setFocus();
   QCOMPARE(stored("Name"), "Eins,Nr 2,Nr 3,Nr 4,Nr 5,Nr 6");
 }
