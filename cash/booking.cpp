@@ -7,10 +7,22 @@ namespace qk {
 
 namespace {
 
-void speichereZeile(dao::Recordset& payments, const TextTable& flex, int row, const QString& sStartNr) {
+/// Whose payment it is; of the three columns two stay Null.
+void schreibePayer(dao::Recordset& payments, const Payer& payer) {
+  switch (payer.art()) {
+    case Payer::Art::Schuetze:
+      return payments.setValue("Startnummer", payer.Startnummer());
+    case Payer::Art::Verein:
+      return payments.setValue("VereinID", payer.id());
+    case Payer::Art::Mannschaft:
+      return payments.setValue("MannID", payer.id());
+  }
+}
+
+void speichereZeile(dao::Recordset& payments, const TextTable& flex, int row, const Payer& payer) {
   try {
     payments.addNew();
-    payments.setValue("Startnummer", sStartNr);
+    schreibePayer(payments, payer);
     payments.setValue("KasseID", flex.rowData(row));
     payments.setValue("Offen", flex.text(row, CashColumn::Offen));
     payments.setValue("Betrag", QVariant::fromValue(BetragAusText(flex.text(row, CashColumn::Betrag))));
@@ -25,8 +37,8 @@ void speichereZeile(dao::Recordset& payments, const TextTable& flex, int row, co
 
 }  // namespace
 
-BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& purchase,
-                        const QString& sStartNr, const BookingSides& sides) {
+BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& purchase, const Payer& payer,
+                        const BookingSides& sides) {
   BookingOutcome outcome;
   dao::Recordset* payments = store.eingaenge();
   if (!payments) return outcome;
@@ -35,7 +47,7 @@ BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& 
     if (sides.druckeBeleg) sides.druckeBeleg();
     if (sides.druckeEtiketten) sides.druckeEtiketten();
     for (int row = 1; row < purchase.flex().rows(); ++row) {
-      speichereZeile(*payments, purchase.flex(), row, sStartNr);
+      speichereZeile(*payments, purchase.flex(), row, payer);
       ++outcome.gespeichert;
     }
     const QString datum = Buchungsdatum(workplace);
@@ -47,6 +59,14 @@ BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& 
     for (int row = 1; row <= outcome.gespeichert; ++row) purchase.markiereGespeichert(row);
   }
   return outcome;
+}
+
+QString verbuchtText(const Money& zuBezahlen, const QString& erhalten, int zeilen) {
+  QString text = "Verbucht: " + (zeilen == 1 ? QString("1 Einlage") : QString("%1 Einlagen").arg(zeilen)) +
+                 "\nZu bezahlen " + zuBezahlen.toCurrencyText();
+  if (const auto zurueck = rueckgeld(erhalten, zuBezahlen))
+    text += "\nErhalten " + BetragAnzeige(erhalten) + "\nZurück " + zurueck->toCurrencyText();
+  return text;
 }
 
 QString buchungsFehlerText(const BookingOutcome& outcome, int zeilen) {

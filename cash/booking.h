@@ -23,19 +23,21 @@ struct BookingSides {
 };
 
 struct BookingOutcome {
-  bool begonnen = false;        ///< there is a shooter to book on
+  bool begonnen = false;        ///< there is somebody to book on
   int gespeichert = 0;          ///< payment rows that are stored
   std::optional<Error> fehler;  ///< what ended it early
   bool ganz() const { return begonnen && !fehler; }
 };
 
-/// Books all rows of the purchase on the shooter. Nothing runs in a transaction: after a failure the rows
+/// Books all rows of the purchase on the payer. Nothing runs in a transaction: after a failure the rows
 /// before it are stored, and marked in the purchase. Emptying the purchase and reading the shooter anew is
 /// the caller's. No Error leaves it.
-BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& purchase,
-                        const QString& sStartNr, const BookingSides& sides);
+BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& purchase, const Payer& payer,
+                        const BookingSides& sides);
 
-/// What the operator is told of a booking that ended early.
+/// What the operator is told of a booking, until the next purchase begins.
+QString verbuchtText(const Money& zuBezahlen, const QString& erhalten, int zeilen);
+/// What he is told of one that ended early.
 QString buchungsFehlerText(const BookingOutcome& outcome, int zeilen);
 
 }  // namespace qk

@@ -12,7 +12,7 @@ CashDesk::CashDesk(const Workplace& workplace, GlobalVariablen& global)
     : workplace_(workplace),
       global_(global),
       payments_(workplace, store_),
-      purchase_(workplace, store_, payments_.flexAll()) {}
+      purchase_(workplace, store_, schuetzeAlsKaeufer(workplace, store_, payments_.flexAll())) {}
 
 void CashDesk::OpenDB() {
   store_.open(global_.sWettkampf);

@@ -16,6 +16,13 @@ void CashStore::open(const QString& path) {
   einlagen_ = std::move(einlagen);
 }
 
+void CashStore::openVM(const QString& path) {
+  close();
+  auto database = dao::Database::open(path);
+  einlagen_ = database->openRecordset("Select * from Kasse_Verwaltung where Verein = -1 order by Platz");
+  database_ = std::move(database);
+}
+
 void CashStore::close() {
   eingaenge_.reset();
   einlagen_.reset();
@@ -64,9 +71,8 @@ bool CashStore::findeEinlage(qint32 id) {
   return !einlagen_->noMatch();
 }
 
-void CashStore::openEingaenge(const QString& sStartNr) {
-  eingaenge_ = database().openRecordset("Select * from Kasse_Eingang where Startnummer = " +
-                                        dao::sql::quoted(sStartNr));
+void CashStore::openEingaenge(const Payer& payer) {
+  eingaenge_ = database().openRecordset("Select * from Kasse_Eingang where " + payer.bedingung());
 }
 
 std::vector<Stake> CashStore::ladeEinlagen() {

@@ -6,6 +6,7 @@
 #include "app/ground/feld_wert.h"
 #include "app/ground/global_variablen.h"
 #include "cash/article_codes.h"
+#include "cash/attempt.h"
 #include "cash/cash_store.h"
 #include "platform/dao/recordset.h"
 #include "platform/dialog/dialogs.h"
@@ -91,12 +92,7 @@ ErrorReport frmArtikel::report(const QString& text) const {
 }
 
 void frmArtikel::versuche(const std::function<void()>& routine) {
-  try {
-    routine();
-  } catch (const Error& error) {
-    workplace_.dialogs.note("Fehler: " + QString::number(error.number()) + " - " + error.description(),
-                            BoxIcon::Exclamation, "Fehler");
-  }
+  qk::versuche(workplace_, routine);
 }
 
 void frmArtikel::connectControls() {

@@ -4,15 +4,21 @@
 #include <QKeyEvent>
 
 #include "app/ground/settings_keys.h"
+#include "app/ground/temp_module.h"
 #include "app/ground/temp_module_ui.h"
-#include "cash/amounts.h"
+#include "cash/attempt.h"
 #include "cash/frmArtikel.h"
 #include "cash/frmKasseReports.h"
+#include "cash/frmScheibenAuswertung.h"
+#include "cash/frmScheibenStapel.h"
+#include "cash/frmScheibenVerwaltung.h"
+#include "cash/frmVMKasse.h"
 #include "cash/start_card.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/dialog/font_convert.h"
 #include "platform/look/contrast.h"
 #include "platform/runtime/fonttext.h"
+#include "platform/runtime/numbers.h"
 #include "platform/widgets/hourglass.h"
 #include "shooters/frmSchuetzenListe.h"
 #include "ui_frmFinanz.h"
@@ -24,29 +30,12 @@ namespace {
 constexpr int kTabZiele = 1;
 constexpr int kTabAusgaben = 3;
 constexpr int kHintMilliseconds = 6000;
-
-/// "Startgeld, 2 × Nachkauf Serie", in the order of the first of each.
-QString kaufInWorten(const TextTable& flex) {
-  QStringList names;
-  QHash<QString, int> counts;
-  for (int row = 1; row < flex.rows(); ++row) {
-    const QString name = flex.text(row, CashColumn::Bezeichnung);
-    if (counts[name]++ == 0) names += name;
-  }
-  for (QString& name : names)
-    if (counts[name] > 1) name = QString::number(counts[name]) + " × " + name;
-  return names.join(", ");
-}
+constexpr int kStopped = 18;  // by the operator
 
 }  // namespace
 
 void frmFinanz::versuche(const std::function<void()>& routine) {
-  try {
-    routine();
-  } catch (const Error& error) {
-    workplace_.dialogs.note("Fehler: " + QString::number(error.number()) + " - " + error.description(),
-                            BoxIcon::Exclamation, "Fehler");
-  }
+  qk::versuche(workplace_, routine);
 }
 
 void frmFinanz::melde(const QString& text) {
@@ -62,9 +51,6 @@ void frmFinanz::Form_Load() {
     for (QLabel* label : {static_cast<QLabel*>(ui_->Label4), static_cast<QLabel*>(ui_->Label5),
                           static_cast<QLabel*>(ui_->Label9)})
       label->clear();
-    ui_->cmbWechselGeld->clear();
-    ui_->cmbWechselGeld->addItems({"", "5", "10", "15", "20"});
-    ui_->cmbWechselGeld->setCurrentIndex(0);
     const Settings& settings = workplace_.settings;
     step([&] { Set_EinlagenFont(); });
     step([&] {
@@ -72,8 +58,7 @@ void frmFinanz::Form_Load() {
       ui_->chkAutoScheibenDruck->setChecked(liesFlag(settings, keys::AutoScheibenDruckKasse));
       const bool offen = liesFlag(settings, keys::OffenePostenVorbelegen);
       ui_->mnuOptOffenePosten->setChecked(offen);
-      (offen ? ui_->optBetrag_1 : ui_->optBetrag_0)->setChecked(true);
-      optBetrag(offen ? 1 : 0);
+      ui_->panelBezahlen->Form_Load(offen);
     });
     step([&] { LoadDisziKombiBaum(); });
     if (bOhneScheibenNummern_) {
@@ -205,38 +190,6 @@ void frmFinanz::zeigeEinlagen() {
   }
 }
 
-void frmFinanz::UpdateAktGesamt() {
-  ui_->lblAktGesamt->setText(desk_.purchase().zuBezahlen().toCurrencyText());
-  ui_->lblKauf->setText(kaufInWorten(desk_.purchase().flex()));
-  if (!desk_.purchase().isEmpty()) ui_->lblZuletzt->clear();
-  UpdateZurueck();
-  ui_->panelEtiketten->UpdateBarcodeAnzeige(-1);
-}
-
-void frmFinanz::UpdateZurueck() {
-  const QString erhalten = ui_->cmbWechselGeld->currentText();
-  const bool shown = !erhalten.isEmpty() && desk_.purchase().betragsart() == Betragsart::Betrag;
-  ui_->txtZurueck->setVisible(shown);
-  ui_->lblZurueckBez->setVisible(shown);
-  ui_->cmdSpende->setVisible(shown);
-  ui_->txtZurueck->clear();
-  ui_->lblGelesen->clear();
-  if (erhalten.isEmpty()) return;
-  try {
-    const Money zurueck = *rueckgeld(erhalten, desk_.purchase().zuBezahlen());
-    const Money gelesen = BetragAusText(erhalten);
-    if (gelesen.toText() != erhalten) ui_->lblGelesen->setText("= " + gelesen.toCurrencyText());
-    ui_->txtZurueck->setText(zurueck.toCurrencyText());
-    QPalette colours = palette();
-    const QColor ground = colours.color(QPalette::Base);
-    const QColor text = zurueck < Money() ? toColour(255) : colours.color(QPalette::Text);
-    colours.setColor(QPalette::Text, look::readable(text, ground));
-    ui_->txtZurueck->setPalette(colours);
-  } catch (const Error& error) {
-    ui_->lblGelesen->setText(error.description());
-  }
-}
-
 void frmFinanz::UpdateSummenGesamt() {
   const CashSums sums = desk_.payments().summen();
   ui_->lblGesamt->setText(sums.Gesamt.toCurrencyText());
@@ -246,15 +199,6 @@ void frmFinanz::UpdateSummenGesamt() {
   ui_->lblBezahlt->setText(open ? sums.Bezahlt.toCurrencyText() : QString());
   ui_->lblop->setText(open ? "Offen:" : "");
   ui_->lblbez->setText(open ? "Bezahlt:" : "");
-}
-
-/// What was just paid stays in sight until the next purchase begins.
-void frmFinanz::zeigeZuletzt(const Money& zuBezahlen, const QString& erhalten, int zeilen) {
-  QString text = "Verbucht: " + (zeilen == 1 ? QString("1 Einlage") : QString("%1 Einlagen").arg(zeilen)) +
-                 "\nZu bezahlen " + zuBezahlen.toCurrencyText();
-  if (const auto zurueck = rueckgeld(erhalten, zuBezahlen))
-    text += "\nErhalten " + BetragAnzeige(erhalten) + "\nZurück " + zurueck->toCurrencyText();
-  ui_->lblZuletzt->setText(text);
 }
 
 void frmFinanz::Set_EinlagenFont() {
@@ -313,29 +257,18 @@ void frmFinanz::artikelEingegeben() {
   ui_->txtArtikelnummer->setFocus();
 }
 
-void frmFinanz::optBetrag(int index) {
-  const bool betrag = index == 0;
-  desk_.purchase().setBetragsart(betrag ? Betragsart::Betrag : Betragsart::OffenePosten);
-  for (QWidget* control :
-       {static_cast<QWidget*>(ui_->lblErhalten), static_cast<QWidget*>(ui_->cmbWechselGeld),
-        static_cast<QWidget*>(ui_->lblGelesen), static_cast<QWidget*>(ui_->txtZurueck),
-        static_cast<QWidget*>(ui_->cmdSpende), static_cast<QWidget*>(ui_->lblZurueckBez)})
-    control->setVisible(betrag);
-}
-
-void frmFinanz::cmdSpende() {
-  desk_.purchase().AddSpende(BetragAusText(ui_->txtZurueck->text()));
-}
-
 bool frmFinanz::cmdVerbuchen() {
   const Money due = desk_.purchase().zuBezahlen();
-  const QString received = ui_->cmbWechselGeld->isVisibleTo(this) ? ui_->cmbWechselGeld->currentText() : "";
+  const QString received = ui_->panelBezahlen->erhalten();
   const int rows = desk_.purchase().flex().rows() - 1;
   BookingSides sides;
   if (ui_->chkAutoDruck->isChecked())
     sides.druckeBeleg = [this] { PrintKasseneingaenge(ReportOrder::Ziel::Drucker); };
   if (ui_->chkAutoScheibenDruck->isChecked())
-    sides.druckeEtiketten = [this] { ui_->panelEtiketten->cmdPrint(); };
+    sides.druckeEtiketten = [this] {
+      if (!ui_->panelEtiketten->cmdPrint())
+        throw Error(kStopped, "Die Etiketten wurden nicht alle gedruckt.");
+    };
   sides.speichereScheiben = [this](const QString& datum) {
     ui_->panelScheiben->speichereScheiben(desk_.sStartNr(), datum);
   };
@@ -352,9 +285,8 @@ bool frmFinanz::cmdVerbuchen() {
   }
   if (!outcome.begonnen) return desk_.purchase().isEmpty();
   desk_.purchase().entferneAlle();
-  ui_->cmbWechselGeld->setCurrentIndex(0);  // it belonged to this booking
-  ui_->cmbWechselGeld->setEditText(QString());
-  if (rows > 0) zeigeZuletzt(due, received, rows);
+  ui_->panelBezahlen->leereErhalten();
+  if (rows > 0) ui_->panelBezahlen->zeigeZuletzt(verbuchtText(due, received, rows));
   desk_.ladeSchuetzenNeu();
   melde(rows == 1 ? QString("1 Einlage verbucht.") : QString("%1 Einlagen verbucht.").arg(rows));
   ui_->txtArtikelnummer->setFocus();
@@ -385,6 +317,39 @@ void frmFinanz::mnuDateiPrintStartKarte() {
 void frmFinanz::mnuOptEinlagen() {
   zeigeFenster([this] { frmArtikel(workplace_, desk_.global(), this).exec(); });
   desk_.ladeEinlagen();
+  desk_.ladeSchuetzenNeu();
+}
+
+/// The purchase may hold numbers of stacks: what stands in the trees stays, the stacks are read anew.
+void frmFinanz::mnuOptScheiben() {
+  zeigeFenster([this] { frmScheibenVerwaltung(workplace_, desk_.database(), this).exec(); });
+  ui_->panelScheiben->LoadScheibenStapel();
+}
+
+void frmFinanz::bearbeiteStapel(qint32 lStapelID) {
+  frmScheibenStapel editor(workplace_, desk_.database(), this);
+  editor.setLStapelID(lStapelID);
+  bool gespeichert = false;
+  zeigeFenster([&] { gespeichert = editor.bearbeite(); });
+  if (gespeichert) ui_->panelScheiben->LoadScheibenStapel();
+}
+
+void frmFinanz::mnuScheibenAuswertung() {
+  frmScheibenAuswertung window(workplace_, desk_.database(), desk_.global().sWettkampf, reports_, this);
+  window.setAusgabeZiel(ReportOrder::Ziel::Fenster);
+  zeigeFenster([&] { window.exec(); });
+}
+
+void frmFinanz::mnuVM(const QAction* entry) {
+  frmVMKasse window(workplace_, reports_, this);
+  window.setDataBaseName(desk_.global().sWettkampf);
+  window.setTitel(desk_.sBez1, desk_.sBez2, desk_.sOrt);
+  const auto id = toInt32(ZahlAusText(entry->data().toString()));
+  if (entry == ui_->mnuVM_0)
+    window.setID(id);
+  else
+    window.setLMannID(id);
+  zeigeFenster([&] { window.zeige(); });
   desk_.ladeSchuetzenNeu();
 }
 

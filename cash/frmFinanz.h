@@ -8,18 +8,19 @@
 //             ├─ TargetPanel   tab 1: stacks, the two trees, typed numbers     panels own their .ui, controls
 //             ├─ IssuedPanel   tab 3: targets that the shooter holds           and settings, and get the desk
 //             ├─ LabelPanel    tab 4: selection table, label settings, print   by setDesk
+//             ├─ PaymentPanel  beside the tabs: sum, change, last booking
 //             └─ ScanWatch     what a scanner types
 //
 // The window turns buttons and keys into calls of the desk and shows what the desk tells by its signals:
 //   CashDesk::opened           the window loads (Form_Load, which calls the panels' own)
 //   CashDesk::einlagenGeladen  lstAll
 //   CashDesk::shooterShown, shooterUnknown, vmShown, paymentsShown     head, menu "VM-Einlagen"
-//   Purchase::changed          UpdateAktGesamt: sum, change, LabelPanel::UpdateBarcodeAnzeige(-1)
+//   Purchase::changed          PaymentPanel::UpdateAktGesamt, LabelPanel::UpdateBarcodeAnzeige(-1)
 //   Payments::changed          UpdateSummenGesamt
 //   TargetPanel::stapelGeladen tabs 1 and 3
 // A booking is booking.h; the window hands it what prints and what the panels store (BookingSides).
 // What prints goes through the ReportDoor. Own windows open through zeigeFenster, so that the desk is active
-// again afterwards. Entries that have no window yet stand in ohneZiel(); an entry of "VM-Einlagen" carries
+// again afterwards. An entry of "VM-Einlagen" carries
 // its club's or team's id as its data.
 //
 // Lifetime: made for one opening. The load runs inside the first UpdateStartNr, with the flags set before it;
@@ -100,8 +101,6 @@ class frmFinanz : public QDialog {
   void connectMenus();
   void connectScans();
   void makeKeys();
-  void ohneZiel();
-  void explain(QAction* action, const QString& why);
   /// What needs a shooter is within reach, or not.
   void setBereit(bool bereit);
   /// Runs a routine without a handler of its own: a failure shows one box, and the program goes on.
@@ -122,10 +121,7 @@ class frmFinanz : public QDialog {
   void zeigeSchuetze();
   void zeigeVM();
   void zeigeEinlagen();
-  void UpdateAktGesamt();
-  void UpdateZurueck();
   void UpdateSummenGesamt();
-  void zeigeZuletzt(const Money& zuBezahlen, const QString& erhalten, int zeilen);
   void melde(const QString& text);
 
   // Buttons and menus.
@@ -134,14 +130,16 @@ class frmFinanz : public QDialog {
   void cmdAdd();
   void cmdAddAnzahl();
   void artikelEingegeben();
-  void optBetrag(int index);
-  void cmdSpende();
   /// True when all of it is booked, or there was nothing to book on.
   bool cmdVerbuchen();
   void cmdOK();
   void mnuDateiAuswertung();
   void mnuDateiPrintStartKarte();
   void mnuOptEinlagen();
+  void mnuOptScheiben();
+  void mnuScheibenAuswertung();
+  void bearbeiteStapel(qint32 lStapelID);
+  void mnuVM(const QAction* entry);
   void mnuOptSchriftEinlagen();
   void flexAllEingabe(int row, int column);
   qint32 gewaehlteEinlage() const;  ///< 0 without a selection

@@ -10,7 +10,7 @@
 #include "cash/frmKasseSetup.h"
 #include "data/icons/icons.h"
 #include "platform/dialog/dialogs.h"
-#include "platform/look/contrast.h"
+#include "platform/look/enlarged.h"
 #include "platform/widgets/empty_text.h"
 #include "ui_frmFinanz.h"
 
@@ -18,15 +18,7 @@ namespace qk {
 
 namespace {
 
-constexpr double kLinesOfTheScreen = 45;  // for which the window is designed
 constexpr quint32 kYellow = 65535;
-const char* const kNotYet = "In dieser Version noch nicht enthalten.";
-
-void enlarge(QWidget* widget, QFont font, double factor, bool bold) {
-  font.setPointSizeF(font.pointSizeF() * factor);
-  font.setBold(bold);
-  widget->setFont(font);
-}
 
 }  // namespace
 
@@ -49,7 +41,6 @@ frmFinanz::frmFinanz(const Workplace& workplace, GlobalVariablen& global, Report
   connectMenus();
   connectScans();
   makeKeys();
-  ohneZiel();
 }
 
 frmFinanz::~frmFinanz() = default;
@@ -64,7 +55,6 @@ void frmFinanz::layOut() {
     ui_->Toolbar1->addAction(key);
   }
   for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
-  ui_->cmbWechselGeld->setCompleter(nullptr);
   ui_->flex->setTable(&desk_.purchase().flex());
   ui_->flex->setStretchColumn(CashColumn::Bezeichnung);
   ui_->flex->setEmptyText(
@@ -80,7 +70,7 @@ void frmFinanz::layOut() {
   followFont();
   const QSize screenSize = screen()->availableGeometry().size();
   resize(QSize(1366, 730).boundedTo(screenSize));
-  UpdateAktGesamt();
+  ui_->panelBezahlen->setTabBetween(ui_->flex, ui_->cmdVerbuchen);
 }
 
 /// Only the tab in sight asks for room: the widest one needn't make the window too large for a small screen.
@@ -93,24 +83,13 @@ void frmFinanz::raumFuerRegister() {
 }
 
 void frmFinanz::followFont() {
-  // On a small screen a large font leaves less room for what is larger still.
-  const double room =
-      std::min(1.0, screen()->availableSize().height() / (kLinesOfTheScreen * fontMetrics().lineSpacing()));
-  const auto larger = [&](QWidget* widget, double factor, bool bold = true) {
-    enlarge(widget, font(), std::max(1.0, factor * room), bold);
-  };
-  larger(ui_->txtStartNr, 1.6);
-  larger(ui_->Label1, 1.6);
-  larger(ui_->lblKlasse, 1.3);
-  larger(ui_->lblKauf, 1.1, false);
-  larger(ui_->lblAktGesamt, 2.6);
-  larger(ui_->cmbWechselGeld, 1.6);
-  larger(ui_->txtZurueck, 1.8);
-  larger(ui_->lblZuletzt, 1.6);
-  larger(ui_->cmdVerbuchen, 1.4);
-  for (QLabel* label : {ui_->lblGesamt, ui_->lblBezahlt, ui_->lblOffen}) larger(label, 1.4);
+  look::enlarge(*ui_->txtStartNr, font(), 1.6);
+  look::enlarge(*ui_->Label1, font(), 1.6);
+  look::enlarge(*ui_->lblKlasse, font(), 1.3);
+  look::enlarge(*ui_->cmdVerbuchen, font(), 1.4);
+  for (QLabel* label : {ui_->lblGesamt, ui_->lblBezahlt, ui_->lblOffen}) look::enlarge(*label, font(), 1.4);
   ui_->txtStartNr->setMaximumWidth(ui_->txtStartNr->fontMetrics().horizontalAdvance(QString(9, '0')));
-  ui_->panelZahlung->setMinimumWidth(PanelMass(*this, 44));
+  ui_->panelZahlung->setMinimumWidth(PanelMass(*this, 36));
 }
 
 void frmFinanz::changeEvent(QEvent* event) {
@@ -153,19 +132,16 @@ void frmFinanz::connectPurchase() {
     connect(button, &QAbstractButton::clicked, this, [this, routine] { versuche(routine); });
   };
   Purchase& purchase = desk_.purchase();
-  connect(&purchase, &Purchase::changed, this, &frmFinanz::UpdateAktGesamt);
+  ui_->panelBezahlen->setPurchase(workplace_, purchase, true);
+  connect(&purchase, &Purchase::changed, this, [this] { ui_->panelEtiketten->UpdateBarcodeAnzeige(-1); });
   connect(ui_->flex, &TextGrid::afterEdit, this,
           [this](int row, int column) { versuche([&] { desk_.purchase().nachEingabe(row, column); }); });
   connect(ui_->lstAll, &QListWidget::itemActivated, this, [this] { versuche([this] { cmdAdd(); }); });
   connect(ui_->txtArtikelnummer, &QLineEdit::returnPressed, this,
           [this] { versuche([this] { artikelEingegeben(); }); });
-  connect(ui_->cmbWechselGeld, &QComboBox::editTextChanged, this, &frmFinanz::UpdateZurueck);
   // Later, or the button would take this very Enter for its own: the change is to be seen before the booking.
-  connect(ui_->cmbWechselGeld->lineEdit(), &QLineEdit::returnPressed, ui_->cmdVerbuchen,
-          qOverload<>(&QWidget::setFocus), Qt::QueuedConnection);
-  for (int index : {0, 1})
-    connect(index == 0 ? ui_->optBetrag_0 : ui_->optBetrag_1, &QAbstractButton::clicked, this,
-            [this, index] { versuche([&] { optBetrag(index); }); });
+  connect(ui_->panelBezahlen, &PaymentPanel::bereit, ui_->cmdVerbuchen, qOverload<>(&QWidget::setFocus),
+          Qt::QueuedConnection);
   press(
       ui_->cmdAdd, [this] { cmdAdd(); }, "Nimmt die angewählte Einlage in den Kauf (Enter).");
   press(
@@ -175,8 +151,6 @@ void frmFinanz::connectPurchase() {
       "Nimmt die angewählte Zeile aus dem Kauf (Entf).");
   press(
       ui_->cmdRemoveAll, [this] { desk_.purchase().entferneAlle(); }, "Leert den Kauf.");
-  press(
-      ui_->cmdSpende, [this] { cmdSpende(); }, "Das Rückgeld bleibt als Spende in der Kasse (F8).");
   press(
       ui_->cmdVerbuchen, [this] { cmdVerbuchen(); }, "Speichert den Kauf (F9).");
   press(
@@ -257,6 +231,12 @@ void frmFinanz::connectMenus() {
     });
   });
   on(ui_->mnuDateiPrintBarcode, [this] { ui_->panelEtiketten->cmdPrint(); });
+  on(ui_->mnuOptScheiben, [this] { mnuOptScheiben(); });
+  on(ui_->mnuScheibenAuswertung, [this] { mnuScheibenAuswertung(); });
+  connect(ui_->panelScheiben, &TargetPanel::stapelBearbeiten, this,
+          [this](qint32 lStapelID) { versuche([&] { bearbeiteStapel(lStapelID); }); });
+  connect(ui_->mnuVMEinlagenMain, &QMenu::triggered, this,
+          [this](QAction* entry) { versuche([&] { mnuVM(entry); }); });
   on(ui_->mnuScheibenLoeschen, [this] { ui_->panelAusgaben->loescheAlleAusgaben(); });
   on(ui_->mnuOptEinlagen, [this] { mnuOptEinlagen(); });
   on(ui_->mnuDateiSchliessen, [this] { reject(); });
@@ -283,7 +263,6 @@ void frmFinanz::connectMenus() {
 }
 
 void frmFinanz::connectScans() {
-  scans_.setAmountField(ui_->cmbWechselGeld);
   const auto say = [this](const QString& text) {
     workplace_.dialogs.note(
         "Hier wird kein Strichcode gelesen.\r\nDer Scan »" + text + "« wurde nicht übernommen.",
@@ -315,13 +294,8 @@ void frmFinanz::makeKeys() {
   onKey(Qt::Key_F4, [this, zumKauf] { zumKauf(ui_->lstAll); });
   onKey(Qt::Key_F5, [this] { waehleAusListe(); });
   onKey(Qt::Key_F6, [this, zumKauf] { zumKauf(ui_->flex); });
-  onKey(Qt::Key_F7, [this] {
-    ui_->cmbWechselGeld->setFocus(Qt::ShortcutFocusReason);
-    ui_->cmbWechselGeld->lineEdit()->selectAll();
-  });
-  onKey(Qt::Key_F8, [this] {
-    if (ui_->cmdSpende->isVisible()) ui_->cmdSpende->click();
-  });
+  onKey(Qt::Key_F7, [this] { ui_->panelBezahlen->focusErhalten(); });
+  onKey(Qt::Key_F8, [this] { ui_->panelBezahlen->drueckeSpende(); });
   onKey(Qt::Key_F9, [this] { cmdVerbuchen(); });
   auto* remove = new QShortcut(QKeySequence(Qt::Key_Delete), ui_->flex);
   remove->setContext(Qt::WidgetShortcut);
@@ -333,19 +307,9 @@ void frmFinanz::makeKeys() {
   ui_->statusBar->addWidget(keysLabel, 1);
 }
 
-void frmFinanz::explain(QAction* action, const QString& why) {
-  action->setEnabled(false);
-  action->setStatusTip(why);
-}
-
-void frmFinanz::ohneZiel() {
-  for (QAction* action : {ui_->mnuOptScheiben, ui_->mnuScheibenAuswertung}) explain(action, kNotYet);
-}
-
 void frmFinanz::setBereit(bool bereit) {
   for (QWidget* part : {static_cast<QWidget*>(ui_->SSTab1), static_cast<QWidget*>(ui_->cmdVerbuchen),
-                        static_cast<QWidget*>(ui_->cmdOK), static_cast<QWidget*>(ui_->cmdSpende),
-                        static_cast<QWidget*>(ui_->cmbWechselGeld)})
+                        static_cast<QWidget*>(ui_->cmdOK), static_cast<QWidget*>(ui_->panelBezahlen)})
     part->setEnabled(bereit);
   for (QAction* action :
        {ui_->mnuDateiDrucken, ui_->mnuDateiVorschau, ui_->Drucken, ui_->vorschau,

@@ -2,8 +2,7 @@
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module_ui.h"
-#include "platform/dialog/dialogs.h"
-#include "platform/runtime/error.h"
+#include "cash/attempt.h"
 #include "ui_issued_panel.h"
 
 namespace qk {
@@ -35,13 +34,7 @@ void IssuedPanel::setDesk(CashDesk& desk) {
 }
 
 void IssuedPanel::versuche(const std::function<void()>& routine) {
-  try {
-    routine();
-  } catch (const Error& error) {
-    desk_->workplace().dialogs.note(
-        "Fehler: " + QString::number(error.number()) + " - " + error.description(), BoxIcon::Exclamation,
-        "Fehler");
-  }
+  qk::versuche(desk_->workplace(), routine);
 }
 
 void IssuedPanel::LoadScheibenGesamt() {

@@ -1,10 +1,15 @@
 #include "cash/label_panel.h"
 
+#include <QPainter>
+#include <QProgressDialog>
+
 #include "app/ground/printing.h"
 #include "app/ground/temp_module.h"
+#include "cash/attempt.h"
 #include "cash/frmEtikettText.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/grid/suggestions.h"
+#include "platform/print/picture_labels.h"
 #include "platform/print/printer_labels.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/error.h"
@@ -16,6 +21,7 @@ namespace qk {
 
 namespace {
 
+constexpr int kPrinterError = 482;
 const char* const kCounts = "|1;1|2;2|3;3|4;4|5;5|6;6|7;7|8;8|9;9|10;10";
 
 QString fontName(const FontSpec& font) {
@@ -46,12 +52,35 @@ class Busy {
   const Hourglass hourglass_;
 };
 
+/// The documents of a label side by side, each with its edge.
+QImage nebeneinander(const QList<QImage>& sheets) {
+  constexpr int kGap = 20;
+  QSize size(-kGap, 0);
+  for (const QImage& sheet : sheets)
+    size = {size.width() + kGap + sheet.width(), qMax(size.height(), sheet.height())};
+  QImage all(size, QImage::Format_ARGB32_Premultiplied);
+  all.fill(Qt::transparent);
+  QPainter painter(&all);
+  int x = 0;
+  for (const QImage& sheet : sheets) {
+    painter.drawImage(x, 0, sheet);
+    painter.setPen(QPen(Qt::gray, 2));
+    painter.drawRect(x + 1, 1, sheet.width() - 2, sheet.height() - 2);
+    x += sheet.width() + kGap;
+  }
+  return all;
+}
+
 }  // namespace
 
 LabelPanel::LabelPanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::LabelPanel>()) {
   ui_->setupUi(this);
   ui_->flexBarcode->setStretchColumn(LabelColumn::Name);
   ui_->flexBarcode->setEmptyText("Der Wettkampf hat keine Disziplinen.");
+  ui_->cmbPrinter->setPlaceholderText("(der aktuelle Drucker)");
+  // Once for all that changes together.
+  pictureTimer_.setSingleShot(true);
+  connect(&pictureTimer_, &QTimer::timeout, this, &LabelPanel::showPicture);
 }
 
 LabelPanel::~LabelPanel() = default;
@@ -61,6 +90,8 @@ void LabelPanel::setDesk(CashDesk& desk) {
   selection_ = std::make_unique<LabelSelection>(desk);
   output_ = std::make_unique<PrinterLabels>(currentPrinter(desk.workplace()));
   ui_->flexBarcode->setTable(&selection_->flexBarcode());
+  connect(&selection_->flexBarcode(), &QAbstractItemModel::dataChanged, this, &LabelPanel::schedulePicture);
+  connect(desk_, &CashDesk::shooterShown, this, &LabelPanel::schedulePicture);
   connectControls();
 }
 
@@ -68,14 +99,14 @@ void LabelPanel::setOutput(std::unique_ptr<LabelOutput> output) {
   output_ = std::move(output);
 }
 
+/// Every change of a control ends here.
 void LabelPanel::versuche(const std::function<void()>& routine) {
-  try {
-    routine();
-  } catch (const Error& error) {
-    desk_->workplace().dialogs.note(
-        "Fehler: " + QString::number(error.number()) + " - " + error.description(), BoxIcon::Exclamation,
-        "Fehler");
-  }
+  qk::versuche(desk_->workplace(), routine);
+  schedulePicture();
+}
+
+QString LabelPanel::storedPrinter() const {
+  return liesText(settings(), keys::BarcodePrinter);
 }
 
 void LabelPanel::keepFlag(QAbstractButton* box, const SettingKey& key) {
@@ -102,9 +133,12 @@ void LabelPanel::connectControls() {
     UpdateBarcodeAnzeige(-1);
   });
   connect(ui_->cmdPrint, &QAbstractButton::clicked, this, [this] { versuche([this] { cmdPrint(); }); });
+  ui_->cmdOhneBarcodeFont->setStatusTip(
+      "Die Balken zeichnet das Programm selbst; eine Barcode-Schrift ist nicht nötig.");
   ui_->cmdPrint->setStatusTip("Druckt die Etiketten des Kaufs, oder die von Hand gewählten.");
   connect(ui_->cmbPrinter, &QComboBox::textActivated, this, [this](const QString& name) {
     versuche([&] { schreibe(settings(), keys::BarcodePrinter, name); });
+    showPrinter();
   });
   const QList<QAbstractButton*> kinds = {ui_->optBarcodeAuswahl_0, ui_->optBarcodeAuswahl_1,
                                          ui_->optBarcodeAuswahl_2};
@@ -129,6 +163,8 @@ void LabelPanel::connectControls() {
   keepFlag(ui_->chkTextDruck, keys::PrintTextDruck);
   keepFlag(ui_->chkEtikett2, keys::Etikett2);
   connect(ui_->chkEtikett2, &QCheckBox::toggled, this, &LabelPanel::enableSecond);
+  for (QLineEdit* field : {ui_->txtBarcodeX, ui_->txtBarcodeY, ui_->txtBarcodeX2, ui_->txtBarcodeY2})
+    connect(field, &QLineEdit::textEdited, this, &LabelPanel::schedulePicture);
   connect(ui_->txtScheibenText, &QLineEdit::textEdited, this, [this](const QString& text) {
     versuche([&] { schreibe(settings(), keys::DruckTextScheibe, text); });
   });
@@ -156,24 +192,46 @@ void LabelPanel::chooseFont(const SettingKey& key, const std::function<void()>& 
     if (!choice) return;
     schreibe(settings(), key, choice->font);
     apply();
+    schedulePicture();
   } catch (const Error&) {
     return;
   }
 }
 
 void LabelPanel::enableSecond() {
-  ui_->grpEtikett2->setEnabled(ui_->chkEtikett2->isChecked());
+  ui_->panelEtikett2->setEnabled(ui_->chkEtikett2->isChecked());
 }
 
 void LabelPanel::showPrinter() {
   const QString name = output_->currentPrinter();
-  ui_->lblDrucker->setText("Aktueller Drucker: " + (name.isEmpty() ? QString("Standarddrucker") : name));
+  const QString chosen = ui_->cmbPrinter->currentText();
+  QString text = "Aktueller Drucker: " + (name.isEmpty() ? QString("Standarddrucker") : name);
+  if (chosen.isEmpty() && !storedPrinter().isEmpty())
+    text += "\nDer Etikettendrucker »" + storedPrinter() + "« ist nicht mehr da.";
+  else if (output_->isPaused(chosen))
+    text += "\nDer Etikettendrucker ist angehalten: Etiketten warten, bis er weiterläuft.";
+  ui_->lblDrucker->setText(text);
+  paper_ = output_->paper(chosen);
+  schedulePicture();
+}
+
+bool LabelPanel::druckerBereit() {
+  const QString chosen = ui_->cmbPrinter->currentText();
+  showPrinter();
+  if (chosen.isEmpty() && !storedPrinter().isEmpty())
+    throw Error(kPrinterError, "Der Etikettendrucker »" + storedPrinter() +
+                                   "« ist nicht mehr da. Register Scheibendruck: einen anderen wählen.");
+  return !output_->isPaused(chosen) ||
+         desk_->workplace().dialogs.confirm(
+             "Der Drucker »" + (chosen.isEmpty() ? output_->currentPrinter() : chosen) +
+                 "« ist angehalten. Die Etiketten warten dort, bis er weiterläuft.\r\nTrotzdem drucken?",
+             BoxIcon::Exclamation, BoxAnswer::No);
 }
 
 void LabelPanel::Form_Load() {
   ui_->cmbPrinter->clear();
   ui_->cmbPrinter->addItems(output_->printers());
-  const QString printer = liesText(settings(), keys::BarcodePrinter);
+  const QString printer = storedPrinter();
   ui_->cmbPrinter->setCurrentIndex(printer.isEmpty() ? -1 : ui_->cmbPrinter->findText(printer));
   Set_BarcodeFont();
   Set_PrintScheibenFont();
@@ -207,7 +265,6 @@ void LabelPanel::Set_PrintScheibenFont() {
 void LabelPanel::Set_BarcodeFont() {
   barcodeFont_ = parseFontText(liesText(settings(), keys::BarcodeFont));
   ui_->lblBarcodeFontName->setText(fontName(barcodeFont_));
-  ui_->lblEigeneBalken->setVisible(layoutOfLabels().eigeneBalken);
 }
 
 void LabelPanel::LoadDisziKombiBaum(const std::vector<DisziKombi>& entries) {
@@ -218,16 +275,34 @@ void LabelPanel::UpdateBarcodeAnzeige(int nRow) {
   if (desk_->isOpen()) selection_->UpdateBarcodeAnzeige(nRow);
 }
 
-void LabelPanel::cmdPrint() {
-  if (druckt_) return;
+int LabelPanel::anzahlEtiketten() const {
+  int count = 0;
+  for (const LabelRow& row : selection_->gewaehlt()) count += row.anzahl;
+  return count;
+}
+
+bool LabelPanel::cmdPrint() {
+  if (druckt_ || !druckerBereit()) return false;
   const Busy busy(*window(), druckt_);
+  // It comes up when the run takes its time, above all in the pauses between sets.
+  QProgressDialog progress("Etiketten werden gedruckt...", "&Anhalten", 0, 0, window());
+  progress.setObjectName("dlgEtiketten");
+  progress.setWindowTitle("Etiketten");
+  progress.setWindowModality(Qt::WindowModal);
+  progress.setMaximum(anzahlEtiketten());
+  int printed = 0;
+  const auto weiter = [&] {
+    progress.setValue(printed);
+    return !progress.wasCanceled();
+  };
+  const auto counted = [&] { return weiter() && (++printed, true); };
   try {
     if (selection_->manuell()) {
-      PrintScheibenEtiketten(-1);
+      PrintScheibenEtiketten(-1, counted);
     } else {
-      for (int row = 1; row < desk_->purchase().flex().rows(); ++row) {
+      for (int row = 1; row < desk_->purchase().flex().rows() && weiter(); ++row) {
         UpdateBarcodeAnzeige(row);
-        PrintScheibenEtiketten(row);
+        PrintScheibenEtiketten(row, counted);
       }
     }
   } catch (const Error&) {
@@ -235,6 +310,7 @@ void LabelPanel::cmdPrint() {
     throw;
   }
   showPrinter();
+  return !progress.wasCanceled();
 }
 
 LabelLayout LabelPanel::layoutOfLabels() const {
@@ -253,8 +329,6 @@ LabelLayout LabelPanel::layoutOfLabels() const {
   layout.vorlage = ui_->txtScheibenText->text();
   layout.textFont = textFont_;
   layout.barcodeFont = barcodeFont_;
-  // The preset is a font for texts: nobody has chosen one for bars.
-  layout.eigeneBalken = barcodeFont_.name == parseFontText(keys::BarcodeFont.preset.toString()).name;
   return layout;
 }
 
@@ -276,12 +350,44 @@ LabelShooter LabelPanel::shooterOfLabels(int nRow) const {
   return shooter;
 }
 
-void LabelPanel::PrintScheibenEtiketten(int nRow) {
+int LabelPanel::PrintScheibenEtiketten(int nRow, const std::function<bool()>& weiter) {
   const Workplace& workplace = desk_->workplace();
-  qk::PrintScheibenEtiketten(*output_, desk_->database(), selection_->gewaehlt(), layoutOfLabels(),
-                             shooterOfLabels(nRow),
-                             {[&workplace] { return workplace.clock.now(); },
-                              [&workplace](int milliseconds) { workplace.waits.sleep(milliseconds); }});
+  return qk::PrintScheibenEtiketten(
+      *output_, desk_->database(), selection_->gewaehlt(), layoutOfLabels(), shooterOfLabels(nRow),
+      {[&workplace] { return workplace.clock.now(); },
+       [&workplace](int milliseconds) { workplace.waits.sleep(milliseconds); }, weiter});
+}
+
+void LabelPanel::schedulePicture() {
+  pictureTimer_.start(0);
+}
+
+/// The first label that would be printed, or one of the first discipline: a sample is better than nothing.
+void LabelPanel::showPicture() {
+  if (!desk_ || !desk_->isOpen() || druckt_ || paper_.size.isEmpty()) return;
+  const std::vector<LabelRow> chosen = selection_->gewaehlt();
+  const LabelRow row = chosen.empty() ? selection_->muster() : chosen.front();
+  const LabelLayout layout = layoutOfLabels();
+  const LabelShooter shooter = shooterOfLabels(desk_->purchase().isEmpty() ? -1 : 1);
+  const Workplace& workplace = desk_->workplace();
+  PictureLabels picture(paper_);
+  LabelCopies copies(
+      textOf(row, layout, shooter), qMax(1, row.anzahl), qMax(1, row.anzahl),
+      [&workplace] { return workplace.clock.now(); }, [](int) {});
+  druckeEtikett(picture, layout, barcodeOf(row, layout, shooter), copies);
+  QStringList hints;
+  if (picture.leavesPaper())
+    hints += QString("Passt nicht auf das Papier (%1 × %2 mm): X, Y oder die Schrift verkleinern.")
+                 .arg(qRound(paper_.size.width()))
+                 .arg(qRound(paper_.size.height()));
+  if (picture.unreadable())
+    hints += "Der Strichcode ist so nicht zu lesen: die Balken sind zu schmal, abgeschnitten oder verdeckt.";
+  ui_->lblBildHinweis->setText(hints.join(u'\n'));
+  ui_->lblBildHinweis->setVisible(!hints.isEmpty());
+  if (picture.pictures().isEmpty())
+    ui_->picEtikett->setText("Es ist nichts zu drucken: »Drucken« bei Barcode oder Text ankreuzen.");
+  else
+    ui_->picEtikett->setImage(nebeneinander(picture.pictures()));
 }
 
 }  // namespace qk

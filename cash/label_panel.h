@@ -1,7 +1,8 @@
-// Tab "Scheibendruck": which labels a purchase pays for, and how they are printed. Every change of a setting
-// is stored at once.
+// Tab "Scheibendruck": which labels a purchase pays for, how they are printed, and a picture of one. Every
+// change of a setting is stored at once, and the picture follows.
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -11,6 +12,7 @@
 #include "cash/cash_desk.h"
 #include "cash/diszi_kombi.h"
 #include "cash/label_selection.h"
+#include "platform/print/label_output.h"
 
 class QAbstractButton;
 class QLineEdit;
@@ -20,8 +22,6 @@ class LabelPanel;
 }
 
 namespace qk {
-
-class LabelOutput;
 
 class LabelPanel : public QWidget {
   Q_OBJECT
@@ -44,8 +44,9 @@ class LabelPanel : public QWidget {
   void LoadDisziKombiBaum(const std::vector<DisziKombi>& entries);
   /// The table follows a row of the purchase, or all of them for -1.
   void UpdateBarcodeAnzeige(int nRow);
-  /// Prints the labels: stake by stake, or the table as it was set by hand. Errors pass.
-  void cmdPrint();
+  /// Prints the labels: stake by stake, or the table as it was set by hand. False when the operator stopped
+  /// it, or didn't want to print on a printer that stands still. Errors pass.
+  bool cmdPrint();
   /// The pauses between sets let the program live: the window mustn't go meanwhile.
   bool druckt() const { return druckt_; }
 
@@ -56,10 +57,16 @@ class LabelPanel : public QWidget {
   void chooseFont(const SettingKey& key, const std::function<void()>& apply);
   void enableSecond();
   void showPrinter();
-  void PrintScheibenEtiketten(int nRow);
+  /// The chosen printer is there; false when the operator doesn't want to wait for one that stands still.
+  bool druckerBereit();
+  int PrintScheibenEtiketten(int nRow, const std::function<bool()>& weiter);
+  int anzahlEtiketten() const;
+  void schedulePicture();
+  void showPicture();
   LabelLayout layoutOfLabels() const;
   LabelShooter shooterOfLabels(int nRow) const;
   void versuche(const std::function<void()>& routine);
+  QString storedPrinter() const;
   Settings& settings() const { return desk_->workplace().settings; }
 
   std::unique_ptr<Ui::LabelPanel> ui_;
@@ -67,6 +74,8 @@ class LabelPanel : public QWidget {
   std::unique_ptr<LabelSelection> selection_;
   std::unique_ptr<LabelOutput> output_;
   FontSpec barcodeFont_, textFont_;
+  LabelPaper paper_;  ///< of the chosen printer
+  QTimer pictureTimer_;
   bool druckt_ = false;
 };
 

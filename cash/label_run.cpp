@@ -14,7 +14,7 @@ int kindOf(const LabelRow& row) {
   return row.kombination ? kCombination : kDiscipline;
 }
 
-QString contentOf(const LabelRow& row, const LabelLayout& layout, const LabelShooter& shooter) {
+QString contentFor(const LabelRow& row, const LabelLayout& layout, const LabelShooter& shooter) {
   return layout.kind == BarcodeKind::Ean13 ? labelContentEan(shooter.id, kindOf(row), row.id)
                                            : labelContent(shooter.startnummer, kindOf(row), row.id);
 }
@@ -44,26 +44,15 @@ int labelsPerSet(dao::Database& database, const LabelRow& row) {
   return stakes->value("Anzahl").toInt();
 }
 
-QString expanded(const LabelRow& row, const LabelLayout& layout, const LabelShooter& shooter) {
-  LabelFields fields = shooter.felder;
-  fields.disziplin = row.name;
-  fields.kombination = row.kombination;
-  return expandLabelTemplate(layout.vorlage, fields);
-}
-
 void place(LabelOutput& output, const LabelPosition& position) {
   output.moveTo(position.x, position.y);
   output.setLandscape(position.querformat);
 }
 
-void printBarcode(LabelOutput& output, const LabelLayout& layout, const QString& content) {
-  if (layout.eigeneBalken) {
-    output.printBars(symbologyOf(layout.kind), content);
-    return;
-  }
+void printBarcode(LabelOutput& output, const LabelLayout& layout, const LabelBarcode& barcode) {
   output.setFont(layout.barcodeFont);
   place(output, layout.first);  // a change of the font may have moved it
-  output.printLine(barcodeText(layout.kind, content));
+  output.printBarcode(barcode.symbology, barcode.content, barcode.encoded);
 }
 
 void printText(LabelOutput& output, const LabelLayout& layout, LabelCopies& copies) {
@@ -77,26 +66,46 @@ void printText(LabelOutput& output, const LabelLayout& layout, LabelCopies& copi
 
 }  // namespace
 
-void PrintScheibenEtiketten(LabelOutput& output, dao::Database& database, const std::vector<LabelRow>& rows,
-                            const LabelLayout& layout, const LabelShooter& shooter, const LabelTime& time) {
+LabelBarcode barcodeOf(const LabelRow& row, const LabelLayout& layout, const LabelShooter& shooter) {
+  const QString content = contentFor(row, layout, shooter);
+  return {symbologyOf(layout.kind), content, barcodeText(layout.kind, content)};
+}
+
+QString textOf(const LabelRow& row, const LabelLayout& layout, const LabelShooter& shooter) {
+  LabelFields fields = shooter.felder;
+  fields.disziplin = row.name;
+  fields.kombination = row.kombination;
+  return expandLabelTemplate(layout.vorlage, fields);
+}
+
+void druckeEtikett(LabelOutput& output, const LabelLayout& layout, const LabelBarcode& barcode,
+                   LabelCopies& copies) {
+  place(output, layout.first);
+  if (layout.barcode) printBarcode(output, layout, barcode);
+  if (layout.zweitesEtikett) {
+    output.endDocument();
+    place(output, layout.second);
+  }
+  if (layout.text) printText(output, layout, copies);
+  output.endDocument();
+}
+
+int PrintScheibenEtiketten(LabelOutput& output, dao::Database& database, const std::vector<LabelRow>& rows,
+                           const LabelLayout& layout, const LabelShooter& shooter, const LabelTime& time) {
   const QString former = output.currentPrinter();
-  output.choosePrinter(layout.printer);
+  if (!layout.printer.isEmpty()) output.choosePrinter(layout.printer);
+  int printed = 0;
+  bool goesOn = true;
   for (const LabelRow& row : rows) {
-    const QString content = contentOf(row, layout, shooter);
-    LabelCopies copies(expanded(row, layout, shooter), row.anzahl, labelsPerSet(database, row), time.now,
+    LabelCopies copies(textOf(row, layout, shooter), row.anzahl, labelsPerSet(database, row), time.now,
                        time.pause);
-    for (int copy = 0; copy < row.anzahl; ++copy) {
-      place(output, layout.first);
-      if (layout.barcode) printBarcode(output, layout, content);
-      if (layout.zweitesEtikett) {
-        output.endDocument();
-        place(output, layout.second);
-      }
-      if (layout.text) printText(output, layout, copies);
-      output.endDocument();
-    }
+    const LabelBarcode barcode = barcodeOf(row, layout, shooter);
+    for (int copy = 0; copy < row.anzahl && (goesOn = time.weiter()); ++copy, ++printed)
+      druckeEtikett(output, layout, barcode, copies);
+    if (!goesOn) break;
   }
   output.choosePrinter(former);
+  return printed;
 }
 
 }  // namespace qk

@@ -8,6 +8,7 @@
 
 #include "cash/barcode_text.h"
 #include "cash/label_text.h"
+#include "platform/print/bars.h"
 #include "platform/runtime/fonttext.h"
 
 namespace qk {
@@ -39,8 +40,6 @@ struct LabelLayout {
   QString vorlage = {};  ///< template of the text block
   FontSpec textFont = {};
   FontSpec barcodeFont = {};
-  /// The bars are drawn by the program: no bar code font is chosen.
-  bool eigeneBalken = true;
 };
 
 struct LabelShooter {
@@ -52,11 +51,27 @@ struct LabelShooter {
 struct LabelTime {
   std::function<QDateTime()> now;
   std::function<void(int)> pause;  ///< milliseconds; may run the event loop
+  std::function<bool()> weiter;    ///< asked before each label; false stops the run there
 };
 
-/// Prints all rows on the layout's printer and goes back to the one before. An error leaves the label printer
-/// chosen: Error 3021, naming the discipline, where no stake pays for it; those of store and printer pass.
-void PrintScheibenEtiketten(LabelOutput& output, dao::Database& database, const std::vector<LabelRow>& rows,
-                            const LabelLayout& layout, const LabelShooter& shooter, const LabelTime& time);
+/// What the bar code of a label says, and how a bar code font wants it.
+struct LabelBarcode {
+  Symbology symbology = Symbology::Code128;
+  QString content = {}, encoded = {};
+};
+LabelBarcode barcodeOf(const LabelRow& row, const LabelLayout& layout, const LabelShooter& shooter);
+
+/// The text block of a row's labels, before the counters of its copies are filled in.
+QString textOf(const LabelRow& row, const LabelLayout& layout, const LabelShooter& shooter);
+
+/// One label: a document, or two with a second label.
+void druckeEtikett(LabelOutput& output, const LabelLayout& layout, const LabelBarcode& barcode,
+                   LabelCopies& copies);
+
+/// Prints all rows on the layout's printer (where it names one) and goes back to the one before; how many
+/// labels it printed. An error leaves the label printer chosen: Error 3021, naming the discipline, where no
+/// stake pays for it; those of store and printer pass.
+int PrintScheibenEtiketten(LabelOutput& output, dao::Database& database, const std::vector<LabelRow>& rows,
+                           const LabelLayout& layout, const LabelShooter& shooter, const LabelTime& time);
 
 }  // namespace qk

@@ -79,6 +79,12 @@ void LabelSelection::fuegeHinzu(qint32 stake) {
   }
 }
 
+LabelRow LabelSelection::muster() const {
+  if (table_.rows() < 2) return {false, 1, "Disziplin", 1};
+  return {table_.text(1, LabelColumn::Art) != "D", zahl(table_.rowData(1)), table_.text(1, LabelColumn::Name),
+          1};
+}
+
 std::vector<LabelRow> LabelSelection::gewaehlt() const {
   std::vector<LabelRow> rows;
   for (int row = 1; row < table_.rows(); ++row)

@@ -32,6 +32,8 @@ class LabelSelection {
   void UpdateBarcodeAnzeige(int nRow);
   /// What is ticked. Error 6 for a count beyond all range.
   std::vector<LabelRow> gewaehlt() const;
+  /// A label to be shown where none is ticked.
+  LabelRow muster() const;
 
  private:
   void fuegeHinzu(qint32 stake);

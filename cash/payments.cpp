@@ -29,9 +29,10 @@ QString Payments::stakeName(qint32 KasseID) {
   return store_.findeEinlage(KasseID) ? FeldWert(store_.einlagen(), "Bezeichnung").toString() : QString();
 }
 
-void Payments::lade(const QString& sStartNr) {
+void Payments::lade(const Payer& payer) {
+  payer_ = payer;
   flexAll_.setRows(1);
-  store_.openEingaenge(sStartNr);
+  store_.openEingaenge(payer_);
   for (dao::Recordset& payment = *store_.eingaenge(); !payment.eof(); payment.moveNext())
     flexAll_.addRow(
         kassenZeile(stakeName(FeldWert(payment, "KasseID").toInt()), FeldWert(payment, "Offen").toInt() != 0,
@@ -91,10 +92,24 @@ Payments::Eingabe Payments::nachEingabe(int row, int column) {
   return {};
 }
 
+/// What giving up the settling of that row means.
+QString Payments::bleibtOffen(int row, bool alleWeiteren) const {
+  if (row == 0) return {};
+  const QString name = flexAll_.text(row, CashColumn::Bezeichnung);
+  return "Der offene Posten »" + name + "« über " + BetragAnzeige(flexAll_.text(row, CashColumn::Betrag)) +
+         (alleWeiteren ? " und alle folgenden bleiben offen." : " bleibt offen.") + "\r\nIst das so gewollt?";
+}
+
 void Payments::cmdOPVerbuchen() {
-  reported(fehlerReport(workplace_.dialogs, "Fehler beim Verbuchen der OP!"), [&](Steps& step) {
+  int at = 0;
+  // The money lies on the counter: what isn't settled now would be asked for again.
+  const ErrorReport report =
+      reportOfALoss(workplace_.dialogs, fehlerReport(workplace_.dialogs, "Fehler beim Verbuchen der OP!"),
+                    [&](ErrorAnswer answer) { return bleibtOffen(at, answer == ErrorAnswer::Abort); });
+  reported(report, [&](Steps& step) {
     for (int row = 1; row < flexAll_.rows(); ++row)
       step([&] {
+        at = row;
         if (!finde(row) || FeldWert(*store_.eingaenge(), "Offen").toInt() == 0) return;
         const QString before = flexAll_.text(row, CashColumn::Datum);
         flexAll_.setText(row, CashColumn::Offen, kBezahlt);
@@ -114,8 +129,9 @@ void Payments::cmdOPVerbuchen() {
 void Payments::cmdDelete(int row) {
   if (row < 1 || row >= flexAll_.rows()) return;
   if (!finde(row)) return workplace_.dialogs.note(kNoSuchRow);
-  if (!workplace_.dialogs.confirm("Soll der aktuelle Eingang des Schützen unwiderruflich gelöscht werden?",
-                                  BoxIcon::Question, BoxAnswer::No))
+  if (!workplace_.dialogs.confirm(
+          "Soll der aktuelle Eingang " + payer_.wesfall() + " unwiderruflich gelöscht werden?",
+          BoxIcon::Question, BoxAnswer::No))
     return;
   store_.eingaenge()->remove();
   flexAll_.removeRow(row);
@@ -123,8 +139,9 @@ void Payments::cmdDelete(int row) {
 }
 
 void Payments::cmdDeleteAll() {
-  if (!workplace_.dialogs.confirm("Sollen alle Eingänge des Schützen unwiderruflich gelöscht werden?",
-                                  BoxIcon::Question, BoxAnswer::No))
+  if (!workplace_.dialogs.confirm(
+          "Sollen alle Eingänge " + payer_.wesfall() + " unwiderruflich gelöscht werden?", BoxIcon::Question,
+          BoxAnswer::No))
     return;
   int done = 0;
   try {

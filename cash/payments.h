@@ -1,5 +1,5 @@
-// The stored payments of the shown shooter: the rows of `flexAll`, their correction, settling and deletion.
-// Needs no window. An open item is a row that is wholly unpaid.
+// The stored payments of the shown shooter (or club, or team): the rows of `flexAll`, their correction,
+// settling and deletion. Needs no window. An open item is a row that is wholly unpaid.
 #pragma once
 
 #include <QObject>
@@ -20,9 +20,9 @@ class Payments : public QObject {
   TextTable& flexAll() { return flexAll_; }
   const TextTable& flexAll() const { return flexAll_; }
 
-  /// Opens the payment cursor of the shooter and fills `flexAll`. Errors of the store pass; the rows of the
-  /// former shooter are gone then.
-  void lade(const QString& sStartNr);
+  /// Opens the payment cursor and fills `flexAll`. Errors of the store pass; the rows of whoever was shown
+  /// before are gone then.
+  void lade(const Payer& payer);
   CashSums summen() const { return qk::summen(flexAll_); }
 
   /// What became of the operator's edit.
@@ -32,7 +32,7 @@ class Payments : public QObject {
   };
   /// Writes the edited row back, asking about the date where the open mark changed.
   Eingabe nachEingabe(int row, int column);
-  /// Settles all open rows of the shooter as of today.
+  /// Settles all open rows as of today. A row that can't be is asked about once more before it stays open.
   void cmdOPVerbuchen();
   void cmdDelete(int row);  ///< asks; nothing without a selected row
   void cmdDeleteAll();      ///< asks
@@ -47,9 +47,11 @@ class Payments : public QObject {
   void schreibe(int row);
   void zeigeGespeichertes(int row);
   QString stakeName(qint32 KasseID);
+  QString bleibtOffen(int row, bool alleWeiteren) const;
 
   Workplace workplace_;
   CashStore& store_;
+  Payer payer_{QString()};
   TextTable flexAll_;
 };
 

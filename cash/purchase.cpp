@@ -17,8 +17,22 @@ const QString kGespeichert = "gespeichert";
 
 }  // namespace
 
-Purchase::Purchase(const Workplace& workplace, CashStore& store, const TextTable& flexAll)
-    : workplace_(workplace), store_(store), flexAll_(flexAll) {
+Buyer schuetzeAlsKaeufer(const Workplace& workplace, CashStore& store, const TextTable& flexAll) {
+  const auto darf = [workplace, &store](qint32 lEinlageID) {
+    const qint32 KlassenID = FeldWert(store.schuetzen(), "KlassenID").toInt();
+    return KassePruefung(store.database(), workplace.dialogs, lEinlageID, KlassenID);
+  };
+  const auto gekauft = [&flexAll](qint32, const QString& Bezeichnung) {
+    int count = 0;
+    for (int row = 0; row < flexAll.rows(); ++row)
+      count += flexAll.text(row, CashColumn::Bezeichnung) == Bezeichnung ? 1 : 0;
+    return count;
+  };
+  return {Payer(QString()), darf, gekauft};
+}
+
+Purchase::Purchase(const Workplace& workplace, CashStore& store, Buyer buyer)
+    : workplace_(workplace), store_(store), buyer_(std::move(buyer)) {
   richteKassenTabelleEin(flex_);
   flex_.setColumnWidth(CashColumn::Merkmal, 0);
 }
@@ -27,9 +41,7 @@ int Purchase::anzahlKaeufe(qint32 lEinlageID, const QString& Bezeichnung) const 
   int count = 0;
   const QString id = QString::number(lEinlageID);
   for (int row = 0; row < flex_.rows(); ++row) count += flex_.rowData(row) == id ? 1 : 0;
-  for (int row = 0; row < flexAll_.rows(); ++row)
-    count += flexAll_.text(row, CashColumn::Bezeichnung) == Bezeichnung ? 1 : 0;
-  return count;
+  return count + buyer_.gekauft(lEinlageID, Bezeichnung);
 }
 
 std::optional<Money> Purchase::fragtBetrag() const {
@@ -44,8 +56,7 @@ std::optional<Money> Purchase::fragtBetrag() const {
 
 void Purchase::AddKauf(qint32 lEinlageID) {
   const bool found = store_.findeEinlage(lEinlageID);
-  const qint32 KlassenID = FeldWert(store_.schuetzen(), "KlassenID").toInt();
-  if (!KassePruefung(store_.database(), workplace_.dialogs, lEinlageID, KlassenID)) return;
+  if (!buyer_.darf(lEinlageID)) return;
   if (!found) return;
   const dao::Recordset& stake = store_.einlagen();
   const QString Bezeichnung = FeldWert(stake, "Bezeichnung").toString();
@@ -53,10 +64,10 @@ void Purchase::AddKauf(qint32 lEinlageID) {
   if (const int Nachkauf = FeldWert(stake, "Nachkauf").toInt(); Nachkauf > 0) {
     const int count = anzahlKaeufe(lEinlageID, Bezeichnung);
     if (count >= Nachkauf) {
-      workplace_.dialogs.note("Der Schütze hat die max. Nachkaufmöglichkeit bereits erreicht!\r\n" +
-                                  Bezeichnung + " - " + QString::number(count) +
-                                  (count == 1 ? " Kauf erlaubt!" : " Käufe erlaubt!"),
-                              BoxIcon::Information);
+      workplace_.dialogs.note(
+          buyer_.payer.werfall() + " hat die max. Nachkaufmöglichkeit bereits erreicht!\r\n" + Bezeichnung +
+              " - " + QString::number(count) + (count == 1 ? " Kauf erlaubt!" : " Käufe erlaubt!"),
+          BoxIcon::Information);
       return;
     }
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 
 #include "cash/cash_rows.h"
 #include "cash/cash_store.h"
@@ -14,13 +15,24 @@ namespace qk {
 /// How an added row is to be booked.
 enum class Betragsart { Betrag = 0, OffenePosten = 1 };
 
+/// What a purchase has to know of whoever buys.
+struct Buyer {
+  Payer payer;
+  /// False, with its message, for a stake that he may not buy.
+  std::function<bool(qint32 lEinlageID)> darf;
+  /// How often the stake is stored for him.
+  std::function<int(qint32 lEinlageID, const QString& Bezeichnung)> gekauft;
+};
+/// The shooter that the store's cursor stands on: his class decides, and stored purchases are told by their
+/// name among the rows of `flexAll`. All three outlive it.
+Buyer schuetzeAlsKaeufer(const Workplace& workplace, CashStore& store, const TextTable& flexAll);
+
 class Purchase : public QObject {
   Q_OBJECT
 
  public:
-  /// `flexAll`: the stored payments of the shown shooter, which count against the limit of a stake. All
-  /// three outlive the purchase.
-  Purchase(const Workplace& workplace, CashStore& store, const TextTable& flexAll);
+  /// The store outlives the purchase.
+  Purchase(const Workplace& workplace, CashStore& store, Buyer buyer);
 
   TextTable& flex() { return flex_; }
   const TextTable& flex() const { return flex_; }
@@ -62,14 +74,14 @@ class Purchase : public QObject {
 
  private:
   void addRow(const QString& Bezeichnung, bool offen, const Money& betrag, qint32 lEinlageID);
-  /// How often the stake is in hand (by its id) or was stored (by its name).
+  /// How often the stake is in hand or was stored.
   int anzahlKaeufe(qint32 lEinlageID, const QString& Bezeichnung) const;
   /// Nothing when the operator gives the purchase up.
   std::optional<Money> fragtBetrag() const;
 
   Workplace workplace_;
   CashStore& store_;
-  const TextTable& flexAll_;
+  Buyer buyer_;
   TextTable flex_;
   Betragsart betragsart_ = Betragsart::Betrag;
 };

@@ -51,8 +51,8 @@ ScanWatch::~ScanWatch() {
   qApp->removeEventFilter(this);
 }
 
-void ScanWatch::setAmountField(QWidget* field) {
-  field->setProperty(kAmountField, true);
+void ScanWatch::markAmountField(QWidget& field) {
+  field.setProperty(kAmountField, true);
 }
 
 bool ScanWatch::refuses(const QWidget& field) const {

@@ -23,8 +23,8 @@ class ScanWatch : public QObject {
   ScanWatch(const Workplace& workplace, QWidget& window);
   ~ScanWatch() override;
 
-  /// A field of the window that takes amounts only.
-  void setAmountField(QWidget* field);
+  /// Marks a field that takes amounts only, of this window or of another one above it.
+  static void markAmountField(QWidget& field);
 
   /// While it lives an input box may take a scan; any other is for amounts and numbers.
   class Allowed {

@@ -1,8 +1,7 @@
 #include "cash/target_numbers.h"
 
-#include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
-#include "platform/dao/sql/quote.h"
+#include "cash/target_stacks.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/datetext.h"
@@ -15,14 +14,6 @@ namespace {
 constexpr double kMillisecondsOfADay = 24.0 * 60 * 60 * 1000;
 constexpr double kStampsOfADay = 1000000;
 const char* const kChooseFirst = "Bitte wählen Sie eine Disziplin/Kombination!";
-
-const QString kStacks =
-    "SELECT ScheibenNummern.*, DisziplinKombinationName.Name as Vorgabe FROM ScheibenNummern LEFT JOIN "
-    "(SELECT "
-    "Name, ID, 0 as Art from Disziplin Union SELECT Kombinationsname as Name, ID, 1 as Art  from "
-    "Kombination_Name) as DisziplinKombinationName ON (ScheibenNummern.DisziKombi = "
-    "DisziplinKombinationName.Art) AND (ScheibenNummern.VorgabeID = DisziplinKombinationName.ID) WHERE "
-    "ScheibenNummern.Anzeigen = 1 AND (ScheibenNummern.PCAnzeige LIKE %1 or ScheibenNummern.PCAnzeige = '')";
 
 QString zusatzOf(const QString& Bezeichnung) {
   return "   (" + Bezeichnung + u')';
@@ -60,11 +51,7 @@ void TargetNumbers::LoadDisziKombiBaum(const std::vector<DisziKombi>& entries) {
 }
 
 bool TargetNumbers::LoadScheibenStapel() {
-  const Settings& settings = desk_.workplace().settings;
-  const QString mark = liesText(settings, keys::LokalePCKennung);
-  const bool byName = liesZahl(settings, keys::SortedScheibenNummern) == 1;
-  cursor_ = desk_.database().openRecordset(kStacks.arg(dao::sql::quoted(u'*' + mark + u'*')) +
-                                           (byName ? " order by Bezeichnung" : " order by Sortierung"));
+  cursor_ = desk_.database().openRecordset(angeboteneStapel(desk_.workplace().settings));
   stacks_.setRows(1);
   for (; !cursor_->eof(); cursor_->moveNext())
     stacks_.addRow(

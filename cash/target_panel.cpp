@@ -2,12 +2,13 @@
 
 #include <QMenu>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module_ui.h"
-#include "platform/dialog/dialogs.h"
-#include "platform/runtime/error.h"
+#include "cash/attempt.h"
+#include "platform/look/contrast.h"
 #include "ui_target_panel.h"
 
 namespace qk {
@@ -16,6 +17,19 @@ namespace {
 
 constexpr int kStackPanel = 0;
 constexpr int kStackPanelCharacters = 60;
+
+/// The colour of a node is told; on a dark ground it is made lighter until it can be read.
+class ReadableNodes : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QColor ground = option->palette.color(QPalette::Base);
+    option->palette.setColor(QPalette::Text, look::readable(option->palette.color(QPalette::Text), ground));
+  }
+};
 
 }  // namespace
 
@@ -41,13 +55,7 @@ void TargetPanel::setDesk(CashDesk& desk) {
 }
 
 void TargetPanel::versuche(const std::function<void()>& routine) {
-  try {
-    routine();
-  } catch (const Error& error) {
-    desk_->workplace().dialogs.note(
-        "Fehler: " + QString::number(error.number()) + " - " + error.description(), BoxIcon::Exclamation,
-        "Fehler");
-  }
+  qk::versuche(desk_->workplace(), routine);
 }
 
 QTreeView* TargetPanel::view(Tree which) const {
@@ -115,6 +123,7 @@ void TargetPanel::connectTree(Tree which) {
   QTreeView* tree = view(which);
   tree->setModel(&numbers_->tree(which));
   tree->setHeaderHidden(true);
+  tree->setItemDelegate(new ReadableNodes(tree));
   tree->setDragDropMode(QAbstractItemView::DragDrop);
   tree->setDefaultDropAction(Qt::MoveAction);
   tree->setContextMenuPolicy(Qt::CustomContextMenu);

@@ -10,6 +10,10 @@ namespace qk {
 namespace {
 
 constexpr int kQuietModules = 10;  // the widest that one of the three standards asks for
+// What is painted this fine is rendered again for the printer's coarser dots, and page languages fill every
+// dot that a bar touches: bars would grow by half a dot at each edge, and the narrow spaces close.
+constexpr double kFineModule = 6;   // device pixels
+constexpr double kNarrower = 0.19;  // of a module, at each edge
 
 int zintSymbology(Symbology symbology) {
   switch (symbology) {
@@ -31,12 +35,13 @@ void paintInk(QPainter& painter, const QPointF& corner, const std::vector<bool>&
               double height) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing, false);
+  const double inset = module * painter.transform().m11() >= kFineModule ? kNarrower * module : 0;
   for (size_t i = 0; i < modules.size();) {
     size_t end = i;
     while (end < modules.size() && modules[end] == modules[i]) ++end;
     if (modules[i])
-      painter.fillRect(QRectF(corner.x() + static_cast<double>(i) * module, corner.y(),
-                              static_cast<double>(end - i) * module, height),
+      painter.fillRect(QRectF(corner.x() + static_cast<double>(i) * module + inset, corner.y(),
+                              static_cast<double>(end - i) * module - 2 * inset, height),
                        Qt::black);
     i = end;
   }

@@ -25,6 +25,12 @@ QPageSize pageSize(const QString& key) {
   return QPageSize();
 }
 
+/// A new device has the paper of the system's language, whatever the printer holds.
+QPageSize ownPaper(const QString& name) {
+  return (name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(name))
+      .defaultPageSize();
+}
+
 }  // namespace
 
 CurrentPrinter::CurrentPrinter(Settings& settings, QString application, QString section)
@@ -42,14 +48,24 @@ void CurrentPrinter::keep(const PrinterSetup& setup) {
 }
 
 std::unique_ptr<QPrinter> CurrentPrinter::make() const {
-  const PrinterSetup chosen = setup();
+  return makePrinter(setup());
+}
+
+std::unique_ptr<QPrinter> makePrinter(const PrinterSetup& chosen) {
   if (!chosen.name.isEmpty() && !QPrinterInfo::availablePrinterNames().contains(chosen.name))
     throw Error(kPrinterError, errorDescription(kPrinterError) + ": " + chosen.name);
   auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
   if (!chosen.name.isEmpty()) printer->setPrinterName(chosen.name);
-  if (const QPageSize paper = pageSize(chosen.paper); paper.isValid()) printer->setPageSize(paper);
+  QPageSize paper = pageSize(chosen.paper);
+  if (!paper.isValid()) paper = ownPaper(chosen.name);
+  if (paper.isValid()) printer->setPageSize(paper);
   printer->setPageOrientation(chosen.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
   return printer;
+}
+
+bool isPaused(const QString& name) {
+  const QPrinterInfo info = name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(name);
+  return !info.isNull() && (info.state() == QPrinter::Error || info.state() == QPrinter::Aborted);
 }
 
 std::vector<InstalledPrinter> installedPrinters() {

@@ -33,6 +33,12 @@ class CurrentPrinter {
   QString application_, section_;
 };
 
+/// A device of that printer, its paper and its orientation. Error 482, naming it, when it isn't installed.
+std::unique_ptr<QPrinter> makePrinter(const PrinterSetup& setup);
+
+/// The queue of an installed printer stands still: its jobs wait.
+bool isPaused(const QString& name);
+
 /// The printers of the workstation.
 std::vector<InstalledPrinter> installedPrinters();
 

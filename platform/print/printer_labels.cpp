@@ -1,6 +1,5 @@
 #include "platform/print/printer_labels.h"
 
-#include <QFontMetricsF>
 #include <QPrinter>
 
 #include "platform/runtime/error.h"
@@ -9,25 +8,6 @@ namespace qk {
 namespace {
 
 constexpr int kPrinterError = 482;
-constexpr double kTwipsPerInch = 1440;
-constexpr double kMillimetresPerInch = 25.4;
-// Two dots of a common label printer (203 dpi), the least that hand scanners read well.
-constexpr double kModuleMillimetres = 0.25;
-constexpr double kBarHeightMillimetres = 10, kBelowBarsMillimetres = 1;
-
-QFont qtFont(const FontSpec& spec) {
-  QFont font(spec.name);
-  if (spec.size > 0) font.setPointSizeF(spec.size);
-  font.setBold(spec.bold);
-  font.setItalic(spec.italic);
-  font.setUnderline(spec.underline);
-  font.setStrikeOut(spec.strikethrough);
-  return font;
-}
-
-double inTwips(double millimetres) {
-  return millimetres / kMillimetresPerInch * kTwipsPerInch;
-}
 
 }  // namespace
 
@@ -54,51 +34,35 @@ void PrinterLabels::choosePrinter(const QString& name) {
   current_.keep(setups_.value(name, PrinterSetup{name, {}, false}));
 }
 
-void PrinterLabels::begin() {
-  if (painter_) return;
+LabelPaper PrinterLabels::paper(const QString& name) const {
+  PrinterSetup setup = name.isEmpty() ? current_.setup() : PrinterSetup{name, {}, false};
+  if (!printers().contains(setup.name)) setup = {};
+  QPageLayout layout = makePrinter(setup)->pageLayout();
+  layout.setUnits(QPageLayout::Millimeter);
+  layout.setOrientation(QPageLayout::Portrait);
+  return {layout.fullRect().size(), layout.minimumMargins()};
+}
+
+QPainter& PrinterLabels::begin() {
+  if (painter_) return *painter_;
   std::unique_ptr<QPrinter> printer = device();
   printer->setDocName("Etikett");
   QPageLayout layout = printer->pageLayout();
-  layout.setOrientation(landscape_ ? QPageLayout::Landscape : QPageLayout::Portrait);
+  layout.setOrientation(isLandscape() ? QPageLayout::Landscape : QPageLayout::Portrait);
   layout.setMargins(layout.minimumMargins());
   printer->setPageLayout(layout);
   auto painter = std::make_unique<QPainter>();
   if (!painter->begin(printer.get())) throw Error(kPrinterError);
   printer_ = std::move(printer);
   painter_ = std::move(painter);
+  return *painter_;
 }
 
-double PrinterLabels::pixels(double twips) const {
-  return twips * printer_->resolution() / kTwipsPerInch;
+int PrinterLabels::dotsPerInch() const {
+  return printer_->resolution();
 }
 
-double PrinterLabels::twips(double pixels) const {
-  return pixels * kTwipsPerInch / printer_->resolution();
-}
-
-QPoint PrinterLabels::corner() const {
-  return QPointF(pixels(x_), pixels(y_)).toPoint();
-}
-
-void PrinterLabels::printLine(const QString& text) {
-  begin();
-  painter_->setFont(qtFont(font_));
-  const QFontMetricsF metrics = painter_->fontMetrics();
-  painter_->drawText(QPointF(corner()) + QPointF(0, metrics.ascent()), text);
-  y_ += twips(metrics.lineSpacing());
-}
-
-void PrinterLabels::printBars(Symbology symbology, const QString& content) {
-  const std::vector<bool> modules = barModules(symbology, content);
-  if (modules.empty()) return;
-  begin();
-  const int module = qMax(1, qRound(pixels(inTwips(kModuleMillimetres))));
-  paintBars(*painter_, corner(), modules, module, qRound(pixels(inTwips(kBarHeightMillimetres))));
-  y_ += inTwips(kBarHeightMillimetres + kBelowBarsMillimetres);
-}
-
-void PrinterLabels::endDocument() {
-  x_ = y_ = 0;
+void PrinterLabels::end() {
   if (!painter_) return;
   const bool ended = painter_->end() && printer_->printerState() != QPrinter::Error;
   painter_.reset();

@@ -1,6 +1,7 @@
 #include "tests/cash/desk_window.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
@@ -63,6 +64,15 @@ void DeskWindow::article(const QString& number) {
 void DeskWindow::scan(const QString& text) {
   for (const QChar c : text) key(c, 5);
   enter(5);
+}
+
+std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act) {
+  return [act = std::move(act)](QWidget& window) {
+    // A modal window counts as active from the first, for its parent is: the keyboard is what is waited for.
+    if (!QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; }))
+      failTest(window.objectName() + " doesn't become active");
+    act(window);
+  };
 }
 
 }  // namespace qk::test

@@ -1,6 +1,7 @@
 // The cash desk's real window on a till, driven by object names.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "cash/frmFinanz.h"
@@ -50,5 +51,8 @@ class DeskWindow {
   ReportDoor& reports_;
   std::unique_ptr<frmFinanz> window_;
 };
+
+/// Drives a window of the desk as soon as it has the keyboard.
+std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act);
 
 }  // namespace qk::test

@@ -4,7 +4,7 @@
 
 #include "cash/label_run.h"
 #include "platform/dao/database.h"
-#include "platform/print/label_output.h"
+#include "tests/cash/recorded_labels.h"
 #include "tests/support/error_of.h"
 #include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
@@ -23,29 +23,6 @@ Zeilen Kasse_DisziKombi
   2  | 6         | 1       | 23           | 9
   3  | 5         | 2       | 4            | 1
 )";
-
-class RecordedLabels : public LabelOutput {
- public:
-  QStringList printers() const override { return {"Laser", "Etikett"}; }
-  QString currentPrinter() const override { return current; }
-  void choosePrinter(const QString& name) override {
-    if (!printers().contains(name)) throw Error(482);
-    current = name;
-    lines << "printer " + name;
-  }
-  void setLandscape(bool landscape) override { lines << (landscape ? "landscape" : "portrait"); }
-  void moveTo(int x, int y) override { lines << QString("at %1 %2").arg(x).arg(y); }
-  void moveToColumn(int x) override { lines << QString("column %1").arg(x); }
-  void setFont(const FontSpec& font) override { lines << "font " + font.name; }
-  void printLine(const QString& text) override { lines << "line " + text; }
-  void printBars(Symbology symbology, const QString& content) override {
-    lines << QString("bars %1 %2").arg(static_cast<int>(symbology)).arg(content);
-  }
-  void endDocument() override { lines << "end"; }
-
-  QString current = "Laser";
-  QStringList lines;
-};
 
 }  // namespace
 
@@ -67,6 +44,7 @@ class TestLabelRun : public QObject {
     layout.textFont.name = "Textschrift";
     layout.barcodeFont.name = "Strichschrift";
     pauses.clear();
+    stopAfter = -1;
   }
   void cleanup() {
     database.reset();
@@ -78,22 +56,25 @@ class TestLabelRun : public QObject {
   void secondLabel();
   void drawnBars();
   void bothOnOneLabel();
-  void barsInAFont();
+  void whatNoFontEncodes();
+  void aRunThatIsStopped();
+  void withoutALabelPrinterTheCurrentOnePrints();
   void ean13TakesTheShootersId();
   void setsOfTheFirstStake();
   void unpaidDisciplineEndsTheRunThere();
   void unknownPrinter();
 
  private:
-  void print(const std::vector<LabelRow>& rows) {
+  int print(const std::vector<LabelRow>& rows) {
     LabelShooter shooter{"107", 4711, {}};
     shooter.felder.startnr = "107";
-    PrintScheibenEtiketten(output, *database, rows, layout, shooter,
-                           {[this] { return time; },
-                            [this](int milliseconds) {
-                              pauses << milliseconds;
-                              time = time.addMSecs(milliseconds);
-                            }});
+    return PrintScheibenEtiketten(output, *database, rows, layout, shooter,
+                                  {[this] { return time; },
+                                   [this](int milliseconds) {
+                                     pauses << milliseconds;
+                                     time = time.addMSecs(milliseconds);
+                                   },
+                                   [this] { return stopAfter-- != 0; }});
   }
 
   std::unique_ptr<TestWorkplace> place;
@@ -102,6 +83,7 @@ class TestLabelRun : public QObject {
   LabelLayout layout;
   QDateTime time = QDateTime(QDate(2026, 3, 5), QTime(9, 0));
   QList<int> pauses;
+  int stopAfter = -1;  // labels; -1 never
 };
 
 namespace {
@@ -128,17 +110,20 @@ void TestLabelRun::secondLabel() {
   layout.vorlage = "startnr";
   print({kDiscipline});
   // The text of the second label begins at the first one's column.
-  QCOMPARE(output.lines, (QStringList{"printer Etikett", "at 100 200", "portrait", "bars 0 BC.107.1.23",
-                                      "end", "at 300 400", "landscape", "column 100", "font Textschrift",
-                                      "column 100", "line 107", "end", "printer Laser"}));
+  QCOMPARE(output.lines,
+           (QStringList{"printer Etikett", "at 100 200", "portrait", "font Strichschrift", "at 100 200",
+                        "portrait", "bars 0 BC.107.1.23 " + Code128Text("BC.107.1.23"), "end", "at 300 400",
+                        "landscape", "column 100", "font Textschrift", "column 100", "line 107", "end",
+                        "printer Laser"}));
 }
 
 void TestLabelRun::drawnBars() {
   layout.barcode = true;
   layout.kind = BarcodeKind::Code39;
   print({kCombination});
-  QCOMPARE(output.lines, (QStringList{"printer Etikett", "at 100 200", "portrait", "bars 1 BC.107.2.4", "end",
-                                      "printer Laser"}));
+  QCOMPARE(output.lines,
+           (QStringList{"printer Etikett", "at 100 200", "portrait", "font Strichschrift", "at 100 200",
+                        "portrait", "bars 1 BC.107.2.4 *BC.107.2.4*", "end", "printer Laser"}));
 }
 
 void TestLabelRun::bothOnOneLabel() {
@@ -146,24 +131,42 @@ void TestLabelRun::bothOnOneLabel() {
   layout.vorlage = "startnr";
   print({kDiscipline});
   QCOMPARE(output.lines,
-           (QStringList{"printer Etikett", "at 100 200", "portrait", "bars 0 BC.107.1.23", "column 100",
+           (QStringList{"printer Etikett", "at 100 200", "portrait", "font Strichschrift", "at 100 200",
+                        "portrait", "bars 0 BC.107.1.23 " + Code128Text("BC.107.1.23"), "column 100",
                         "font Textschrift", "column 100", "line 107", "end", "printer Laser"}));
 }
 
-void TestLabelRun::barsInAFont() {
+void TestLabelRun::whatNoFontEncodes() {
   layout.barcode = true;
-  layout.eigeneBalken = false;
-  print({kDiscipline});
-  QCOMPARE(output.lines,
-           (QStringList{"printer Etikett", "at 100 200", "portrait", "font Strichschrift", "at 100 200",
-                        "portrait", "line " + Code128Text("BC.107.1.23"), "end", "printer Laser"}));
+  LabelShooter shooter{"10ü", 1, {}};
+  const LabelBarcode barcode = barcodeOf(kDiscipline, layout, shooter);
+  QCOMPARE(barcode.content, "BC.10ü.1.23");
+  QCOMPARE(barcode.encoded, "");
+}
+
+void TestLabelRun::aRunThatIsStopped() {
+  layout.barcode = true;
+  LabelRow row = kDiscipline;
+  row.anzahl = 3;
+  stopAfter = 2;
+  QCOMPARE(print({row, kCombination}), 2);
+  QCOMPARE(output.lines.count("end"), 2);
+  QCOMPARE(output.current, "Laser");
+  QCOMPARE(print({}), 0);
+}
+
+void TestLabelRun::withoutALabelPrinterTheCurrentOnePrints() {
+  layout.printer.clear();
+  layout.barcode = true;
+  QCOMPARE(print({kDiscipline}), 1);
+  QCOMPARE(output.lines.filter("printer"), QStringList("printer Laser"));
 }
 
 void TestLabelRun::ean13TakesTheShootersId() {
   layout.barcode = true;
   layout.kind = BarcodeKind::Ean13;
   print({kDiscipline});
-  QVERIFY(output.lines.contains("bars 2 400471110023"));
+  QVERIFY(output.lines.contains("bars 2 400471110023 " + EAN13Text("400471110023")));
 }
 
 void TestLabelRun::setsOfTheFirstStake() {

@@ -22,6 +22,11 @@ const QString kToday = "20.11.2026 10:00:00";
 const QString kAskDate = "Soll das Datum auf den aktuellen Tag angepasst werden?";
 const QString kAskAll = "Sollen alle Eingänge des Schützen unwiderruflich gelöscht werden?";
 
+/// What is asked before the open item of a failed settling is given up.
+QString staysOpen(const QString& how) {
+  return "Der offene Posten »Festabend« über 12,50 €" + how + "\r\nIst das so gewollt?";
+}
+
 }  // namespace
 
 class TestPayments : public QObject {
@@ -133,6 +138,7 @@ void TestPayments::settlingStopsWhereItFails() {
   QVERIFY(desk->UpdateStartNr("108", "", ""));
   const QString failure = till->refuse(StoreAct::Update, "ID", 2) + "\nFehler beim Verbuchen der OP!";
   till->dialogs.expect(failure, BoxAnswer::Abort).titled("Fehler").with(BoxButtons::AbortRetryIgnore);
+  till->dialogs.expect(staysOpen(" und alle folgenden bleiben offen."), BoxAnswer::Yes);
   payments().cmdOPVerbuchen();
   QCOMPARE(stored(), (QStringList{"1|0|15|" + kToday, "2|-1|12,5|19.11.2026 09:01:00", "3|-1|4|19.11.2026"}));
   QCOMPARE(shown(), (QStringList{"Startgeld|0|15|" + kToday, "Festabend|-1|12,5|19.11.2026 09:01:00",
@@ -143,6 +149,9 @@ void TestPayments::settlingAgainAfterARetry() {
   const QString failure = till->refuse(StoreAct::Update, "ID", 2) + "\nFehler beim Verbuchen der OP!";
   till->dialogs.expect(failure, BoxAnswer::Retry);
   till->dialogs.expect(failure, BoxAnswer::Ignore);
+  till->dialogs.expect(staysOpen(" bleibt offen."), BoxAnswer::No).presetting(BoxAnswer::No);
+  till->dialogs.expect(failure, BoxAnswer::Ignore);
+  till->dialogs.expect(staysOpen(" bleibt offen."), BoxAnswer::Yes);
   payments().cmdOPVerbuchen();
   QCOMPARE(stored(),
            (QStringList{"1|0|15|19.11.2026 09:00:00", "2|-1|12,5|19.11.2026 09:01:00", "3|0|4|" + kToday}));

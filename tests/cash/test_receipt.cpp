@@ -10,20 +10,11 @@
 #include "platform/runtime/error.h"
 #include "tests/cash/till.h"
 #include "tests/support/test_store.h"
-#include "tools/schema/schema_build.h"
 
 using namespace qk;
 using namespace qk::test;
 
 namespace {
-
-/// As the build makes it: a file, whatever engine the competition is on.
-void makeTemplate(const QString& path) {
-  QFile text(QK_SOURCE_DIR "/data/schema/ErgKasseDruck.txt");
-  QVERIFY(text.open(QIODevice::ReadOnly));
-  const Schema schema = parseSchema(QString::fromUtf8(text.readAll()), "ErgKasseDruck.txt");
-  createDatabase(path, [&](dao::Database& db) { buildSchema(db, schema); });
-}
 
 /// Reads the data file while the report would run on it.
 class ReadingDoor : public ReportDoor {
@@ -68,7 +59,7 @@ class TestReceipt : public QObject {
  private Q_SLOTS:
   void init() {
     till = std::make_unique<Till>();
-    makeTemplate(till->path("programm/ErgKasseDruck.mdb"));
+    makeReceiptTemplate(till->path("programm/ErgKasseDruck.mdb"));
     till->random.give({0.5});
     desk = std::make_unique<CashDesk>(till->workplace(), till->global);
     desk->sBez1 = "Jubiläumsschießen";

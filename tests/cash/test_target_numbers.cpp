@@ -13,27 +13,6 @@ namespace {
 
 using Tree = TargetNumbers::Tree;
 
-// Stacks 1 (bound to discipline 1), 2 (to combination 1), 3 (free, only for desk "B"), 4 (free); 5 isn't
-// shown.
-const char* const kStacks = R"(
-Zeilen Disziplin
-  ID | Name       | CmdIndex
-  1  | LG Meister | 2
-  2  | LG Glück   | 1
-
-Zeilen Kombination_Name
-  ID | Kombinationsname | CmdIndex
-  1  | Pokal            | 1
-
-Zeilen ScheibenNummern
-  ID | Bezeichnung | Scheibentyp | Startnummer | Endnummer | AktuelleNummer | VorgabeID | DisziKombi | Anzeigen | PCAnzeige | Sortierung
-  1  | Zehner      | LG          | 1           | 100       | 10             | 1         | 0          | 1        |           | 4
-  2  | Pokale      | LG          | 101         | 200       | 150            | 1         | 1          | 1        |           | 3
-  3  | Nur B       | LP          | 201         | 300       | 220            | 0         | 0          | 1        | AB        | 2
-  4  | Frei        | LP          | 301         | 400       | 310            | 0         | 0          | 1        |           | 1
-  5  | Weg         | LP          | 1           | 900       | 1              | 0         | 0          | 0        |           | 5
-)";
-
 const QString kChoose = "Bitte wählen Sie eine Disziplin/Kombination!";
 const QString kNotLast =
     "Die Nummer ist nicht die letzte vergebene Nummer des Stapels!\r\n"
@@ -48,9 +27,7 @@ class TestTargetNumbers : public QObject {
  private Q_SLOTS:
   void init() {
     till = std::make_unique<Till>();
-    till->fill(kStacks);
-    // The text columns of the rows above are empty, not Null.
-    till->execute("UPDATE ScheibenNummern SET PCAnzeige = '' WHERE ID <> 3");
+    till->fillStacks();
     desk = std::make_unique<CashDesk>(till->workplace(), till->global);
     desk->OpenDB();
     numbers = std::make_unique<TargetNumbers>(*desk);

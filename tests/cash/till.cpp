@@ -70,6 +70,25 @@ Zeilen Kasse_Schuetzenklassen
   4              | 2
 )";
 
+const char* const kStacks = R"(
+Zeilen Disziplin
+  ID | Name       | CmdIndex
+  1  | LG Meister | 2
+  2  | LG Glück   | 1
+
+Zeilen Kombination_Name
+  ID | Kombinationsname | CmdIndex
+  1  | Pokal            | 1
+
+Zeilen ScheibenNummern
+  ID | Bezeichnung | Scheibentyp | Startnummer | Endnummer | AktuelleNummer | VorgabeID | DisziKombi | Anzeigen | PCAnzeige | Sortierung
+  1  | Zehner      | LG          | 1           | 100       | 10             | 1         | 0          | 1        |           | 4
+  2  | Pokale      | LG          | 101         | 200       | 150            | 1         | 1          | 1        |           | 3
+  3  | Nur B       | LP          | 201         | 300       | 220            | 0         | 0          | 1        | AB        | 2
+  4  | Frei        | LP          | 301         | 400       | 310            | 0         | 0          | 1        |           | 1
+  5  | Weg         | LP          | 1           | 900       | 1              | 0         | 0          | 0        |           | 5
+)";
+
 const StoreOriginal& original() {
   static const StoreOriginal made([](const QString& file) {
     makeCompetition(file, {});
@@ -98,6 +117,13 @@ QString cellText(const QVariant& value) {
 
 }  // namespace
 
+void makeReceiptTemplate(const QString& path) {
+  QFile text(QK_SOURCE_DIR "/data/schema/ErgKasseDruck.txt");
+  if (!text.open(QIODevice::ReadOnly)) failTest("no text of the template");
+  const Schema schema = parseSchema(QString::fromUtf8(text.readAll()), "ErgKasseDruck.txt");
+  createDatabase(path, [&](dao::Database& db) { buildSchema(db, schema); });
+}
+
 Till::Till(Dialogs* real) : real_(real) {
   original().copyTo(competition());
   global.sWettkampf = competition();
@@ -110,6 +136,12 @@ std::unique_ptr<dao::Database> Till::store() const {
 
 void Till::fill(const QString& text) {
   buildSchema(*store(), parseSchema(text, "test"));
+}
+
+void Till::fillStacks() {
+  fill(kStacks);
+  // The text columns of the rows above are empty, not Null.
+  execute("UPDATE ScheibenNummern SET PCAnzeige = '' WHERE ID <> 3");
 }
 
 void Till::execute(const QString& query) {

@@ -25,6 +25,11 @@ class Till : public TestWorkplace {
 
   /// Adds the rows of a text such as "Zeilen Verein\n  ID | Name\n  12 | SV Grünau\n".
   void fill(const QString& text);
+  /// Disciplines 1 "LG Meister", 2 "LG Glück", combination 1 "Pokal", and stacks 1 "Zehner" (1 to 100, next
+  /// 10, of discipline 1), 2 "Pokale" (101 to 200, next 150, of the combination), 3 "Nur B" (for desks with
+  /// "AB"), 4 "Frei" (301 to 400, next 310, bound to nothing); 5 "Weg" isn't shown. The desk lists 4, 3,
+  /// 2, 1.
+  void fillStacks();
   /// Runs an action query.
   void execute(const QString& query);
   /// Lays the delivered templates and reports into the program's folder.
@@ -49,6 +54,9 @@ class Till : public TestWorkplace {
  private:
   Dialogs* real_;
 };
+
+/// The template of receipts as the build makes it: a file, whatever engine the competition is on.
+void makeReceiptTemplate(const QString& path);
 
 /// The questions and messages of the desk.
 inline const QString kLimitOne =

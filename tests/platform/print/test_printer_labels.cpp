@@ -99,18 +99,18 @@ class TestPrinterLabels : public QObject {
 
 void TestPrinterLabels::barsScan() {
   for (Symbology symbology : {Symbology::Code128, Symbology::Code39}) {
-    labels->printBars(symbology, "BC.107.1.23");
+    labels->printBarcode(symbology, "BC.107.1.23", "-");
     labels->endDocument();
     QCOMPARE(scanned(labels->page(labels->documents)), "BC.107.1.23");
   }
-  labels->printBars(Symbology::Ean13, "400010710023");
+  labels->printBarcode(Symbology::Ean13, "400010710023", "-");
   labels->endDocument();
   QCOMPARE(scanned(labels->page(3)).left(12), "400010710023");
 }
 
 void TestPrinterLabels::positionsAreTwips() {
   labels->moveTo(1440, 720);
-  labels->printBars(Symbology::Code39, "A");
+  labels->printBarcode(Symbology::Code39, "A", "-");
   labels->endDocument();
   const QRect black = ink(labels->page(1));
   QCOMPARE(black.left(), kDots + 10 * 2);  // an inch, and the quiet zone of ten modules
@@ -131,9 +131,9 @@ void TestPrinterLabels::linesFollowEachOther() {
 }
 
 void TestPrinterLabels::textStandsBelowTheBars() {
-  labels->printBars(Symbology::Code39, "A");
+  labels->printBarcode(Symbology::Code39, "A", "-");
   labels->endDocument();
-  labels->printBars(Symbology::Code39, "A");
+  labels->printBarcode(Symbology::Code39, "A", "-");
   labels->printLine("HHH");
   labels->endDocument();
   const QRect bars = ink(labels->page(1)), both = ink(labels->page(2));
@@ -169,7 +169,7 @@ void TestPrinterLabels::nothingPrintedIsNoDocument() {
 }
 
 void TestPrinterLabels::whatCantBeEncodedPrintsNothing() {
-  labels->printBars(Symbology::Ean13, "12");
+  labels->printBarcode(Symbology::Ean13, "12", "-");
   labels->endDocument();
   QCOMPARE(labels->documents, 0);
 }
