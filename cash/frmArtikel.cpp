@@ -126,7 +126,7 @@ void frmArtikel::connectControls() {
 void frmArtikel::setVisible(bool visible) {
   if (visible && !isVisible()) {
     Form_Load();
-    resize(QSize(1000, 640).boundedTo(screen()->availableSize() * 9 / 10));
+    resize(QSize(1280, 660).boundedTo(screen()->availableSize() * 95 / 100));
     ui_->TDBGrid1->setFocus();
   }
   QDialog::setVisible(visible);

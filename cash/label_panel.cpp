@@ -362,19 +362,37 @@ void LabelPanel::schedulePicture() {
   pictureTimer_.start(0);
 }
 
-/// The first label that would be printed, or one of the first discipline: a sample is better than nothing.
+/// Nobody asked for it: what keeps it from being shown stands in its place.
 void LabelPanel::showPicture() {
   if (!desk_ || !desk_->isOpen() || druckt_ || paper_.size.isEmpty()) return;
+  ui_->lblBildHinweis->hide();
+  try {
+    PictureLabels picture(paper_);
+    drawSample(picture);
+    showHints(picture);
+    if (picture.pictures().isEmpty())
+      ui_->picEtikett->setText("Es ist nichts zu drucken: »Drucken« bei Barcode oder Text ankreuzen.");
+    else
+      ui_->picEtikett->setImage(nebeneinander(picture.pictures()));
+  } catch (const Error& error) {
+    ui_->picEtikett->setText(error.description());
+  }
+}
+
+/// The first label that would be printed, or one of the first discipline: a sample is better than nothing.
+void LabelPanel::drawSample(LabelOutput& output) const {
   const std::vector<LabelRow> chosen = selection_->gewaehlt();
   const LabelRow row = chosen.empty() ? selection_->muster() : chosen.front();
   const LabelLayout layout = layoutOfLabels();
   const LabelShooter shooter = shooterOfLabels(desk_->purchase().isEmpty() ? -1 : 1);
-  const Workplace& workplace = desk_->workplace();
-  PictureLabels picture(paper_);
+  const int count = qMax(1, row.anzahl);
   LabelCopies copies(
-      textOf(row, layout, shooter), qMax(1, row.anzahl), qMax(1, row.anzahl),
-      [&workplace] { return workplace.clock.now(); }, [](int) {});
-  druckeEtikett(picture, layout, barcodeOf(row, layout, shooter), copies);
+      textOf(row, layout, shooter), count, count, [this] { return desk_->workplace().clock.now(); },
+      [](int) {});
+  druckeEtikett(output, layout, barcodeOf(row, layout, shooter), copies);
+}
+
+void LabelPanel::showHints(const PictureLabels& picture) {
   QStringList hints;
   if (picture.leavesPaper())
     hints += QString("Passt nicht auf das Papier (%1 × %2 mm): X, Y oder die Schrift verkleinern.")
@@ -384,10 +402,6 @@ void LabelPanel::showPicture() {
     hints += "Der Strichcode ist so nicht zu lesen: die Balken sind zu schmal, abgeschnitten oder verdeckt.";
   ui_->lblBildHinweis->setText(hints.join(u'\n'));
   ui_->lblBildHinweis->setVisible(!hints.isEmpty());
-  if (picture.pictures().isEmpty())
-    ui_->picEtikett->setText("Es ist nichts zu drucken: »Drucken« bei Barcode oder Text ankreuzen.");
-  else
-    ui_->picEtikett->setImage(nebeneinander(picture.pictures()));
 }
 
 }  // namespace qk

@@ -23,6 +23,8 @@ class LabelPanel;
 
 namespace qk {
 
+class PictureLabels;
+
 class LabelPanel : public QWidget {
   Q_OBJECT
 
@@ -63,6 +65,8 @@ class LabelPanel : public QWidget {
   int anzahlEtiketten() const;
   void schedulePicture();
   void showPicture();
+  void drawSample(LabelOutput& output) const;
+  void showHints(const PictureLabels& picture);
   LabelLayout layoutOfLabels() const;
   LabelShooter shooterOfLabels(int nRow) const;
   void versuche(const std::function<void()>& routine);

@@ -136,10 +136,10 @@ class TestBarcodeFonts : public QObject {
     label.printBarcode(Symbology::Code128, "BC.107.1.23", Code128Text("BC.107.1.23"));
     FontSpec text;
     text.name = "DejaVu Sans";
-    text.size = 40;
+    text.size = 60;
     text.bold = true;
     label.setFont(text);
-    label.moveTo(0, -60);
+    label.moveTo(0, -400);
     label.printLine("MMMMMMMM");
     label.endDocument();
     QVERIFY(label.unreadable());

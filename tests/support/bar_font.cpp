@@ -1,6 +1,7 @@
 #include "tests/support/bar_font.h"
 
 #include <QMap>
+#include <algorithm>
 #include <vector>
 
 #include "platform/print/bars.h"
@@ -164,7 +165,8 @@ QByteArray fontOf(const QString& family, const Glyphs& glyphs) {
   for (const Modules& modules : glyphs) {
     QByteArray shape = outline(modules);
     while (shape.size() % 4) shape.append('\0');
-    widths.u16(static_cast<int>(modules.size()) * kModule).u16(0);
+    const auto blank = std::find(modules.begin(), modules.end(), true) - modules.begin();
+    widths.u16(static_cast<int>(modules.size()) * kModule).u16(static_cast<int>(blank) * kModule);
     shapes.add(shape);
     places.u32(shapes.data().size());
   }
