@@ -65,6 +65,10 @@ EveningPrints sellAtTheCashDesk(Range& range, CashJournal& journal) {
   handTargetsOut(till);
   till.picture(range.picture("7-scheiben"));
   till.book();
+  till.changeShooter("103");
+  till.settleInClubCash("mnuVM_0", CashAct::Buyer::Club, "Königlich priv. FSG Würzbrunn");
+  till.sellInClubCash("mnuVM_1", CashAct::Buyer::Team, "Würzbrunn I", {"Mannschaftsgeld", "Mannschaftsgeld"});
+  till.changeShooter("116");
   till.takeFromStack("Stapel Teiler");
   till.putAllBack();
   till.takeFromStack("Stapel Teiler");

@@ -198,15 +198,19 @@ void Till::saveList(const QString& name, bool ofToday, const QString& pdf) {
 
 // ---- what is stored ----
 
+void Till::waitForNoOpenItem(const QString& list) {
+  program_.waitUntil("settling", [&] {
+    const QJsonArray rows = program_.items(list);
+    return std::none_of(rows.begin(), rows.end(),
+                        [](const QJsonValue& row) { return row.toArray()[2].toObject()["ticked"].toBool(); });
+  });
+}
+
 void Till::settleOpenItems() {
   show(kStored);
   const QDateTime from = QDateTime::currentDateTime();
   program_.click("frmFinanz/cmdOPVerbuchen");
-  program_.waitUntil("settling", [&] {
-    const QJsonArray rows = program_.items("frmFinanz/flexAll");
-    return std::none_of(rows.begin(), rows.end(),
-                        [](const QJsonValue& row) { return row.toArray()[2].toObject()["ticked"].toBool(); });
-  });
+  waitForNoOpenItem("frmFinanz/flexAll");
   note(CashAct::Kind::Settle, from);
 }
 
@@ -221,6 +225,42 @@ void Till::deleteFirstPayment(const QString& stake) {
   const QList<Bought> hand = std::exchange(hand_, {Bought{stake, {}, false}});
   note(CashAct::Kind::Delete, from);
   hand_ = hand;
+}
+
+// ---- clubs and teams ----
+
+void Till::inClubCash(const QString& entry, CashAct::Kind kind, CashAct::Buyer buyer, const QString& name,
+                      const std::function<void(CashAct& act)>& work) {
+  program_.click("frmFinanz/" + entry);
+  waitForWindow("frmVMKasse");
+  CashAct act{kind, buyer, name, {}, {}, QDateTime::currentDateTime(), {}};
+  work(act);
+  act.to = QDateTime::currentDateTime();
+  journal_.push_back(act);
+  program_.click("frmVMKasse/cmdClose");
+  waitForWindow("frmFinanz");
+}
+
+void Till::sellInClubCash(const QString& entry, CashAct::Buyer buyer, const QString& name,
+                          const QStringList& stakes) {
+  inClubCash(entry, CashAct::Kind::Book, buyer, name, [&](CashAct& act) {
+    for (const QString& stake : stakes) {
+      act.purchase << Bought{stake, {}, false};
+      program_.clickCell("frmVMKasse/lstAll", rowOf("frmVMKasse/lstAll", stake, 0), 0);
+      program_.click("frmVMKasse/cmdAdd");
+      program_.waitUntil("stake in hand",
+                         [&] { return program_.items("frmVMKasse/flex").size() == act.purchase.size(); });
+    }
+    program_.click("frmVMKasse/cmdVerbuchen");
+    program_.waitUntil("booking", [&] { return program_.items("frmVMKasse/flex").isEmpty(); });
+  });
+}
+
+void Till::settleInClubCash(const QString& entry, CashAct::Buyer buyer, const QString& name) {
+  inClubCash(entry, CashAct::Kind::Settle, buyer, name, [&](CashAct&) {
+    program_.click("frmVMKasse/cmdOPVerbuchen");
+    waitForNoOpenItem("frmVMKasse/flexAll");
+  });
 }
 
 // ---- numbered targets ----

@@ -46,6 +46,11 @@ class Till {
   void settleOpenItems();
   void deleteFirstPayment(const QString& stake);
 
+  // Clubs and teams, by an entry of "VM-Einlagen".
+  void sellInClubCash(const QString& entry, CashAct::Buyer buyer, const QString& name,
+                      const QStringList& stakes);
+  void settleInClubCash(const QString& entry, CashAct::Buyer buyer, const QString& name);
+
   // Numbered targets.
   void takeFromStack(const QString& stack, const QString& place = {});
   void takeSeveral(const QString& stack, int count);
@@ -63,7 +68,10 @@ class Till {
   void show(const QString& tab) { program_.choose("frmFinanz/SSTab1", tab); }
   int rowOf(const QString& list, const QString& text, int column);
   void choosePlace(const QString& place);
+  void inClubCash(const QString& entry, CashAct::Kind kind, CashAct::Buyer buyer, const QString& name,
+                  const std::function<void(CashAct& act)>& work);
   void saveShownReport(const QString& pdf);
+  void waitForNoOpenItem(const QString& list);
   void waitForWindow(const QString& name);
   void answerInput(const QString& prompt, const QString& typed);
   void waitForRows(qsizetype rows);
