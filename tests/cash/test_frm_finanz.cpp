@@ -64,6 +64,7 @@ class TestFrmFinanz : public QObject {
   void aDeskThatWaitsForItsFirstShooter();
   void aScanChoosesTheFirstShooter();
   void aShooterFromTheList();
+  void aLargeFontFitsTheSmallestScreen();
   void manners();
 
  private:
@@ -416,6 +417,25 @@ void TestFrmFinanz::aShooterFromTheList() {
   QTest::keyClick(&window(), Qt::Key_F5);
   QCOMPARE(desk->text("txtStartNr"), "107");
   QCOMPARE(desk->text("Label9"), "Grünau I");
+}
+
+void TestFrmFinanz::aLargeFontFitsTheSmallestScreen() {
+  desk->open("107", false);
+  QFont large = window().font();
+  large.setPointSizeF(1.5 * large.pointSizeF());
+  window().setFont(large);
+  QCoreApplication::processEvents();
+  // The tabs out of sight don't ask for room.
+  auto& tabs = desk->on<QTabWidget>("SSTab1");
+  int widest = 0;
+  for (int tab = 0; tab < tabs.count(); ++tab)
+    widest = std::max(widest, tabs.widget(tab)->minimumSizeHint().width());
+  QVERIFY(widest > tabs.currentWidget()->minimumSizeHint().width());
+  QVERIFY(tabs.minimumSizeHint().width() < widest);
+  const QSize least = window().minimumSizeHint();
+  // Less the frame of a window manager.
+  QVERIFY2(least.width() <= 1360, qPrintable(QString::number(least.width())));
+  QVERIFY2(least.height() <= 735, qPrintable(QString::number(least.height())));
 }
 
 void TestFrmFinanz::manners() {
