@@ -53,6 +53,9 @@ bool CashDesk::UpdateStartNr(const QString& sStartNr, const QString& sVerein, co
     if (!store_.isOpen()) step([&] { OpenDB(); });
     step([&] { found = store_.findeSchuetze(sStartNr_); });
     if (!found) return Q_EMIT shooterUnknown();
+    // Whatever fails from here on: nothing of the former shooter stands under the new name.
+    vm_ = {};
+    payments_.leere();
     readShooter(step, sVerein, sMann);
     Q_EMIT shooterShown();
     step([&] {

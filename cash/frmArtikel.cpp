@@ -147,6 +147,7 @@ void frmArtikel::Form_Load() {
     klassenGeaendert_ = false;
     fuelleEinlagen();
   });
+  ui_->SSTab1->setEnabled(database_ != nullptr);  // without a competition there is nothing to work on
 }
 
 // --- the two grids

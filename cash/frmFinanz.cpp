@@ -320,10 +320,10 @@ void frmFinanz::mnuOptEinlagen() {
   desk_.ladeSchuetzenNeu();
 }
 
-/// The purchase may hold numbers of stacks: what stands in the trees stays, the stacks are read anew.
 void frmFinanz::mnuOptScheiben() {
   zeigeFenster([this] { frmScheibenVerwaltung(workplace_, desk_.database(), this).exec(); });
-  ui_->panelScheiben->LoadScheibenStapel();
+  // Numbers in hand are counted in the list only: read anew, it would hand them out a second time.
+  if (ui_->panelScheiben->belegScheiben().empty()) ui_->panelScheiben->LoadScheibenStapel();
 }
 
 void frmFinanz::bearbeiteStapel(qint32 lStapelID) {

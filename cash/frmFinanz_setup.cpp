@@ -283,7 +283,9 @@ void frmFinanz::connectScans() {
 
 void frmFinanz::makeKeys() {
   const auto onKey = [this](const QKeySequence& key, std::function<void()> routine) {
-    connect(new QShortcut(key, this), &QShortcut::activated, this, [this, routine] { versuche(routine); });
+    auto* shortcut = new QShortcut(key, this);
+    shortcut->setAutoRepeat(false);  // a key that is held books, and prints, once
+    connect(shortcut, &QShortcut::activated, this, [this, routine] { versuche(routine); });
   };
   const auto zumKauf = [this](QWidget* widget) {
     ui_->SSTab1->setCurrentWidget(ui_->tabKauf);

@@ -41,6 +41,11 @@ void Payments::lade(const Payer& payer) {
   Q_EMIT changed();
 }
 
+void Payments::leere() {
+  flexAll_.setRows(1);
+  Q_EMIT changed();
+}
+
 bool Payments::finde(int row) {
   dao::Recordset* payments = store_.eingaenge();
   if (!payments) return false;

@@ -23,6 +23,8 @@ class Payments : public QObject {
   /// Opens the payment cursor and fills `flexAll`. Errors of the store pass; the rows of whoever was shown
   /// before are gone then.
   void lade(const Payer& payer);
+  /// No row is shown, until the next lade().
+  void leere();
   CashSums summen() const { return qk::summen(flexAll_); }
 
   /// What became of the operator's edit.

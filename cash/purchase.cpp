@@ -92,10 +92,12 @@ void Purchase::AddAnzahlFragen(qint32 lEinlageID) {
 void Purchase::AddArtikel(const QString& text) {
   reported(fehlerReport(workplace_.dialogs, "Fehler beim Ermitteln der Artikelnummer!"), [&](Steps& step) {
     std::optional<qint32> id;
+    const QString number = ArtikelNummerAusText(text);
+    if (number.isEmpty()) return;  // a stake without a number isn't meant by none
     step([&] {
       id.reset();
       const auto hits = store_.database().openRecordset("Select * from Kasse_Verwaltung where ArtikelNr = " +
-                                                        dao::sql::quoted(ArtikelNummerAusText(text)));
+                                                        dao::sql::quoted(number));
       if (!hits->eof()) id = FeldWert(*hits, "ID").toInt();
     });
     if (id) step([&] { AddKauf(*id); });

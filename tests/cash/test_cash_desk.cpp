@@ -39,6 +39,7 @@ class TestCashDesk : public QObject {
   void aChangeKeepsThePurchase();
   void aCompetitionThatIsGone();
   void aFailureWhileShowing();
+  void aShooterGivenUpLeavesNothingOfTheFormer();
 
  private:
   std::unique_ptr<Till> till;
@@ -142,7 +143,10 @@ void TestCashDesk::aCompetitionThatIsGone() {
 }
 
 void TestCashDesk::aFailureWhileShowing() {
+  till->fill("Zeilen Kasse_Eingang\n  Startnummer | KasseID | Offen | Betrag\n  107 | 1 | nein | 15\n");
   QVERIFY(desk->UpdateStartNr("107", "", ""));
+  QVERIFY(!desk->vm().entries.empty());
+  QCOMPARE(desk->payments().flexAll().rows(), 2);
   till->store()->dropTable("Kasse_Eingang");
   journal.clear();
   const QString failure = till->failureOf("Select * from Kasse_Eingang where Startnummer = '108'") +
@@ -152,6 +156,19 @@ void TestCashDesk::aFailureWhileShowing() {
   desk->UpdateStartNr("108", "", "");
   QCOMPARE(journal, (QStringList{"shooter", "vm", "payments"}));
   QCOMPARE(desk->payments().flexAll().rows(), 1);
+  QVERIFY(desk->vm().entries.empty());  // not those of the shooter before
+}
+
+void TestCashDesk::aShooterGivenUpLeavesNothingOfTheFormer() {
+  till->fill("Zeilen Kasse_Eingang\n  Startnummer | KasseID | Offen | Betrag\n  107 | 1 | nein | 15\n");
+  QVERIFY(desk->UpdateStartNr("107", "", ""));
+  till->store()->dropTable("Kasse_Eingang");
+  till->dialogs.expect(till->failureOf("Select * from Kasse_Eingang where Startnummer = '108'") +
+                           "\nFehler beim Aktualisieren der Schützendaten!",
+                       BoxAnswer::Abort);
+  QVERIFY(!desk->UpdateStartNr("108", "", ""));
+  QCOMPARE(desk->payments().flexAll().rows(), 1);
+  QVERIFY(desk->vm().entries.empty());
 }
 
 QTEST_MAIN(TestCashDesk)

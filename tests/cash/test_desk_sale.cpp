@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QTest>
 #include <memory>
 
@@ -49,6 +50,7 @@ class TestDeskSale : public QObject {
   void aDonation();
   void rowsGo();
   void aCorrectedAmount();
+  void aHeldKeyBooksOnce();
   void bookingByKeys();
   void theLastBookingStandsUntilTheNextPurchase();
   void bookingAndClosing();
@@ -210,6 +212,16 @@ void TestDeskSale::aCorrectedAmount() {
   QCOMPARE(desk->text("lblAktGesamt"), "1.250,00 €");
   QVERIFY(rows.setData(rows.index(0, CashColumn::Offen), Qt::Checked, Qt::CheckStateRole));
   QCOMPARE(desk->text("lblAktGesamt"), "0,00 €");
+}
+
+void TestDeskSale::aHeldKeyBooksOnce() {
+  int keys = 0;
+  for (const QShortcut* shortcut : window().findChildren<QShortcut*>()) {
+    if (shortcut->key() != QKeySequence(Qt::Key_F9)) continue;
+    ++keys;
+    QVERIFY(!shortcut->autoRepeat());
+  }
+  QCOMPARE(keys, 1);
 }
 
 void TestDeskSale::bookingByKeys() {

@@ -15,6 +15,7 @@
 #include "platform/grid/bound_rows.h"
 #include "platform/grid/text_grid.h"
 #include "platform/look/look.h"
+#include "platform/runtime/error.h"
 #include "tests/cash/till.h"
 #include "tests/support/drive.h"
 #include "tests/support/manners.h"
@@ -70,6 +71,7 @@ class TestFrmArtikel : public QObject {
     till.reset();
   }
 
+  void aCompetitionThatIsGone();
   void theFourTabs();
   void aChangedStake();
   void anEmptyPriceIsNothing();
@@ -124,6 +126,17 @@ class TestFrmArtikel : public QObject {
   std::unique_ptr<Till> till;
   std::unique_ptr<frmArtikel> window;
 };
+
+/// The server is away for a moment: nothing of the window acts on a competition that isn't there.
+void TestFrmArtikel::aCompetitionThatIsGone() {
+  window.reset();
+  till->global.sWettkampf = till->path("fort.qkk");
+  till->dialogs.expect("Fehler: 3024 - " + errorDescription(3024) + "\nFehler beim Laden der Einlagen!",
+                       BoxAnswer::Abort);
+  window = std::make_unique<frmArtikel>(till->workplace(), till->global);
+  window->show();
+  QVERIFY(!on<QTabWidget>("SSTab1").isEnabled());
+}
 
 void TestFrmArtikel::theFourTabs() {
   QCOMPARE(window->windowTitle(), "Kassenverwaltung - Einlagen");

@@ -36,6 +36,7 @@ class TestPurchase : public QObject {
   void theClassIsCheckedBeforeTheStake();
   void aStakeThatIsGoneAddsNothing();
   void aStakeOfClubsAddsNothing();
+  void anEmptyNumberIsNoStakes();
   void aStakeMadeMeanwhileIsSold();
   void theCheckReportsItsFailure();
   void aFreePriceIsAskedFor();
@@ -169,6 +170,13 @@ void TestPurchase::aStakeThatIsGoneAddsNothing() {
 void TestPurchase::aStakeOfClubsAddsNothing() {
   purchase().AddKauf(10);
   purchase().AddArtikel("900");
+  QCOMPARE(rows(), QStringList());
+}
+
+/// The empty field has the focus after each booking, and Enter is soon pressed.
+void TestPurchase::anEmptyNumberIsNoStakes() {
+  till->execute("UPDATE Kasse_Verwaltung SET ArtikelNr = '' WHERE ID = 2");
+  for (const char* text : {"", "4000000000000"}) purchase().AddArtikel(text);
   QCOMPARE(rows(), QStringList());
 }
 

@@ -67,6 +67,7 @@ class TestStackWindows : public QObject {
   void editingFromThePopup();
   void aNewOneFromThePopup();
   void theAdministration();
+  void numbersInHandAreNotHandedOutAgain();
   void theFirstStack();
   void anEditorThatIsGivenUp();
   void doubtsAreAsked();
@@ -189,6 +190,16 @@ void TestStackWindows::theAdministration() {
   });
   QVERIFY(till->dialogs.done() && windows->done());
   QCOMPARE(column(window(), "grdScheiben", 1), (QStringList{"Frei", "Nur B", "Pokale", "Zehner"}));
+}
+
+/// The list alone counts what is in hand: who looks at the administration meanwhile doesn't set it back.
+void TestStackWindows::numbersInHandAreNotHandedOutAgain() {
+  desk->show(1);
+  desk->on<TextGrid>("grdScheiben").setCurrentRow(4);
+  desk->press("cmdScheibeAdd");
+  QCOMPARE(column(window(), "grdScheiben", 3).last(), "11");
+  inAdministration([](QWidget&) {});
+  QCOMPARE(column(window(), "grdScheiben", 3).last(), "11");
 }
 
 void TestStackWindows::theFirstStack() {
