@@ -50,7 +50,7 @@ const char* const kBare =
     "s.Name COLLATE german, k.ID";
 
 const QString& competition() {
-  static const QTemporaryDir folder(QDir::tempPath() + "/listenXXXXXX");
+  static const QTemporaryDir folder;
   static const QString path = [] {
     const QString made = folder.filePath("kasse.qkk");
     test::makePaidCompetition(made, kShooters, kPayments);

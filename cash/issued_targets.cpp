@@ -34,6 +34,7 @@ IssuedTargets::IssuedTargets(CashDesk& desk) : desk_(desk), table_(IssuedColumn:
 }
 
 void IssuedTargets::LoadScheibenGesamt() {
+  if (desk_.sStartNr().isEmpty()) return;  // the first shooter's list stays: nobody's mustn't be it
   if (cursor_) {
     cursor_->requery();
   } else {

@@ -11,6 +11,8 @@
 namespace qk {
 namespace {
 
+constexpr int kMost = 32767;  // targets at once, as of stakes: more is a typing error
+constexpr int kOverflow = 6;
 constexpr double kMillisecondsOfADay = 24.0 * 60 * 60 * 1000;
 constexpr double kStampsOfADay = 1000000;
 const char* const kChooseFirst = "Bitte wählen Sie eine Disziplin/Kombination!";
@@ -131,6 +133,7 @@ void TargetNumbers::cmdScheibeAddAnzahl(int nRow, const View& view) {
   if (!hatStapel()) return cmdScheibeAdd(nRow, view);
   const double count = ZahlAusText(desk_.workplace().dialogs.input(
       "Bitte geben Sie die Anzahl der Scheibennummern ein:", "Scheibennummern"));
+  if (count > kMost) throw Error(kOverflow);
   View here = view;
   const QPersistentModelIndex selected = view.gewaehlt;
   for (int taken = 0; taken + 1 <= count; ++taken) {
@@ -192,6 +195,9 @@ void TargetNumbers::schreibeNaechste(qint32 stapelId, qint32 nummer) {
 
 void TargetNumbers::cmdScheibeRemove(const View& view) {
   if (!TargetTree::isTarget(view.gewaehlt)) return;
+  if (TargetTree::isStored(view.gewaehlt))
+    return desk_.workplace().dialogs.note(
+        "Diese Scheibe ist schon gespeichert; löschen lässt sie sich unter \"Scheiben Gesamt\".");
   const qint32 id = stapelIdOf(view.gewaehlt);
   if (id < 1) return entferne(view.vorn, view.gewaehlt);
   const int row = stacks_.findRow(QString::number(id));
@@ -235,6 +241,7 @@ void TargetNumbers::speichereScheiben(const QString& sStartNr, const QString& Bu
   for (Tree which : {Tree::Diszi, Tree::Kombi}) {
     std::unique_ptr<dao::Recordset> issued;
     tree(which).forEachTarget([&](const QModelIndex& target) {
+      if (TargetTree::isStored(target)) return;  // by a booking that failed afterwards: none is issued twice
       if (!issued) issued = desk_.database().openRecordset("Select * from Schuetzen_ScheibenNummern");
       issued->addNew();
       issued->setValue("Startnummer", sStartNr);
@@ -244,6 +251,7 @@ void TargetNumbers::speichereScheiben(const QString& sStartNr, const QString& Bu
       issued->setValue("DisziKombiID", diszikombiIdOf(target));
       if (const qint32 stapel = stapelIdOf(target); stapel > 0) issued->setValue("StapelID", stapel);
       issued->update();
+      tree(which).markStored(target);
     });
   }
 }

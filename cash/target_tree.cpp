@@ -1,6 +1,7 @@
 #include "cash/target_tree.h"
 
 #include <QBrush>
+#include <QFont>
 #include <QMimeData>
 
 #include "app/ground/temp_module.h"
@@ -11,6 +12,7 @@ namespace qk {
 namespace {
 
 constexpr int kKeyRole = Qt::UserRole;
+constexpr int kStoredRole = Qt::UserRole + 1;
 constexpr int kNoSuchNode = 35601;
 const QString kRoot = "Diszi";
 const QString kTarget = "Stapel";
@@ -73,6 +75,19 @@ bool TargetTree::move(const QModelIndex& moved, const QModelIndex& to) {
   QStandardItem* taken = itemFromIndex(moved.parent())->takeRow(moved.row()).first();
   itemFromIndex(root)->appendRow(taken);
   return true;
+}
+
+bool TargetTree::isStored(const QModelIndex& target) {
+  return target.data(kStoredRole).toBool();
+}
+
+void TargetTree::markStored(const QModelIndex& target) {
+  QStandardItem* item = itemFromIndex(target);
+  item->setData(true, kStoredRole);
+  QFont font = item->font();
+  font.setItalic(true);
+  item->setFont(font);
+  item->setToolTip("Diese Scheibe ist schon gespeichert.");
 }
 
 void TargetTree::forEachTarget(const std::function<void(const QModelIndex&)>& call) const {

@@ -36,6 +36,10 @@ class TargetTree : public QStandardItemModel {
   /// Puts a target below another root of the tree; false for what can't be moved.
   bool move(const QModelIndex& target, const QModelIndex& to);
 
+  /// A target whose row is stored already: a booking that failed behind it keeps the tree.
+  static bool isStored(const QModelIndex& target);
+  void markStored(const QModelIndex& target);
+
   void forEachTarget(const std::function<void(const QModelIndex& target)>& call) const;
 
   // Dragging a target inside the tree; the key travels.

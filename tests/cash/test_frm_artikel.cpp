@@ -31,15 +31,6 @@ Zeilen Schützenklassen
   20 | Damen         | D1  | 21        | 60        | 2          | nein
   21 | Senioren      | S1  | 61        | 99        | 0          | ja
 
-Zeilen Disziplin
-  ID | Name       | CmdIndex
-  1  | LG Meister | 2
-  2  | LG Glück   | 1
-
-Zeilen Kombination_Name
-  ID | Kombinationsname | CmdIndex
-  1  | Pokal            | 1
-
 Zeilen Kasse_DisziKombi
   ID | EinlageID | DisziKZ | DisziKombiID | Anzahl
   1  | 1         | 1       | 1            | 2
@@ -61,6 +52,7 @@ class TestFrmArtikel : public QObject {
   void initTestCase() { look::apply(*qApp, look::Scheme::Light); }
   void init() {
     till = std::make_unique<Till>();
+    till->fillDisciplines();
     till->fill(kMore);
     window = std::make_unique<frmArtikel>(till->workplace(), till->global);
     window->show();

@@ -76,6 +76,16 @@ class TestIssuedTargets : public QObject {
     QVERIFY(rows().isEmpty());
   }
 
+  void nobodysListIsNotTheFirst() {
+    desk->OpenDB();
+    till->dialogs.expect(kAskAll, BoxAnswer::Yes).titled("Hinweis");
+    issued->loescheAlleAusgaben();  // at a desk where no shooter was chosen yet
+    till->fill("Zeilen Schuetzen_ScheibenNummern\n  ID | Startnummer | Scheibennummer\n  4 | 107 | 12\n");
+    show("107");
+    QCOMPARE(rows().size(), 1);
+    QCOMPARE(issued->sStartNr(), "107");
+  }
+
   void deletingOne() {
     show("107");
     till->dialogs.expect(kAskOne, BoxAnswer::No).titled("Hinweis").with(BoxButtons::YesNo);

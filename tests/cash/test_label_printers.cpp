@@ -1,7 +1,5 @@
 // Labels on the printers of a real print server, from the desk's window to the printed page: what comes out
 // is rendered at the resolutions of label printers and read by a scanner.
-#include <ZXing/ReadBarcode.h>
-
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
@@ -15,6 +13,7 @@
 #include "platform/print/current_printer.h"
 #include "tests/cash/desk_window.h"
 #include "tests/support/print_server.h"
+#include "tests/support/read_bars.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -30,23 +29,6 @@ Zeilen Kasse_DisziKombi
   ID | EinlageID | DisziKZ | DisziKombiID | Anzahl
   1  | 1         | 1       | 1            | 2
 )";
-
-QString scanned(const QImage& page) {
-  const QImage gray = page.convertToFormat(QImage::Format_Grayscale8);
-  const ZXing::ImageView view(gray.constBits(), gray.width(), gray.height(), ZXing::ImageFormat::Lum,
-                              static_cast<int>(gray.bytesPerLine()));
-  const auto result = ZXing::ReadBarcode(view);
-  return result.isValid() ? QString::fromStdWString(result.text()) : "nothing read";
-}
-
-/// What is dark on a page, in dots.
-QRect ink(const QImage& image) {
-  QRect found;
-  for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x)
-      if (qGray(image.pixel(x, y)) < 128) found |= QRect(x, y, 1, 1);
-  return found;
-}
 
 }  // namespace
 
@@ -142,7 +124,7 @@ void TestLabelPrinters::labelsScan() {
   const QStringList files = printed(2);
   QCOMPARE(files.size(), 2);
   for (const QString& file : files)
-    for (int dots : {203, 300}) QCOMPARE(scanned(server->page(file, dots)).left(says.size()), says);
+    for (int dots : {203, 300}) QCOMPARE(barsOn(server->page(file, dots)).left(says.size()), says);
 }
 
 void TestLabelPrinters::positionsArePrinted() {
@@ -158,7 +140,7 @@ void TestLabelPrinters::positionsArePrinted() {
   trigger(desk->window(), "printbarcode");
   const QStringList files = printed(4);
   for (int dots : {203, 300}) {
-    const QRect before = ink(server->page(files[0], dots)), after = ink(server->page(files[2], dots));
+    const QRect before = inkOn(server->page(files[0], dots)), after = inkOn(server->page(files[2], dots));
     QCOMPARE(after.left(), before.left());
     const int moved = after.top() - before.top();
     QVERIFY2(qAbs(moved - dots / 2.54) <= 1.5, qPrintable(QString::number(moved)));
@@ -173,9 +155,9 @@ void TestLabelPrinters::theSecondLabelIsADocument() {
   buy();
   trigger(desk->window(), "printbarcode");
   const QStringList files = printed(4);
-  QCOMPARE(scanned(server->page(files[0], 203)), "BC.107.1.1");
-  QCOMPARE(scanned(server->page(files[1], 203)), "nothing read");
-  QVERIFY(!ink(server->page(files[1], 203)).isEmpty());
+  QCOMPARE(barsOn(server->page(files[0], 203)), "BC.107.1.1");
+  QCOMPARE(barsOn(server->page(files[1], 203)), "nothing read");
+  QVERIFY(!inkOn(server->page(files[1], 203)).isEmpty());
 }
 
 void TestLabelPrinters::theFormerPrinterComesBack() {
@@ -200,7 +182,7 @@ void TestLabelPrinters::aPausedQueueKeepsItsJobs() {
   QCOMPARE(till->payments().size(), 1);
   QCOMPARE(server->waiting("Etikett"), 2);
   server->resume("Etikett");
-  for (const QString& file : printed(2)) QCOMPARE(scanned(server->page(file, 203)), "BC.107.1.1");
+  for (const QString& file : printed(2)) QCOMPARE(barsOn(server->page(file, 203)), "BC.107.1.1");
 }
 
 void TestLabelPrinters::aPrinterThatVanishes() {

@@ -12,15 +12,6 @@ namespace {
 
 // Startgeld pays for two targets of discipline 1 and one of combination 1, Teiler for three of discipline 1.
 const char* const kPaid = R"(
-Zeilen Disziplin
-  ID | Name       | CmdIndex
-  1  | LG Meister | 2
-  2  | LG Glück   | 1
-
-Zeilen Kombination_Name
-  ID | Kombinationsname | CmdIndex
-  1  | Pokal            | 1
-
 Zeilen Kasse_DisziKombi
   ID | EinlageID | DisziKZ | DisziKombiID | Anzahl
   1  | 1         | 1       | 1            | 2
@@ -37,6 +28,7 @@ class TestLabelSelection : public QObject {
  private Q_SLOTS:
   void init() {
     till = std::make_unique<Till>();
+    till->fillDisciplines();
     till->fill(kPaid);
     desk = std::make_unique<CashDesk>(till->workplace(), till->global);
     desk->UpdateStartNr("107", "", "");

@@ -21,15 +21,6 @@ Zeilen Schützenklassen
   21 | Senioren      | S1  | 61        | 99        | 0          | ja
   22 | Jugend        | J1  | 15        | 18        | 0          | nein
 
-Zeilen Disziplin
-  ID | Name       | CmdIndex
-  1  | LG Meister | 2
-  2  | LG Glück   | 1
-
-Zeilen Kombination_Name
-  ID | Kombinationsname | CmdIndex
-  1  | Pokal            | 1
-
 Zeilen Kasse_DisziKombi
   ID | EinlageID | DisziKZ | DisziKombiID | Anzahl
   1  | 1         | 1       | 1            | 2
@@ -110,6 +101,7 @@ class TestStakeLinks : public QObject {
     QFETCH(QList<int>, classes);
     const auto on = [&](char box) { return boxes.contains(QLatin1Char(box)); };
     Till till;
+    till.fillDisciplines();
     till.fill(kMore);
     const auto found =
         klassenNachMerkmal(*till.store(), {on('f'), on('a'), on('d'), on('h'), on('b'), on('u')});
@@ -133,6 +125,7 @@ class TestStakeLinks : public QObject {
 
   void classesInTheirOrder() {
     Till till;
+    till.fillDisciplines();
     till.fill(kMore);
     QStringList names;
     for (const ShooterClass& each : ladeKlassen(*till.store())) names += each.Klasse;
@@ -153,6 +146,7 @@ class TestStakeLinks : public QObject {
 
   void whatAStakePaysFor() {
     Till till;
+    till.fillDisciplines();
     till.fill(kMore);
     const auto database = till.store();
     StakeTargets targets;
@@ -166,6 +160,7 @@ class TestStakeLinks : public QObject {
 
   void savingReplacesAll() {
     Till till;
+    till.fillDisciplines();
     till.fill(kMore);
     const auto database = till.store();
     StakeTargets targets;

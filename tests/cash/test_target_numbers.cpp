@@ -5,6 +5,7 @@
 
 #include "cash/target_numbers.h"
 #include "tests/cash/till.h"
+#include "tests/support/error_of.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -72,6 +73,8 @@ class TestTargetNumbers : public QObject {
   void moving();
   void dragging();
   void keysStayUnique();
+  void aStoredTargetIsStoredOnce();
+  void tooManyAtOnce();
   void booking();
   void bookingNextNumbers();
   void onTheReceipt();
@@ -249,6 +252,26 @@ void TestTargetNumbers::severalAtOnce() {
     numbers->cmdScheibeAddAnzahl(rowOf(1), {});
   }
   QCOMPARE(stacks().last(), "Zehner 13");
+}
+
+/// A booking failed behind the targets: the next one brings those that are new.
+void TestTargetNumbers::aStoredTargetIsStoredOnce() {
+  numbers->nummerEingegeben("4711", view(Tree::Diszi, 2));
+  numbers->speichereScheiben("107", "20.11.2026 10:00:00");
+  numbers->nummerEingegeben("4712", view(Tree::Diszi, 2));
+  numbers->speichereScheiben("107", "20.11.2026 10:00:00");
+  const QStringList both{"4711", "4712"};
+  QCOMPARE(till->read("Select * from Schuetzen_ScheibenNummern order by ID", {"Scheibennummer"}), both);
+  till->dialogs.expect(
+      "Diese Scheibe ist schon gespeichert; löschen lässt sie sich unter \"Scheiben Gesamt\".");
+  numbers->cmdScheibeRemove(view(Tree::Diszi, 2, 0));
+  QCOMPARE(tree(Tree::Diszi), QStringList{"LG Glück: 4711, 4712"});
+}
+
+void TestTargetNumbers::tooManyAtOnce() {
+  till->dialogs.expectInput("Bitte geben Sie die Anzahl der Scheibennummern ein:", "40000");
+  QCOMPARE(errorOf([&] { numbers->cmdScheibeAddAnzahl(rowOf(4), view(Tree::Diszi, 2)); }), 6);
+  QVERIFY(added.isEmpty());
 }
 
 void TestTargetNumbers::severalEndEarly() {

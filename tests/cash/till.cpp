@@ -70,7 +70,7 @@ Zeilen Kasse_Schuetzenklassen
   4              | 2
 )";
 
-const char* const kStacks = R"(
+const char* const kDisciplines = R"(
 Zeilen Disziplin
   ID | Name       | CmdIndex
   1  | LG Meister | 2
@@ -79,7 +79,9 @@ Zeilen Disziplin
 Zeilen Kombination_Name
   ID | Kombinationsname | CmdIndex
   1  | Pokal            | 1
+)";
 
+const char* const kStacks = R"(
 Zeilen ScheibenNummern
   ID | Bezeichnung | Scheibentyp | Startnummer | Endnummer | AktuelleNummer | VorgabeID | DisziKombi | Anzeigen | PCAnzeige | Sortierung
   1  | Zehner      | LG          | 1           | 100       | 10             | 1         | 0          | 1        |           | 4
@@ -138,7 +140,12 @@ void Till::fill(const QString& text) {
   buildSchema(*store(), parseSchema(text, "test"));
 }
 
+void Till::fillDisciplines() {
+  fill(kDisciplines);
+}
+
 void Till::fillStacks() {
+  fillDisciplines();
   fill(kStacks);
   // The text columns of the rows above are empty, not Null.
   execute("UPDATE ScheibenNummern SET PCAnzeige = '' WHERE ID <> 3");

@@ -25,7 +25,9 @@ class Till : public TestWorkplace {
 
   /// Adds the rows of a text such as "Zeilen Verein\n  ID | Name\n  12 | SV Grünau\n".
   void fill(const QString& text);
-  /// Disciplines 1 "LG Meister", 2 "LG Glück", combination 1 "Pokal", and stacks 1 "Zehner" (1 to 100, next
+  /// Disciplines 1 "LG Meister", 2 "LG Glück" (shown first), combination 1 "Pokal".
+  void fillDisciplines();
+  /// These, and stacks 1 "Zehner" (1 to 100, next
   /// 10, of discipline 1), 2 "Pokale" (101 to 200, next 150, of the combination), 3 "Nur B" (for desks with
   /// "AB"), 4 "Frei" (301 to 400, next 310, bound to nothing); 5 "Weg" isn't shown. The desk lists 4, 3,
   /// 2, 1.

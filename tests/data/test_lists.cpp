@@ -36,9 +36,7 @@ struct Figures {
 /// Made once for all tests.
 class Competition {
  public:
-  Competition() : folder_(QDir::tempPath() + "/listenXXXXXX") {
-    facts = makePaidCompetition(path(), 5000, 50000);
-  }
+  Competition() { facts = makePaidCompetition(path(), 5000, 50000); }
   QString path() const { return folder_.filePath("pokal.qkk"); }
   PaidCompetition facts;
 
@@ -244,8 +242,25 @@ class TestLists : public QObject {
     }
   }
 
+  void targetsOfADeletedStackAreNotByHand() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("scheiben.qkk");
+    makePaidCompetition(path, 1, 0);
+    dao::Database::open(path)->execute("DELETE * FROM Schuetzen_ScheibenNummern");
+    for (const char* stack : {"9901", "9902", "Null"})
+      dao::Database::open(path)->execute(
+          QString(
+              "INSERT INTO Schuetzen_ScheibenNummern (Startnummer, Scheibennummer, StapelID) VALUES ('1', "
+              "5, %1)")
+              .arg(stack));
+    const QStringList lines = linesOfReport("scheiben.rpt", path);
+    QCOMPARE(lines.count("(gelöschter Stapel)"), 2);
+    QCOMPARE(lines.count("(von Hand eingegeben)"), 1);
+    QVERIFY(lines.indexOf("(von Hand eingegeben)") > lines.lastIndexOf("(gelöschter Stapel)"));
+  }
+
   void everyListOfTheDeskRunsOnAnEmptyCompetition() {
-    const QTemporaryDir folder(QDir::tempPath() + "/leerXXXXXX");
+    const QTemporaryDir folder;
     const QString path = folder.filePath("leer.qkk");
     makePaidCompetition(path, 1, 0);
     const auto catalogue = dao::Database::open(QString(QK_PROGRAM_FOLDER) + "AwListenKasse.mdb", true);
@@ -259,7 +274,7 @@ class TestLists : public QObject {
   }
 
   void theReceiptSaysWhatWasBought() {
-    const QTemporaryDir folder(QDir::tempPath() + "/belegXXXXXX");
+    const QTemporaryDir folder;
     const QString path = folder.filePath("ZVA1.tmp");
     QVERIFY(QFile::copy(QString(QK_PROGRAM_FOLDER) + "ErgKasseDruck.mdb", path));
     {

@@ -16,4 +16,13 @@ inline QString barsOn(const QImage& picture) {
   return result.isValid() ? QString::fromStdWString(result.text()) : "nothing read";
 }
 
+/// What is dark on a page, in dots.
+inline QRect inkOn(const QImage& page) {
+  QRect found;
+  for (int y = 0; y < page.height(); ++y)
+    for (int x = 0; x < page.width(); ++x)
+      if (qGray(page.pixel(x, y)) < 128) found |= QRect(x, y, 1, 1);
+  return found;
+}
+
 }  // namespace qk::test

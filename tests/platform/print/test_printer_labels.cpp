@@ -1,6 +1,4 @@
 // Labels as they come out of a printer of 203 dots per inch: a file of pages that is looked at and scanned.
-#include <ZXing/ReadBarcode.h>
-
 #include <QFile>
 #include <QImage>
 #include <QPrinter>
@@ -10,6 +8,7 @@
 #include "platform/print/printer_labels.h"
 #include "platform/settings/settings.h"
 #include "tests/support/error_of.h"
+#include "tests/support/read_bars.h"
 #include "tests/support/test_workplace.h"
 
 using namespace qk;
@@ -50,22 +49,6 @@ class FileLabels : public PrinterLabels {
   TestWorkplace& place_;
 };
 
-QString scanned(const QImage& image) {
-  const ZXing::ImageView view(image.constBits(), image.width(), image.height(), ZXing::ImageFormat::Lum,
-                              static_cast<int>(image.bytesPerLine()));
-  const auto result = ZXing::ReadBarcode(view);
-  return result.isValid() ? QString::fromStdWString(result.text()) : "nothing read";
-}
-
-/// What is dark on a page, in dots.
-QRect ink(const QImage& image) {
-  QRect found;
-  for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x)
-      if (qGray(image.pixel(x, y)) < 128) found |= QRect(x, y, 1, 1);
-  return found;
-}
-
 }  // namespace
 
 class TestPrinterLabels : public QObject {
@@ -101,18 +84,18 @@ void TestPrinterLabels::barsScan() {
   for (Symbology symbology : {Symbology::Code128, Symbology::Code39}) {
     labels->printBarcode(symbology, "BC.107.1.23", "-");
     labels->endDocument();
-    QCOMPARE(scanned(labels->page(labels->documents)), "BC.107.1.23");
+    QCOMPARE(barsOn(labels->page(labels->documents)), "BC.107.1.23");
   }
   labels->printBarcode(Symbology::Ean13, "400010710023", "-");
   labels->endDocument();
-  QCOMPARE(scanned(labels->page(3)).left(12), "400010710023");
+  QCOMPARE(barsOn(labels->page(3)).left(12), "400010710023");
 }
 
 void TestPrinterLabels::positionsAreTwips() {
   labels->moveTo(1440, 720);
   labels->printBarcode(Symbology::Code39, "A", "-");
   labels->endDocument();
-  const QRect black = ink(labels->page(1));
+  const QRect black = inkOn(labels->page(1));
   QCOMPARE(black.left(), kDots + 10 * 2);  // an inch, and the quiet zone of ten modules
   QVERIFY2(qAbs(black.top() - kDots / 2) <= 1, qPrintable(QString::number(black.top())));
 }
@@ -124,7 +107,7 @@ void TestPrinterLabels::linesFollowEachOther() {
   labels->moveToColumn(0);
   labels->printLine("HHH");
   labels->endDocument();
-  const QRect one = ink(labels->page(1)), two = ink(labels->page(2));
+  const QRect one = inkOn(labels->page(1)), two = inkOn(labels->page(2));
   QCOMPARE(two.topLeft(), one.topLeft());
   QCOMPARE(two.width(), one.width());
   QVERIFY(two.height() > 2 * one.height());
@@ -136,10 +119,10 @@ void TestPrinterLabels::textStandsBelowTheBars() {
   labels->printBarcode(Symbology::Code39, "A", "-");
   labels->printLine("HHH");
   labels->endDocument();
-  const QRect bars = ink(labels->page(1)), both = ink(labels->page(2));
+  const QRect bars = inkOn(labels->page(1)), both = inkOn(labels->page(2));
   const int capital = 12 * kDots / 72 / 2;  // at least half the font's size
   QVERIFY(both.bottom() > bars.bottom() + capital);
-  QCOMPARE(scanned(labels->page(2)), "A");
+  QCOMPARE(barsOn(labels->page(2)), "A");
 }
 
 void TestPrinterLabels::orientation() {
@@ -159,7 +142,7 @@ void TestPrinterLabels::eachLabelIsADocument() {
   labels->printLine("HHH");
   labels->endDocument();
   QCOMPARE(labels->documents, 2);
-  QVERIFY(ink(labels->page(2)).top() < ink(labels->page(1)).top());  // from the corner again
+  QVERIFY(inkOn(labels->page(2)).top() < inkOn(labels->page(1)).top());  // from the corner again
 }
 
 void TestPrinterLabels::nothingPrintedIsNoDocument() {

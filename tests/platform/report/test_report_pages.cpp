@@ -63,7 +63,7 @@ void makeStore(const QString& path) {
 
 class Store {
  public:
-  Store() : folder_(QDir::tempPath() + "/berichtXXXXXX") {
+  Store() {
     static const StoreOriginal original(makeStore);
     original.copyTo(path());
   }
