@@ -22,6 +22,7 @@ const QStringList kRooms = {"platform/runtime",
                             "shooters/",
                             "link/linecontrol/",
                             "cash/",
+                            "evaluation/",
                             "app/",
                             "tools/",
                             "tests/"};
@@ -98,6 +99,8 @@ class TestHouse : public QObject {
     QVERIFY(mayInclude("app/a.cpp", "cash/b.h"));
     QVERIFY(!mayInclude("shooters/a.cpp", "cash/b.h"));
     QVERIFY(!mayInclude("cash/a.cpp", "app/b.h"));
+    QVERIFY(mayInclude("app/a.cpp", "evaluation/b.h"));
+    QVERIFY(!mayInclude("cash/a.cpp", "evaluation/b.h"));
   }
 
   void noIncludePointsUp() {
