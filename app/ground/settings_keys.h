@@ -63,6 +63,7 @@ inline constexpr SettingKey Exportpfad{kFamilie, kDaten, u"Exportpfad"};
 inline constexpr SettingKey SystemVerzeichnisUser{kFamilie, kDaten, u"SystemVerzeichnisUser"};
 inline constexpr SettingKey SpeichernVortag{kFamilie, kDaten, u"SpeichernVortag", u"0"};
 inline constexpr SettingKey AnzeigeScreen{kFamilie, kDaten, u"AnzeigeScreen", u"1"};
+inline constexpr SettingKey Schnelldruckzusatz{kFamilie, kDaten, u"Schnelldruckzusatz", u"-1"};
 inline constexpr SettingKey Oberflaeche{kFamilie, kAllgemein, u"Oberflaeche", u"1111111"};
 inline constexpr SettingKey OberflaechePasswort{kFamilie, kAllgemein, u"OberflaechePasswort"};
 inline constexpr SettingKey Caption{kFamilie, kHaering, u"Caption"};
