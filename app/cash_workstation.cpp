@@ -13,7 +13,7 @@ CashWorkstation::CashWorkstation(const Workplace& workplace, GlobalVariablen& gl
       global_(global),
       opening_(workplace, global),
       papers_(workplace),
-      reports_(workplace, {papers_.current, papers_.asking}),
+      reports_(workplace, {papers_.current, papers_.asking}, keys::BerichtsfensterKasse.toString()),
       window_(workplace, global, reports_) {
   opening_.onOpenDialog = [this](Steps& step) { openDialog(step); };
   window_.setOhneScheibenNummern(false);

@@ -4,9 +4,9 @@
 #include <memory>
 
 #include "app/competition_opening.h"
+#include "app/ground/control_door.h"
 #include "app/ground/global_variablen.h"
 #include "app/ground/printing.h"
-#include "cash/control_door.h"
 #include "cash/frmFinanz.h"
 #include "platform/workplace.h"
 

@@ -12,12 +12,13 @@
 
 #include "app/competition_opening.h"
 #include "app/exchange_watch.h"
+#include "app/ground/control_door.h"
 #include "app/ground/global_variablen.h"
 #include "app/ground/printing.h"
+#include "app/ground/settings_keys.h"
 #include "app/line_marks.h"
 #include "app/line_tree.h"
 #include "app/success_line.h"
-#include "cash/control_door.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/workplace.h"
 
@@ -137,7 +138,7 @@ class frmLindorm : public QMainWindow {
   Workplace workplace_;
   GlobalVariablen& global_;
   ProgramPapers papers_{workplace_};
-  ControlDoor reports_{workplace_, {papers_.current, papers_.asking}};
+  ControlDoor reports_{workplace_, {papers_.current, papers_.asking}, keys::BerichtsfensterKasse.toString()};
   std::unique_ptr<Ui::frmLindorm> ui_;
   CompetitionOpening opening_;
   LineTree tree_;

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "cash/report_door.h"
+#include "app/ground/report_door.h"
 #include "platform/dao/database.h"
 #include "platform/workplace.h"
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "cash/report_door.h"
+#include "app/ground/report_door.h"
 #include "cash/target_evaluation.h"
 #include "platform/workplace.h"
 

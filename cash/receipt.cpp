@@ -1,10 +1,10 @@
 #include "cash/receipt.h"
 
+#include "app/ground/print_data.h"
 #include "app/ground/temp_module.h"
 #include "cash/amounts.h"
 #include "cash/cash_desk.h"
 #include "cash/cash_rows.h"
-#include "cash/print_data.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/dialog/dialogs.h"
@@ -78,7 +78,7 @@ std::vector<Receipt::Zeile> belegZeilen(const TextTable& rows, const QString& da
 }
 
 QString schreibeBelegDatei(const Workplace& workplace, const Receipt& receipt) {
-  const QString path = kopiereVorlage(workplace, "ErgKasseDruck.mdb", "ZVA");
+  const QString path = kopiereVorlage(workplace, Programmverzeichnis() + "ErgKasseDruck.mdb", "ZVA");
   const auto file = dao::Database::open(path);
   fill(*file, receipt);
   return path;

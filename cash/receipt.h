@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "cash/report_door.h"
+#include "app/ground/report_door.h"
 #include "platform/grid/text_table.h"
 #include "platform/workplace.h"
 

@@ -2,10 +2,10 @@
 
 #include <QScopeGuard>
 
+#include "app/ground/print_data.h"
 #include "app/ground/temp_module.h"
 #include "cash/cash_desk.h"
 #include "cash/diszi_kombi.h"
-#include "cash/print_data.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/sql/quote.h"
 
@@ -52,7 +52,7 @@ void fill(dao::Database& file, const StartCard& card) {
 void print(const Workplace& workplace, ReportDoor& reports, const StartCard& card) {
   ReportOrder order;
   const auto gone = qScopeGuard([&] { loescheDatendatei(workplace, order.dataFile); });
-  order.dataFile = kopiereVorlage(workplace, "Startkarte.mdb", "ZVK");
+  order.dataFile = kopiereVorlage(workplace, Programmverzeichnis() + "Startkarte.mdb", "ZVK");
   fill(*dao::Database::open(order.dataFile), card);
   order.reportFile = Programmverzeichnis() + "startkarte.rpt";
   order.titel = "Startkarte " + card.Startnummer;

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "cash/report_door.h"
+#include "app/ground/report_door.h"
 #include "platform/workplace.h"
 
 namespace qk {

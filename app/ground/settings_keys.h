@@ -124,6 +124,11 @@ inline constexpr QStringView KasseFlexAll = u"KasseFlexAll";                    
 inline constexpr QStringView KasseScheibenGrid = u"KasseScheibenGrid";          // stacks
 inline constexpr QStringView KasseScheibenGridAlle = u"KasseScheibenGridAlle";  // issued targets
 
+// Places of report windows (application Tarvex-40, section Anzeige): what ends the names of their four
+// values.
+inline constexpr QStringView BerichtsfensterKasse = u"Kasse";
+inline constexpr QStringView BerichtsfensterKurzauswertung = u"";
+
 // Names of fonts for SchriftLaden and SchriftSpeichern (application Tarvex, section Häring).
 inline constexpr QStringView FlexFont = u"FlexFont";              // shot grid
 inline constexpr QStringView FontHDisziplin = u"FontHDisziplin";  // discipline grid

@@ -6,9 +6,9 @@
 
 #include "cash/frmFinanz.h"
 #include "platform/grid/text_grid.h"
-#include "tests/cash/report_doors.h"
 #include "tests/cash/till.h"
 #include "tests/support/drive.h"
+#include "tests/support/report_doors.h"
 
 namespace qk::test {
 

@@ -3,9 +3,9 @@
 
 #include "cash/cash_reports.h"
 #include "platform/dao/recordset.h"
-#include "tests/cash/report_doors.h"
 #include "tests/cash/till.h"
 #include "tests/support/error_of.h"
+#include "tests/support/report_doors.h"
 #include "tests/support/test_store.h"
 
 using namespace qk;

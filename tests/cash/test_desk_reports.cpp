@@ -13,8 +13,8 @@
 #include <QTest>
 #include <memory>
 
+#include "app/ground/control_door.h"
 #include "app/ground/settings_keys.h"
-#include "cash/control_door.h"
 #include "cash/frmKasseReports.h"
 #include "cash/frmTageswahl.h"
 #include "platform/dialog/message_boxes.h"
@@ -49,7 +49,8 @@ class TestDeskReports : public QObject {
     till->random.give({0.1, 0.2, 0.3});
     direct = std::make_unique<ImagePaper>(QSizeF(148, 210));
     asked = std::make_unique<ImagePaper>(QSizeF(148, 210));
-    door = std::make_unique<ControlDoor>(till->workplace(), ReportControl::Papers{*direct, *asked});
+    door = std::make_unique<ControlDoor>(till->workplace(), ReportControl::Papers{*direct, *asked},
+                                         keys::BerichtsfensterKasse.toString());
     desk = std::make_unique<DeskWindow>(*till, *door);
   }
   void cleanup() {

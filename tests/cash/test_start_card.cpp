@@ -8,10 +8,10 @@
 #include "platform/report/document.h"
 #include "platform/report/parser.h"
 #include "platform/runtime/clock.h"
-#include "tests/cash/report_doors.h"
 #include "tests/cash/till.h"
 #include "tests/platform/report/printed.h"
 #include "tests/support/read_bars.h"
+#include "tests/support/report_doors.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -1,4 +1,4 @@
-#include "cash/print_data.h"
+#include "app/ground/print_data.h"
 
 #include "app/ground/temp_module.h"
 #include "platform/dao/store_files.h"
@@ -10,7 +10,7 @@ namespace qk {
 QString kopiereVorlage(const Workplace& workplace, const QString& sVorlage, const QString& prefix) {
   const QString path = TempDateiName(workplace, prefix);
   try {
-    workplace.files.copy(Programmverzeichnis() + sVorlage, path);
+    workplace.files.copy(sVorlage, path);
   } catch (const Error&) {
     DateiLoeschen(workplace.files, path);  // the name was taken by an empty file
     throw;

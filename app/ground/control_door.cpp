@@ -1,15 +1,8 @@
-#include "cash/control_door.h"
+#include "app/ground/control_door.h"
 
 #include "app/ground/temp_module_ui.h"
 
 namespace qk {
-
-namespace {
-
-/// Under which the place of report windows is kept.
-const char* const kWindowSuffix = "Kasse";
-
-}  // namespace
 
 void ControlDoor::run(const ReportOrder& order) {
   report::Order shown;
@@ -18,7 +11,7 @@ void ControlDoor::run(const ReportOrder& order) {
   shown.subreport = order.unterbericht;
   shown.subreportFile = order.unterberichtDatei;
   shown.windowTitle = order.titel;
-  shown.place = [this](QWidget& window) { AnzeigeLage(workplace_, window, kWindowSuffix); };
+  shown.place = [this](QWidget& window) { AnzeigeLage(workplace_, window, sLage_); };
   shown.zoom = order.zoom;
   shown.destination = order.ziel == ReportOrder::Ziel::Drucker ? report::Order::Destination::Printer
                                                                : report::Order::Destination::Window;

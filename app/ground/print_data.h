@@ -8,7 +8,8 @@
 
 namespace qk {
 
-/// A fresh copy of the template beside the program; its path. Errors pass; nothing is left then.
+/// A fresh copy of the template; its path. Errors pass; nothing is left then.
+/// `sVorlage`: full path. `prefix`: with what the copy's name begins.
 QString kopiereVorlage(const Workplace& workplace, const QString& sVorlage, const QString& prefix);
 
 /// Removes it, with all that reading it has left. Nobody has it open.

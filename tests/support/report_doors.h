@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "cash/report_door.h"
+#include "app/ground/report_door.h"
 #include "platform/runtime/error.h"
 #include "tests/support/expectations.h"
 
