@@ -12,20 +12,10 @@ namespace {
 constexpr int kLongestFile = 600;
 
 // From the ground up. A file may include its own room and those before it.
-const QStringList kRooms = {"platform/runtime",
-                            "platform/",
-                            "data/icons/",
-                            "app/ground/",
-                            "targetconfig/",
-                            "link/",
-                            "capture/",
-                            "shooters/",
-                            "link/linecontrol/",
-                            "cash/",
-                            "evaluation/",
-                            "app/",
-                            "tools/",
-                            "tests/"};
+const QStringList kRooms = {
+    "platform/runtime", "platform/", "data/icons/",       "app/ground/", "targetconfig/", "link/",
+    "capture/",         "shooters/", "link/linecontrol/", "cash/",       "evaluation/",   "app/",
+    "tools/",           "tests/"};
 // Rooms above app/ that only end in programs.
 const QStringList kRoofs = {"data/", "benchmarks/"};
 
