@@ -1,8 +1,7 @@
 #include "platform/dao/stored_rows.h"
 
-#include <QDataStream>
-#include <QIODevice>
-#include <QSet>
+#include <QMultiHash>
+#include <algorithm>
 
 #include "platform/dao/engine.h"
 #include "platform/dao/sql/parser.h"
@@ -11,11 +10,12 @@
 namespace qk::dao {
 namespace {
 
-QByteArray contentOf(const QVariantList& row) {
-  QByteArray bytes;
-  QDataStream stream(&bytes, QIODevice::WriteOnly);
-  stream << row;
-  return bytes;
+/// Rows by the text of their first column, which is an ID in most lists: few are left to compare whole.
+using RowsByFirst = QMultiHash<QString, NativeRow>;
+
+bool holds(const RowsByFirst& rows, const NativeRow& row) {
+  const auto [begin, end] = rows.equal_range(row.first().toString());
+  return std::find(begin, end, row) != end;
 }
 
 }  // namespace
@@ -65,14 +65,14 @@ void StoredRows::find(const QString& criterion, const std::function<bool(const K
   const sql::NativeQuery query = engine_->writer().select(outer);
 
   readRows();
-  QSet<QByteArray> matching;
+  RowsByFirst matching;
   engine_->read(query.text, query.values, [&](const NativeRow& row) {
-    matching.insert(contentOf(row));
+    matching.insert(row.first().toString(), row);
     return true;
   });
   if (matching.isEmpty()) return;
   for (size_t i = 0; i < rows_.size(); ++i)
-    if (matching.contains(contentOf(rows_[i])) && !take({static_cast<qlonglong>(i)})) return;
+    if (holds(matching, rows_[i]) && !take({static_cast<qlonglong>(i)})) return;
 }
 
 bool StoredRows::mayCome(const Key&) const {

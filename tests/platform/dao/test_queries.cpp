@@ -126,6 +126,13 @@ class TestQueries : public QObject {
     QVERIFY(rows->noMatch());
   }
 
+  void rowsThatBeginAlikeAreToldApart() {
+    const auto rows = database_->openRecordset(
+        "SELECT KundeID, ID FROM Belege UNION SELECT KundeID, ID + 100 FROM Belege ORDER BY KundeID, ID");
+    rows->findFirst("ID = 111");
+    QCOMPARE(rows->value("ID").toInt(), 111);
+  }
+
   void aJoinedUnionIsRead() {
     const auto rows = database_->openRecordset(
         "SELECT Belege.*, Quelle.Name as Vorgabe FROM Belege LEFT JOIN (SELECT Name, ID, 0 as Art from "
