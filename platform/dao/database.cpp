@@ -2,6 +2,7 @@
 
 #include "platform/dao/cursor.h"
 #include "platform/dao/engine.h"
+#include "platform/dao/joined_update.h"
 #include "platform/dao/right_to_write.h"
 #include "platform/dao/select_into.h"
 #include "platform/dao/select_plan.h"
@@ -76,6 +77,9 @@ int Database::execute(const QString& text) {
     return selectInto(*engine_, std::move(*select));
   }
   sql::resolve(statement, *engine_->catalogue());
+  if (auto* update = std::get_if<sql::Update>(&statement);
+      update && std::holds_alternative<sql::Join>(update->source->node))
+    return withRightToWrite([&] { return updateOverJoin(*engine_, std::move(*update)); });
   const sql::NativeQuery query = engine_->writer().statement(statement);
   return withRightToWrite([&] { return engine_->execute(query.text, query.values); });
 }

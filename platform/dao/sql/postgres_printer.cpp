@@ -358,13 +358,21 @@ void PostgresPrinter::updateOverJoin(const Update& update, const TableSource& ta
   }
   text_ += " FROM ";
   source(*update.source);
-  where(update.where);
+  whereItDiffers(update, target);
   text_ += ") AS qk_new";
   for (qsizetype i = 0; i < key.size(); ++i) {
     text_ += i == 0 ? " WHERE qk_target." : " AND qk_target.";
     name(key[i]);
     text_ += QString(" = qk_new.k%1").arg(i);
   }
+}
+
+void PostgresPrinter::differs(const TableSource& target, const Assignment& assignment) {
+  storedColumn(target, assignment.column.name);
+  if (assignment.kind == Kind::Text) text_ += " COLLATE \"C\"";
+  text_ += " IS DISTINCT FROM (";
+  stored(*assignment.value, assignment.kind);
+  text_ += u')';
 }
 
 void PostgresPrinter::rowOfJoin(const Delete& remove, const TableSource& target) {

@@ -40,6 +40,7 @@ class PostgresPrinter final : public Printer {
   void core(const Select& select, const std::vector<Kind>& wanted) override;
   void star(const SelectItem& item, const Select& select) override;
   void updateOverJoin(const Update& update, const TableSource& target) override;
+  void differs(const TableSource& target, const Assignment& assignment) override;
   void rowOfJoin(const Delete& remove, const TableSource& target) override;
   void groupOfAll() override {}
 

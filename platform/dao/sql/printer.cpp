@@ -16,6 +16,12 @@ const TableSource* findTable(const Source& source, const QString& name) {
   return isJoin(printedRight(*join)) ? nullptr : findTable(printedRight(*join), name);
 }
 
+const TableSource& targetOf(const Update& update) {
+  const TableSource* target = findTable(*update.source, update.set.front().column.table);
+  if (!target) throw Error(3073);
+  return *target;
+}
+
 }  // namespace
 
 const Source& printedRight(const Join& join) {
@@ -163,11 +169,7 @@ void Printer::tableSource(const TableSource& table) {
 void Printer::update(const Update& update) {
   text_ += "UPDATE ";
   const TableSource* table = tableOf(*update.source);
-  if (!table) {
-    const TableSource* target = findTable(*update.source, update.set.front().column.table);
-    if (!target) throw Error(3073);
-    return updateOverJoin(update, *target);
-  }
+  if (!table) return updateOverJoin(update, targetOf(update));
   qualified_ = false;
   tableSource(*table);
   text_ += " SET ";
@@ -178,6 +180,34 @@ void Printer::update(const Update& update) {
     stored(*update.set[i].value, update.set[i].kind);
   }
   where(update.where);
+}
+
+void Printer::keysToChange(const Update& update, const QString& key) {
+  const TableSource& target = targetOf(update);
+  text_ += "SELECT ";
+  storedColumn(target, key);
+  text_ += " FROM ";
+  source(*update.source);
+  whereItDiffers(update, target);
+}
+
+void Printer::whereItDiffers(const Update& update, const TableSource& target) {
+  text_ += " WHERE (";
+  if (update.where) {
+    condition(*update.where);
+    text_ += ") AND (";
+  }
+  for (std::size_t i = 0; i < update.set.size(); ++i) {
+    if (i > 0) text_ += " OR ";
+    differs(target, update.set[i]);
+  }
+  text_ += u')';
+}
+
+void Printer::storedColumn(const TableSource& target, const QString& column) {
+  name(nameOf(target));
+  text_ += u'.';
+  name(column);
 }
 
 void Printer::where(const ExpressionPtr& expression) {

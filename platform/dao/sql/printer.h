@@ -25,6 +25,8 @@ class Printer {
   void bare(const Select& select);
   void source(const Source& source);
   void update(const Update& update);
+  /// A select of the keys of the rows that the update over a join would change.
+  void keysToChange(const Update& update, const QString& key);
   void remove(const Delete& remove);
   void insert(const Insert& insert);
   virtual void orderItem(const OrderItem& item) = 0;
@@ -40,6 +42,8 @@ class Printer {
   /// What stands for "*" or "t.*".
   virtual void star(const SelectItem& item, const Select& select) = 0;
   virtual void updateOverJoin(const Update& update, const TableSource& target) = 0;
+  /// Whether a stored value is another one than its new value, letter by letter; Null equals Null.
+  virtual void differs(const TableSource& target, const Assignment& assignment) = 0;
   /// The condition "its row is one of those that the join brings".
   virtual void rowOfJoin(const Delete& remove, const TableSource& target) = 0;
   /// HAVING without GROUP BY: the whole result is one group.
@@ -81,6 +85,10 @@ class Printer {
   void call(const char* function, const Expression& argument, const char* tail = ")");
   void qualify(const Select& select);
   void where(const ExpressionPtr& expression);
+  /// The condition of an update over a join, which leaves out the rows that are right already: writing them
+  /// would cost, and lock others out.
+  void whereItDiffers(const Update& update, const TableSource& target);
+  void storedColumn(const TableSource& target, const QString& column);
   void groups(const Select& select);
   void items(const Select& select, const std::vector<Kind>& wanted);
   void from(const std::vector<SourcePtr>& sources);

@@ -25,6 +25,10 @@ NativeQuery PrintingWriter::statement(const Statement& statement) const {
   });
 }
 
+NativeQuery PrintingWriter::keysToChange(const Update& update, const QString& key) const {
+  return printed([&](Printer& printer) { printer.keysToChange(update, key); });
+}
+
 NativeQuery PrintingWriter::select(const Select& select) const {
   return printed([&](Printer& printer) { printer.select(select); });
 }

@@ -11,6 +11,7 @@ namespace qk::dao::sql {
 class PrintingWriter : public Writer {
  public:
   NativeQuery statement(const Statement& statement) const override;
+  NativeQuery keysToChange(const Update& update, const QString& key) const override;
   NativeQuery select(const Select& select) const override;
   NativeQuery bare(const Select& select) const override;
   /// Columns stand with their source's name.

@@ -67,8 +67,15 @@ void SqlitePrinter::updateOverJoin(const Update& update, const TableSource& targ
   }
   text_ += " FROM ";
   source(*update.source);
-  where(update.where);
+  whereItDiffers(update, target);
   text_ += QString(") AS ") + kNewValues + " WHERE " + kTarget + ".rowid = " + kNewValues + ".r";
+}
+
+void SqlitePrinter::differs(const TableSource& target, const Assignment& assignment) {
+  storedColumn(target, assignment.column.name);
+  text_ += " COLLATE BINARY IS NOT (";
+  stored(*assignment.value, assignment.kind);
+  text_ += u')';
 }
 
 void SqlitePrinter::rowOfJoin(const Delete& remove, const TableSource& target) {

@@ -13,6 +13,7 @@ class SqlitePrinter final : public Printer {
  private:
   void star(const SelectItem& item, const Select& select) override;
   void updateOverJoin(const Update& update, const TableSource& target) override;
+  void differs(const TableSource& target, const Assignment& assignment) override;
   void rowOfJoin(const Delete& remove, const TableSource& target) override;
   void groupOfAll() override;
 

@@ -16,6 +16,8 @@ class Writer {
  public:
   virtual ~Writer() = default;
   virtual NativeQuery statement(const Statement& statement) const = 0;
+  /// The keys of the rows that an UPDATE over a join would change. `key`: the one column of its table's key.
+  virtual NativeQuery keysToChange(const Update& update, const QString& key) const = 0;
   virtual NativeQuery select(const Select& select) const = 0;
   /// The select's items and sources alone, so that a condition of the caller's can follow.
   virtual NativeQuery bare(const Select& select) const = 0;

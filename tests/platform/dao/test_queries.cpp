@@ -11,6 +11,14 @@ class TestQueries : public QObject {
   std::unique_ptr<Store> store_;
   std::unique_ptr<Database> database_;
 
+  const QString kNames =
+      "UPDATE Belege INNER JOIN Kunden ON Belege.KundeID = Kunden.ID SET Belege.Wer = [Kunden].[Name], "
+      "Belege.Summe = [Kunden].[Wert]";
+  void addNames() {
+    database_->appendField("Belege", text("Wer"));
+    database_->appendField("Kunden", number("Wert"));
+  }
+
   void add(const QString& table, const QVariantList& values) {
     const auto rows = database_->openRecordset(table);
     rows->addNew();
@@ -189,6 +197,116 @@ class TestQueries : public QObject {
     QVERIFY(errorOf([&] { database_->openRecordset("Delete * from Belege"); }) != 0);
     QVERIFY(errorOf([&] { database_->execute("Delete * from Kunden; Delete * from Belege"); }) != 0);
     QCOMPARE(walk(*database_->openRecordset("Kunden"), "ID").size(), 2);
+  }
+
+  void anUpdateOverAJoinWritesWhatIsNotRightYet() {
+    addNames();
+    const auto isChanged = [&](const QString& belege) {
+      database_->execute("UPDATE Kunden SET Wert = Null WHERE ID = 1");
+      database_->execute(kNames);
+      database_->execute(belege);
+      return database_->execute(kNames);
+    };
+    QCOMPARE(isChanged("UPDATE Belege SET Wer = 'Anna' WHERE ID = 10"), 0);
+    QCOMPARE(isChanged("UPDATE Belege SET Wer = 'ANNA' WHERE ID = 10"), 1);  // another letter is another name
+    QCOMPARE(isChanged("UPDATE Belege SET Wer = Null WHERE ID = 10"), 1);
+    QCOMPARE(isChanged("UPDATE Belege SET Summe = 0 WHERE ID = 11"), 1);  // Null is not 0
+    QCOMPARE(isChanged("UPDATE Belege SET Wer = 'x', Summe = 3"), 2);
+    QCOMPARE(walk(*database_->openRecordset("Belege"), "Wer"), QStringList({"Anna", "Anna", "x"}));
+    QCOMPARE(walk(*database_->openRecordset("Belege"), "Summe"), QStringList({"", "", "3"}));
+  }
+
+  void rowsThatAreRightAreNotWritten() {
+    addNames();
+    database_->execute("UPDATE Kunden SET Wert = 5");
+    QCOMPARE(database_->execute(kNames), 2);
+    const qint64 before = database_->commitCount();
+    QStringList changes;
+    store_->listen(*database_, [&](const QString& text) {
+      if (text.startsWith("UPDATE")) changes << text;
+    });
+    QCOMPARE(database_->execute(kNames), 0);
+    QCOMPARE(changes, QStringList());
+    QCOMPARE(database_->commitCount(), before);
+    QCOMPARE(database_->execute(kNames + " WHERE Kunden.ID = 1 OR Belege.ID > 0"), 0);
+  }
+
+  void aConditionHoldsInEveryPiece() {
+    addNames();
+    QCOMPARE(database_->execute(kNames + " WHERE Belege.ID = 10 OR Belege.ID = 12"), 1);
+    QCOMPARE(walk(*database_->openRecordset("Belege"), "Wer"), QStringList({"Anna", "", ""}));
+  }
+
+  void anUpdateOverAJoinRunsInPieces() {
+    addNames();
+    const auto rows = database_->openRecordset("Belege");
+    const auto addRow = [&](qint64 id) {
+      rows->addNew();
+      rows->setValue("ID", QVariant(id));
+      rows->setValue("KundeID", 2);
+      rows->update();
+    };
+    for (qint64 id = 100; id < 1100; ++id) addRow(id);
+    addRow(-2147483647);
+    addRow(2147483647);
+    QStringList changes;
+    store_->listen(*database_, [&](const QString& text) {
+      if (text.startsWith("UPDATE")) changes << text;
+    });
+    QCOMPARE(database_->execute(kNames), 1004);
+    QVERIFY2(changes.size() >= 3, qPrintable(QString::number(changes.size())));
+    QCOMPARE(
+        database_->openRecordset("Select Count(*) AS n from Belege where Wer = 'Björn'")->value("n").toInt(),
+        1002);
+  }
+
+  /// What is read there may have been changed by a piece before.
+  void aTableJoinedWithItselfIsChangedAtOnce() {
+    database_->createTable(
+        {"Kette", {number("ID"), number("Vor"), number("Wert")}, {{"PrimaryKey", {"ID"}, true, true, true}}});
+    for (int id = 1; id <= 600; ++id) add("Kette", {id, id - 1, id});
+    const int changed = database_->execute(
+        "UPDATE Kette INNER JOIN Kette AS Vorige ON Kette.Vor = Vorige.ID SET Kette.Wert = Vorige.Wert");
+    QCOMPARE(changed, 599);
+    QCOMPARE(database_->openRecordset("Select * from Kette where ID = 600")->value("Wert").toInt(), 599);
+    database_->execute(
+        "UPDATE Kette INNER JOIN Kunden ON Kette.ID = Kunden.ID SET Kette.Wert = 0 WHERE Kette.ID IN (SELECT "
+        "Wert FROM Kette)");
+    QCOMPARE(database_->openRecordset("Select * from Kette where ID = 2")->value("Wert").toInt(), 0);
+  }
+
+  void aTableWithoutItsOwnKeyIsChangedToo() {
+    database_->createTable({"Lose", {number("KundeID"), text("Wer")}, {}});
+    add("Lose", {1, "?"});
+    add("Lose", {2, "Björn"});
+    const QString names =
+        "UPDATE Lose INNER JOIN Kunden ON Lose.KundeID = Kunden.ID SET Lose.Wer = [Kunden].[Name]";
+    QCOMPARE(database_->execute(names), 1);
+    QCOMPARE(walk(*database_->openRecordset("Lose"), "Wer"), QStringList({"Anna", "Björn"}));
+    QCOMPARE(database_->execute(names), 0);
+  }
+
+  void anotherDeskStoresBetweenThePieces() {
+    addNames();
+    for (int id = 100; id < 700; ++id) add("Belege", {id, 1, 0});
+    const auto other = store_->connect();
+    const auto rows = other->openRecordset("Belege");
+    int stored = 0;
+    store_->listen(*database_, [&](const QString& text) {
+      if (!text.startsWith("UPDATE")) return;
+      rows->addNew();
+      rows->setValue("ID", 1000 + stored);
+      rows->setValue("KundeID", 1);
+      rows->update();
+      ++stored;
+    });
+    QVERIFY(database_->execute(kNames) >= 602);
+    QVERIFY(stored >= 2);
+    store_->listen(*database_, {});
+    database_->execute(kNames);
+    QCOMPARE(
+        database_->openRecordset("Select Count(*) AS n from Belege where Wer = 'Anna'")->value("n").toInt(),
+        602 + stored);
   }
 
   void selectIntoAnotherStoreTakesTypesAndNumbers() {
