@@ -55,13 +55,38 @@ double BandLayout::layText(const TextElement& shape, const QRectF& box, const Kn
   return std::max(box.height(), step * static_cast<double>(lines.size()));
 }
 
+namespace {
+
+/// What stands behind the comma.
+qsizetype decimalsOf(const QString& text) {
+  const qsizetype comma = text.lastIndexOf(u',');
+  return comma < 0 ? 0 : text.size() - comma - 1;
+}
+
+/// Of the values that are there.
+QStringList textsOf(const ValuesElement& shape, const Known& known) {
+  QStringList texts;
+  for (const Template& value : shape.values)
+    if (const QString text = filled(value, known); !text.isEmpty()) texts << text;
+  if (!shape.evenDecimals) return texts;
+  qsizetype most = 0;
+  for (const QString& text : texts) most = std::max(most, decimalsOf(text));
+  for (QString& text : texts) {
+    if (!text.back().isDigit()) continue;
+    const qsizetype missing = most - decimalsOf(text);
+    if (missing == most && most > 0) text += u',';
+    text += QString(missing, u'0');
+  }
+  return texts;
+}
+
+}  // namespace
+
 double BandLayout::layValues(const ValuesElement& shape, const QRectF& box, const Known& known,
                              PageItems* out) const {
   const double width = box.width() / shape.perRow;
   int count = 0;
-  for (const Template& value : shape.values) {
-    const QString text = filled(value, known);
-    if (text.isEmpty()) continue;
+  for (const QString& text : textsOf(shape, known)) {
     const QRectF place(box.left() + width * (count % shape.perRow),
                        box.top() + box.height() * (count / shape.perRow), width, box.height());
     if (out) line(*out, shape.style.font, text, place, Align::Right, shape.style.colour);

@@ -153,6 +153,10 @@ Element valuesElement(LineReader& words) {
       words.take();
       return true;
     }
+    if (words.takes("gleiche")) {
+      if (!words.takes("Stellen")) words.fail("Es heißt: gleiche Stellen");
+      return shape.evenDecimals = true;
+    }
     return takesStyle(words, shape.style);
   });
   for (int number = first; number <= last; ++number) {

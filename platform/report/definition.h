@@ -97,6 +97,7 @@ struct BarElement {
 struct ValuesElement {
   std::vector<Template> values;
   int perRow = 10;
+  bool evenDecimals = false;  ///< each with as many decimals as the one that has the most
   TextStyle style;
 };
 

@@ -133,6 +133,7 @@ class TestReportFiles : public QObject {
     row("Zeile\n  Werte 0 0 9 9 E 1 9",
         "x.rpt, Zeile 2: Hinter den Nummern steht \"je\" und wie viele in einer Zeile "
         "stehen.");
+    row("Zeile\n  Werte 0 0 9 9 E 1 9 je 3 gleiche Ziffern", "x.rpt, Zeile 2: Es heißt: gleiche Stellen");
     row("Seite B7", "x.rpt, Zeile 1: Hinter Seite steht A4, A5, A6 oder Breite und Höhe in mm.");
     row("Seite A4\n  Ränder 1 2 3", "x.rpt, Zeile 2: Hier fehlt eine Zahl: Rand links in mm.");
     row("Seite A5\n  Ränder 0 80 0 80\nZeile\n  Höhe 4",

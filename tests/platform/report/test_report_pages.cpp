@@ -237,6 +237,28 @@ class TestReportPages : public QObject {
     QCOMPARE(pages[0].last(), "darunter");
   }
 
+  void numberedValuesWithEvenDecimals_data() {
+    QTest::addColumn<QVariantList>("values");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("some with decimals") << QVariantList{109.5, 109, 98.25, -3} << "109,50|109,00|98,25|-3,00";
+    QTest::newRow("whole ones") << QVariantList{98, 97} << "98|97";
+    QTest::newRow("some missing") << QVariantList{98.5, QVariant(), 97} << "98,5|97,0";
+    QTest::newRow("texts among them") << QVariantList{98.5, "fehlt", "7"} << "98,5|fehlt|7,0";
+  }
+  void numberedValuesWithEvenDecimals() {
+    QFETCH(const QVariantList, values);
+    QFETCH(const QString, line);
+    TableRows rows;
+    for (qsizetype i = 1; i <= values.size(); ++i) rows.names << QString("E%1").arg(i);
+    rows.rows.push_back(values);
+    Input input;
+    input.table = std::make_shared<TableRows>(rows);
+    const QString text =
+        QString("Tabelle t\nZeile\n  Werte 0 0 * 5 E 1 %1 je 10 gleiche Stellen\n").arg(values.size());
+    Document report(parseReport(text, "x.rpt"), input);
+    QCOMPARE(printedLines(report), QStringList{line});
+  }
+
   void aDayRestrictsTheQuery() {
     const Store store;
     const QString text =
