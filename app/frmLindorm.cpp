@@ -87,7 +87,7 @@ void frmLindorm::loadSplitters() {
 }
 
 void frmLindorm::closeEvent(QCloseEvent* event) {
-  if (!Form_QueryUnload()) return event->ignore();
+  if (isEvaluating("Das Schließen") || !Form_QueryUnload()) return event->ignore();
   Form_Unload();
   event->accept();
   Q_EMIT unloaded();

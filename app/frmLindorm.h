@@ -119,6 +119,10 @@ class frmLindorm : public QMainWindow {
   void openChosen(Steps& step, const QString& path);
   void mnuEditSchussbilder_Click();
   void mnuEditKasse_Click();
+  /// The sheet of the current line's shooter. `nZiel`: 0 screen, 1 printer.
+  void Kurzauswertung(qint16 nZiel);
+  /// Whether a sheet is being made; says so then, and that what is `refused` comes later.
+  bool isEvaluating(const QString& refused);
   void mnuOptEinstellungen_Click();
   void mnuOptHaeringNetzPfad_Click();
   void mnuStandeinstellungen_Click();
@@ -139,6 +143,8 @@ class frmLindorm : public QMainWindow {
   GlobalVariablen& global_;
   ProgramPapers papers_{workplace_};
   ControlDoor reports_{workplace_, {papers_.current, papers_.asking}, keys::BerichtsfensterKasse.toString()};
+  ControlDoor auswertungen_{
+      workplace_, {papers_.current, papers_.asking}, keys::BerichtsfensterKurzauswertung.toString()};
   std::unique_ptr<Ui::frmLindorm> ui_;
   CompetitionOpening opening_;
   LineTree tree_;
@@ -150,6 +156,7 @@ class frmLindorm : public QMainWindow {
   QLabel* noLine_ = nullptr;
   QLabel* exchangeTrouble_ = nullptr;
   bool starting_ = false;
+  bool evaluating_ = false;  // events run meanwhile
 };
 
 }  // namespace qk

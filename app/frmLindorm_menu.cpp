@@ -69,6 +69,8 @@ void frmLindorm::connectFileMenus() {
     CurrentPrinter printer = currentPrinter(workplace_);
     if (const auto chosen = workplace_.dialogs.printerSetup(printer.setup())) printer.keep(*chosen);
   });
+  on(ui_->mnuDateiKurzauswertungPreview, [this] { Kurzauswertung(0); });
+  on(ui_->mnuDateiKurzauswertungPrint, [this] { Kurzauswertung(1); });
   on(ui_->mnuExit, [this] { close(); });
   on(ui_->mnuEditSchussAlle, [this] {
     frmHaeringSchussAlle browser(workplace_, this);
@@ -219,6 +221,7 @@ void frmLindorm::connectInfoList() {
 }
 
 void frmLindorm::mnuDateiWettkampfOpen_Click(Steps& step) {
+  if (isEvaluating("Ein anderer Wettkampf")) return;
   if (const QString path = chosenCompetition(workplace_, sWettkampf()); !path.isEmpty())
     openChosen(step, path);
 }

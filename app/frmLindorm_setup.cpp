@@ -79,6 +79,11 @@ void frmLindorm::makeKeys() {
   onFocusKey(Qt::Key_F10, {"flex"});
   onFocusKey(Qt::Key_F11, {"m_lstDisziTarvex", "m_lstKombiTarvex"});
   ui_->mnuHilfe->setShortcut(Qt::Key_F1);
+  ui_->mnuDateiKurzauswertungPreview->setShortcut(Qt::SHIFT | Qt::Key_F9);
+  ui_->mnuDateiKurzauswertungPrint->setShortcut(Qt::CTRL | Qt::Key_P);
+  // A key that is held down asks for one sheet.
+  for (QAction* action : {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint})
+    action->setAutoRepeat(false);
   const auto step = [this](QKeySequence key, int by) {
     connect(new QShortcut(key, this), &QShortcut::activated, this, [this, by] {
       const int position = tree_.selected() + by;
@@ -93,7 +98,8 @@ void frmLindorm::makeKeys() {
   keys->setObjectName("lblTasten");
   keys->setText(
       "F1 Hilfe   F2 Startnummer   F3 Liste   F4 Station   F5 Preismodus   F6 Senden   F7 Nachkauf   "
-      "F8 Übertragen   F9 Speichern + Verbuchen   F10 Schüsse   F11 Disziplinen   F12 Abmelden");
+      "F8 Übertragen   F9 Speichern + Verbuchen   F10 Schüsse   F11 Disziplinen   F12 Abmelden   "
+      "Umschalt+F9 Kurzauswertung");
   statusBar()->addWidget(keys, 1);
   exchangeTrouble_ = new ElidedLabel;
   exchangeTrouble_->setObjectName("lblAustausch");
@@ -125,20 +131,33 @@ void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {
 }
 
 void frmLindorm::disableWithoutTarget() {
-  for (QAction* action : {ui_->mnuDateiKurzauswertungPreview, ui_->mnuDateiKurzauswertungPrint,
-                          ui_->mnuEditErgebnisse, ui_->Print1, ui_->vorschau, ui_->ErgEdit})
-    explain(action, false, kNotYet);
+  for (QAction* action : {ui_->mnuEditErgebnisse, ui_->ErgEdit}) explain(action, false, kNotYet);
 }
 
 void frmLindorm::showLineActions() {
   const bool line = Get_AktLinienNummer() < lineCount();
   noLine_->setVisible(!line);
-  for (QAction* action :
-       {ui_->Speichern, ui_->Löschen, ui_->linienstop, ui_->anmelden, ui_->abmelden, ui_->linienfrei,
-        ui_->schussbild, ui_->mnuEditSchussbilder, ui_->mnuHaeringAktLinieWerbeEIN,
-        ui_->mnuHaeringAktLinieWerbeAUS, ui_->mnuHaeringAktWindows, ui_->mnuHaeringAktShutDown,
-        ui_->mnuSchussAktWettbewerb, ui_->mnuSchussAlle, ui_->mnuSchussKeinen, ui_->mnuOptLoadTestDaten,
-        ui_->mnuEditHaeringOutput})
+  for (QAction* action : {ui_->Speichern,
+                          ui_->Löschen,
+                          ui_->linienstop,
+                          ui_->anmelden,
+                          ui_->abmelden,
+                          ui_->linienfrei,
+                          ui_->schussbild,
+                          ui_->mnuEditSchussbilder,
+                          ui_->mnuDateiKurzauswertungPreview,
+                          ui_->mnuDateiKurzauswertungPrint,
+                          ui_->Print1,
+                          ui_->vorschau,
+                          ui_->mnuHaeringAktLinieWerbeEIN,
+                          ui_->mnuHaeringAktLinieWerbeAUS,
+                          ui_->mnuHaeringAktWindows,
+                          ui_->mnuHaeringAktShutDown,
+                          ui_->mnuSchussAktWettbewerb,
+                          ui_->mnuSchussAlle,
+                          ui_->mnuSchussKeinen,
+                          ui_->mnuOptLoadTestDaten,
+                          ui_->mnuEditHaeringOutput})
     explain(action, line, kNoLine);
 }
 

@@ -32,4 +32,13 @@ dao::WaitingSign showWaitingIn(QStatusBar& bar) {
       [&bar] { bar.clearMessage(); });
 }
 
+dao::WorkSign showWorkIn(QStatusBar& bar, const QString& what) {
+  return dao::WorkSign(
+      [&bar, what](double done) {
+        bar.showMessage(QString("%1: %2 %").arg(what).arg(static_cast<int>(100 * done)));
+        paintWindows();
+      },
+      [&bar] { bar.clearMessage(); });
+}
+
 }  // namespace qk

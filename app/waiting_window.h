@@ -1,7 +1,8 @@
-// What the operator sees while the program waits for the database server.
+// What the operator sees while the program waits for the database server, or is at long work in it.
 #pragma once
 
 #include "platform/dao/waiting_sign.h"
+#include "platform/dao/work_sign.h"
 
 class QStatusBar;
 
@@ -10,5 +11,8 @@ namespace qk {
 /// A line in the status bar, and all windows painted anew, so that they can be moved and uncovered. The bar
 /// outlives the sign.
 dao::WaitingSign showWaitingIn(QStatusBar& bar);
+
+/// The same while a long statement is done in pieces: what it does, and how much of it is done.
+dao::WorkSign showWorkIn(QStatusBar& bar, const QString& what);
 
 }  // namespace qk

@@ -1,7 +1,5 @@
 #include "evaluation/evaluation_tables.h"
 
-#include <algorithm>
-
 #include "capture/row_values.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
@@ -46,24 +44,6 @@ std::vector<Value> gelesen(dao::Database& db, const QString& source, Reading&& r
   return values;
 }
 
-std::vector<EinzelErgebnis> ausTabelle(dao::Database& wettkampf, Quelle quelle, const QString& Startnummer) {
-  return gelesen<EinzelErgebnis>(
-      wettkampf,
-      "Select * from " + tabellenName(quelle) + " where Startnummer = " + dao::sql::quoted(Startnummer),
-      [quelle](const dao::Recordset& rs) {
-        return EinzelErgebnis{.Startnummer = textIn(rs, "Startnummer"),
-                              .DisziId = longIn(rs, "DisziID"),
-                              .WTyp = textIn(rs, "WTyp"),
-                              .Art = quelle == Quelle::Schuss ? textIn(rs, "Art") : QString("R"),
-                              .Ergebnis = doubleIn(rs, "Ergebnis"),
-                              .KlassenID = longIn(rs, "KlassenID"),
-                              .ErgID = longIn(rs, "ID"),
-                              .Tabelle = quelle,
-                              .WkID = 0,
-                              .Datum = textIn(rs, "Datum")};
-      });
-}
-
 }  // namespace
 
 QString tabellenName(Quelle quelle) {
@@ -96,90 +76,92 @@ std::vector<ProfilDisziplin> leseProfile(dao::Database& druck) {
   return gelesen<ProfilDisziplin>(druck, "Select * from Profile", [](const dao::Recordset& rs) {
     return ProfilDisziplin{.AwProfilID = longIn(rs, "AwProfilID"),
                            .AuswertProfil_Name = textIn(rs, "AuswertProfil_Name"),
-                           .Typ = integerIn(rs, "Typ"),
-                           .Anzahl = integerIn(rs, "Anzahl"),
+                           .Typ = longIn(rs, "Typ"),
+                           .Anzahl = longIn(rs, "Anzahl"),
                            .Vorgabe = textIn(rs, "Vorgabe"),
-                           .OptKlassen = integerIn(rs, "OptKlassen"),
-                           .OptTage = integerIn(rs, "OptTage"),
-                           .OptWaffen = integerIn(rs, "OptWaffen"),
+                           .OptKlassen = longIn(rs, "OptKlassen"),
+                           .OptTage = longIn(rs, "OptTage"),
+                           .OptWaffen = longIn(rs, "OptWaffen"),
                            .Tageswertung = flagIn(rs, "Tageswertung"),
                            .Monatswertung = flagIn(rs, "Monatswertung"),
-                           .nBestTageswertung = integerIn(rs, "nBestTageswertung"),
-                           .nMinAnzahlErgAktiv = integerIn(rs, "nMinAnzahlErgAktiv"),
-                           .nMinAnzahlErg = integerIn(rs, "nMinAnzahlErg"),
+                           .nBestTageswertung = longIn(rs, "nBestTageswertung"),
+                           .nMinAnzahlErgAktiv = longIn(rs, "nMinAnzahlErgAktiv"),
+                           .nMinAnzahlErg = longIn(rs, "nMinAnzahlErg"),
                            .DisziID = longIn(rs, "DisziID"),
                            .Disziplin_Name = textIn(rs, "Disziplin_Name"),
                            .Disziplin_Teiler = flagIn(rs, "Disziplin_Teiler"),
                            .Ringe = flagIn(rs, "Ringe"),
                            .bGewErg = flagIn(rs, "bGewErg"),
-                           .nGewErg = integerIn(rs, "nGewErg")};
+                           .nGewErg = longIn(rs, "nGewErg")};
   });
 }
 
-std::vector<EinzelErgebnis> leseErgebnisse(dao::Database& wettkampf, const QString& Startnummer) {
-  std::vector<EinzelErgebnis> ergebnisse = ausTabelle(wettkampf, Quelle::Schuss, Startnummer);
-  for (EinzelErgebnis& serie : ausTabelle(wettkampf, Quelle::SchussSerien, Startnummer))
-    ergebnisse.push_back(std::move(serie));
-  return ergebnisse;
+std::vector<EinzelErgebnis> leseErgebnisse(dao::Database& wettkampf, Quelle quelle,
+                                           const QString& Startnummer) {
+  return gelesen<EinzelErgebnis>(
+      wettkampf,
+      "Select * from " + tabellenName(quelle) + " where Startnummer = " + dao::sql::quoted(Startnummer),
+      [quelle](const dao::Recordset& rs) {
+        return EinzelErgebnis{.Startnummer = textIn(rs, "Startnummer"),
+                              .DisziId = longIn(rs, "DisziID"),
+                              .WTyp = textIn(rs, "WTyp"),
+                              .Art = quelle == Quelle::Schuss ? textIn(rs, "Art") : QString("R"),
+                              .Ergebnis = doubleIn(rs, "Ergebnis"),
+                              .KlassenID = longIn(rs, "KlassenID"),
+                              .ErgID = longIn(rs, "ID"),
+                              .Tabelle = quelle,
+                              .WkID = 0,
+                              .Datum = textIn(rs, "Datum")};
+      });
 }
 
-Zulassung leseZulassung(dao::Database& wettkampf) {
-  Zulassung zulassung;
-  zulassung.disziplinWaffen =
-      gelesen<DisziplinWaffe>(wettkampf, "Select * from DisziplinWaffen", [](const dao::Recordset& rs) {
-        return DisziplinWaffe{longIn(rs, "DisziID"), longIn(rs, "WaffenID"), textIn(rs, "KZ")};
-      });
-  zulassung.auswertWaffen =
-      gelesen<AuswertWaffe>(wettkampf, "Select * from Auswert_Waffen", [](const dao::Recordset& rs) {
-        return AuswertWaffe{longIn(rs, "AuswertID"), longIn(rs, "WaffenID")};
-      });
-  zulassung.auswertKlassen =
-      gelesen<AuswertKlasse>(wettkampf, "Select * from Auswert_Klassen", [](const dao::Recordset& rs) {
-        return AuswertKlasse{longIn(rs, "AuswertID"), longIn(rs, "KlassenID")};
-      });
-  return zulassung;
+std::vector<DisziplinWaffe> leseDisziplinWaffen(dao::Database& wettkampf) {
+  return gelesen<DisziplinWaffe>(wettkampf, "Select * from DisziplinWaffen", [](const dao::Recordset& rs) {
+    return DisziplinWaffe{longIn(rs, "DisziID"), longIn(rs, "WaffenID"), textIn(rs, "KZ")};
+  });
 }
 
-LetzteSchiesstage leseLetzteTage(dao::Database& wettkampf, const std::vector<ProfilDisziplin>& profile,
-                                 const std::vector<EinzelErgebnis>& ergebnisse) {
-  LetzteSchiesstage tage;
-  for (const ProfilDisziplin& zeile : profile) {
-    const std::pair disziplin(zeile.quelle(), zeile.DisziID);
-    const auto istVonIhr = [&disziplin](const EinzelErgebnis& ergebnis) {
-      return std::pair(ergebnis.Tabelle, ergebnis.DisziId) == disziplin;
-    };
-    if (zeile.OptTage == 0 || tage.contains(disziplin)) continue;
-    if (std::none_of(ergebnisse.begin(), ergebnisse.end(), istVonIhr)) continue;
-    const auto rs = wettkampf.openRecordset(" SELECT Max(DateValue([Datum])) AS LetzerSchießtag FROM " +
-                                            tabellenName(zeile.quelle()) +
-                                            " WHERE DisziId=" + QString::number(zeile.DisziID));
-    tage[disziplin] = rs->value("LetzerSchießtag").toDateTime().date();
-  }
-  return tage;
+std::vector<AuswertWaffe> leseAuswertWaffen(dao::Database& wettkampf) {
+  return gelesen<AuswertWaffe>(wettkampf, "Select * from Auswert_Waffen", [](const dao::Recordset& rs) {
+    return AuswertWaffe{longIn(rs, "AuswertID"), longIn(rs, "WaffenID")};
+  });
 }
 
-Listenregeln leseListenregeln(dao::Database& wettkampf) {
-  Listenregeln regeln;
-  regeln.disziplinen =
-      gelesen<ListenDisziplin>(wettkampf, "Select * from Disziplin", [](const dao::Recordset& rs) {
-        return ListenDisziplin{longIn(rs, "ID"), textIn(rs, "Name"), flagIn(rs, "bgewErg"),
-                               integerIn(rs, "ngewErg")};
-      });
-  regeln.profile =
-      gelesen<ListenProfil>(wettkampf, "Select * from Auswertprofil", [](const dao::Recordset& rs) {
-        return ListenProfil{.ID = longIn(rs, "ID"),
-                            .Name = textIn(rs, "Name"),
-                            .Teiler = flagIn(rs, "Teiler"),
-                            .Anzahl = integerIn(rs, "Anzahl"),
-                            .nMinAnzahlErgAktiv = integerIn(rs, "nMinAnzahlErgAktiv"),
-                            .nMinAnzahlErg = integerIn(rs, "nMinAnzahlErg")};
-      });
-  regeln.profilDisziplinen =
-      gelesen<ProfilZuordnung>(wettkampf, "Select * from AwProfilDiszi", [](const dao::Recordset& rs) {
-        return ProfilZuordnung{longIn(rs, "AwProfilID"), longIn(rs, "DisziID")};
-      });
-  regeln.zulassung = leseZulassung(wettkampf);
-  return regeln;
+std::vector<AuswertKlasse> leseAuswertKlassen(dao::Database& wettkampf) {
+  return gelesen<AuswertKlasse>(wettkampf, "Select * from Auswert_Klassen", [](const dao::Recordset& rs) {
+    return AuswertKlasse{longIn(rs, "AuswertID"), longIn(rs, "KlassenID")};
+  });
+}
+
+QDate leseLetztenTag(dao::Database& wettkampf, Quelle quelle, qint32 lDisziID) {
+  const auto rs =
+      wettkampf.openRecordset(" SELECT Max(DateValue([Datum])) AS LetzerSchießtag FROM " +
+                              tabellenName(quelle) + " WHERE DisziId=" + QString::number(lDisziID));
+  return rs->value("LetzerSchießtag").toDateTime().date();
+}
+
+std::vector<ListenDisziplin> leseDisziplinen(dao::Database& wettkampf) {
+  return gelesen<ListenDisziplin>(wettkampf, "Select * from Disziplin", [](const dao::Recordset& rs) {
+    return ListenDisziplin{longIn(rs, "ID"), textIn(rs, "Name"), flagIn(rs, "bgewErg"),
+                           longIn(rs, "ngewErg")};
+  });
+}
+
+std::vector<ListenProfil> leseListenprofile(dao::Database& wettkampf) {
+  return gelesen<ListenProfil>(wettkampf, "Select * from Auswertprofil", [](const dao::Recordset& rs) {
+    return ListenProfil{.ID = longIn(rs, "ID"),
+                        .Name = textIn(rs, "Name"),
+                        .Teiler = flagIn(rs, "Teiler"),
+                        .Anzahl = longIn(rs, "Anzahl"),
+                        .nMinAnzahlErgAktiv = longIn(rs, "nMinAnzahlErgAktiv"),
+                        .nMinAnzahlErg = longIn(rs, "nMinAnzahlErg")};
+  });
+}
+
+std::vector<ProfilZuordnung> leseZuordnungen(dao::Database& wettkampf) {
+  return gelesen<ProfilZuordnung>(wettkampf, "Select * from AwProfilDiszi", [](const dao::Recordset& rs) {
+    return ProfilZuordnung{longIn(rs, "AwProfilID"), longIn(rs, "DisziID")};
+  });
 }
 
 }  // namespace qk

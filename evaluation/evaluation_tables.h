@@ -23,13 +23,17 @@ QStringList abgleichAnweisungen();
 QString profileAnweisung(const QString& sDruckdatei);
 std::vector<ProfilDisziplin> leseProfile(dao::Database& druck);
 
-/// All of a shooter's results, teilers first.
-std::vector<EinzelErgebnis> leseErgebnisse(dao::Database& wettkampf, const QString& Startnummer);
-Zulassung leseZulassung(dao::Database& wettkampf);
-/// The last days of the disciplines whose profile asks for them and in which the shooter has results.
-LetzteSchiesstage leseLetzteTage(dao::Database& wettkampf, const std::vector<ProfilDisziplin>& profile,
-                                 const std::vector<EinzelErgebnis>& ergebnisse);
-Listenregeln leseListenregeln(dao::Database& wettkampf);
+/// All that a shooter has in one source.
+std::vector<EinzelErgebnis> leseErgebnisse(dao::Database& wettkampf, Quelle quelle,
+                                           const QString& Startnummer);
+std::vector<DisziplinWaffe> leseDisziplinWaffen(dao::Database& wettkampf);
+std::vector<AuswertWaffe> leseAuswertWaffen(dao::Database& wettkampf);
+std::vector<AuswertKlasse> leseAuswertKlassen(dao::Database& wettkampf);
+/// The day of the discipline's last result of any shooter; invalid where it has none.
+QDate leseLetztenTag(dao::Database& wettkampf, Quelle quelle, qint32 lDisziID);
+std::vector<ListenDisziplin> leseDisziplinen(dao::Database& wettkampf);
+std::vector<ListenProfil> leseListenprofile(dao::Database& wettkampf);
+std::vector<ProfilZuordnung> leseZuordnungen(dao::Database& wettkampf);
 
 /// "Schuss" or "SchussSerien".
 QString tabellenName(Quelle quelle);

@@ -93,39 +93,33 @@ void fuelleWettkampf(const Workplace& workplace, dao::Database& wettkampf, dao::
   ziel->update();
 }
 
-void schreibeEinzelErgebnisse(dao::Database& druck, const std::vector<EinzelErgebnis>& ergebnisse) {
-  const auto rs = druck.openRecordset("EinzelErgebnisse");
-  for (const EinzelErgebnis& ergebnis : ergebnisse) {
-    rs->addNew();
-    rs->setValue("Startnummer", ergebnis.Startnummer);
-    rs->setValue("DisziId", ergebnis.DisziId);
-    rs->setValue("WTyp", ergebnis.WTyp);
-    rs->setValue("Art", ergebnis.Art);
-    rs->setValue("Ergebnis", ergebnis.Ergebnis);
-    rs->setValue("KlassenID", ergebnis.KlassenID);
-    rs->setValue("ErgID", ergebnis.ErgID);
-    rs->setValue("Tabelle", tabellenName(ergebnis.Tabelle));
-    rs->setValue("WkID", ergebnis.WkID);
-    rs->setValue("Datum", ergebnis.Datum);
-    rs->update();
-  }
+void schreibeEinzelErgebnis(dao::Recordset& tabelle, EinzelErgebnis& ergebnis) {
+  tabelle.addNew();
+  tabelle.setValue("Startnummer", ergebnis.Startnummer);
+  tabelle.setValue("DisziId", ergebnis.DisziId);
+  tabelle.setValue("WTyp", ergebnis.WTyp);
+  tabelle.setValue("Art", ergebnis.Art);
+  tabelle.setValue("Ergebnis", ergebnis.Ergebnis);
+  tabelle.setValue("KlassenID", ergebnis.KlassenID);
+  tabelle.setValue("ErgID", ergebnis.ErgID);
+  tabelle.setValue("Tabelle", tabellenName(ergebnis.Tabelle));
+  tabelle.setValue("WkID", ergebnis.WkID);
+  tabelle.setValue("Datum", ergebnis.Datum);
+  ergebnis.ID = longIn(tabelle, "ID");
+  tabelle.update();
 }
 
-void schreibeErgebnisse(dao::Database& druck, const std::vector<ErgebnisZeile>& zeilen,
-                        const SchuetzenSpalten& schuetze) {
-  const auto rs = druck.openRecordset("Ergebnisse");
-  for (const ErgebnisZeile& zeile : zeilen) {
-    rs->addNew();
-    setze(*rs, schuetze);
-    rs->setValue("Startnummer", zeile.Startnummer);
-    rs->setValue("Disziplin", zeile.Disziplin);
-    setzeText(*rs, "Wettkampf", zeile.Wettkampf);
-    setzeText(*rs, "Gruppe", zeile.Gruppe);
-    setzeText(*rs, "WTyp", zeile.WTyp);
-    if (zeile.DisziErgebnis) rs->setValue("DisziErgebnis", *zeile.DisziErgebnis);
-    for (std::size_t i = 0; i < zeile.E.size(); ++i) rs->setValue("E" + QString::number(i + 1), zeile.E[i]);
-    rs->update();
-  }
+void schreibeErgebnis(dao::Recordset& tabelle, const ErgebnisZeile& zeile, const SchuetzenSpalten& schuetze) {
+  tabelle.addNew();
+  setze(tabelle, schuetze);
+  tabelle.setValue("Startnummer", zeile.Startnummer);
+  tabelle.setValue("Disziplin", zeile.Disziplin);
+  setzeText(tabelle, "Wettkampf", zeile.Wettkampf);
+  setzeText(tabelle, "Gruppe", zeile.Gruppe);
+  setzeText(tabelle, "WTyp", zeile.WTyp);
+  if (zeile.DisziErgebnis) tabelle.setValue("DisziErgebnis", *zeile.DisziErgebnis);
+  for (std::size_t i = 0; i < zeile.E.size(); ++i) tabelle.setValue("E" + QString::number(i + 1), zeile.E[i]);
+  tabelle.update();
 }
 
 }  // namespace qk

@@ -13,7 +13,8 @@ namespace qk {
 
 namespace dao {
 class Database;
-}
+class Recordset;
+}  // namespace dao
 
 /// A shooter as `Schütze` and, in the plain list, every row of `Ergebnisse` has him, by column.
 using SchuetzenSpalten = std::vector<std::pair<QString, QVariant>>;
@@ -27,10 +28,11 @@ SchuetzenSpalten fuelleSchuetze(const Workplace& workplace, dao::Database& wettk
 /// `Schnelldruckzusatz` is 0.
 void fuelleWettkampf(const Workplace& workplace, dao::Database& wettkampf, dao::Database& druck);
 
-void schreibeEinzelErgebnisse(dao::Database& druck, const std::vector<EinzelErgebnis>& ergebnisse);
+/// Adds a row to `EinzelErgebnisse`, and gives the result its key there.
+void schreibeEinzelErgebnis(dao::Recordset& tabelle, EinzelErgebnis& ergebnis);
 
-/// `schuetze`: empty where the rows name him by his number alone.
-void schreibeErgebnisse(dao::Database& druck, const std::vector<ErgebnisZeile>& zeilen,
-                        const SchuetzenSpalten& schuetze = {});
+/// Adds a row to `Ergebnisse`. `schuetze`: empty where it names him by his number alone.
+void schreibeErgebnis(dao::Recordset& tabelle, const ErgebnisZeile& zeile,
+                      const SchuetzenSpalten& schuetze = {});
 
 }  // namespace qk

@@ -94,21 +94,4 @@ std::vector<ErgebnisZeile> ergebnisZeilen(std::vector<ProfilDisziplin> profile,
   return zeilen;
 }
 
-Profilauswertung werteProfileAus(const std::vector<ProfilDisziplin>& profile,
-                                 const std::vector<EinzelErgebnis>& ergebnisse, const Zulassung& zulassung,
-                                 const LetzteSchiesstage& letzteTage) {
-  EinzelErgebnisse einzel = kopiereErgebnisse(profile, ergebnisse);
-  pruefeMaxErgebnisse(profile, einzel);
-  pruefeWaffen(profile, zulassung, einzel);
-  pruefeKlassen(profile, zulassung, einzel);
-  pruefeTage(profile, letzteTage, einzel);
-  ermittleTagesMonatswertung(profile, einzel);
-
-  Profilauswertung auswertung;
-  for (const auto& [schluessel, rows] : einzel)
-    auswertung.einzelErgebnisse.insert(auswertung.einzelErgebnisse.end(), rows.begin(), rows.end());
-  auswertung.ergebnisse = ergebnisZeilen(profile, einzel);
-  return auswertung;
-}
-
 }  // namespace qk

@@ -16,6 +16,7 @@ enum class Quelle { Schuss, SchussSerien };
 
 /// A stored result, and as a row of `EinzelErgebnisse` also the profile that it was copied for.
 struct EinzelErgebnis {
+  qint32 ID = 0;  ///< in the print database; 0 before it is stored there
   QString Startnummer;
   qint32 DisziId = 0;
   QString WTyp;

@@ -11,7 +11,8 @@ using namespace qk;
 
 namespace {
 
-const QStringList kRooms = {"app", "capture", "cash", "link", "shooters", "targetconfig", "platform/dialog"};
+const QStringList kRooms = {"app",  "capture",  "cash",         "evaluation",
+                            "link", "shooters", "targetconfig", "platform/dialog"};
 
 QString unescaped(QString literal) {
   literal.replace("\\r", " ").replace("\\n", " ").replace("\\t", " ").replace("\\\"", "\"");

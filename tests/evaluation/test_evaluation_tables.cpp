@@ -1,5 +1,4 @@
 // From the competition's tables to the values of an evaluation, and from its rows to the print database.
-#include <QFile>
 #include <QTest>
 #include <memory>
 
@@ -11,117 +10,13 @@
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/numbers.h"
+#include "tests/evaluation/shooting_day.h"
 #include "tests/evaluation/written_case.h"
-#include "tests/support/test_store.h"
-#include "tests/support/test_workplace.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 using namespace qk;
 using namespace qk::test;
 
 namespace {
-
-const char* const kRows = R"(
-Zeilen Schützenklassen
-  ID | Klasse
-  7  | Herren I
-
-Zeilen Verein
-  ID | Name
-  3  | Schützengilde Grünau
-
-Zeilen Mannschaften
-  ID | MannName
-  5  | Grünau I
-
-Zeilen MeldeDisziplin
-  ID | MeldeDisziplin
-  1  | LG
-
-Zeilen Schützen
-  ID | Startnummer | Name        | Strasse  | VereinsID | lMannID | KlassenID
-  1  | 107         | Müller Jörg | Am Wall 3 | 3         | 5       | 7
-  2  | 108         | Süß Benno   | Markt 1  | 0         | 0       | 0
-
-Zeilen Schuetzen_SPO_Anmeldungen
-  SchuetzeID | SPOID | MannID
-  1          | 1     | 5
-
-Zeilen Disziplin
-  ID | Name      | Teiler | Ringe | bGewErg | nGewErg | bVerein
-  1  | LG Teiler | ja     | nein  | ja      | 2       | ja
-  2  | LG Serie  | nein   | ja    | nein    | 0       | nein
-
-Zeilen DisziplinWaffen
-  ID | DisziID | WaffenID | KZ
-  9  | 1       | 1        | LG
-  8  | 2       | 1        | LG
-
-Zeilen AuswertProfil
-  ID | Name  | Typ | Anzahl | Teiler | Vorgabe | OptTage | OptWaffen | OptKlassen | Tageswertung | nBestTageswertung | Monatswertung | nMinAnzahlErgAktiv | nMinAnzahlErg | nShowKurzAuswertung | bVerein
-  1  | Pokal | 0   | 3      | ja     | 9,5     | 1       | 2         | 3          | ja           | 4                 | ja            | 5                  | 6             | -1                  | nein
-  2  | Geheim | 0  | 3      | nein   |         | 0       | 0         | 0          | nein         | 0                 | nein          | 0                  | 0             | 0                   | nein
-  3  | König | 2   | 0      | nein   |         | 1       | 0         | 0          | nein         | 0                 | nein          | 0                  | 0             | 1                   | nein
-
-Zeilen AwProfilDiszi
-  AwProfilID | DisziID
-  1          | 1
-  2          | 2
-  3          | 1
-  3          | 2
-
-Zeilen Auswert_Waffen
-  AuswertID | WaffenID
-  1         | 1
-
-Zeilen Auswert_Klassen
-  AuswertID | KlassenID
-  1         | 7
-
-Zeilen Schuss
-  ID | Startnummer | DisziID | Ergebnis | WTyp | Art | KlassenID | MannID | VorMannID | Datum
-  11 | 107         | 1       | 12,3     | LG   | T   | 1          | 0      | 0         | 30.11.2026 10:00:00
-  12 | 107         | 1       | 8,1      | LG   | T   | 1          | 0      | 0         | 29.11.2026 10:00:00
-  13 | 108         | 1       | 4        | LG   | T   | 1          | 9      | 9         | 01.12.2026 09:00:00
-  14 | 999         | 1       | 5        | LG   | T   | 4          | 4      | 4         | 01.11.2026 09:00:00
-
-Zeilen SchussSerien
-  ID | Startnummer | DisziID | Ergebnis | WTyp | KlassenID | MannID | VorMannID | Datum
-  11 | 107         | 2       | 95       | LG   | 1         | 0      | 0         | 28.11.2026 10:00:00
-)";
-
-const StoreOriginal& original() {
-  static const StoreOriginal made([](const QString& file) {
-    makeCompetition(file, {});
-    buildSchema(*dao::Database::open(file), parseSchema(kRows, "test"));
-  });
-  return made;
-}
-
-/// The print database as the build makes it: a file, whatever engine the competition is on.
-void makePrintTemplate(const QString& path) {
-  QFile text(QK_SOURCE_DIR "/data/schema/ergschdruck.txt");
-  if (!text.open(QIODevice::ReadOnly)) failTest("no text of the template");
-  const Schema schema = parseSchema(QString::fromUtf8(text.readAll()), "ergschdruck.txt");
-  createDatabase(path, [&](dao::Database& db) { buildSchema(db, schema); });
-}
-
-QString cell(const QVariant& value) {
-  if (value.isNull()) return "Null";
-  return value.typeId() == QMetaType::Double ? numberText(value.toDouble()) : value.toString();
-}
-
-/// A line per row, its columns divided by "|".
-QStringList read(dao::Database& db, const QString& query, const QStringList& columns) {
-  QStringList lines;
-  for (const auto rs = db.openRecordset(query); !rs->eof(); rs->moveNext()) {
-    QStringList cells;
-    for (const QString& column : columns) cells << cell(rs->value(column));
-    lines << cells.join('|');
-  }
-  return lines;
-}
 
 QStringList described(const std::vector<EinzelErgebnis>& results) {
   QStringList lines;
@@ -145,15 +40,13 @@ class TestEvaluationTables : public QObject {
 
  private Q_SLOTS:
   void init() {
-    place = std::make_unique<TestWorkplace>();
-    original().copyTo(place->path("Pokal.qkk"));
-    wettkampf = dao::Database::open(place->path("Pokal.qkk"));
-    makePrintTemplate(druckdatei());
+    day = std::make_unique<ShootingDay>();
+    place = &day->place;
+    wettkampf = day->wettkampf.get();
   }
   void cleanup() {
     druck.reset();
-    wettkampf.reset();
-    place.reset();
+    day.reset();
   }
 
   void resultsFollowTheirShooters();
@@ -174,10 +67,9 @@ class TestEvaluationTables : public QObject {
   void rowsWithTheShooter();
   void rowsWithoutHim();
   void singleResults();
-  void fromStoreToStore();
 
  private:
-  QString druckdatei() const { return place->path("ZVA1.tmp"); }
+  QString druckdatei() const { return day->printTemplate(); }
   dao::Database& print() {
     if (!druck) druck = dao::Database::open(druckdatei());
     return *druck;
@@ -187,8 +79,12 @@ class TestEvaluationTables : public QObject {
     return leseProfile(print());
   }
 
-  std::unique_ptr<TestWorkplace> place;
-  std::unique_ptr<dao::Database> wettkampf, druck;
+  QDate letzterTag(Quelle quelle, qint32 lDisziID) { return leseLetztenTag(*wettkampf, quelle, lDisziID); }
+
+  std::unique_ptr<ShootingDay> day;
+  TestWorkplace* place = nullptr;
+  dao::Database* wettkampf = nullptr;
+  std::unique_ptr<dao::Database> druck;
 };
 
 void TestEvaluationTables::resultsFollowTheirShooters() {
@@ -250,35 +146,39 @@ void TestEvaluationTables::everyColumnOfAProfile() {
 }
 
 void TestEvaluationTables::resultsOfTheShooter() {
-  QCOMPARE(described(leseErgebnisse(*wettkampf, "107")),
+  QCOMPARE(described(leseErgebnisse(*wettkampf, Quelle::Schuss, "107")),
            (QStringList{"Schuss|11|T|12,3|1|LG|1|30.11.2026 10:00:00",
-                        "Schuss|12|T|8,1|1|LG|1|29.11.2026 10:00:00",
-                        "SchussSerien|11|R|95|2|LG|1|28.11.2026 10:00:00"}));
+                        "Schuss|12|T|8,1|1|LG|1|29.11.2026 10:00:00"}));
+  QCOMPARE(described(leseErgebnisse(*wettkampf, Quelle::SchussSerien, "107")),
+           QStringList{"SchussSerien|11|R|95|2|LG|1|28.11.2026 10:00:00"});
   wettkampf->execute(
       "UPDATE Schuss SET WTyp = Null, KlassenID = Null, Datum = Null, Art = Null WHERE ID = 13");
-  QCOMPARE(described(leseErgebnisse(*wettkampf, "108")), QStringList{"Schuss|13||4|1||0|"});
+  QCOMPARE(described(leseErgebnisse(*wettkampf, Quelle::Schuss, "108")), QStringList{"Schuss|13||4|1||0|"});
 }
 
 void TestEvaluationTables::aNumberWithAQuote() {
   wettkampf->execute("UPDATE Schuss SET Startnummer = '1''07' WHERE ID = 13");
-  QCOMPARE(described(leseErgebnisse(*wettkampf, "1'07")).size(), 1);
+  QCOMPARE(described(leseErgebnisse(*wettkampf, Quelle::Schuss, "1'07")).size(), 1);
 }
 
 void TestEvaluationTables::lastDaysOfAllShooters() {
-  const auto days = leseLetzteTage(*wettkampf, profiles(), leseErgebnisse(*wettkampf, "107"));
-  QCOMPARE(days.size(), 2U);
-  QCOMPARE(days.at({Quelle::Schuss, 1}), QDate(2026, 12, 1));
-  QCOMPARE(days.at({Quelle::SchussSerien, 2}), QDate(2026, 11, 28));
+  QCOMPARE(letzterTag(Quelle::Schuss, 1), QDate(2026, 12, 1));
+  QCOMPARE(letzterTag(Quelle::SchussSerien, 2), QDate(2026, 11, 28));
 }
 
 void TestEvaluationTables::lastDaysWithoutResults() {
-  const auto profile = profiles();
-  QCOMPARE(leseLetzteTage(*wettkampf, profile, leseErgebnisse(*wettkampf, "108")).size(), 1U);
-  QCOMPARE(leseLetzteTage(*wettkampf, profile, {}).size(), 0U);
+  QVERIFY(!letzterTag(Quelle::Schuss, 2).isValid());
+  wettkampf->execute("UPDATE SchussSerien SET Datum = Null");
+  QVERIFY(!letzterTag(Quelle::SchussSerien, 2).isValid());
 }
 
 void TestEvaluationTables::rulesOfTheList() {
-  const Listenregeln rules = leseListenregeln(*wettkampf);
+  Listenregeln rules;
+  rules.disziplinen = leseDisziplinen(*wettkampf);
+  rules.profile = leseListenprofile(*wettkampf);
+  rules.profilDisziplinen = leseZuordnungen(*wettkampf);
+  rules.zulassung = {leseDisziplinWaffen(*wettkampf), leseAuswertWaffen(*wettkampf),
+                     leseAuswertKlassen(*wettkampf)};
   QCOMPARE(rules.disziplinen.size(), 2U);
   QCOMPARE(rules.disziplinen[0].Name, "LG Teiler");
   QVERIFY(rules.disziplinen[0].bGewErg);
@@ -344,10 +244,10 @@ void TestEvaluationTables::theHeadWithoutARow() {
 
 void TestEvaluationTables::rowsWithTheShooter() {
   const auto shooter = fuelleSchuetze(place->workplace(), *wettkampf, print(), "107");
-  schreibeErgebnisse(print(),
-                     schnellliste(regelnAus("Pokal | LG Serie | Anzahl=1 Waffen=LG"), "107",
-                                  ergebnisseAus("LG Serie: 95; 98")),
-                     shooter);
+  const auto table = print().openRecordset("Ergebnisse");
+  for (const ErgebnisZeile& row : schnellliste(regelnAus("Pokal | LG Serie | Anzahl=1 Waffen=LG"), "107",
+                                               ergebnisseAus("LG Serie: 95; 98")))
+    schreibeErgebnis(*table, row, shooter);
   QCOMPARE(read(print(), "Select * from Ergebnisse order by ID",
                 {"ID", "Gruppe", "Disziplin", "WTyp", "Startnummer", "Name", "Straße", "Verein", "Mannschaft",
                  "E1", "E2", "E3", "DisziErgebnis", "Wettkampf"}),
@@ -362,36 +262,25 @@ void TestEvaluationTables::rowsWithoutHim() {
       .Wettkampf = "Pokal", .Disziplin = "LG Serie", .Gruppe = {}, .WTyp = {}, .Startnummer = "107"};
   row.DisziErgebnis = 193.5;
   for (int i = 1; i <= kEinzelspalten; ++i) row.E.push_back(i);
-  schreibeErgebnisse(print(), {row});
+  schreibeErgebnis(*print().openRecordset("Ergebnisse"), row);
   QCOMPARE(read(print(), "Ergebnisse",
                 {"Wettkampf", "Disziplin", "Gruppe", "Startnummer", "Name", "DisziErgebnis", "E1", "E100"}),
            QStringList{"Pokal|LG Serie|Null|107|Null|193,5|1|100"});
 }
 
 void TestEvaluationTables::singleResults() {
-  auto results = leseErgebnisse(*wettkampf, "107");
-  results[2].WkID = 3;
-  schreibeEinzelErgebnisse(print(), {results[2]});
+  auto results = leseErgebnisse(*wettkampf, Quelle::SchussSerien, "107");
+  results[0].WkID = 3;
+  const auto table = print().openRecordset("EinzelErgebnisse");
+  schreibeEinzelErgebnis(*table, results[0]);
+  QCOMPARE(results[0].ID, 1);
+  schreibeEinzelErgebnis(*table, results[0]);
+  QCOMPARE(results[0].ID, 2);
+  print().execute("Delete * from EinzelErgebnisse where ID = 2");
   QCOMPARE(read(print(), "EinzelErgebnisse",
                 {"Startnummer", "DisziId", "WTyp", "Art", "Ergebnis", "KlassenID", "ErgID", "Tabelle", "WkID",
                  "Datum"}),
            QStringList{"107|2|LG|R|95|1|11|SchussSerien|3|28.11.2026 10:00:00"});
-}
-
-void TestEvaluationTables::fromStoreToStore() {
-  for (const QString& statement : abgleichAnweisungen()) wettkampf->execute(statement);
-  wettkampf->execute("UPDATE AuswertProfil SET OptTage = 0, nMinAnzahlErgAktiv = 0, Monatswertung = False");
-  const auto profile = profiles();
-  const auto results = leseErgebnisse(*wettkampf, "107");
-  const Profilauswertung evaluated = werteProfileAus(profile, results, leseZulassung(*wettkampf),
-                                                     leseLetzteTage(*wettkampf, profile, results));
-  schreibeEinzelErgebnisse(print(), evaluated.einzelErgebnisse);
-  schreibeErgebnisse(print(), evaluated.ergebnisse);
-  QCOMPARE(read(print(), "Select * from Ergebnisse order by ID",
-                {"Wettkampf", "Disziplin", "DisziErgebnis", "E1", "E2", "E3"}),
-           (QStringList{"Pokal|LG Teiler|20,4|8,1|12,3|Null", "König|LG Teiler|0|8,1|12,3|Null",
-                        "König|LG Serie|0|95|Null|Null"}));
-  QCOMPARE(read(print(), "Select * from EinzelErgebnisse", {"ID"}).size(), 5);
 }
 
 QTEST_MAIN(TestEvaluationTables)

@@ -259,6 +259,23 @@ Listenregeln regelnAus(const QString& profile, const QString& disziplinen) {
   return regeln;
 }
 
+Profilauswertung werteProfileAus(const std::vector<ProfilDisziplin>& profile,
+                                 const std::vector<EinzelErgebnis>& ergebnisse, const Zulassung& zulassung,
+                                 const LetzteSchiesstage& letzteTage) {
+  EinzelErgebnisse einzel = kopiereErgebnisse(profile, ergebnisse);
+  pruefeMaxErgebnisse(profile, einzel);
+  pruefeWaffen(profile, zulassung, einzel);
+  pruefeKlassen(profile, zulassung, einzel);
+  pruefeTage(profile, letzteTage, einzel);
+  ermittleTagesMonatswertung(profile, einzel);
+
+  Profilauswertung auswertung;
+  for (const auto& [schluessel, rows] : einzel)
+    auswertung.einzelErgebnisse.insert(auswertung.einzelErgebnisse.end(), rows.begin(), rows.end());
+  auswertung.ergebnisse = ergebnisZeilen(profile, einzel);
+  return auswertung;
+}
+
 QString profilZeilen(const std::vector<ErgebnisZeile>& zeilen) {
   QStringList rows;
   for (const ErgebnisZeile& zeile : zeilen)

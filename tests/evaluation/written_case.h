@@ -12,6 +12,7 @@
 #pragma once
 
 #include "evaluation/plain_list.h"
+#include "evaluation/profile_evaluation.h"
 #include "evaluation/values.h"
 
 namespace qk::test {
@@ -24,6 +25,15 @@ LetzteSchiesstage tageAus(const QString& text);
 /// "Pokal | LG Serie, LP Serie | Teiler=nein Anzahl=3 Waffen=LG": one profile a line. `disziplinen`:
 /// "LG Serie: 3" has the highest number of results that a discipline shows.
 Listenregeln regelnAus(const QString& profile, const QString& disziplinen = {});
+
+struct Profilauswertung {
+  std::vector<EinzelErgebnis> einzelErgebnisse;  ///< what the filters left
+  std::vector<ErgebnisZeile> ergebnisse;
+};
+/// All filters in their order, and the rows that come of it.
+Profilauswertung werteProfileAus(const std::vector<ProfilDisziplin>& profile,
+                                 const std::vector<EinzelErgebnis>& ergebnisse, const Zulassung& zulassung,
+                                 const LetzteSchiesstage& letzteTage);
 
 /// "Pokal | LG Teiler | 20,4 | 8,1 12,3": one row a line.
 QString profilZeilen(const std::vector<ErgebnisZeile>& zeilen);
