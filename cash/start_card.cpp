@@ -49,7 +49,7 @@ void fill(dao::Database& file, const StartCard& card) {
   }
 }
 
-void print(const Workplace& workplace, ReportDoor& reports, const StartCard& card) {
+bool print(const Workplace& workplace, ReportDoor& reports, const StartCard& card) {
   ReportOrder order;
   const auto gone = qScopeGuard([&] { loescheDatendatei(workplace, order.dataFile); });
   order.dataFile = kopiereVorlage(workplace, Programmverzeichnis() + "Startkarte.mdb", "ZVK");
@@ -57,7 +57,7 @@ void print(const Workplace& workplace, ReportDoor& reports, const StartCard& car
   order.reportFile = Programmverzeichnis() + "startkarte.rpt";
   order.titel = "Startkarte " + card.Startnummer;
   order.ziel = ReportOrder::Ziel::Drucker;
-  reports.run(order);
+  return reports.run(order);
 }
 
 }  // namespace
@@ -82,12 +82,12 @@ StartCard startkarteFuer(CashDesk& desk) {
   return card;
 }
 
-bool Kladde_Print(CashDesk& desk, ReportDoor& reports) {
+QString Kladde_Print(CashDesk& desk, ReportDoor& reports) {
+  const QString failed = "Die Startkarte wurde nicht gedruckt";
   try {
-    print(desk.workplace(), reports, startkarteFuer(desk));
-    return true;
-  } catch (const Error&) {
-    return false;
+    return print(desk.workplace(), reports, startkarteFuer(desk)) ? "Startkarte gedruckt." : failed + ".";
+  } catch (const Error& error) {
+    return failed + ": " + error.description();
   }
 }
 

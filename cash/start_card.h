@@ -26,7 +26,8 @@ struct StartCard {
 /// The card of the shown shooter, from what is stored. Errors of the store pass.
 StartCard startkarteFuer(CashDesk& desk);
 
-/// Prints it. False when that failed: nothing is said, and nothing is left behind.
-bool Kladde_Print(CashDesk& desk, ReportDoor& reports);
+/// Prints it and tells what became of it, for the status line. A failure asks nothing and leaves nothing
+/// behind.
+QString Kladde_Print(CashDesk& desk, ReportDoor& reports);
 
 }  // namespace qk

@@ -4,7 +4,7 @@
 
 namespace qk {
 
-void ControlDoor::run(const ReportOrder& order) {
+bool ControlDoor::run(const ReportOrder& order) {
   report::Order shown;
   shown.reportFile = order.reportFile;
   shown.dataFile = order.dataFile;
@@ -16,7 +16,7 @@ void ControlDoor::run(const ReportOrder& order) {
   shown.destination = order.ziel == ReportOrder::Ziel::Drucker ? report::Order::Destination::Printer
                                                                : report::Order::Destination::Window;
   shown.parameter = order.parameter;
-  control_.run(shown);
+  return control_.run(shown);
 }
 
 }  // namespace qk

@@ -14,7 +14,7 @@ class ControlDoor : public ReportDoor {
   ControlDoor(const Workplace& workplace, ReportControl::Papers papers, QString sLage)
       : workplace_(workplace), control_(workplace, papers), sLage_(std::move(sLage)) {}
 
-  void run(const ReportOrder& order) override;
+  bool run(const ReportOrder& order) override;
 
  private:
   Workplace workplace_;

@@ -9,10 +9,14 @@ namespace qk {
 
 CurrentPrinter currentPrinter(const Workplace& workplace);
 
+/// The question before something is printed on a printer that stands still.
+AskAboutPaused fragtObEsWartet(const Workplace& workplace);
+
 /// Its paper: without a question, and with one that begins with it.
 struct ProgramPapers {
   explicit ProgramPapers(const Workplace& workplace)
-      : current(currentPrinter(workplace)), asking(currentPrinter(workplace)) {}
+      : current(currentPrinter(workplace), fragtObEsWartet(workplace)),
+        asking(currentPrinter(workplace), fragtObEsWartet(workplace)) {}
 
   CurrentPaper current;
   PrinterPaper asking;

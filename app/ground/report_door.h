@@ -20,8 +20,9 @@ struct ReportOrder {
 class ReportDoor {
  public:
   virtual ~ReportDoor() = default;
-  /// Returns when the report is printed, or its window closed: the data file may go then. Errors pass.
-  virtual void run(const ReportOrder& order) = 0;
+  /// Returns when the report is printed, or its window closed: the data file may go then. False when the
+  /// operator gave the printing up. Errors pass.
+  virtual bool run(const ReportOrder& order) = 0;
 };
 
 }  // namespace qk

@@ -1,5 +1,6 @@
 #include "platform/print/current_printer.h"
 
+#include <QHash>
 #include <QPageSize>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -25,6 +26,11 @@ QPageSize pageSize(const QString& key) {
   return QPageSize();
 }
 
+QHash<QString, PrinterSetup>& takenForNow() {
+  static QHash<QString, PrinterSetup> taken;
+  return taken;
+}
+
 /// A new device has the paper of the system's language, whatever the printer holds.
 QPageSize ownPaper(const QString& name) {
   return (name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(name))
@@ -36,7 +42,25 @@ QPageSize ownPaper(const QString& name) {
 CurrentPrinter::CurrentPrinter(Settings& settings, QString application, QString section)
     : settings_(settings), application_(std::move(application)), section_(std::move(section)) {}
 
+/// A settings file is a workstation: whoever prints in this program and reads it means the same printer.
+QString CurrentPrinter::key() const {
+  return settings_.filePath() + u'\n' + application_ + u'\n' + section_;
+}
+
 PrinterSetup CurrentPrinter::setup() const {
+  const auto taken = takenForNow().constFind(key());
+  return taken == takenForNow().constEnd() ? kept() : *taken;
+}
+
+void CurrentPrinter::takeForNow(const PrinterSetup& setup) {
+  takenForNow().insert(key(), setup);
+}
+
+void CurrentPrinter::takeKept() {
+  takenForNow().remove(key());
+}
+
+PrinterSetup CurrentPrinter::kept() const {
   return {settings_.value(application_, section_, kName), settings_.value(application_, section_, kPaper),
           settings_.flag(application_, section_, kLandscape)};
 }
@@ -45,6 +69,7 @@ void CurrentPrinter::keep(const PrinterSetup& setup) {
   settings_.setValue(application_, section_, kPaper, setup.paper);
   settings_.setValue(application_, section_, kLandscape, setup.landscape ? "1" : "0");
   settings_.setValue(application_, section_, kName, setup.name);
+  takeKept();
 }
 
 std::unique_ptr<QPrinter> CurrentPrinter::make() const {

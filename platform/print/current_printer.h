@@ -1,5 +1,6 @@
 // The printer that everything is printed on until the operator sets up another: chosen once, kept in the
-// settings, asked for by whatever prints.
+// settings, asked for by whatever prints. A run that prints elsewhere takes another one for itself: other
+// programs on these settings don't follow it.
 //
 //   const std::unique_ptr<QPrinter> printer = current.make();
 #pragma once
@@ -22,6 +23,12 @@ class CurrentPrinter {
   CurrentPrinter(Settings& settings, QString application, QString section);
 
   PrinterSetup setup() const;
+  /// This one, as long as the program runs or until takeKept() or keep(); nothing is stored.
+  void takeForNow(const PrinterSetup& setup);
+  /// What is stored holds again.
+  void takeKept();
+  /// What is stored, whatever holds for now.
+  PrinterSetup kept() const;
   /// Error 75 when it can't be stored; the former one then holds.
   void keep(const PrinterSetup& setup);
   /// A device of that printer, its paper and its orientation. Error 482, naming the printer, when it isn't
@@ -29,6 +36,8 @@ class CurrentPrinter {
   std::unique_ptr<QPrinter> make() const;
 
  private:
+  QString key() const;
+
   Settings& settings_;
   QString application_, section_;
 };

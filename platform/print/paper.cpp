@@ -26,6 +26,12 @@ bool printerChosen(QPrinter& printer) {
   return chosen;
 }
 
+/// A file stands never still.
+bool mayWait(const QPrinter& printer, const AskAboutPaused& ask) {
+  return !ask || !printer.outputFileName().isEmpty() || !isPaused(printer.printerName()) ||
+         ask(printer.printerName());
+}
+
 void prepare(QPrinter& printer, const Pages& pages) {
   printer.setDocName(pages.name());
   if (const QPageLayout sheet = pages.sheet(); sheet.isValid()) {
@@ -59,13 +65,13 @@ bool printOn(QPrinter& printer, Pages& pages) {
 bool CurrentPaper::print(Pages& pages) {
   const std::unique_ptr<QPrinter> printer = current_.make();
   prepare(*printer, pages);
-  return printOn(*printer, pages);
+  return mayWait(*printer, ask_) && printOn(*printer, pages);
 }
 
 bool PrinterPaper::print(Pages& pages) {
   const std::unique_ptr<QPrinter> printer = current_.make();
   prepare(*printer, pages);
-  return printerChosen(*printer) && printOn(*printer, pages);
+  return printerChosen(*printer) && mayWait(*printer, ask_) && printOn(*printer, pages);
 }
 
 }  // namespace qk

@@ -4,6 +4,7 @@
 #include <QPageLayout>
 #include <QSizeF>
 #include <QString>
+#include <functional>
 
 #include "platform/print/current_printer.h"
 
@@ -40,26 +41,34 @@ class Paper {
   virtual bool print(Pages& pages) = 0;
 };
 
-/// Prints on the current printer without a question.
+/// Asked before anything goes to a printer that stands still; the empty name is the system's own. False:
+/// nothing is printed. An empty one isn't asked.
+using AskAboutPaused = std::function<bool(const QString& printer)>;
+
+/// Prints on the current printer; the only question is whether to wait for one that stands still.
 class CurrentPaper : public Paper {
  public:
-  explicit CurrentPaper(const CurrentPrinter& current) : current_(current) {}
+  explicit CurrentPaper(const CurrentPrinter& current, AskAboutPaused ask = {})
+      : current_(current), ask_(std::move(ask)) {}
 
   bool print(Pages& pages) override;
 
  private:
   CurrentPrinter current_;
+  AskAboutPaused ask_;
 };
 
 /// Asks on which printer, beginning with the current one, and prints.
 class PrinterPaper : public Paper {
  public:
-  explicit PrinterPaper(const CurrentPrinter& current) : current_(current) {}
+  explicit PrinterPaper(const CurrentPrinter& current, AskAboutPaused ask = {})
+      : current_(current), ask_(std::move(ask)) {}
 
   bool print(Pages& pages) override;
 
  private:
   CurrentPrinter current_;
+  AskAboutPaused ask_;
 };
 
 }  // namespace qk

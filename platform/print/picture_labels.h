@@ -18,6 +18,8 @@ class PictureLabels : public PositionedLabels {
   bool leavesPaper() const { return leavesPaper_; }
   /// A bar code can't be read from the sheet: bars too narrow, or something over them.
   bool unreadable() const { return unreadable_; }
+  /// What has no bars of the kind asked for.
+  const QStringList& impossible() const { return impossible_; }
 
   QStringList printers() const override { return {}; }
   QString currentPrinter() const override { return {}; }
@@ -30,6 +32,7 @@ class PictureLabels : public PositionedLabels {
   int dotsPerInch() const override;
   void end() override;
   void painted(const QRectF& place, const Bars* bars) override;
+  void impossible(const Bars& bars) override { impossible_ += bars.content; }
 
  private:
   struct Read {
@@ -40,6 +43,7 @@ class PictureLabels : public PositionedLabels {
   LabelPaper paper_;
   QList<QImage> pictures_;
   bool leavesPaper_ = false, unreadable_ = false;
+  QStringList impossible_;
   // The sheet that is open; the painter ends before it.
   std::unique_ptr<QImage> sheet_;
   std::unique_ptr<QPainter> painter_;

@@ -46,11 +46,11 @@ void PositionedLabels::printLine(const QString& text) {
 }
 
 void PositionedLabels::printBarcode(Symbology symbology, const QString& content, const QString& encoded) {
-  if (encoded.isEmpty()) return;
   const Bars bars{symbology, content};
+  if (encoded.isEmpty()) return impossible(bars);
   if (drawsBars(font_, symbology, content, encoded)) return paintText(encoded, &bars);
   const std::vector<bool> modules = barModules(symbology, content);
-  if (modules.empty()) return;
+  if (modules.empty()) return impossible(bars);
   QPainter& painter = begin();
   const int module = qMax(1, qRound(pixels(inTwips(kModuleMillimetres))));
   painted(paintBars(painter, corner(), modules, module, qRound(pixels(inTwips(kBarHeightMillimetres)))),

@@ -29,6 +29,8 @@ class PositionedLabels : public LabelOutput {
     QString content;
   };
   virtual void painted(const QRectF& /*place*/, const Bars* /*bars*/) {}
+  /// The content has no bars of that kind: nothing was painted.
+  virtual void impossible(const Bars& /*bars*/) {}
 
   bool isLandscape() const { return landscape_; }
 

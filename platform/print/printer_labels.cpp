@@ -26,12 +26,11 @@ QStringList PrinterLabels::printers() const {
 }
 
 void PrinterLabels::choosePrinter(const QString& name) {
-  const PrinterSetup former = current_.setup();
-  if (former.name == name) return;
+  if (current_.setup().name == name) return;
+  if (current_.kept().name == name) return current_.takeKept();
   if (!name.isEmpty() && !printers().contains(name))
     throw Error(kPrinterError, errorDescription(kPrinterError) + ": " + name);
-  setups_.insert(former.name, former);
-  current_.keep(setups_.value(name, PrinterSetup{name, {}, false}));
+  current_.takeForNow({name, {}, false});
 }
 
 LabelPaper PrinterLabels::paper(const QString& name) const {

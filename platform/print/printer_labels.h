@@ -1,7 +1,6 @@
 // Labels on the workstation's printers.
 #pragma once
 
-#include <QHash>
 #include <memory>
 
 #include "platform/print/current_printer.h"
@@ -18,8 +17,8 @@ class PrinterLabels : public PositionedLabels {
 
   QStringList printers() const override;
   QString currentPrinter() const override { return current_.setup().name; }
-  /// The program's printer from now on: all else prints there too until another one is chosen. A printer
-  /// chosen before gets the paper back that it was set up with.
+  /// The program's printer from now on: all else that it prints comes out there too until another one is
+  /// chosen. Other programs don't follow. The one that is set up gets its paper back with that.
   void choosePrinter(const QString& name) override;
   bool isPaused(const QString& name) const override { return qk::isPaused(name); }
   LabelPaper paper(const QString& name) const override;
@@ -33,7 +32,6 @@ class PrinterLabels : public PositionedLabels {
 
  private:
   CurrentPrinter current_;
-  QHash<QString, PrinterSetup> setups_;  // by name, of the printers left behind
   // The document that is open; the painter ends before its device.
   std::unique_ptr<QPrinter> printer_;
   std::unique_ptr<QPainter> painter_;

@@ -3,11 +3,13 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 #include <memory>
 
 #include "app/ground/printing.h"
 #include "app/ground/settings_keys.h"
+#include "cash/control_door.h"
 #include "cash/label_panel.h"
 #include "platform/look/look.h"
 #include "platform/print/current_printer.h"
@@ -30,6 +32,9 @@ Zeilen Kasse_DisziKombi
   1  | 1         | 1       | 1            | 2
 )";
 
+const QString kLaserWaits =
+    "Der Drucker »Laser« ist angehalten. Der Druck wartet dort, bis er weiterläuft.\r\nTrotzdem drucken?";
+
 }  // namespace
 
 class TestLabelPrinters : public QObject {
@@ -50,10 +55,15 @@ class TestLabelPrinters : public QObject {
     currentPrinter(till->workplace()).keep({"Laser", "A5", true});
     schreibe(till->settings, keys::BarcodePrinter, QString("Etikett"));
     schreibe(till->settings, keys::BarcodeDruck, true);
-    desk = std::make_unique<DeskWindow>(*till);
+    papers = std::make_unique<ProgramPapers>(till->workplace());
+    door = std::make_unique<ControlDoor>(till->workplace(),
+                                         ReportControl::Papers{papers->current, papers->asking});
+    desk = std::make_unique<DeskWindow>(*till, *door);
   }
   void cleanup() {
     desk.reset();
+    door.reset();
+    papers.reset();
     till.reset();
   }
 
@@ -63,6 +73,9 @@ class TestLabelPrinters : public QObject {
   void positionsArePrinted();
   void theSecondLabelIsADocument();
   void theFormerPrinterComesBack();
+  void otherProgramsDontFollowTheRun();
+  void aReceiptSaysThatItWaits();
+  void aStartCardSaysThatItWaits();
   void aPausedQueueKeepsItsJobs();
   void aPrinterThatVanishes();
 
@@ -85,6 +98,8 @@ class TestLabelPrinters : public QObject {
 
   std::unique_ptr<PrintServer> server;
   std::unique_ptr<Till> till;
+  std::unique_ptr<ProgramPapers> papers;
+  std::unique_ptr<ControlDoor> door;
   std::unique_ptr<DeskWindow> desk;
   int seen_ = 0;
 };
@@ -166,6 +181,80 @@ void TestLabelPrinters::theFormerPrinterComesBack() {
   trigger(desk->window(), "printbarcode");
   QCOMPARE(currentPrinter(till->workplace()).setup(), (PrinterSetup{"Laser", "A5", true}));
   printed(2);
+}
+
+/// The office program on this computer reads the same settings: its lists don't come out as labels.
+void TestLabelPrinters::otherProgramsDontFollowTheRun() {
+  const auto stored = [this] { return till->settings.value("Tarvex", "Häring", "Drucker"); };
+  QCOMPARE(stored(), "Laser");
+  schreibe(till->settings, keys::PrintTextDruck, true);
+  schreibe(till->settings, keys::DruckTextScheibe, QString("anzsch"));
+  till->execute("UPDATE Kasse_DisziKombi SET Anzahl = 2 WHERE ID = 1");
+  till->fill(
+      "Zeilen Kasse_DisziKombi\n  ID | EinlageID | DisziKZ | DisziKombiID | Anzahl\n  9 | 2 | 1 | 1 | 3\n");
+  open();
+  desk->show(0);
+  desk->article("200");  // three labels in sets of two: a pause between them
+  QString during;
+  till->waits.inSleep(1, [&] {
+    during = stored();
+    QCOMPARE(currentPrinter(till->workplace()).setup().name, "Etikett");
+  });
+  trigger(desk->window(), "printbarcode");
+  QCOMPARE(during, "Laser");
+  printed(3);
+  desk->show(4);
+  desk->press("chkPrintManuellTabelle");  // the table stays as the purchase made it
+  till->execute("DELETE * FROM Kasse_DisziKombi");
+  till->dialogs.expect(
+      "Fehler: 3021 - Keine Einlage bezahlt 'LG Meister'. Menü: Optionen - Verwaltung Einlagen - "
+      "Zuordnung-Disziplinen");
+  desk->press("cmdPrint");
+  QVERIFY(desk->text("lblDrucker").startsWith("Aktueller Drucker: Etikett"));  // of this program
+  QCOMPARE(stored(), "Laser");
+  desk->close();
+  currentPrinter(till->workplace()).keep({"Laser", "A5", true});  // set up anew, it holds again
+  QCOMPARE(currentPrinter(till->workplace()).setup(), (PrinterSetup{"Laser", "A5", true}));
+}
+
+void TestLabelPrinters::aReceiptSaysThatItWaits() {
+  till->deliver();
+  till->random.give({0.1, 0.2, 0.3, 0.4, 0.5, 0.6});
+  server->pause("Laser");
+  desk->open("107");
+  desk->article("200");
+  till->dialogs.expect(kLaserWaits, BoxAnswer::No).presetting(BoxAnswer::Yes);
+  trigger(desk->window(), "Drucken");
+  QCOMPARE(server->waiting("Laser"), 0);
+  till->dialogs.expect(kLaserWaits, BoxAnswer::Yes);
+  trigger(desk->window(), "Drucken");
+  QCOMPARE(server->waiting("Laser"), 1);
+  desk->press("chkAutoDruck");
+  till->dialogs.expect(kLaserWaits, BoxAnswer::No);
+  desk->press("cmdVerbuchen");
+  QCOMPARE(till->payments().size(), 1);  // without its receipt
+  server->resume("Laser");
+  QCOMPARE(server->jobs("Laser", 1).size(), 1);
+}
+
+void TestLabelPrinters::aStartCardSaysThatItWaits() {
+  till->deliver();
+  till->random.give({0.1, 0.2, 0.3, 0.4, 0.5, 0.6});
+  server->pause("Laser");
+  desk->open("107");
+  const auto told = [this] { return the<QStatusBar>(desk->window(), "statusBar").currentMessage(); };
+  till->dialogs.expect(kLaserWaits, BoxAnswer::No);
+  trigger(desk->window(), "kladde");
+  QCOMPARE(told(), "Die Startkarte wurde nicht gedruckt.");
+  till->dialogs.expect(kLaserWaits, BoxAnswer::Yes);
+  trigger(desk->window(), "kladde");
+  QCOMPARE(told(), "Startkarte gedruckt.");
+  QCOMPARE(server->waiting("Laser"), 1);
+  server->resume("Laser");
+  server->remove("Laser");
+  trigger(desk->window(), "kladde");
+  QCOMPARE(told(), "Die Startkarte wurde nicht gedruckt: Druckerfehler: Laser");
+  server->addSheetPrinter("Laser");
 }
 
 void TestLabelPrinters::aPausedQueueKeepsItsJobs() {

@@ -19,7 +19,7 @@ namespace {
 /// Reads the data file while the report would run on it.
 class ReadingDoor : public ReportDoor {
  public:
-  void run(const ReportOrder& given) override {
+  bool run(const ReportOrder& given) override {
     order = given;
     if (failure) throw Error(*failure);
     const auto db = dao::Database::open(given.dataFile);
@@ -45,6 +45,7 @@ class ReadingDoor : public ReportDoor {
     groups = line("Schützengruppen", {"startnummer", "Bezeichnung"});
     rows = line("Kasse", {"Startnummer", "Bezeichnung", "Offen", "Betrag", "Datum"});
     targets = line("Scheiben", {"Startnummer", "Scheibennr", "Ausgabe", "Bezeichnung", "Zuordnung", "Typ"});
+    return true;
   }
   ReportOrder order;
   QStringList title, shooter, groups, rows, targets;

@@ -8,6 +8,7 @@
 #include "platform/report/document.h"
 #include "platform/report/parser.h"
 #include "platform/runtime/clock.h"
+#include "platform/runtime/error.h"
 #include "tests/cash/till.h"
 #include "tests/platform/report/printed.h"
 #include "tests/support/read_bars.h"
@@ -17,6 +18,9 @@ using namespace qk;
 using namespace qk::test;
 
 namespace {
+
+const QString kPrinted = "Startkarte gedruckt.";
+const QString kFailed = "Die Startkarte wurde nicht gedruckt";
 
 constexpr int kDotsPerMetre = 7992;  // 203 an inch
 
@@ -110,7 +114,7 @@ void TestStartCard::paidDisciplinesInTheOrderOfTheDesk() {
 void TestStartCard::whatIsPrinted() {
   pay();
   show("107");
-  QVERIFY(Kladde_Print(*desk, door));
+  QCOMPARE(Kladde_Print(*desk, door), kPrinted);
   QCOMPARE(door.orders.size(), size_t(1));
   QVERIFY(door.orders[0].ziel == ReportOrder::Ziel::Drucker);
   QCOMPARE(door.orders[0].titel, "Startkarte 107");
@@ -123,7 +127,7 @@ void TestStartCard::whatIsPrinted() {
 
 void TestStartCard::aShooterWhoHasPaidNothing() {
   show("5.1");
-  QVERIFY(Kladde_Print(*desk, door));
+  QCOMPARE(Kladde_Print(*desk, door), kPrinted);
   QVERIFY(lines.contains("Noch nichts bezahlt."));
   QCOMPARE(scanned, "5.1");
 }
@@ -131,14 +135,14 @@ void TestStartCard::aShooterWhoHasPaidNothing() {
 void TestStartCard::aStartNumberThatNoBarCodeHolds() {
   till->fill("Zeilen Schützen\n  ID | Startnummer | Name\n  9 | Ω7 | Grieche Alex\n");
   show("Ω7");
-  QVERIFY(Kladde_Print(*desk, door));
+  QCOMPARE(Kladde_Print(*desk, door), kPrinted);
   QCOMPARE(scanned, "nothing read");
 }
 
 void TestStartCard::nothingHappensWithoutATemplate() {
   show("107");
   QVERIFY(QFile::remove(till->path("programm/Startkarte.mdb")));
-  QVERIFY(!Kladde_Print(*desk, door));
+  QVERIFY(Kladde_Print(*desk, door).startsWith(kFailed + ": "));
   QVERIFY(door.orders.empty());
   QCOMPARE(left(), QStringList());
 }
@@ -146,12 +150,12 @@ void TestStartCard::nothingHappensWithoutATemplate() {
 void TestStartCard::nothingHappensWithoutAPrinter() {
   show("107");
   door.error = 482;
-  QVERIFY(!Kladde_Print(*desk, door));
+  QCOMPARE(Kladde_Print(*desk, door), kFailed + ": " + errorDescription(482));
   QCOMPARE(left(), QStringList());
 }
 
 void TestStartCard::nothingHappensWithoutAStore() {
-  QVERIFY(!Kladde_Print(*desk, door));
+  QCOMPARE(Kladde_Print(*desk, door), kFailed + ": " + errorDescription(91));
   QVERIFY(door.orders.empty());
 }
 

@@ -13,16 +13,20 @@ namespace qk::test {
 /// Nothing is to be reported.
 class NoReports : public ReportDoor {
  public:
-  void run(const ReportOrder& order) override { failTest("an unexpected report: " + order.titel); }
+  bool run(const ReportOrder& order) override {
+    failTest("an unexpected report: " + order.titel);
+    return false;
+  }
 };
 
 /// Notes what is asked for.
 class NotedReports : public ReportDoor {
  public:
-  void run(const ReportOrder& order) override {
+  bool run(const ReportOrder& order) override {
     orders.push_back(order);
     if (meanwhile) meanwhile(order);
     if (error != 0) throw Error(error);
+    return true;
   }
 
   std::vector<ReportOrder> orders;
