@@ -67,6 +67,10 @@ class Engine {
   virtual void giveBackNumber(const TableInfo& table, qint64 number) = 0;
   virtual void reserveNumbers(const TableInfo& table) = 0;
 
+  /// Many rows of the table were stored at once: a store that plans its reads by figures, and learns them
+  /// only later by itself, learns them now.
+  virtual void learnFigures(const QString& /*table*/) {}
+
   virtual qint64 commitCount() const = 0;
 
   /// Whether another connection, of this process or any other, stands on the store just now.

@@ -58,6 +58,8 @@ class PostgresEngine final : public Engine {
   void giveBackNumber(const TableInfo& table, qint64 number) override;
   void reserveNumbers(const TableInfo& table) override;
 
+  void learnFigures(const QString& table) override;
+
   bool isOpenElsewhere() override;
   std::optional<QString> poorEncoding() override;
   qint64 commitCount() const override { return commits_; }

@@ -73,6 +73,7 @@ qint64 copyTable(Database& source, Database& target, const QString& table, const
     copied += static_cast<qint64>(rows.size());
     if (progress) progress(copied);
   }
+  target.engine().learnFigures(table);
   return copied;
 }
 

@@ -259,6 +259,27 @@ class TestLists : public QObject {
     QVERIFY(lines.indexOf("(von Hand eingegeben)") > lines.lastIndexOf("(gelöschter Stapel)"));
   }
 
+  void aDayWithoutTakingsIsCountedAsNothing() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("leer.qkk");
+    makePaidCompetition(path, 1, 0);
+    const QStringList lines = linesOfReport("kassetag.rpt", path);
+    for (const char* line :
+         {"Bezahlt|0,00 €", "Beglichene Posten|0,00 €", "Spenden|0,00 €", "Einnahmen des Tages|0,00 €"})
+      QVERIFY2(lines.contains(QString(line)), line);
+  }
+
+  void aStakeWithoutALimitIsBoughtAsOftenAsWanted() {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("einlagen.qkk");
+    makePaidCompetition(path, 1, 0);
+    const auto database = dao::Database::open(path);
+    database->execute("DELETE * FROM Kasse_Verwaltung WHERE ID > 2");
+    database->execute("UPDATE Kasse_Verwaltung SET Nachkauf = Null WHERE ID = 2");
+    const QStringList lines = linesOfReport("einlagen.rpt", path);
+    QCOMPARE(lines.filter("Kauf|"), (QStringList{"Kauf|höchstens 1-mal", "Kauf|beliebig oft"}));
+  }
+
   void everyListOfTheDeskRunsOnAnEmptyCompetition() {
     const QTemporaryDir folder;
     const QString path = folder.filePath("leer.qkk");

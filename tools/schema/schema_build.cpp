@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "platform/dao/engine.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 
@@ -39,6 +40,8 @@ void insertRows(Database& database, const TableData& data) {
       recordset->setValue(positions.at(static_cast<size_t>(i)), row.at(i));
     recordset->update();
   }
+  constexpr size_t kMany = 1000;
+  if (data.rows.size() >= kMany) database.engine().learnFigures(data.table);
 }
 
 void buildSchema(Database& database, const Schema& schema) {
