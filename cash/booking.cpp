@@ -51,7 +51,7 @@ BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& 
       ++outcome.gespeichert;
     }
     const QString datum = Buchungsdatum(workplace);
-    if (sides.speichereScheiben) sides.speichereScheiben(datum);
+    if (sides.speichereScheiben) sides.speichereScheiben(datum, outcome.scheiben);
     if (sides.speichereStapel) sides.speichereStapel();
     if (sides.ladeNeu) sides.ladeNeu();
   } catch (const Error& error) {
@@ -72,11 +72,20 @@ QString verbuchtText(const Money& zuBezahlen, const QString& erhalten, int zeile
 QString buchungsFehlerText(const BookingOutcome& outcome, int zeilen) {
   QString text = "Fehler: " + QString::number(outcome.fehler->number()) + " - " +
                  outcome.fehler->description() + "\r\n\r\n";
-  if (outcome.gespeichert == 0) return text + "Es wurde noch keine Zeile des Kaufs gespeichert.";
-  text += QString("Von %1 Zeilen des Kaufs sind %2 gespeichert; sie sind in der Liste gekennzeichnet.")
-              .arg(zeilen)
-              .arg(outcome.gespeichert);
-  return text + "\r\nVor dem nächsten Verbuchen entfernen, sonst werden sie doppelt gebucht.";
+  if (outcome.gespeichert == 0)
+    text += "Es wurde noch keine Zeile des Kaufs gespeichert.";
+  else
+    text += QString(
+                "Von %1 Zeilen des Kaufs sind %2 gespeichert; sie sind in der Liste gekennzeichnet.\r\n"
+                "Vor dem nächsten Verbuchen entfernen, sonst werden sie doppelt gebucht.")
+                .arg(zeilen)
+                .arg(outcome.gespeichert);
+  if (outcome.scheiben > 0)
+    text += QString(
+                "\r\nScheiben gespeichert: %1. Sie stehen kursiv im Baum und werden nicht noch einmal "
+                "gespeichert.")
+                .arg(outcome.scheiben);
+  return text;
 }
 
 }  // namespace qk

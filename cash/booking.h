@@ -15,7 +15,8 @@ namespace qk {
 struct BookingSides {
   std::function<void()> druckeBeleg;      ///< before anything is stored
   std::function<void()> druckeEtiketten;  ///< likewise
-  std::function<void(const QString& Buchungsdatum)> speichereScheiben;
+  /// `gespeichert` counts up with each target that is stored.
+  std::function<void(const QString& Buchungsdatum, int& gespeichert)> speichereScheiben;
   std::function<void()> speichereStapel;  ///< the next numbers of the stacks
   /// Trees and stacks as they are stored now. Before the purchase is emptied: should it fail, the rows that
   /// stand there are marked, not left as if they were still to be booked.
@@ -25,6 +26,7 @@ struct BookingSides {
 struct BookingOutcome {
   bool begonnen = false;        ///< there is somebody to book on
   int gespeichert = 0;          ///< payment rows that are stored
+  int scheiben = 0;             ///< targets that are stored
   std::optional<Error> fehler;  ///< what ended it early
   bool ganz() const { return begonnen && !fehler; }
 };

@@ -69,6 +69,10 @@ bool CashDesk::UpdateStartNr(const QString& sStartNr, const QString& sVerein, co
   return ended && found;
 }
 
+void CashDesk::ladeSchuetzenNeu() {
+  if (!sStartNr_.isEmpty()) UpdateStartNr(sStartNr_, shooter_.Verein, shooter_.Mann);
+}
+
 void CashDesk::wechsleSchuetzen(const QString& sStartNr) {
   const auto row =
       database().openRecordset("Select * from Schützen where Startnummer = " + dao::sql::quoted(sStartNr));

@@ -57,8 +57,8 @@ class CashDesk : public QObject {
   /// Shows a shooter, `sVerein` and `sMann` being the club's short name and the team to display. Failures are
   /// reported; false when there is no such shooter, or the operator gave up.
   bool UpdateStartNr(const QString& sStartNr, const QString& sVerein, const QString& sMann);
-  /// The same shooter again, as stored now.
-  void ladeSchuetzenNeu() { UpdateStartNr(sStartNr_, shooter_.Verein, shooter_.Mann); }
+  /// The same shooter again, as stored now; nothing before the first one.
+  void ladeSchuetzenNeu();
   /// Looks the number up and shows the shooter with his club and team; a box for an unknown number.
   void wechsleSchuetzen(const QString& sStartNr);
 

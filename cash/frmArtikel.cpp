@@ -254,8 +254,18 @@ bool frmArtikel::verlassen() {
   return !disziGeaendert_ && !klassenGeaendert_;
 }
 
+/// Later: a click that is under way would choose its own entry behind this.
+void frmArtikel::bleibe(QListWidget& list, qint32 einlage) {
+  const auto back = [&list, einlage] {
+    const QSignalBlocker quiet(list);
+    for (int row = 0; row < list.count(); ++row)
+      if (list.item(row)->data(Qt::UserRole).toInt() == einlage) list.setCurrentRow(row);
+  };
+  QMetaObject::invokeMethod(&list, back, Qt::QueuedConnection);
+}
+
 void frmArtikel::zeigeDisziplinen() {
-  if (!verlassen()) return;
+  if (!verlassen()) return bleibe(*ui_->lstEinlagen, disziEinlage_);
   const QListWidgetItem* entry = ui_->lstEinlagen->currentItem();
   disziEinlage_ = entry ? entry->data(Qt::UserRole).toInt() : 0;
   reported(report("Fehler Ermitteln der Disziplin-Kombination!"),
@@ -264,7 +274,7 @@ void frmArtikel::zeigeDisziplinen() {
 }
 
 void frmArtikel::zeigeKlassen() {
-  if (!verlassen()) return;
+  if (!verlassen()) return bleibe(*ui_->lstEinlagenKlasse, klassenEinlage_);
   const QListWidgetItem* entry = ui_->lstEinlagenKlasse->currentItem();
   klassenEinlage_ = entry ? entry->data(Qt::UserRole).toInt() : 0;
   reported(report("Fehler Ermitteln der Einlage zu Schützenklassen!"),

@@ -51,6 +51,8 @@ class frmArtikel : public QDialog {
   void cmdKlassenSetzen();
   /// What was changed on the two last tabs and isn't saved is asked for before it goes. False: stay.
   bool verlassen();
+  /// The list stands on that stake again.
+  void bleibe(QListWidget& list, qint32 einlage);
   void waehleKlassen(const QSet<qint32>& klassen);
   std::vector<qint32> gewaehlteKlassen() const;
   ErrorReport report(const QString& text) const;

@@ -269,8 +269,8 @@ bool frmFinanz::cmdVerbuchen() {
       if (!ui_->panelEtiketten->cmdPrint())
         throw Error(kStopped, "Die Etiketten wurden nicht alle gedruckt.");
     };
-  sides.speichereScheiben = [this](const QString& datum) {
-    ui_->panelScheiben->speichereScheiben(desk_.sStartNr(), datum);
+  sides.speichereScheiben = [this](const QString& datum, int& gespeichert) {
+    ui_->panelScheiben->speichereScheiben(desk_.sStartNr(), datum, gespeichert);
   };
   sides.speichereStapel = [this] { ui_->panelScheiben->speichereAktuelleNummern(); };
   sides.ladeNeu = [this] {
@@ -289,7 +289,7 @@ bool frmFinanz::cmdVerbuchen() {
   if (rows > 0) ui_->panelBezahlen->zeigeZuletzt(verbuchtText(due, received, rows));
   desk_.ladeSchuetzenNeu();
   melde(rows == 1 ? QString("1 Einlage verbucht.") : QString("%1 Einlagen verbucht.").arg(rows));
-  ui_->txtArtikelnummer->setFocus();
+  if (ui_->txtArtikelnummer->isEnabled()) ui_->txtArtikelnummer->setFocus();
   return true;
 }
 
@@ -311,7 +311,7 @@ void frmFinanz::mnuDateiAuswertung() {
 
 void frmFinanz::mnuDateiPrintStartKarte() {
   const Hourglass hourglass;
-  melde(Kladde_Print(desk_, reports_) ? "Startkarte gedruckt." : "Die Startkarte wurde nicht gedruckt.");
+  melde(Kladde_Print(desk_, reports_));
 }
 
 void frmFinanz::mnuOptEinlagen() {
@@ -322,8 +322,7 @@ void frmFinanz::mnuOptEinlagen() {
 
 void frmFinanz::mnuOptScheiben() {
   zeigeFenster([this] { frmScheibenVerwaltung(workplace_, desk_.database(), this).exec(); });
-  // Numbers in hand are counted in the list only: read anew, it would hand them out a second time.
-  if (ui_->panelScheiben->belegScheiben().empty()) ui_->panelScheiben->LoadScheibenStapel();
+  ui_->panelScheiben->LoadScheibenStapel();
 }
 
 void frmFinanz::bearbeiteStapel(qint32 lStapelID) {

@@ -8,6 +8,7 @@
 #include "app/ground/temp_module_ui.h"
 #include "cash/frmFinanz.h"
 #include "cash/frmKasseSetup.h"
+#include "cash/stake_list.h"
 #include "data/icons/icons.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/look/enlarged.h"
@@ -107,8 +108,11 @@ bool frmFinanz::event(QEvent* event) {
 void frmFinanz::connectDesk() {
   connect(&desk_, &CashDesk::opened, this, &frmFinanz::Form_Load);
   connect(&desk_, &CashDesk::einlagenGeladen, this, &frmFinanz::zeigeEinlagen);
-  connect(&desk_, &CashDesk::shooterUnknown, this,
-          [this] { ui_->Label1->setText("SCHÜTZE nicht gefunden!!!!"); });
+  connect(&desk_, &CashDesk::shooterUnknown, this, [this] {
+    ui_->Label1->setText("SCHÜTZE nicht gefunden!!!!");
+    setBereit(false);  // nothing is sold to a number that nobody has
+    ui_->cmdSchWechsel->setFocus();
+  });
   connect(&desk_, &CashDesk::shooterShown, this, &frmFinanz::zeigeSchuetze);
   connect(&desk_, &CashDesk::vmShown, this, &frmFinanz::zeigeVM);
   connect(&desk_, &CashDesk::paymentsShown, ui_->panelAusgaben, &IssuedPanel::LoadScheibenGesamt);
@@ -136,7 +140,7 @@ void frmFinanz::connectPurchase() {
   connect(&purchase, &Purchase::changed, this, [this] { ui_->panelEtiketten->UpdateBarcodeAnzeige(-1); });
   connect(ui_->flex, &TextGrid::afterEdit, this,
           [this](int row, int column) { versuche([&] { desk_.purchase().nachEingabe(row, column); }); });
-  connect(ui_->lstAll, &QListWidget::itemActivated, this, [this] { versuche([this] { cmdAdd(); }); });
+  connectStakes(*ui_->lstAll, [this] { versuche([this] { cmdAdd(); }); });
   connect(ui_->txtArtikelnummer, &QLineEdit::returnPressed, this,
           [this] { versuche([this] { artikelEingegeben(); }); });
   // Later, or the button would take this very Enter for its own: the change is to be seen before the booking.
@@ -298,7 +302,7 @@ void frmFinanz::makeKeys() {
   onKey(Qt::Key_F6, [this, zumKauf] { zumKauf(ui_->flex); });
   onKey(Qt::Key_F7, [this] { ui_->panelBezahlen->focusErhalten(); });
   onKey(Qt::Key_F8, [this] { ui_->panelBezahlen->drueckeSpende(); });
-  onKey(Qt::Key_F9, [this] { cmdVerbuchen(); });
+  onKey(Qt::Key_F9, [this] { ui_->cmdVerbuchen->click(); });
   auto* remove = new QShortcut(QKeySequence(Qt::Key_Delete), ui_->flex);
   remove->setContext(Qt::WidgetShortcut);
   connect(remove, &QShortcut::activated, ui_->cmdRemove, &QAbstractButton::click);

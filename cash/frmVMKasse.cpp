@@ -7,6 +7,7 @@
 
 #include "app/ground/settings_keys.h"
 #include "cash/attempt.h"
+#include "cash/stake_list.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/look/enlarged.h"
 #include "platform/widgets/empty_text.h"
@@ -71,7 +72,8 @@ bool frmVMKasse::event(QEvent* event) {
 }
 
 void frmVMKasse::zeige() {
-  versuche([this] {
+  bool bereit = false;
+  versuche([&, this] {
     cash_ = std::make_unique<ClubCash>(workplace_, payer_);
     cash_->sBez1 = sBez1_;
     cash_->sBez2 = sBez2_;
@@ -82,8 +84,9 @@ void frmVMKasse::zeige() {
     makeKeys();
     cash_->open(DataBaseName_);
     Form_Load();
+    bereit = true;
   });
-  if (cash_ && cash_->isOpen() && !cash_->name().isEmpty()) exec();
+  if (bereit) exec();
 }
 
 void frmVMKasse::Form_Load() {
@@ -123,7 +126,7 @@ void frmVMKasse::connectControls() {
           [this](int row, int column) { versuche([&] { cash_->purchase().nachEingabe(row, column); }); });
   connect(ui_->flexAll, &TextGrid::afterEdit, this,
           [this](int row, int column) { versuche([&] { flexAllEingabe(row, column); }); });
-  connect(ui_->lstAll, &QListWidget::itemActivated, this, [this] { versuche([this] { cmdAdd(); }); });
+  connectStakes(*ui_->lstAll, [this] { versuche([this] { cmdAdd(); }); });
   press(
       ui_->cmdAdd, [this] { cmdAdd(); }, "Nimmt die angewählte Einlage in den Kauf (Enter).");
   press(

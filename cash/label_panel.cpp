@@ -289,6 +289,11 @@ bool LabelPanel::cmdPrint() {
   progress.setObjectName("dlgEtiketten");
   progress.setWindowTitle("Etiketten");
   progress.setWindowModality(Qt::WindowModal);
+  // It ends with the run: a reset between would forget that somebody stopped it.
+  progress.setAutoReset(false);
+  progress.setAutoClose(false);
+  if (!selection_->manuell())
+    UpdateBarcodeAnzeige(-1);  // all of the purchase: a run leaves its last stake there
   progress.setMaximum(anzahlEtiketten());
   int printed = 0;
   const auto weiter = [&] {
@@ -398,6 +403,8 @@ void LabelPanel::showHints(const PictureLabels& picture) {
     hints += QString("Passt nicht auf das Papier (%1 × %2 mm): X, Y oder die Schrift verkleinern.")
                  .arg(qRound(paper_.size.width()))
                  .arg(qRound(paper_.size.height()));
+  for (const QString& content : picture.impossible())
+    hints += "Aus »" + content + "« wird kein Strichcode dieser Art: es fehlt auf dem Etikett.";
   if (picture.unreadable())
     hints += "Der Strichcode ist so nicht zu lesen: die Balken sind zu schmal, abgeschnitten oder verdeckt.";
   ui_->lblBildHinweis->setText(hints.join(u'\n'));

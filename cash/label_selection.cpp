@@ -59,11 +59,13 @@ void LabelSelection::UpdateBarcodeAnzeige(int nRow) {
     const TextTable& flex = desk_.purchase().flex();
     const int first = nRow < 0 ? 1 : nRow;
     const int last = nRow < 0 ? flex.rows() - 1 : nRow;
-    for (int row = first; row <= last; ++row) fuegeHinzu(zahl(flex.rowData(row)));
+    QHash<QString, int> times;  // each stake is looked up once, however often it is bought
+    for (int row = first; row <= last; ++row) ++times[flex.rowData(row)];
+    for (auto stake = times.begin(); stake != times.end(); ++stake) fuegeHinzu(zahl(stake.key()), *stake);
   });
 }
 
-void LabelSelection::fuegeHinzu(qint32 stake) {
+void LabelSelection::fuegeHinzu(qint32 stake, int times) {
   const auto paidFor = desk_.database().openRecordset(
       QString("Select * from Kasse_DisziKombi where EinlageID = %1").arg(stake));
   for (; !paidFor->eof(); paidFor->moveNext()) {
@@ -72,8 +74,8 @@ void LabelSelection::fuegeHinzu(qint32 stake) {
     for (int row = 1; row < table_.rows(); ++row) {
       if (table_.text(row, LabelColumn::Art) != art || table_.rowData(row) != id) continue;
       table_.setText(row, LabelColumn::Gewaehlt, "1");
-      const qint32 count = zahl(table_.text(row, LabelColumn::Anz)) + FeldWert(*paidFor, "Anzahl").toInt();
-      table_.setText(row, LabelColumn::Anz, QString::number(count));
+      const qint64 more = qint64{FeldWert(*paidFor, "Anzahl").toInt()} * times;
+      table_.setText(row, LabelColumn::Anz, QString::number(zahl(table_.text(row, LabelColumn::Anz)) + more));
       break;
     }
   }

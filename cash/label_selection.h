@@ -36,7 +36,7 @@ class LabelSelection {
   LabelRow muster() const;
 
  private:
-  void fuegeHinzu(qint32 stake);
+  void fuegeHinzu(qint32 stake, int times);
   void markiereUnbezahlte();
 
   CashDesk& desk_;

@@ -1,5 +1,7 @@
 #include "cash/purchase.h"
 
+#include <QScopeGuard>
+
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "cash/amounts.h"
@@ -44,7 +46,8 @@ int Purchase::anzahlKaeufe(qint32 lEinlageID, const QString& Bezeichnung) const 
   return count + buyer_.gekauft(lEinlageID, Bezeichnung);
 }
 
-std::optional<Money> Purchase::fragtBetrag() const {
+std::optional<Money> Purchase::fragtBetrag() {
+  meldeAufgeschobenes();
   const QString answer = workplace_.dialogs.input("Bitte geben Sie den Betrag ein: ");
   const Money amount = BetragAusText(answer);
   if (amount != Money() || liesZahl(workplace_.settings, keys::Abfrage0Euro) != 1) return amount;
@@ -55,6 +58,20 @@ std::optional<Money> Purchase::fragtBetrag() const {
 }
 
 void Purchase::AddKauf(qint32 lEinlageID) {
+  AddAnzahl(lEinlageID, 1);
+}
+
+/// Whoever follows the purchase reckons all of it anew: for many rows once is enough.
+void Purchase::AddAnzahl(qint32 lEinlageID, int nAnzahl) {
+  const auto told = qScopeGuard([this] { meldeAufgeschobenes(); });
+  for (int i = 0; i < nAnzahl; ++i) nimmAuf(lEinlageID);
+}
+
+void Purchase::meldeAufgeschobenes() {
+  if (std::exchange(aufgeschoben_, false)) UpdateAktGesamt();
+}
+
+void Purchase::nimmAuf(qint32 lEinlageID) {
   const bool found = store_.findeEinlage(lEinlageID);
   if (!buyer_.darf(lEinlageID)) return;
   if (!found) return;
@@ -64,6 +81,7 @@ void Purchase::AddKauf(qint32 lEinlageID) {
   if (const int Nachkauf = FeldWert(stake, "Nachkauf").toInt(); Nachkauf > 0) {
     const int count = anzahlKaeufe(lEinlageID, Bezeichnung);
     if (count >= Nachkauf) {
+      meldeAufgeschobenes();
       workplace_.dialogs.note(
           buyer_.payer.werfall() + " hat die max. Nachkaufmöglichkeit bereits erreicht!\r\n" + Bezeichnung +
               " - " + QString::number(count) + (count == 1 ? " Kauf erlaubt!" : " Käufe erlaubt!"),
@@ -78,10 +96,6 @@ void Purchase::AddKauf(qint32 lEinlageID) {
     betrag = *answer;
   }
   addRow(Bezeichnung, VorgabeOffen || betragsart_ == Betragsart::OffenePosten, betrag, lEinlageID);
-}
-
-void Purchase::AddAnzahl(qint32 lEinlageID, int nAnzahl) {
-  for (int i = 0; i < nAnzahl; ++i) AddKauf(lEinlageID);
 }
 
 void Purchase::AddAnzahlFragen(qint32 lEinlageID) {
@@ -107,12 +121,13 @@ void Purchase::AddArtikel(const QString& text) {
 void Purchase::AddSpende(const Money& betrag) {
   if (betrag == Money()) return;
   addRow(store_.spende().Bezeichnung, false, betrag, store_.spende().id);
+  meldeAufgeschobenes();
 }
 
 void Purchase::addRow(const QString& Bezeichnung, bool offen, const Money& betrag, qint32 lEinlageID) {
   flex_.addRow(kassenZeile(Bezeichnung, offen, betrag, Buchungsdatum(workplace_)),
                QString::number(lEinlageID));
-  UpdateAktGesamt();
+  aufgeschoben_ = true;
 }
 
 void Purchase::entferne(int row) {
@@ -125,7 +140,10 @@ void Purchase::entferne(int row) {
 }
 
 void Purchase::entferneAlle() {
-  while (!isEmpty()) entferne(1);
+  if (isEmpty()) return;
+  flex_.setRows(1);
+  flex_.setColumnWidth(CashColumn::Merkmal, 0);
+  UpdateAktGesamt();
 }
 
 void Purchase::setBetragsart(Betragsart art) {

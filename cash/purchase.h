@@ -40,7 +40,8 @@ class Purchase : public QObject {
 
   /// Adds one row after all checks, with their questions and messages. Errors of the store pass.
   void AddKauf(qint32 lEinlageID);
-  /// So many of one stake, each through all checks.
+  /// So many of one stake, each through all checks. What follows the purchase is told once, and before each
+  /// box.
   void AddAnzahl(qint32 lEinlageID, int nAnzahl);
   /// Asks how many. What isn't above 0 adds none; Error 6 beyond 16 bits.
   void AddAnzahlFragen(qint32 lEinlageID);
@@ -73,17 +74,21 @@ class Purchase : public QObject {
   void changed();
 
  private:
+  /// The same, without telling anybody of the new row.
+  void nimmAuf(qint32 lEinlageID);
+  void meldeAufgeschobenes();
   void addRow(const QString& Bezeichnung, bool offen, const Money& betrag, qint32 lEinlageID);
   /// How often the stake is in hand or was stored.
   int anzahlKaeufe(qint32 lEinlageID, const QString& Bezeichnung) const;
   /// Nothing when the operator gives the purchase up.
-  std::optional<Money> fragtBetrag() const;
+  std::optional<Money> fragtBetrag();
 
   Workplace workplace_;
   CashStore& store_;
   Buyer buyer_;
   TextTable flex_;
   Betragsart betragsart_ = Betragsart::Betrag;
+  bool aufgeschoben_ = false;  // a row was added, and nobody was told yet
 };
 
 }  // namespace qk

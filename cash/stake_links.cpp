@@ -1,5 +1,7 @@
 #include "cash/stake_links.h"
 
+#include <limits>
+
 #include "app/ground/temp_module.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/numbers.h"
@@ -112,10 +114,15 @@ QSet<qint32> klassenDerEinlage(dao::Database& database, qint32 EinlageID) {
 
 QSet<qint32> klassenNachMerkmal(dao::Database& database, const ClassFilter& filter) {
   QSet<qint32> found;
+  // A class without an upper bound is for the old, too.
+  const auto upTo = [](const dao::Recordset& row) {
+    const QVariant bound = row.value("Alter bis");
+    return bound.isNull() ? std::numeric_limits<int>::max() : bound.toInt();
+  };
   for (const auto rows = database.openRecordset("Select * from Schützenklassen"); !rows->eof();
        rows->moveNext())
     if (passt(filter, {FeldWert(*rows, "Auflage").toInt() != 0, FeldWert(*rows, "Geschlecht").toInt(),
-                       FeldWert(*rows, "Alter von").toInt(), FeldWert(*rows, "Alter bis").toInt()}))
+                       FeldWert(*rows, "Alter von").toInt(), upTo(*rows)}))
       found += FeldWert(*rows, "id").toInt();
   return found;
 }

@@ -1,5 +1,7 @@
 #include "cash/target_numbers.h"
 
+#include <limits>
+
 #include "app/ground/temp_module.h"
 #include "cash/target_stacks.h"
 #include "platform/dialog/dialogs.h"
@@ -52,15 +54,32 @@ void TargetNumbers::LoadDisziKombiBaum(const std::vector<DisziKombi>& entries) {
   for (Tree which : {Tree::Diszi, Tree::Kombi}) tree(which).setRoots(of[static_cast<int>(which)]);
 }
 
+/// What is in hand counts in the list only: a list that is read anew would hand it out a second time.
+QHash<QString, qint32> TargetNumbers::naechsteInDerHand() const {
+  QHash<QString, qint32> next;
+  for (const TargetTree& tree : trees_)
+    tree.forEachTarget([&](const QModelIndex& target) {
+      const QString stack = QString::number(stapelIdOf(target));
+      if (const int row = stacks_.findRow(stack); row > 0)
+        next[stack] = wholeNumber(stacks_.text(row, StackColumn::AktNr));
+    });
+  return next;
+}
+
 bool TargetNumbers::LoadScheibenStapel() {
+  const QHash<QString, qint32> inHand = naechsteInDerHand();
   cursor_ = desk_.database().openRecordset(angeboteneStapel(desk_.workplace().settings));
   stacks_.setRows(1);
-  for (; !cursor_->eof(); cursor_->moveNext())
+  for (; !cursor_->eof(); cursor_->moveNext()) {
+    const QString id = QString::number(FeldWert(*cursor_, "ID").toInt());
+    const QString stored = FeldWert(*cursor_, "AktuelleNummer").toString();
+    const qint32 next = qMax(inHand.value(id), wholeNumber(stored));
     stacks_.addRow(
         {QString(), FeldWert(*cursor_, "Bezeichnung").toString(),
-         FeldWert(*cursor_, "Scheibentyp").toString(), FeldWert(*cursor_, "AktuelleNummer").toString(),
+         FeldWert(*cursor_, "Scheibentyp").toString(), inHand.contains(id) ? QString::number(next) : stored,
          FeldWert(*cursor_, "Vorgabe").toString()},
-        QString::number(FeldWert(*cursor_, "ID").toInt()));
+        id);
+  }
   return hatStapel();
 }
 
@@ -79,25 +98,40 @@ bool TargetNumbers::waehlbar(const View& view) const {
   return view.gewaehlt.isValid();
 }
 
-void TargetNumbers::nimmAuf(Tree which, const QModelIndex& root, const Taken& taken) {
-  const QModelIndex node = tree(which).add(root, taken.stapelId, taken.nummer, taken.zusatz, stempel());
-  Q_EMIT hinzugefuegt(which, node);
+TargetNumbers::Placed TargetNumbers::nimmAuf(Tree which, const QModelIndex& root, const Taken& taken) {
+  return {which, tree(which).add(root, taken.stapelId, taken.nummer, taken.zusatz, stempel())};
 }
 
 bool TargetNumbers::ScheibeUebergeben(int nRow, const View& view) {
-  bool done = false;
-  reported(fehlerReport(desk_.workplace().dialogs, "Fehler bei der Übergeben der Scheiben!"),
-           [&](Steps&) { done = uebergeben(nRow, view); });
-  return done;
+  return ScheibenUebergeben(nRow, 1, view);
 }
 
-bool TargetNumbers::uebergeben(int nRow, const View& view) {
-  if (nRow < 0) return false;
+bool TargetNumbers::ScheibenUebergeben(int nRow, int count, const View& view) {
+  const QPersistentModelIndex selected = view.gewaehlt;
+  std::optional<Placed> last;
+  int taken = 0;
+  for (; taken < count; ++taken) {
+    std::optional<Placed> placed;
+    // Each number that is asked for may take its time: the stacks are another desk's, too.
+    const bool fresh = taken == 0 || manuelleNummer;
+    reported(fehlerReport(desk_.workplace().dialogs, "Fehler bei der Übergeben der Scheiben!"), [&](Steps&) {
+      placed = uebergeben(nRow, {view.vorn, selected}, fresh);
+    });
+    if (!placed) break;
+    last = placed;
+    if (manuelleNummer) Q_EMIT hinzugefuegt(last->which, last->node);
+  }
+  if (last && !manuelleNummer) Q_EMIT hinzugefuegt(last->which, last->node);
+  return taken == count;
+}
+
+std::optional<TargetNumbers::Placed> TargetNumbers::uebergeben(int nRow, const View& view, bool frisch) {
+  if (nRow < 0) return {};
   const qint32 id = wholeNumber(stacks_.rowData(nRow));
-  if (id < 1 || !cursor_) return false;
-  cursor_->requery();  // a stack that was written meanwhile, here or by another desk, is another row by then
+  if (id < 1 || !cursor_) return {};
+  if (frisch) cursor_->requery();  // a stack that was written meanwhile is another row by then
   cursor_->findFirst(QString("ID = %1").arg(id));
-  if (cursor_->noMatch()) return false;
+  if (cursor_->noMatch()) return {};
 
   Tree which = view.vorn;
   QModelIndex root = TargetTree::rootOf(view.gewaehlt);
@@ -105,21 +139,21 @@ bool TargetNumbers::uebergeben(int nRow, const View& view) {
     which = treeOf(FeldWert(*cursor_, "DisziKombi").toInt());
     root = tree(which).root(vorgabe);
   } else if (!waehlbar(view)) {
-    return false;
+    return {};
   }
   const QPersistentModelIndex below = root;  // the input box may run anything
 
   Taken taken{id, 0, {}};
   if (manuelleNummer) {
     taken = {0, wholeNumber(desk_.workplace().dialogs.input("Bitte Scheibennummer eingeben:")), {}};
-    if (taken.nummer == 0) return false;
+    if (taken.nummer == 0) return {};
   } else {
     taken.nummer = wholeNumber(stacks_.text(nRow, StackColumn::AktNr));
     if (nRow >= 1) taken.zusatz = zusatzOf(stacks_.text(nRow, StackColumn::Bezeichnung));
   }
-  nimmAuf(which, below, taken);
+  const Placed placed = nimmAuf(which, below, taken);
   if (!manuelleNummer) stacks_.setText(nRow, StackColumn::AktNr, QString::number(taken.nummer + 1));
-  return true;
+  return placed;
 }
 
 void TargetNumbers::cmdScheibeAdd(int nRow, const View& view) {
@@ -134,15 +168,13 @@ void TargetNumbers::cmdScheibeAddAnzahl(int nRow, const View& view) {
   const double count = ZahlAusText(desk_.workplace().dialogs.input(
       "Bitte geben Sie die Anzahl der Scheibennummern ein:", "Scheibennummern"));
   if (count > kMost) throw Error(kOverflow);
-  View here = view;
-  const QPersistentModelIndex selected = view.gewaehlt;
-  for (int taken = 0; taken + 1 <= count; ++taken) {
-    here.gewaehlt = selected;
-    if (!ScheibeUebergeben(nRow, here)) return;
-  }
+  ScheibenUebergeben(nRow, static_cast<int>(count), view);
 }
 
 void TargetNumbers::nummerEingegeben(const QString& sNummer, const View& view) {
+  if (qAbs(ZahlAusText(sNummer)) > std::numeric_limits<qint32>::max())  // a bar code of something else
+    return desk_.workplace().dialogs.note("»" + sNummer + "« ist keine Scheibennummer.",
+                                          BoxIcon::Exclamation);
   if (stapelPruefung && ScheibeAufnehmenStapel(sNummer)) return;
   ScheibeAufnehmenManuell(sNummer, view);
 }
@@ -167,7 +199,8 @@ bool TargetNumbers::ScheibeAufnehmenStapel(const QString& sNummer) {
              if (const int row = stacks_.findRow(QString::number(id)); row > 0)
                stacks_.setText(row, StackColumn::AktNr, QString::number(nummer));
              if (vorgabe <= 0) return;
-             nimmAuf(which, tree(which).root(vorgabe), {id, nummer, zusatz});
+             const Placed placed = nimmAuf(which, tree(which).root(vorgabe), {id, nummer, zusatz});
+             Q_EMIT hinzugefuegt(placed.which, placed.node);
              done = true;
            });
   return done;
@@ -178,7 +211,8 @@ bool TargetNumbers::ScheibeAufnehmenManuell(const QString& sNummer, const View& 
   reported(fehlerReport(desk_.workplace().dialogs, "Fehler Aufnehmen der Scheiben manuell!"), [&](Steps&) {
     const qint32 nummer = wholeNumber(sNummer);
     if (nummer == 0 || !waehlbar(view)) return;
-    nimmAuf(view.vorn, TargetTree::rootOf(view.gewaehlt), {0, nummer, {}});
+    const Placed placed = nimmAuf(view.vorn, TargetTree::rootOf(view.gewaehlt), {0, nummer, {}});
+    Q_EMIT hinzugefuegt(placed.which, placed.node);
     done = true;
   });
   return done;
@@ -220,7 +254,7 @@ void TargetNumbers::cmdScheibeRemove(const View& view) {
 void TargetNumbers::entferne(Tree which, const QModelIndex& target) {
   const QPersistentModelIndex next =
       target.row() > 0 ? target.siblingAtRow(target.row() - 1) : target.parent();
-  tree(which).removeRow(target.row(), target.parent());
+  tree(which).removeTarget(target);
   Q_EMIT zuWaehlen(which, next);
 }
 
@@ -237,7 +271,8 @@ void TargetNumbers::nummerAendern(const QModelIndex& target) {
       ->setData(node, QString::number(toInt32(changed)) + text.mid(number.size()), Qt::DisplayRole);
 }
 
-void TargetNumbers::speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum) {
+void TargetNumbers::speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum,
+                                      int& gespeichert) {
   for (Tree which : {Tree::Diszi, Tree::Kombi}) {
     std::unique_ptr<dao::Recordset> issued;
     tree(which).forEachTarget([&](const QModelIndex& target) {
@@ -252,6 +287,7 @@ void TargetNumbers::speichereScheiben(const QString& sStartNr, const QString& Bu
       if (const qint32 stapel = stapelIdOf(target); stapel > 0) issued->setValue("StapelID", stapel);
       issued->update();
       tree(which).markStored(target);
+      ++gespeichert;
     });
   }
 }

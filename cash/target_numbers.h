@@ -7,6 +7,7 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "cash/cash_desk.h"
@@ -47,12 +48,15 @@ class TargetNumbers : public QObject {
 
   /// Empties both trees and gives them a root for each entry.
   void LoadDisziKombiBaum(const std::vector<DisziKombi>& entries);
-  /// Reads the stacks that this workstation shows; false when there is none. Errors pass.
+  /// Reads the stacks that this workstation shows; false when there is none. A stack with numbers in hand
+  /// goes on behind them, whatever is stored. Errors pass.
   bool LoadScheibenStapel();
   void close();
 
   /// One number from the stack in that row; false when it ended early. Failures are reported.
   bool ScheibeUebergeben(int nRow, const View& view);
+  /// So many, or until one ends early.
+  bool ScheibenUebergeben(int nRow, int count, const View& view);
   void cmdScheibeAdd(int nRow, const View& view);
   void cmdScheibeAddAnzahl(int nRow, const View& view);
   /// A typed or scanned number.
@@ -60,8 +64,8 @@ class TargetNumbers : public QObject {
   void cmdScheibeRemove(const View& view);
   void nummerAendern(const QModelIndex& target);
 
-  // Steps of the booking. Errors pass.
-  void speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum);
+  // Steps of the booking. Errors pass. `gespeichert` counts up with each target that is stored.
+  void speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum, int& gespeichert);
   void speichereAktuelleNummern();
 
   /// The numbers in hand, for a receipt.
@@ -79,12 +83,20 @@ class TargetNumbers : public QObject {
     qint32 nummer = 0;
     QString zusatz;
   };
-  bool uebergeben(int nRow, const View& view);
+  struct Placed {
+    Tree which;
+    QPersistentModelIndex node;
+  };
+  /// Nothing where it ends early; nothing is told to the window yet. `frisch`: the stacks are read anew
+  /// before.
+  std::optional<Placed> uebergeben(int nRow, const View& view, bool frisch);
   bool ScheibeAufnehmenStapel(const QString& sNummer);
   bool ScheibeAufnehmenManuell(const QString& sNummer, const View& view);
   bool hatStapel() const;
   bool waehlbar(const View& view) const;
-  void nimmAuf(Tree which, const QModelIndex& root, const Taken& taken);
+  Placed nimmAuf(Tree which, const QModelIndex& root, const Taken& taken);
+  /// The next numbers of the stacks that have targets in the trees.
+  QHash<QString, qint32> naechsteInDerHand() const;
   void entferne(Tree which, const QModelIndex& target);
   qint32 stempel() const;
   void schreibeNaechste(qint32 stapelId, qint32 nummer);

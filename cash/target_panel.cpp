@@ -158,8 +158,9 @@ void TargetPanel::stackMenu(const QPoint& position) {
 }
 
 void TargetPanel::treeMenu(Tree which, const QPoint& position) {
-  const QPersistentModelIndex node = view(which)->currentIndex();
+  const QPersistentModelIndex node = view(which)->indexAt(position);
   if (!TargetTree::isTarget(node)) return;
+  view(which)->setCurrentIndex(node);
   QMenu menu(this);
   menu.setObjectName("mnuScheibe");
   menu.addAction("Scheibe zurücknehmen", this,
@@ -217,8 +218,8 @@ void TargetPanel::LoadScheibenStapel() {
   Q_EMIT stapelGeladen(numbers_->LoadScheibenStapel());
 }
 
-void TargetPanel::speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum) {
-  numbers_->speichereScheiben(sStartNr, Buchungsdatum);
+void TargetPanel::speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum, int& gespeichert) {
+  numbers_->speichereScheiben(sStartNr, Buchungsdatum, gespeichert);
 }
 
 void TargetPanel::speichereAktuelleNummern() {

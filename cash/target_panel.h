@@ -42,8 +42,8 @@ class TargetPanel : public QWidget {
   /// Reads the stacks anew and tells whether there are any. Errors pass.
   void LoadScheibenStapel();
 
-  // Steps of the booking. Errors pass.
-  void speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum);
+  // Steps of the booking. Errors pass. `gespeichert` counts up with each target that is stored.
+  void speichereScheiben(const QString& sStartNr, const QString& Buchungsdatum, int& gespeichert);
   void speichereAktuelleNummern();
 
   /// The numbers in hand, for a receipt.

@@ -32,6 +32,7 @@ TargetTree::TargetTree(QObject* parent) : QStandardItemModel(parent) {}
 
 void TargetTree::setRoots(const std::vector<DisziKombi>& entries) {
   clear();
+  byKey_.clear();
   for (const DisziKombi& entry : entries) appendRow(node(kRoot + QString::number(entry.id), entry.name));
 }
 
@@ -62,11 +63,17 @@ QModelIndex TargetTree::add(const QModelIndex& root, qint32 stapelId, qint32 num
   // Two targets of one moment with the same number: the stamp counts on, so that keys stay unique.
   do {
     key = QString("%1%2-%3-%4").arg(kTarget).arg(belongsTo).arg(nummer).arg(stempel++);
-  } while (target(key).isValid());
+  } while (byKey_.contains(key));
   QStandardItem* item = node(key, QString::number(nummer) + zusatz);
   item->setForeground(kBlue);
   itemFromIndex(root)->appendRow(item);
+  byKey_.insert(key, item);
   return item->index();
+}
+
+void TargetTree::removeTarget(const QModelIndex& target) {
+  byKey_.remove(keyOf(target));
+  removeRow(target.row(), target.parent());
 }
 
 bool TargetTree::move(const QModelIndex& moved, const QModelIndex& to) {
@@ -98,11 +105,8 @@ void TargetTree::forEachTarget(const std::function<void(const QModelIndex&)>& ca
 }
 
 QModelIndex TargetTree::target(const QString& key) const {
-  QModelIndex found;
-  forEachTarget([&](const QModelIndex& each) {
-    if (keyOf(each) == key) found = each;
-  });
-  return found;
+  const QStandardItem* item = byKey_.value(key);
+  return item ? item->index() : QModelIndex();
 }
 
 Qt::ItemFlags TargetTree::flags(const QModelIndex& index) const {

@@ -5,6 +5,7 @@
 // time stamp; a number that belongs to no stack has the negative time stamp in place of the stack's id.
 #pragma once
 
+#include <QHash>
 #include <QStandardItemModel>
 #include <functional>
 #include <vector>
@@ -33,6 +34,7 @@ class TargetTree : public QStandardItemModel {
   /// Error 35601 when the root is missing.
   QModelIndex add(const QModelIndex& root, qint32 stapelId, qint32 nummer, const QString& zusatz,
                   qint32 stempel);
+  void removeTarget(const QModelIndex& target);
   /// Puts a target below another root of the tree; false for what can't be moved.
   bool move(const QModelIndex& target, const QModelIndex& to);
 
@@ -54,6 +56,8 @@ class TargetTree : public QStandardItemModel {
 
  private:
   QModelIndex target(const QString& key) const;
+
+  QHash<QString, QStandardItem*> byKey_;  // the targets; the model owns them
 };
 
 // What a target's node says.

@@ -4,8 +4,13 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+#include "cash/label_panel.h"
 
 namespace qk::test {
 
@@ -44,6 +49,52 @@ void DeskWindow::show(int tab) {
   on<QTabWidget>("SSTab1").setCurrentIndex(tab);
 }
 
+RecordedLabels& DeskWindow::recordLabels() {
+  auto made = std::make_unique<RecordedLabels>();
+  RecordedLabels& output = *made;
+  auto& panel = on<LabelPanel>("panelEtiketten");
+  panel.setOutput(std::move(made));
+  panel.Form_Load();
+  show(4);
+  return output;
+}
+
+QStringList DeskWindow::tree(const QString& name) {
+  const QAbstractItemModel& model = *on<QTreeView>(name).model();
+  QStringList lines;
+  for (int row = 0; row < model.rowCount(); ++row) {
+    const QModelIndex root = model.index(row, 0);
+    QStringList targets;
+    for (int child = 0; child < model.rowCount(root); ++child)
+      targets += model.index(child, 0, root).data().toString();
+    if (!targets.isEmpty()) lines += root.data().toString() + ": " + targets.join(", ");
+  }
+  return lines;
+}
+
+void DeskWindow::select(const QString& name, int root, int child) {
+  auto& view = on<QTreeView>(name);
+  const QModelIndex parent = view.model()->index(root, 0);
+  view.setCurrentIndex(child < 0 ? parent : view.model()->index(child, 0, parent));
+}
+
+void DeskWindow::pick(const QString& entry, const std::function<void()>& open) {
+  QTimer::singleShot(0, window_.get(), [entry] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QAction* action = menu ? menu->findChild<QAction*>(entry) : nullptr;
+    if (!action) return failTest("no menu with " + entry);
+    menu->close();
+    action->trigger();
+  });
+  open();
+}
+
+void DeskWindow::pickOfStack(int row, const QString& entry) {
+  auto& grid = on<TextGrid>("grdScheiben");
+  grid.setCurrentRow(row);
+  pick(entry, [&] { Q_EMIT grid.contextMenuAt(grid.mapToGlobal(QPoint(5, 5))); });
+}
+
 void DeskWindow::key(const QString& character, int milliseconds) {
   till_.clock.advance(milliseconds);
   typeInto(*QApplication::focusWidget(), character);
@@ -64,6 +115,13 @@ void DeskWindow::article(const QString& number) {
 void DeskWindow::scan(const QString& text) {
   for (const QChar c : text) key(c, 5);
   enter(5);
+}
+
+QStringList column(QWidget& window, const QString& grid, int which) {
+  const TextTable& table = *the<TextGrid>(window, grid).table();
+  QStringList cells;
+  for (int row = 1; row < table.rows(); ++row) cells += table.text(row, which);
+  return cells;
 }
 
 std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act) {

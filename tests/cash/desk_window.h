@@ -6,6 +6,7 @@
 
 #include "cash/frmFinanz.h"
 #include "platform/grid/text_grid.h"
+#include "tests/cash/recorded_labels.h"
 #include "tests/cash/till.h"
 #include "tests/support/drive.h"
 #include "tests/support/report_doors.h"
@@ -34,6 +35,18 @@ class DeskWindow {
   QStringList stored() { return Till::rows(*on<TextGrid>("flexAll").table()); }
   void press(const QString& button) { click(*window_, button); }
   void show(int tab);
+  /// Shows the tab of the labels, on printers that write down what they are told.
+  RecordedLabels& recordLabels();
+
+  /// "LG Meister: 10   (Zehner), 11   (Zehner)" for each root of `treeDiszi` or `treeKombi` that holds
+  /// something.
+  QStringList tree(const QString& name);
+  /// Selects a root, or a child of it.
+  void select(const QString& tree, int root, int child = -1);
+  /// Opens a popup menu by that signal or key, and picks an entry of it.
+  void pick(const QString& entry, const std::function<void()>& open);
+  /// Picks an entry of the menu that the right button opens on a stack.
+  void pickOfStack(int row, const QString& entry);
 
   /// Types an article number slowly and Enter.
   void article(const QString& number);
@@ -51,6 +64,9 @@ class DeskWindow {
   ReportDoor& reports_;
   std::unique_ptr<frmFinanz> window_;
 };
+
+/// A column of a grid, without its header.
+QStringList column(QWidget& window, const QString& grid, int which);
 
 /// Drives a window of the desk as soon as it has the keyboard.
 std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act);

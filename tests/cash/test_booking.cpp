@@ -45,7 +45,9 @@ class TestBooking : public QObject {
     const auto stored = [this] { return " " + QString::number(till->payments().size()); };
     sides.druckeBeleg = [=, this] { journal += "Beleg" + stored(); };
     sides.druckeEtiketten = [=, this] { journal += "Etiketten" + stored(); };
-    sides.speichereScheiben = [=, this](const QString& datum) { journal += "Scheiben " + datum + stored(); };
+    sides.speichereScheiben = [=, this](const QString& datum, int&) {
+      journal += "Scheiben " + datum + stored();
+    };
     sides.speichereStapel = [=, this] { journal += "Stapel" + stored(); };
     return book(sides);
   }
@@ -154,7 +156,7 @@ void TestBooking::bookingAgainStoresTwice() {
 void TestBooking::aFailureOfTheTargetsKeepsAllRows() {
   purchase().AddKauf(1);
   BookingSides sides;
-  sides.speichereScheiben = [](const QString&) { throw Error(3021); };
+  sides.speichereScheiben = [](const QString&, int&) { throw Error(3021); };
   sides.speichereStapel = [this] { journal += "Stapel"; };
   const BookingOutcome outcome = book(sides);
   QCOMPARE(outcome.gespeichert, 1);

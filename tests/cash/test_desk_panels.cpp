@@ -10,7 +10,6 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTest>
-#include <QTimer>
 #include <QTreeView>
 #include <memory>
 
@@ -20,7 +19,6 @@
 #include "platform/look/look.h"
 #include "platform/widgets/picture_view.h"
 #include "tests/cash/desk_window.h"
-#include "tests/cash/recorded_labels.h"
 #include "tests/support/manners.h"
 #include "tests/support/real_boxes.h"
 
@@ -94,36 +92,13 @@ class TestDeskPanels : public QObject {
  private:
   frmFinanz& window() { return desk->window(); }
   void open(const QString& number = "107", bool without = false) { desk->open(number, without); }
-  /// The tab of the labels, on printers that write down what they are told.
   RecordedLabels& openLabels() {
     open();
-    auto& panel = desk->on<LabelPanel>("panelEtiketten");
-    auto made = std::make_unique<RecordedLabels>();
-    RecordedLabels& output = *made;
-    panel.setOutput(std::move(made));
-    panel.Form_Load();
-    desk->show(4);
-    return output;
+    return desk->recordLabels();
   }
   TextGrid& stacks() { return desk->on<TextGrid>("grdScheiben"); }
-  /// "LG Meister: 10   (Zehner)" for each root of a tree that holds something.
-  QStringList tree(const QString& name) {
-    const QAbstractItemModel& model = *desk->on<QTreeView>(name).model();
-    QStringList lines;
-    for (int row = 0; row < model.rowCount(); ++row) {
-      const QModelIndex root = model.index(row, 0);
-      QStringList targets;
-      for (int child = 0; child < model.rowCount(root); ++child)
-        targets += model.index(child, 0, root).data().toString();
-      if (!targets.isEmpty()) lines += root.data().toString() + ": " + targets.join(", ");
-    }
-    return lines;
-  }
-  void select(const QString& name, int root, int child = -1) {
-    auto& view = desk->on<QTreeView>(name);
-    const QModelIndex parent = view.model()->index(root, 0);
-    view.setCurrentIndex(child < 0 ? parent : view.model()->index(child, 0, parent));
-  }
+  QStringList tree(const QString& name) { return desk->tree(name); }
+  void select(const QString& name, int root, int child = -1) { desk->select(name, root, child); }
   QStringList table() {
     const TextTable& rows = *desk->on<TextGrid>("flexBarcode").table();
     QStringList lines;
@@ -228,14 +203,9 @@ void TestDeskPanels::theMenuOfATarget() {
   select("treeDiszi", 1, 0);
   auto& view = desk->on<QTreeView>("treeDiszi");
   const auto choose = [&](const QString& entry) {
-    QTimer::singleShot(0, this, [entry] {
-      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-      QAction* action = menu ? menu->findChild<QAction*>(entry) : nullptr;
-      if (!action) return failTest("no menu with " + entry);
-      menu->close();
-      action->trigger();
+    desk->pick(entry, [&] {
+      Q_EMIT view.customContextMenuRequested(view.visualRect(view.currentIndex()).center());
     });
-    Q_EMIT view.customContextMenuRequested(QPoint(5, 5));
   };
   till->dialogs.expectInput("Bitte Scheibennummer eingeben:", "77").titled("Änderung");
   choose("mnuScheibeNummer");

@@ -41,6 +41,8 @@ Zeilen Kasse_Eingang
   102 | 107         | 2       | 3,5
 )";
 
+const QString kAskDisciplines =
+    "Die Zuordnung der Disziplinen ist geändert und nicht gespeichert.\r\nJetzt speichern?";
 const QString kKeepDonation = "Die Einlage >>Spende<< kann nicht geändert werden!";
 
 }  // namespace
@@ -77,6 +79,10 @@ class TestFrmArtikel : public QObject {
   void stakesOfClubs();
   void disciplinesOfAStake();
   void aForgottenSave();
+  void aSaveThatFailsStaysWithItsStake();
+  void aReleaseThatCantBeSavedStaysWithItsStake();
+  void failuresOfTheAssignments();
+  void noTickLeavesNoRows();
   void classesOfAStake();
   void classesByTheirTraits();
   void nothingTickedSelectsAll();
@@ -282,15 +288,92 @@ void TestFrmArtikel::aForgottenSave() {
   on<QListWidget>("lstEinlagen").setCurrentRow(0);
   TextTable& table = *on<TextGrid>("flexBarcode").table();
   QVERIFY(table.setData(table.index(0, 1), Qt::Checked, Qt::CheckStateRole));
-  const QString ask = "Die Zuordnung der Disziplinen ist geändert und nicht gespeichert.\r\nJetzt speichern?";
-  till->dialogs.expect(ask, BoxAnswer::Yes);
+  till->dialogs.expect(kAskDisciplines, BoxAnswer::Yes);
   on<QListWidget>("lstEinlagen").setCurrentRow(1);
   QCOMPARE(till->read("Select * from Kasse_DisziKombi where EinlageID = 1", {"ID"}).size(), 2);
   QVERIFY(table.setData(table.index(0, 1), Qt::Checked, Qt::CheckStateRole));
-  till->dialogs.expect(ask, BoxAnswer::No);
+  till->dialogs.expect(kAskDisciplines, BoxAnswer::No);
   press("cmdClose");
   QVERIFY(!window->isVisible());
   QCOMPARE(till->read("Select * from Kasse_DisziKombi", {"ID"}).size(), 2);
+}
+
+/// The list stands on the stake that the table shows: or "Speichern" would write one stake's ticks to
+/// another.
+void TestFrmArtikel::aSaveThatFailsStaysWithItsStake() {
+  show(2);
+  auto& stakes = on<QListWidget>("lstEinlagen");
+  stakes.setCurrentRow(0);
+  TextTable& table = *on<TextGrid>("flexBarcode").table();
+  QVERIFY(table.setData(table.index(0, 1), Qt::Checked, Qt::CheckStateRole));
+  refuse(till->competition(), StoreAct::Insert, "Kasse_DisziKombi", "EinlageID", 1);
+  till->dialogs.expect(kAskDisciplines, BoxAnswer::Yes);
+  till->dialogs.expect(till->failureOfAct("INSERT INTO Kasse_DisziKombi (EinlageID) VALUES (1)") +
+                           "\nFehler beim Speichern der Disziplinen-Kombinationen!",
+                       BoxAnswer::Abort);
+  stakes.setCurrentRow(1);
+  QTRY_COMPARE(stakes.currentRow(), 0);
+  QCOMPARE(ticked().size(), 2);
+  till->dialogs.expect(kAskDisciplines, BoxAnswer::No);
+  stakes.setCurrentRow(1);
+  QCOMPARE(stakes.currentRow(), 1);
+  QCOMPARE(ticked(), QStringList());
+}
+
+void TestFrmArtikel::aReleaseThatCantBeSavedStaysWithItsStake() {
+  show(3);
+  auto& stakes = on<QListWidget>("lstEinlagenKlasse");
+  stakes.setCurrentRow(0);
+  tick(*window, "lstSchuetzenKlassen", "Damen");
+  refuse(till->competition(), StoreAct::Insert, "Kasse_Schuetzenklassen", "KasseEinlageID", 1);
+  const QString ask = "Die Zuordnung der Klassen ist geändert und nicht gespeichert.\r\nJetzt speichern?";
+  till->dialogs.expect(ask, BoxAnswer::Yes);
+  till->dialogs
+      .expect(till->failureOfAct("INSERT INTO Kasse_Schuetzenklassen (KasseEinlageID) VALUES (1)") +
+                  "\nFehler beim Speichern der Einlagen zu Schützenklassen!",
+              BoxAnswer::Abort)
+      .with(BoxButtons::AbortRetryIgnore);
+  stakes.setCurrentRow(3);
+  QTRY_COMPARE(stakes.currentRow(), 0);
+  QCOMPARE(selected(), QStringList("Damen"));
+  till->dialogs.expect(ask, BoxAnswer::No);
+  stakes.setCurrentRow(3);
+  QCOMPARE(selected(), QStringList("Schüler"));
+}
+
+void TestFrmArtikel::failuresOfTheAssignments() {
+  for (const char* name : {"Kasse_DisziKombi", "Kasse_Schuetzenklassen", "Schützenklassen"})
+    till->store()->dropTable(name);
+  const auto expect = [this](const QString& table, const QString& text) {
+    till->dialogs.expect(till->failureOf("Select * from " + table) + "\n" + text, BoxAnswer::Abort)
+        .with(BoxButtons::AbortRetryIgnore);
+  };
+  // The tab may choose the first stake by itself.
+  expect("Kasse_DisziKombi", "Fehler Ermitteln der Disziplin-Kombination!");
+  show(2);
+  on<QListWidget>("lstEinlagen").setCurrentRow(0);
+  expect("Kasse_DisziKombi", "Fehler beim Speichern der Disziplinen-Kombinationen!");
+  press("cmdSaveDisziKombi");
+  expect("Kasse_Schuetzenklassen", "Fehler Ermitteln der Einlage zu Schützenklassen!");
+  show(3);
+  on<QListWidget>("lstEinlagenKlasse").setCurrentRow(0);
+  expect("Kasse_Schuetzenklassen", "Fehler beim Speichern der Einlagen zu Schützenklassen!");
+  press("cmdSaveEinlagenKlassen");
+  expect("Schützenklassen", "Fehler beim Setzen der Schützenklassen-Auswahl!");
+  press("cmdKlassenSetzen");
+}
+
+void TestFrmArtikel::noTickLeavesNoRows() {
+  show(2);
+  on<QListWidget>("lstEinlagen").setCurrentRow(0);
+  TextTable& table = *on<TextGrid>("flexBarcode").table();
+  QCOMPARE(ticked(), QStringList("D LG Meister 2"));
+  QVERIFY(table.setData(table.index(1, 1), Qt::Unchecked, Qt::CheckStateRole));
+  press("cmdSaveDisziKombi");
+  QCOMPARE(till->read("Select * from Kasse_DisziKombi", {"ID"}), QStringList());
+  on<QListWidget>("lstEinlagen").setCurrentRow(1);
+  on<QListWidget>("lstEinlagen").setCurrentRow(0);
+  QCOMPARE(ticked(), QStringList());
 }
 
 void TestFrmArtikel::classesOfAStake() {

@@ -7,9 +7,9 @@
 #include <QTest>
 #include <memory>
 
+#include "app/ground/control_door.h"
 #include "app/ground/printing.h"
 #include "app/ground/settings_keys.h"
-#include "cash/control_door.h"
 #include "cash/label_panel.h"
 #include "platform/look/look.h"
 #include "platform/print/current_printer.h"
@@ -57,7 +57,8 @@ class TestLabelPrinters : public QObject {
     schreibe(till->settings, keys::BarcodeDruck, true);
     papers = std::make_unique<ProgramPapers>(till->workplace());
     door = std::make_unique<ControlDoor>(till->workplace(),
-                                         ReportControl::Papers{papers->current, papers->asking});
+                                         ReportControl::Papers{papers->current, papers->asking},
+                                         keys::BerichtsfensterKasse.toString());
     desk = std::make_unique<DeskWindow>(*till, *door);
   }
   void cleanup() {

@@ -4,11 +4,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
-#include <QTimer>
 #include <memory>
 
 #include "app/ground/settings_keys.h"
@@ -34,13 +32,6 @@ Zeilen Schuetzen_ScheibenNummern
   2  | 108         | 8              | 20.11.2026 |               | 0              | 1            | 1
 )";
 const QString kGone = "Der Stapel ist nicht mehr da; ein anderer Arbeitsplatz hat ihn gelöscht.";
-
-QStringList column(QWidget& window, const QString& grid, int which) {
-  const TextTable& table = *the<TextGrid>(window, grid).table();
-  QStringList cells;
-  for (int row = 1; row < table.rows(); ++row) cells += table.text(row, which);
-  return cells;
-}
 
 }  // namespace
 
@@ -68,6 +59,8 @@ class TestStackWindows : public QObject {
   void aNewOneFromThePopup();
   void theAdministration();
   void numbersInHandAreNotHandedOutAgain();
+  void aStackEditedWithItsNumbersInHand();
+  void aStackMadeWithNumbersInHandIsShown();
   void theFirstStack();
   void anEditorThatIsGivenUp();
   void doubtsAreAsked();
@@ -99,19 +92,7 @@ class TestStackWindows : public QObject {
                           }));
     trigger(window(), "mnuScheibenAuswertung");
   }
-  /// Picks an entry of the menu that the right button opens on a stack.
-  void popup(int row, const QString& entry) {
-    auto& grid = desk->on<TextGrid>("grdScheiben");
-    grid.setCurrentRow(row);
-    QTimer::singleShot(0, this, [entry] {
-      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-      QAction* action = menu ? menu->findChild<QAction*>(entry) : nullptr;
-      if (!action) return failTest("no menu with " + entry);
-      menu->close();
-      action->trigger();
-    });
-    Q_EMIT grid.contextMenuAt(grid.mapToGlobal(QPoint(5, 5)));
-  }
+  void popup(int row, const QString& entry) { desk->pickOfStack(row, entry); }
 
   std::unique_ptr<Till> till;
   NotedReports reports;
@@ -200,6 +181,51 @@ void TestStackWindows::numbersInHandAreNotHandedOutAgain() {
   QCOMPARE(column(window(), "grdScheiben", 3).last(), "11");
   inAdministration([](QWidget&) {});
   QCOMPARE(column(window(), "grdScheiben", 3).last(), "11");
+}
+
+/// The list counts what is in hand: to hand it out again isn't what editing the stack's name means.
+void TestStackWindows::aStackEditedWithItsNumbersInHand() {
+  till->execute("DELETE * FROM ScheibenNummern WHERE ID = 5");
+  desk->show(1);
+  desk->on<TextGrid>("grdScheiben").setCurrentRow(4);
+  desk->press("cmdScheibeAdd");
+  desk->press("cmdScheibeAdd");
+  const auto change = [this](const QString& field, const QString& text) {
+    inEditor([field, text](QWidget& editor) {
+      type(editor, field, text);
+      click(editor, "cmdOK");
+    });
+    popup(4, "mnuStapelBearbeiten");
+    QVERIFY(windows->done());
+  };
+  change("txtBezeichnung", "Zehnter");
+  QCOMPARE(column(window(), "grdScheiben", 1).last(), "Zehnter");
+  QCOMPARE(column(window(), "grdScheiben", 3).last(), "12");
+  change("txtAktuelleNummer", "33");
+  QCOMPARE(column(window(), "grdScheiben", 3).last(), "33");
+  desk->press("cmdVerbuchen");
+  QCOMPARE(till->read("Select * from Schuetzen_ScheibenNummern order by ID", {"Scheibennummer"}),
+           (QStringList{"10", "11"}));
+  QCOMPARE(till->read("Select * from ScheibenNummern where ID = 1", {"AktuelleNummer"}), QStringList("33"));
+  change("txtAktuelleNummer", "5");  // with nothing in hand the operator's word holds
+  QCOMPARE(column(window(), "grdScheiben", 3).last(), "5");
+}
+
+void TestStackWindows::aStackMadeWithNumbersInHandIsShown() {
+  desk->show(1);
+  desk->on<TextGrid>("grdScheiben").setCurrentRow(4);
+  desk->press("cmdScheibeAdd");
+  inAdministration([this](QWidget& admin) {
+    inEditor([](QWidget& editor) {
+      type(editor, "txtBezeichnung", "Neu");
+      type(editor, "txtStartnummer", "901");
+      type(editor, "txtEndnummer", "999");
+      click(editor, "cmdOK");
+    });
+    click(admin, "cmdNeu");
+  });
+  QCOMPARE(column(window(), "grdScheiben", 1).last(), "Neu");
+  QCOMPARE(column(window(), "grdScheiben", 3).at(3), "11");
 }
 
 void TestStackWindows::theFirstStack() {

@@ -123,6 +123,18 @@ class TestStakeLinks : public QObject {
     QVERIFY(passt(old, eighteen));
   }
 
+  void aClassWithoutAnUpperAgeIsNotForTheYoung() {
+    Till till;
+    till.fill("Zeilen Schützenklassen\n  ID | Klasse | Alter von | Geschlecht\n  31 | Offen | 0 | 0\n");
+    till.execute("UPDATE Schützenklassen SET [Alter bis] = Null, [Alter von] = Null WHERE ID = 31");
+    ClassFilter young, old;
+    young.bis18 = true;
+    old.ueber18 = true;
+    QVERIFY(!klassenNachMerkmal(*till.store(), young).contains(31));
+    QVERIFY(!klassenNachMerkmal(*till.store(), old).contains(31));
+    QVERIFY(klassenNachMerkmal(*till.store(), young).contains(1));
+  }
+
   void classesInTheirOrder() {
     Till till;
     till.fillDisciplines();

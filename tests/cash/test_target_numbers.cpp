@@ -39,6 +39,7 @@ class TestTargetNumbers : public QObject {
     load();
     added.clear();
     selected.clear();
+    stored = 0;
   }
   void cleanup() {
     numbers.reset();
@@ -122,6 +123,7 @@ class TestTargetNumbers : public QObject {
   std::unique_ptr<CashDesk> desk;
   std::unique_ptr<TargetNumbers> numbers;
   QStringList added;
+  int stored = 0;
   QString selected;
 };
 
@@ -257,9 +259,10 @@ void TestTargetNumbers::severalAtOnce() {
 /// A booking failed behind the targets: the next one brings those that are new.
 void TestTargetNumbers::aStoredTargetIsStoredOnce() {
   numbers->nummerEingegeben("4711", view(Tree::Diszi, 2));
-  numbers->speichereScheiben("107", "20.11.2026 10:00:00");
+  numbers->speichereScheiben("107", "20.11.2026 10:00:00", stored);
   numbers->nummerEingegeben("4712", view(Tree::Diszi, 2));
-  numbers->speichereScheiben("107", "20.11.2026 10:00:00");
+  numbers->speichereScheiben("107", "20.11.2026 10:00:00", stored);
+  QCOMPARE(stored, 2);
   const QStringList both{"4711", "4712"};
   QCOMPARE(till->read("Select * from Schuetzen_ScheibenNummern order by ID", {"Scheibennummer"}), both);
   till->dialogs.expect(
@@ -301,7 +304,7 @@ void TestTargetNumbers::typedNumberInAFreeStack() {
 void TestTargetNumbers::typedNumberOutsideAllStacks() {
   numbers->nummerEingegeben("4711", view(Tree::Diszi, 2));
   QCOMPARE(tree(Tree::Diszi), QStringList{"LG Glück: 4711"});
-  numbers->speichereScheiben("107", "20.11.2026 10:00:00");
+  numbers->speichereScheiben("107", "20.11.2026 10:00:00", stored);
   QCOMPARE(till->read("Select * from Schuetzen_ScheibenNummern", {"Scheibennummer", "StapelID"}),
            QStringList{"4711|Null"});
 }
@@ -415,7 +418,7 @@ void TestTargetNumbers::booking() {
   numbers->ScheibeUebergeben(rowOf(1), {});
   numbers->ScheibeUebergeben(rowOf(2), {});
   numbers->nummerEingegeben("4711", view(Tree::Diszi, 2));
-  numbers->speichereScheiben("107", "20.11.2026 10:00:00");
+  numbers->speichereScheiben("107", "20.11.2026 10:00:00", stored);
   QCOMPARE(till->read(
                "Select * from Schuetzen_ScheibenNummern order by ID",
                {"Startnummer", "Scheibennummer", "Kaufdatum", "DisziKombiWahl", "DisziKombiID", "StapelID"}),

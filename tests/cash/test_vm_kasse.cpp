@@ -54,6 +54,7 @@ class TestVMKasse : public QObject {
   void correctingAndDeleting();
   void closingAsksAboutThePurchase();
   void aClubThatIsGone();
+  void aClubWithoutAName();
   void receipts();
   void aBrokenBooking();
   void anUnreadableCell();
@@ -175,6 +176,12 @@ void TestVMKasse::aClubThatIsGone() {
   till->execute("DELETE * FROM Verein WHERE ID = 1");
   till->dialogs.expect("Fehler: 3021 - Der Verein ist nicht mehr da.").titled("Fehler");
   trigger(desk->window(), "mnuVM_0");
+}
+
+void TestVMKasse::aClubWithoutAName() {
+  till->execute("UPDATE Verein SET Name = Null, Kurzname = '' WHERE ID = 1");
+  in("mnuVM_0", [](QWidget& club) { QCOMPARE(text(club, "lblSaldo"), "-50,00 €"); });
+  QVERIFY(windows->done());
 }
 
 void TestVMKasse::receipts() {

@@ -187,6 +187,10 @@ QString Till::failureOf(const QString& query) const {
   return sayingOf([&] { store()->openRecordset(query)->eof(); });
 }
 
+QString Till::failureOfAct(const QString& statement) const {
+  return sayingOf([&] { store()->execute(statement); });
+}
+
 QString Till::failureOfOpening(const QString& path) {
   return sayingOf([&] { dao::Database::open(path, true); });
 }

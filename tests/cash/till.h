@@ -48,6 +48,8 @@ class Till : public TestWorkplace {
   QString refuse(StoreAct act, const QString& column, int value);
   /// What a box says of a query that can't be opened: "Fehler: 3078 - …".
   QString failureOf(const QString& query) const;
+  /// What it says of an action query that fails.
+  QString failureOfAct(const QString& statement) const;
   /// The same of a store that can't be opened.
   static QString failureOfOpening(const QString& path);
 

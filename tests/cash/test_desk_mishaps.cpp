@@ -1,0 +1,244 @@
+// What goes wrong at the desk while somebody waits for his change: the store dies, a shooter is deleted, a
+// scan lands in the wrong field, a key or button is hit beside its mark.
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QProgressDialog>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+#include <memory>
+
+#include "app/ground/settings_keys.h"
+#include "platform/look/look.h"
+#include "tests/cash/desk_window.h"
+#include "tests/support/real_boxes.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+const QString kUnknown = "SCHÜTZE nicht gefunden!!!!";
+const QString kAskNumber = "Bitte neue Startnummer eingeben:";
+
+/// A desktop where a single click opens what it hits.
+class SingleClicks : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_ItemView_ActivateItemOnSingleClick ? 1
+                                                         : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
+}  // namespace
+
+class TestDeskMishaps : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void initTestCase() { look::apply(*qApp, look::Scheme::Light); }
+  void init() {
+    till = std::make_unique<Till>();
+    till->fillStacks();
+    till->fill(
+        "Zeilen Kasse_DisziKombi\n  EinlageID | DisziKZ | DisziKombiID | Anzahl\n  1 | 1 | 1 | 4\n  2 | 2 | "
+        "1 | "
+        "5\n  3 | 1 | 1 | 6\n");
+    windows = std::make_unique<RealBoxes>();
+    desk = std::make_unique<DeskWindow>(*till);
+  }
+  void cleanup() {
+    desk.reset();
+    windows.reset();
+    till.reset();
+  }
+
+  void targetsThatAreStoredAreCounted();
+  void anUnreadableTableOfLabelsIsSaidOnce();
+  void aShooterDeletedMeanwhile();
+  void nothingIsSoldToANumberThatNobodyHas();
+  void theStakesBeforeTheFirstShooter();
+  void aNumberBeyondAllRange();
+  void theRightButtonBesideTheNodes();
+  void aSingleClickSellsNothing();
+  void theStopOfASecondRun();
+  void aStartNumberThatCode39DoesntKnow();
+
+ private:
+  frmFinanz& window() { return desk->window(); }
+  std::unique_ptr<Till> till;
+  std::unique_ptr<RealBoxes> windows;
+  std::unique_ptr<DeskWindow> desk;
+};
+
+void TestDeskMishaps::targetsThatAreStoredAreCounted() {
+  desk->open("107", false);
+  desk->article("200");
+  desk->show(1);
+  desk->on<TextGrid>("grdScheiben").setCurrentRow(4);
+  desk->press("cmdScheibeAdd");
+  desk->press("cmdScheibeAdd");
+  refuseChanges(till->competition(), "ScheibenNummern", 1);
+  const QString failure = till->failureOfAct("UPDATE ScheibenNummern SET AktuelleNummer = 5 WHERE ID = 1");
+  till->dialogs.expect(
+      failure +
+      "\r\n\r\nVon 1 Zeilen des Kaufs sind 1 gespeichert; sie sind in der Liste gekennzeichnet.\r\nVor dem "
+      "nächsten Verbuchen entfernen, sonst werden sie doppelt gebucht.\r\nScheiben gespeichert: 2. Sie "
+      "stehen "
+      "kursiv im Baum und werden nicht noch einmal gespeichert.");
+  desk->press("cmdVerbuchen");
+  desk->show(0);
+  desk->press("cmdRemoveAll");
+  till->dialogs.expect(failure + "\r\n\r\nEs wurde noch keine Zeile des Kaufs gespeichert.");
+  desk->press("cmdVerbuchen");
+  QCOMPARE(till->read("Select * from Schuetzen_ScheibenNummern", {"ID"}).size(), 2);
+}
+
+void TestDeskMishaps::anUnreadableTableOfLabelsIsSaidOnce() {
+  desk->open("108");
+  till->store()->dropTable("Kasse_DisziKombi");
+  const QString failure =
+      till->failureOf("Select * from Kasse_DisziKombi") + "\nFehler Aktualisieren der Barcode-Anzeige!";
+  desk->on<QListWidget>("lstAll").setCurrentRow(1);
+  till->dialogs.expectInput(kAskCount, "20");
+  till->dialogs.expect(failure, BoxAnswer::Ignore);
+  desk->press("cmdAddAnzahl");
+  QCOMPARE(desk->purchase().size(), 20);
+  QCOMPARE(desk->text("lblAktGesamt"), "70,00 €");
+  desk->press("cmdRemoveAll");  // an empty purchase has no labels to be looked for
+  QVERIFY(desk->purchase().isEmpty());
+}
+
+void TestDeskMishaps::aShooterDeletedMeanwhile() {
+  desk->open("108");
+  desk->article("200");
+  till->execute("DELETE * FROM Schützen WHERE Startnummer = '108'");
+  desk->press("cmdVerbuchen");
+  QCOMPARE(till->payments().size(), 1);
+  QVERIFY(desk->purchase().isEmpty());
+  QCOMPARE(desk->text("Label1"), kUnknown);
+  QVERIFY(!desk->on<QTabWidget>("SSTab1").isEnabled());
+  QVERIFY(desk->on<QAbstractButton>("cmdSchWechsel").hasFocus());
+}
+
+void TestDeskMishaps::nothingIsSoldToANumberThatNobodyHas() {
+  desk->open("108");
+  desk->article("200");
+  window().UpdateStartNr("999", "", "");
+  QCOMPARE(desk->text("Label1"), kUnknown);
+  QCOMPARE(window().sStartNr(), "999");
+  QVERIFY(!desk->on<QTabWidget>("SSTab1").isEnabled());
+  QTest::keyClick(&window(), Qt::Key_F9);
+  QVERIFY(till->payments().isEmpty());
+  QVERIFY(!desk->on<QAction>("mnuDateiDrucken").isEnabled());
+  till->dialogs.expectInput(kAskNumber, "107");
+  QTest::keyClick(&window(), Qt::Key_F3);
+  QCOMPARE(desk->purchase().size(), 1);
+  QTest::keyClick(&window(), Qt::Key_F9);
+  QCOMPARE(till->read("Select * from Kasse_Eingang", {"Startnummer"}), QStringList("107"));
+}
+
+void TestDeskMishaps::theStakesBeforeTheFirstShooter() {
+  desk->openEmpty();
+  windows->expectWindow("frmArtikel", onceActive([](QWidget& stakes) { click(stakes, "cmdClose"); }));
+  trigger(window(), "mnuOptEinlagen");
+  QVERIFY(windows->done());
+  QCOMPARE(desk->text("Label1"), "Schützen wählen: F3 Startnummer, F5 Liste, oder ein Etikett scannen");
+  QVERIFY(!desk->on<QTabWidget>("SSTab1").isEnabled());
+}
+
+void TestDeskMishaps::aNumberBeyondAllRange() {
+  desk->open("107", false);
+  desk->show(1);
+  desk->select("treeDiszi", 0);
+  desk->on<QLineEdit>("txtScheibenNummer").setFocus();
+  till->dialogs.expect("»4006381333931« ist keine Scheibennummer.").showing(BoxIcon::Exclamation);
+  desk->scan("4006381333931");
+  QVERIFY(desk->tree("treeDiszi").isEmpty());
+  QCOMPARE(desk->text("txtScheibenNummer"), "");
+  QVERIFY(desk->on<QLineEdit>("txtScheibenNummer").hasFocus());
+}
+
+/// The menu speaks of what lies under the pointer, not of what was chosen before.
+void TestDeskMishaps::theRightButtonBesideTheNodes() {
+  desk->open("107", false);
+  desk->show(1);
+  for (const char* number : {"42", "43"}) desk->scan(number);
+  desk->select("treeDiszi", 1, 1);
+  auto& view = desk->on<QTreeView>("treeDiszi");
+  bool opened = false;
+  QTimer closing;
+  connect(&closing, &QTimer::timeout, this, [&] {
+    if (QWidget* menu = QApplication::activePopupWidget()) opened = menu->close();
+  });
+  closing.start(0);
+  Q_EMIT view.customContextMenuRequested(view.viewport()->rect().bottomRight() - QPoint(2, 2));
+  QVERIFY(!opened);
+  closing.stop();
+  const QModelIndex first = view.model()->index(0, 0, view.model()->index(1, 0));
+  till->dialogs.expectInput("Bitte Scheibennummer eingeben:", "77").titled("Änderung");
+  desk->pick("mnuScheibeNummer",
+             [&] { Q_EMIT view.customContextMenuRequested(view.visualRect(first).center()); });
+  QCOMPARE(desk->tree("treeDiszi"), QStringList("LG Meister: 77   (Zehner), 43   (Zehner)"));
+}
+
+void TestDeskMishaps::aSingleClickSellsNothing() {
+  desk->open("108");
+  SingleClicks style;
+  auto& stakes = desk->on<QListWidget>("lstAll");
+  stakes.setStyle(&style);
+  const QPoint where = stakes.visualItemRect(stakes.item(1)).center();
+  QTest::mouseClick(stakes.viewport(), Qt::LeftButton, {}, where);
+  QVERIFY(desk->purchase().isEmpty());
+  QTest::mouseDClick(stakes.viewport(), Qt::LeftButton, {}, where);
+  QCOMPARE(desk->purchase().size(), 1);
+  stakes.setFocus();
+  QTest::keyClick(&stakes, Qt::Key_Return);
+  QCOMPARE(desk->purchase().size(), 2);
+  QTest::keyClick(&stakes, Qt::Key_Enter);
+  QCOMPARE(desk->purchase().size(), 3);
+}
+
+/// The table shows the last stake of the run before: a measure taken from it would end the second run's
+/// progress early, and the stop with it.
+void TestDeskMishaps::theStopOfASecondRun() {
+  schreibe(till->settings, keys::BarcodePrinter, QString("Etikett"));
+  schreibe(till->settings, keys::DruckTextScheibe, QString("anzsch"));
+  schreibe(till->settings, keys::PrintTextDruck, true);
+  desk->open("107");
+  RecordedLabels& output = desk->recordLabels();
+  desk->show(0);
+  desk->article("300");  // six labels in sets of four
+  desk->article("200");  // five
+  trigger(window(), "mnuDateiPrintBarcode");
+  QCOMPARE(output.lines.filter("line").size(), 11);
+  till->waits.inSleep(2, [this] {
+    QCOMPARE(desk->on<QProgressDialog>("dlgEtiketten").maximum(), 11);
+    desk->on<QProgressDialog>("dlgEtiketten").cancel();
+  });
+  trigger(window(), "mnuDateiPrintBarcode");
+  QCOMPARE(output.lines.filter("line").size(), 11 + 5);
+}
+
+void TestDeskMishaps::aStartNumberThatCode39DoesntKnow() {
+  till->execute("UPDATE Schützen SET Startnummer = '12ä' WHERE Startnummer = '108'");
+  schreibe(till->settings, keys::BarcodeAuswahl, 1);
+  schreibe(till->settings, keys::BarcodeDruck, true);
+  desk->open("12ä");
+  desk->recordLabels();
+  QCoreApplication::processEvents();
+  const QString saying = "Aus »BC.12ä.1.2« wird kein Strichcode dieser Art: es fehlt auf dem Etikett.";
+  QVERIFY2(desk->text("lblBildHinweis").contains(saying), qPrintable(desk->text("lblBildHinweis")));
+}
+
+QTEST_MAIN(TestDeskMishaps)
+#include "test_desk_mishaps.moc"
