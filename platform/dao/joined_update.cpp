@@ -43,20 +43,37 @@ void tablesOf(const sql::Source& source, std::vector<const sql::TableSource*>& t
   }
 }
 
-bool asksASelect(const sql::Expression* expression) {
-  if (!expression) return false;
-  if (const auto* in = std::get_if<sql::In>(&expression->node)) return in->select != nullptr;
-  if (const auto* binary = std::get_if<sql::Binary>(&expression->node))
-    return asksASelect(binary->left.get()) || asksASelect(binary->right.get());
-  if (const auto* unary = std::get_if<sql::Unary>(&expression->node))
-    return asksASelect(unary->operand.get());
-  return false;
+bool asksASelect(const sql::ExpressionPtr& expression);
+
+struct SelectFinder {
+  bool operator()(const sql::Literal&) const { return false; }
+  bool operator()(const sql::Column&) const { return false; }
+  bool operator()(const sql::Unary& unary) const { return asksASelect(unary.operand); }
+  bool operator()(const sql::Binary& binary) const {
+    return asksASelect(binary.left) || asksASelect(binary.right);
+  }
+  bool operator()(const sql::Between& between) const {
+    return asksASelect(between.value) || asksASelect(between.low) || asksASelect(between.high);
+  }
+  bool operator()(const sql::In& in) const {
+    return in.select || asksASelect(in.value) || std::any_of(in.list.begin(), in.list.end(), asksASelect);
+  }
+  bool operator()(const sql::IsNull& isNull) const { return asksASelect(isNull.value); }
+  bool operator()(const sql::Call& call) const {
+    return std::any_of(call.arguments.begin(), call.arguments.end(), asksASelect);
+  }
+};
+
+bool asksASelect(const sql::ExpressionPtr& expression) {
+  return expression && std::visit(SelectFinder(), expression->node);
 }
 
 /// The table that the statement changes, where it can be changed in pieces; else nullptr.
 const TableInfo* divisible(const sql::Update& update, const Catalogue& catalogue) {
   std::vector<const sql::TableSource*> tables;
-  bool others = asksASelect(update.where.get());
+  bool others = asksASelect(update.where) ||
+                std::any_of(update.set.begin(), update.set.end(),
+                            [](const sql::Assignment& one) { return asksASelect(one.value); });
   tablesOf(*update.source, tables, others);
   if (others) return nullptr;
   const TableInfo* target = nullptr;
@@ -93,7 +110,8 @@ class Pieces {
     const auto [least, greatest] = bounds();
     PieceSize looked(kFirstLook, kMostLookedAt);
     for (qint64 low = least; low <= greatest;) {
-      const qint64 high = low + std::min(looked.value() - 1, greatest - low);
+      const quint64 rest = quint64(greatest) - quint64(low);
+      const qint64 high = qint64(quint64(low) + std::min(quint64(looked.value() - 1), rest));
       time_.restart();
       const std::vector<qint64> keys = toBeWritten(low, high);
       looked.took(time_.elapsed());
@@ -126,28 +144,29 @@ class Pieces {
     return made({sql::Column{changed.table, keyName(), changed.source}, sql::Kind::Number});
   }
 
-  void limitTo(sql::ExpressionPtr piece) {
+  void limitTo(qint64 low, qint64 high) {
+    sql::ExpressionPtr piece = made({sql::Between{key(), number(low), number(high)}});
     if (where_) piece = made({sql::Binary{sql::BinaryOperator::And, sql::clone(*where_), std::move(piece)}});
     update().where = std::move(piece);
   }
 
   std::vector<qint64> toBeWritten(qint64 low, qint64 high) {
-    limitTo(made({sql::Between{key(), number(low), number(high)}}));
+    limitTo(low, high);
     const sql::NativeQuery query = engine_.writer().keysToChange(update(), keyName());
     std::vector<qint64> keys;
     engine_.read(query.text, query.values, [&](const NativeRow& row) {
       keys.push_back(row[0].toLongLong());
       return true;
     });
+    std::sort(keys.begin(), keys.end());
     return keys;
   }
 
   void write(const std::vector<qint64>& keys) {
     for (std::size_t done = 0; done < keys.size();) {
       const std::size_t end = std::min(keys.size(), done + std::size_t(written_.value()));
-      sql::In in{key(), {}, nullptr};
-      for (; done < end; ++done) in.list.push_back(number(keys[done]));
-      limitTo(made({std::move(in)}));
+      limitTo(keys[done], keys[end - 1]);
+      done = end;
       time_.restart();
       const sql::NativeQuery query = engine_.writer().statement(statement_);
       changed_ += engine_.execute(query.text, query.values);

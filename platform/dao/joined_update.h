@@ -16,9 +16,9 @@ class Engine;
 /// failure leaves what was written before it, and running the statement again goes on from there. While it
 /// runs it shows the sign of work (work_sign.h).
 ///
-/// In one piece where pieces could see what others have written: the table is joined with itself or with a
-/// subselect or stored query, or the statement's condition asks one. So too where it has no key of one whole
-/// number.
+/// In one piece where a piece could see what one before it has written: the table is joined with itself or
+/// with a subselect or stored query, or a condition or value asks a select. So too where it has no key of one
+/// whole number.
 int updateOverJoin(Engine& engine, sql::Update update);
 
 }  // namespace qk::dao

@@ -42,6 +42,7 @@ class TestQuickSheet : public QObject {
   void yieldsRefuseToo();
   void theCompetitionCannotBeRead();
   void withoutACompetition();
+  void aMissingReport();
   void theLineInSightCounts();
   void aHeldKeyAsksOnce();
   void longWorkIsShown();
@@ -235,6 +236,19 @@ void TestQuickSheet::withoutACompetition() {
   office->chooseShooter(1, "107");
   const auto open = std::move(office->global().Datenbank);
   office->boxes.expect("Bitte öffnen Sie einen Wettkampf.");
+  ask("vorschau");
+}
+
+void TestQuickSheet::aMissingReport() {
+  office->chooseShooter(1, "107");
+  const QString report = office->place.path("programm/System/schnell.rpt");
+  QVERIFY(QFile::rename(report, report + ".weg"));
+  office->boxes
+      .expect(
+          "Fehler: 53 - schnell.rpt: Die Berichtsdatei fehlt.\nEs ist ein Fehler beim Drucken aufgetreten!",
+          BoxAnswer::Retry)
+      .during([&] { QVERIFY(QFile::rename(report + ".weg", report)); });
+  expectPreview("97");
   ask("vorschau");
 }
 

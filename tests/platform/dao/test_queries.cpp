@@ -275,6 +275,33 @@ class TestQueries : public QObject {
     QCOMPARE(database_->openRecordset("Select * from Kette where ID = 2")->value("Wert").toInt(), 0);
   }
 
+  /// Each value would be another one if it were asked again after a piece.
+  void aSelectIsAskedOnce_data() {
+    QTest::addColumn<QString>("condition");
+    QTest::newRow("in") << "Kette.ID IN (SELECT ID FROM Kette WHERE Wert < 10000)";
+    QTest::newRow("not in") << "NOT (Kette.ID IN (SELECT ID FROM Kette WHERE Wert >= 10000))";
+    QTest::newRow("in a function") << "IIf(Kette.ID IN (SELECT ID FROM Kette WHERE Wert < 10000), 1, 0) = 1";
+    QTest::newRow("in a range")
+        << "IIf(600 IN (SELECT Wert FROM Kette WHERE Wert < 10000), 1, 0) BETWEEN 1 AND 1";
+  }
+  void aSelectIsAskedOnce() {
+    QFETCH(const QString, condition);
+    database_->createTable(
+        {"Kette", {number("ID"), number("Wert")}, {{"PrimaryKey", {"ID"}, true, true, true}}});
+    for (int id = 1; id <= 600; ++id) add("Kette", {id, 601 - id});
+    database_->createTable({"Ziel", {number("ID")}, {{"PrimaryKey", {"ID"}, true, true, true}}});
+    database_->execute("INSERT INTO Ziel (ID) SELECT ID FROM Kette");
+    QStringList changes;
+    store_->listen(*database_, [&](const QString& text) {
+      if (text.startsWith("UPDATE")) changes << text;
+    });
+    QCOMPARE(
+        database_->execute(
+            "UPDATE Kette INNER JOIN Ziel ON Kette.ID = Ziel.ID SET Kette.Wert = 20000 WHERE " + condition),
+        600);
+    QCOMPARE(changes.size(), 1);
+  }
+
   void aTableWithoutItsOwnKeyIsChangedToo() {
     database_->createTable({"Lose", {number("KundeID"), text("Wer")}, {}});
     add("Lose", {1, "?"});
