@@ -58,9 +58,8 @@ class Competition {
             "%numbers(%1) INSERT INTO \"Schützen\" (ID, Startnummer, Name, VereinsID, lMannID, KlassenID) "
             "SELECT i, '' || i, 'Schütze ' || i, i % 200 + 1, i % 500 + 1, 7 FROM n;"
             "INSERT INTO Disziplin (ID, Name, Teiler) VALUES (1, 'LG Teiler', -1), (2, 'LG Serie', 0);"
-            "INSERT INTO AuswertProfil (ID, Name, Typ, Anzahl, nShowKurzAuswertung) VALUES (1, 'Pokal', 0, "
-            "3, "
-            "-1);"
+            "INSERT INTO AuswertProfil (ID, Name, Typ, Anzahl, nShowKurzAuswertung) "
+            "VALUES (1, 'Pokal', 0, 3, -1);"
             "INSERT INTO AwProfilDiszi (AwProfilID, DisziID) VALUES (1, 1), (1, 2);")
             .arg(kShooters);
     for (const auto& [table, discipline] : {std::pair("Schuss", "1"), std::pair("SchussSerien", "2")}) {
@@ -77,9 +76,6 @@ class Competition {
  private:
   QTemporaryDir folder_;
   QString path_;
-};
-QTemporaryDir folder_;
-QString path_;
 };
 
 enum class Alignment { Done, TurnedOff };

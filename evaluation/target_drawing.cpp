@@ -60,10 +60,10 @@ class Zeichnung {
 
   void zahl(int nRing, double radius) {
     QFont font = maler_.font();
-    font.setPixelSize(22);
+    font.setPixelSize(26);
     maler_.setFont(font);
     maler_.setPen(kSchrift);
-    maler_.drawText(QRectF(-20, -radius * massstab_ - 14, 40, 28), Qt::AlignCenter, QString::number(nRing));
+    maler_.drawText(QRectF(-24, -radius * massstab_ - 16, 48, 32), Qt::AlignCenter, QString::number(nRing));
   }
 
   void kreuz() {
