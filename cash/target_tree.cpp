@@ -57,7 +57,8 @@ QModelIndex TargetTree::rootOf(const QModelIndex& node) {
 
 QModelIndex TargetTree::add(const QModelIndex& root, qint32 stapelId, qint32 nummer, const QString& zusatz,
                             qint32 stempel) {
-  if (!root.isValid()) throw Error(kNoSuchNode, "Die Disziplin oder Kombination steht nicht im Baum.");
+  if (!root.isValid() || root.model() != this)
+    throw Error(kNoSuchNode, "Die Disziplin oder Kombination steht nicht im Baum.");
   const qint32 belongsTo = stapelId > 0 ? stapelId : -stempel;
   QString key;
   // Two targets of one moment with the same number: the stamp counts on, so that keys stay unique.

@@ -31,7 +31,7 @@ class TargetTree : public QStandardItemModel {
   static QModelIndex rootOf(const QModelIndex& node);
 
   /// Adds a target below a root. `stapelId` 0 is a number of no stack; `zusatz` stands behind the number.
-  /// Error 35601 when the root is missing.
+  /// Error 35601 for a root that this tree doesn't hold.
   QModelIndex add(const QModelIndex& root, qint32 stapelId, qint32 nummer, const QString& zusatz,
                   qint32 stempel);
   void removeTarget(const QModelIndex& target);

@@ -78,21 +78,24 @@ void DeskWindow::select(const QString& name, int root, int child) {
   view.setCurrentIndex(child < 0 ? parent : view.model()->index(child, 0, parent));
 }
 
-void DeskWindow::pick(const QString& entry, const std::function<void()>& open) {
-  QTimer::singleShot(0, window_.get(), [entry] {
+QStringList DeskWindow::pick(const QString& entry, const std::function<void()>& open) {
+  QStringList captions;
+  QTimer::singleShot(0, window_.get(), [&captions, entry] {
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     QAction* action = menu ? menu->findChild<QAction*>(entry) : nullptr;
     if (!action) return failTest("no menu with " + entry);
+    for (const QAction* each : menu->actions()) captions += each->text();
     menu->close();
     action->trigger();
   });
   open();
+  return captions;
 }
 
-void DeskWindow::pickOfStack(int row, const QString& entry) {
+QStringList DeskWindow::pickOfStack(int row, const QString& entry) {
   auto& grid = on<TextGrid>("grdScheiben");
   grid.setCurrentRow(row);
-  pick(entry, [&] { Q_EMIT grid.contextMenuAt(grid.mapToGlobal(QPoint(5, 5))); });
+  return pick(entry, [&] { Q_EMIT grid.contextMenuAt(grid.mapToGlobal(QPoint(5, 5))); });
 }
 
 void DeskWindow::key(const QString& character, int milliseconds) {
@@ -122,6 +125,22 @@ QStringList column(QWidget& window, const QString& grid, int which) {
   QStringList cells;
   for (int row = 1; row < table.rows(); ++row) cells += table.text(row, which);
   return cells;
+}
+
+QLineEdit* typeUnreadableAmount(TextGrid& grid, ScriptedDialogs& dialogs) {
+  const auto editor = [&] { return qobject_cast<QLineEdit*>(grid.indexWidget(grid.currentIndex())); };
+  grid.setFocus();
+  grid.setCurrentRow(1);
+  grid.setCurrentIndex(grid.model()->index(0, CashColumn::Betrag));
+  QTest::keyClick(&grid, Qt::Key_Return);
+  if (!editor()) return nullptr;
+  editor()->setText("12.50");
+  dialogs.expect(
+      "Fehler: 13 - »12.50« ist kein Betrag. Bitte mit Komma und ohne Punkte eingeben, z. B. 12,50.");
+  QTest::keyClick(editor(), Qt::Key_Return);
+  const bool again =
+      QTest::qWaitFor([&] { return dialogs.done() && editor() && editor()->text() == "12.50"; });
+  return again ? editor() : nullptr;
 }
 
 std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act) {

@@ -11,6 +11,8 @@
 #include "tests/support/drive.h"
 #include "tests/support/report_doors.h"
 
+class QLineEdit;
+
 namespace qk::test {
 
 class DeskWindow {
@@ -43,10 +45,10 @@ class DeskWindow {
   QStringList tree(const QString& name);
   /// Selects a root, or a child of it.
   void select(const QString& tree, int root, int child = -1);
-  /// Opens a popup menu by that signal or key, and picks an entry of it.
-  void pick(const QString& entry, const std::function<void()>& open);
+  /// Opens a popup menu by that signal or key, and picks an entry of it; the captions of all.
+  QStringList pick(const QString& entry, const std::function<void()>& open);
   /// Picks an entry of the menu that the right button opens on a stack.
-  void pickOfStack(int row, const QString& entry);
+  QStringList pickOfStack(int row, const QString& entry);
 
   /// Types an article number slowly and Enter.
   void article(const QString& number);
@@ -67,6 +69,10 @@ class DeskWindow {
 
 /// A column of a grid, without its header.
 QStringList column(QWidget& window, const QString& grid, int which);
+
+/// Types an amount that can't be read into the first row, expects its box, and gives the editor where it
+/// stands again; null without one.
+QLineEdit* typeUnreadableAmount(TextGrid& grid, ScriptedDialogs& dialogs);
 
 /// Drives a window of the desk as soon as it has the keyboard.
 std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act);

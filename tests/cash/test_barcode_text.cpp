@@ -1,68 +1,12 @@
 // The encoders against a second reckoning that reads the symbols back.
 #include <QRandomGenerator>
 #include <QTest>
-#include <optional>
 
 #include "cash/barcode_text.h"
+#include "tests/cash/symbol_reader.h"
 
 using namespace qk;
-
-namespace {
-
-int valueOf(QChar c) {
-  return c.unicode() < 127 ? c.unicode() - 32 : c.unicode() - 105;
-}
-
-/// What a reader of Code 128 makes of the symbols; nothing when start, stop or checksum are wrong.
-std::optional<QString> decoded128(const QString& symbols) {
-  if (symbols.size() < 4 || symbols.back().unicode() != 211) return {};
-  const int start = valueOf(symbols[0]);
-  if (start != 104 && start != 105) return {};
-  long sum = start;
-  for (qsizetype i = 1; i + 2 < symbols.size(); ++i) sum += i * valueOf(symbols[i]);
-  if (sum % 103 != valueOf(symbols[symbols.size() - 2])) return {};
-  bool tableC = start == 105;
-  QString text;
-  for (qsizetype i = 1; i + 2 < symbols.size(); ++i) {
-    const int value = valueOf(symbols[i]);
-    if (tableC && value < 100)
-      text += QString::number(value).rightJustified(2, u'0');
-    else if (tableC && value == 100)
-      tableC = false;
-    else if (!tableC && value == 99)
-      tableC = true;
-    else if (!tableC && value < 95)
-      text += QChar(static_cast<ushort>(value + 32));
-    else
-      return {};
-  }
-  return text;
-}
-
-/// The thirteen digits that the EAN-13 font string draws, the first one by its parity pattern.
-QString decoded13(const QString& symbols) {
-  static const QStringList kPatterns = {"AAAAAA", "AABABB", "AABBAB", "AABBBA", "ABAABB",
-                                        "ABBAAB", "ABBBAA", "ABABAB", "ABABBA", "ABBABA"};
-  QString pattern, digits;
-  for (int i = 1; i <= 6; ++i) {
-    const int code = symbols[i].unicode();
-    pattern += QChar(code < 'K' ? u'A' : u'B');
-    digits += QString::number(code - (code < 'K' ? 'A' : 'K'));
-  }
-  for (int i = 8; i <= 13; ++i) digits += QString::number(symbols[i].unicode() - 'a');
-  const qsizetype first = kPatterns.indexOf(pattern);
-  return symbols[7] == u'*' && symbols[14] == u'+' && symbols[0] == QChar(static_cast<ushort>('0' + first))
-             ? QString::number(first) + digits
-             : QString();
-}
-
-bool checks13(const QString& digits) {
-  int sum = 0;
-  for (int i = 0; i < 13; ++i) sum += digits[i].digitValue() * (i % 2 ? 3 : 1);
-  return sum % 10 == 0;
-}
-
-}  // namespace
+using namespace qk::test;
 
 class TestBarcodeText : public QObject {
   Q_OBJECT
@@ -104,7 +48,7 @@ class TestBarcodeText : public QObject {
     bool seen = false;
     for (int i = 0; i < 1000; ++i) {
       const QString symbols = Code128Text(QString::number(i));
-      if (valueOf(symbols[symbols.size() - 2]) < 95) continue;
+      if (valueOf128(symbols[symbols.size() - 2]) < 95) continue;
       seen = true;
       QVERIFY(symbols[symbols.size() - 2].unicode() >= 200);
     }

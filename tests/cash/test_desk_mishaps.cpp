@@ -72,6 +72,8 @@ class TestDeskMishaps : public QObject {
   void aSingleClickSellsNothing();
   void theStopOfASecondRun();
   void aStartNumberThatCode39DoesntKnow();
+  void nothingInHandPrintsNoLabels();
+  void enterInTheEmptyField();
 
  private:
   frmFinanz& window() { return desk->window(); }
@@ -238,6 +240,33 @@ void TestDeskMishaps::aStartNumberThatCode39DoesntKnow() {
   QCoreApplication::processEvents();
   const QString saying = "Aus »BC.12ä.1.2« wird kein Strichcode dieser Art: es fehlt auf dem Etikett.";
   QVERIFY2(desk->text("lblBildHinweis").contains(saying), qPrintable(desk->text("lblBildHinweis")));
+}
+
+void TestDeskMishaps::nothingInHandPrintsNoLabels() {
+  schreibe(till->settings, keys::BarcodePrinter, QString("Etikett"));
+  schreibe(till->settings, keys::BarcodeDruck, true);
+  till->execute("DELETE * FROM Kasse_DisziKombi WHERE EinlageID = 2");
+  desk->open("107");
+  RecordedLabels& output = desk->recordLabels();
+  desk->press("cmdPrint");
+  QCOMPARE(output.lines, QStringList());
+  desk->show(0);
+  desk->article("200");  // it pays for nothing
+  trigger(window(), "printbarcode");
+  QCOMPARE(output.lines.filter("bars") + output.lines.filter("end"), QStringList());
+  desk->article("100");
+  trigger(window(), "printbarcode");
+  QCOMPARE(output.lines.filter("bars").size(), 4);
+}
+
+/// A foreign file holds empty article numbers: they belong to no scan.
+void TestDeskMishaps::enterInTheEmptyField() {
+  till->execute("UPDATE Kasse_Verwaltung SET ArtikelNr = '' WHERE ID = 2");
+  desk->open("108");
+  desk->article("");
+  desk->article("0000000000000");
+  QVERIFY(desk->purchase().isEmpty());
+  QVERIFY(desk->on<QLineEdit>("txtArtikelnummer").hasFocus());
 }
 
 QTEST_MAIN(TestDeskMishaps)

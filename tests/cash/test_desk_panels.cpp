@@ -203,12 +203,12 @@ void TestDeskPanels::theMenuOfATarget() {
   select("treeDiszi", 1, 0);
   auto& view = desk->on<QTreeView>("treeDiszi");
   const auto choose = [&](const QString& entry) {
-    desk->pick(entry, [&] {
+    return desk->pick(entry, [&] {
       Q_EMIT view.customContextMenuRequested(view.visualRect(view.currentIndex()).center());
     });
   };
   till->dialogs.expectInput("Bitte Scheibennummer eingeben:", "77").titled("Änderung");
-  choose("mnuScheibeNummer");
+  QCOMPARE(choose("mnuScheibeNummer").mid(0, 2), (QStringList{"Scheibe zurücknehmen", "Nummer ändern..."}));
   QCOMPARE(tree("treeDiszi"), QStringList("LG Meister: 77   (Zehner)"));
   till->dialogs.expect(
       "Die Nummer ist nicht die letzte vergebene Nummer des Stapels!\r\n"

@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
+#include <QStatusBar>
 #include <QTest>
 #include <memory>
 
@@ -75,6 +76,9 @@ class TestDeskReports : public QObject {
   void withoutPaymentsThereIsNoDay();
   void aDamagedReportIsNamed();
   void aMissingCatalogueIsSaidOnce();
+  void aDamagedTemplate();
+  void aDamagedCatalogue();
+  void noRoomForTheReceipt();
   void severalDays();
   void theSetup();
   void theSetupIsCancelled();
@@ -105,6 +109,13 @@ class TestDeskReports : public QObject {
       QVERIFY2(!the<QLabel>(shown, "lblStand").text().contains("nirgends"), qPrintable(text));
       click(shown, "cmdSchliessen");
     });
+  }
+  /// Half of a delivered file, and rubbish for the rest.
+  void spoil(const QString& name) {
+    QFile file(till->path("programm/" + name));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    const qint64 size = file.size();
+    QVERIFY(file.seek(40) && file.write(QByteArray(static_cast<int>(size - 40), 'x')) > 0);
   }
   void pay(const QString& rows) {
     till->fill("Zeilen Kasse_Eingang\n  Startnummer | KasseID | Offen | Betrag | DatumEingang\n" + rows);
@@ -315,6 +326,55 @@ void TestDeskReports::aMissingCatalogueIsSaidOnce() {
     click(lists, "cmdCancel");
   });
   trigger(window(), "mnuDateiAuswertung");
+}
+
+void TestDeskReports::aDamagedTemplate() {
+  spoil("ErgKasseDruck.mdb");
+  const QString failure = till->failureOfOpening(till->path("programm/ErgKasseDruck.mdb"));
+  desk->open("107");
+  desk->article("200");
+  desk->press("chkAutoDruck");
+  boxes->expect(failure + "\nFehler beim Drucken der Kasseneingänge!", BoxAnswer::Abort);
+  desk->press("cmdVerbuchen");
+  QVERIFY(boxes->done());
+  QCOMPARE(till->payments().size(), 1);  // once
+}
+
+void TestDeskReports::aDamagedCatalogue() {
+  spoil("AwListenKasse.mdb");
+  const QString failure = till->failureOfOpening(till->path("programm/AwListenKasse.mdb"));
+  desk->open("107");
+  boxes->expectWindow("frmKasseReports", [&](QWidget& lists) {
+    boxes->expect(failure).titled("Fehler").with(BoxButtons::Ok);
+    QTRY_VERIFY(boxes->done());
+    click(lists, "cmdCancel");
+  });
+  trigger(window(), "mnuDateiAuswertung");
+}
+
+/// The folder for temporary files is full, and then gone: nothing comes out, nothing is lost.
+void TestDeskReports::noRoomForTheReceipt() {
+  desk->open("107");
+  desk->article("200");
+  till->files.fail(FileStep::Copy, "ZVA*", 61);
+  till->files.fail(FileStep::Copy, "ZVK*", 61);
+  const QString full = "Fehler: 61 - " + errorDescription(61);
+  boxes->expect(full + "\nFehler beim Drucken der Kasseneingänge!", BoxAnswer::Abort);
+  trigger(window(), "Drucken");
+  QVERIFY(boxes->done());
+  trigger(window(), "kladde");
+  QCOMPARE(the<QStatusBar>(window(), "statusBar").currentMessage(),
+           "Die Startkarte wurde nicht gedruckt: " + errorDescription(61));
+  QVERIFY(direct->sheets.isEmpty());
+  QCOMPARE(left(), QStringList());
+  till->files.heal();
+  const QString folder = qEnvironmentVariable("temp");
+  qputenv("temp", (folder + "/weg").toUtf8());
+  boxes->expect("Fehler: 76 - " + errorDescription(76) + "\nFehler beim Drucken der Kasseneingänge!",
+                BoxAnswer::Abort);
+  trigger(window(), "Drucken");
+  qputenv("temp", folder.toUtf8());
+  QCOMPARE(desk->purchase().size(), 1);
 }
 
 void TestDeskReports::severalDays() {

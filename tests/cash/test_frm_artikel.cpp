@@ -67,6 +67,7 @@ class TestFrmArtikel : public QObject {
 
   void aCompetitionThatIsGone();
   void theFourTabs();
+  void theButtons();
   void aChangedStake();
   void anEmptyPriceIsNothing();
   void aNewStake();
@@ -160,6 +161,12 @@ void TestFrmArtikel::theFourTabs() {
   QCOMPARE(on<QListWidget>("lstEinlagen").count(), 7);
   QCOMPARE(on<QListWidget>("lstSchuetzenKlassen").count(), 4);
   QVERIFY(grid().hasFocus());
+}
+
+void TestFrmArtikel::theButtons() {
+  for (const char* name : {"cmdDelEinlage", "cmdDelEinlageMV"})
+    QVERIFY2(on<QPushButton>(name).text().remove('&') == "Einlage leeren...", name);
+  QCOMPARE(on<QPushButton>("cmdDelAll").text().remove('&'), "Kasse leeren...");
 }
 
 void TestFrmArtikel::aChangedStake() {

@@ -47,6 +47,8 @@ class TestFrmFinanz : public QObject {
 
   void whatAnOpenDeskShows();
   void theMenusAndKeys();
+  void aLoadThatFailsGoesOn();
+  void aChosenPrinterThatCantBeKept();
   void targetsAreHiddenWithoutNumbers();
   void theStartCardIsHidden();
   void anUnknownShooter();
@@ -140,6 +142,40 @@ void TestFrmFinanz::theMenusAndKeys() {
   QCOMPARE(desk->text("cmdDelete"), "&Löschen");
   QCOMPARE(desk->text("cmdDeleteAll"), "&Alle Löschen");
   QCOMPARE(desk->text("optBetrag_1"), "&Offene Posten");
+  QCOMPARE(desk->text("lblAktGesamtBez"), "Zu bezahlen:");
+  QCOMPARE(desk->text("chkEtikett2"), "zweites Etikett");
+  QCOMPARE(desk->text("chkScheibenStapelPruefung"), "Prüfung Stapel -> Disziplin");
+  for (const SettingKey& font : {keys::BarcodeFont, keys::PrintScheibeFont, keys::ListDisziKasseFont})
+    QCOMPARE(liesText(till->settings, font), "Microsoft Sans Serif;10;0;0;0;0");
+}
+
+void TestFrmFinanz::aLoadThatFailsGoesOn() {
+  till->store()->dropTable("Kasse_DisziKombi");
+  till->dialogs
+      .expect(till->failureOf("Select * from Kasse_DisziKombi") +
+                  "\nFehler beim Laden der Kassen-, Scheibeneinstellungen!",
+              BoxAnswer::Ignore)
+      .with(BoxButtons::AbortRetryIgnore);
+  desk->open("108");
+  // The steps behind it were done.
+  QVERIFY(!desk->on<QTabWidget>("SSTab1").isTabVisible(1));
+  QCOMPARE(desk->text("lblBarcodeFontName"), "Microsoft Sans Serif, 10");
+  QCOMPARE(desk->text("Label1"), "Süß Benno");
+}
+
+void TestFrmFinanz::aChosenPrinterThatCantBeKept() {
+  desk->open();
+  const QString file = till->settings.filePath();
+  QFile::remove(file);
+  QVERIFY(QDir().mkpath(file + "/x"));  // a folder stands in its place
+  till->dialogs.expectPrinterSetup(PrinterSetup{"Laser", "A5", false});
+  till->dialogs
+      .expect("Fehler: 75 - " + errorDescription(75) + ": " + file + "\nFehler bei der Druckerauswahl!",
+              BoxAnswer::Abort)
+      .with(BoxButtons::AbortRetryIgnore);
+  trigger(window(), "mnuDateiPrinterSetup");
+  QVERIFY(till->dialogs.done());
+  QVERIFY(QDir(file).removeRecursively());
 }
 
 void TestFrmFinanz::targetsAreHiddenWithoutNumbers() {
@@ -258,21 +294,8 @@ void TestFrmFinanz::anUnreadableCellStandsInItsEditor() {
       "  108 | 1 | nein | 15 | 19.11.2026\n");
   desk->open();
   desk->show(2);
-  auto& grid = desk->on<TextGrid>("flexAll");
-  grid.setFocus();
-  grid.setCurrentRow(1);
-  grid.setCurrentIndex(grid.model()->index(0, CashColumn::Betrag));
-  QTest::keyClick(&grid, Qt::Key_Return);
-  auto* editor = qobject_cast<QLineEdit*>(grid.indexWidget(grid.currentIndex()));
+  QLineEdit* editor = typeUnreadableAmount(desk->on<TextGrid>("flexAll"), till->dialogs);
   QVERIFY(editor);
-  editor->setText("12.50");
-  till->dialogs.expect(
-      "Fehler: 13 - »12.50« ist kein Betrag. Bitte mit Komma und ohne Punkte eingeben, z. B. 12,50.");
-  QTest::keyClick(editor, Qt::Key_Return);
-  QTRY_VERIFY(till->dialogs.done());
-  const auto again = [&] { return qobject_cast<QLineEdit*>(grid.indexWidget(grid.currentIndex())); };
-  QTRY_VERIFY(again() && again()->text() == "12.50");
-  editor = again();
   editor->setText("12,5");
   QTest::keyClick(editor, Qt::Key_Return);
   QTRY_COMPARE(desk->stored(), QStringList("Startgeld|0|12,5|19.11.2026"));

@@ -92,7 +92,7 @@ class TestStackWindows : public QObject {
                           }));
     trigger(window(), "mnuScheibenAuswertung");
   }
-  void popup(int row, const QString& entry) { desk->pickOfStack(row, entry); }
+  QStringList popup(int row, const QString& entry) { return desk->pickOfStack(row, entry); }
 
   std::unique_ptr<Till> till;
   NotedReports reports;
@@ -137,7 +137,7 @@ void TestStackWindows::aNewOneFromThePopup() {
     press(editor, "txtEndnummer", Qt::Key_Return);
     QVERIFY(!editor.isVisible());
   });
-  popup(1, "mnuStapelNeu");
+  QCOMPARE(popup(1, "mnuStapelNeu"), (QStringList{"Neu...", "Bearbeiten..."}));
   QCOMPARE(column(window(), "grdScheiben", 1), (QStringList{"Frei", "Nur B", "Pokale", "Zehner", "Neu"}));
   QCOMPARE(till->read("Select * from ScheibenNummern where Bezeichnung = 'Neu'",
                       {"Startnummer", "AktuelleNummer", "PCAnzeige", "Sortierung", "VorgabeID"}),

@@ -66,6 +66,7 @@ class TestTargetNumbers : public QObject {
   void typedNumberOutsideAllStacks();
   void typedNumberWithoutTheCheck();
   void typedNothing();
+  void typedWhereItCantBeTaken();
   void takingBackTheLast();
   void takingBackAnEarlierOne();
   void takingBackAManualOne();
@@ -321,6 +322,21 @@ void TestTargetNumbers::typedNumberWithoutTheCheck() {
 void TestTargetNumbers::typedNothing() {
   for (const QString& text : QStringList{"", "0", "abc"})
     numbers->nummerEingegeben(text, view(Tree::Diszi, 2));
+  QVERIFY(added.isEmpty());
+}
+
+void TestTargetNumbers::typedWhereItCantBeTaken() {
+  const QString gone = "Fehler: 35601 - Die Disziplin oder Kombination steht nicht im Baum.\n";
+  till->execute("UPDATE ScheibenNummern SET VorgabeID = 99 WHERE ID = 1");
+  load();
+  till->dialogs.expect(gone + "Fehler Aufnehmen der Scheiben über Stapel!", BoxAnswer::Ignore)
+      .with(BoxButtons::AbortRetryIgnore);
+  till->dialogs.expect(kChoose);
+  numbers->nummerEingegeben("42", {});
+  QCOMPARE(storedNext(1), 42);
+  till->dialogs.expect(gone + "Fehler Aufnehmen der Scheiben manuell!", BoxAnswer::Abort)
+      .with(BoxButtons::AbortRetryIgnore);
+  numbers->nummerEingegeben("5000", {Tree::Kombi, view(Tree::Diszi, 2).gewaehlt});
   QVERIFY(added.isEmpty());
 }
 

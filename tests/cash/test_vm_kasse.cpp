@@ -216,21 +216,9 @@ void TestVMKasse::aBrokenBooking() {
 
 void TestVMKasse::anUnreadableCell() {
   in("mnuVM_0", [this](QWidget& club) {
-    auto& grid = the<TextGrid>(club, "flexAll");
-    grid.setFocus();
-    grid.setCurrentRow(1);
-    grid.setCurrentIndex(grid.model()->index(0, CashColumn::Betrag));
-    QTest::keyClick(&grid, Qt::Key_Return);
-    auto* editor = qobject_cast<QLineEdit*>(grid.indexWidget(grid.currentIndex()));
+    QLineEdit* editor = typeUnreadableAmount(the<TextGrid>(club, "flexAll"), till->dialogs);
     QVERIFY(editor);
-    editor->setText("12.50");
-    till->dialogs.expect(
-        "Fehler: 13 - »12.50« ist kein Betrag. Bitte mit Komma und ohne Punkte eingeben, z. B. 12,50.");
-    QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_VERIFY(till->dialogs.done());
-    const auto again = [&] { return qobject_cast<QLineEdit*>(grid.indexWidget(grid.currentIndex())); };
-    QTRY_VERIFY(again() && again()->text() == "12.50");
-    QTest::keyClick(again(), Qt::Key_Escape);
+    QTest::keyClick(editor, Qt::Key_Escape);
   });
   QCOMPARE(till->read("Select * from Kasse_Eingang where ID = 101", {"Betrag"}), QStringList("50"));
 }
