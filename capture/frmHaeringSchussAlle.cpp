@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QShowEvent>
 
+#include "capture/shot_browser_query.h"
 #include "platform/dao/database.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/grid/bound_grid.h"
@@ -28,6 +29,18 @@ int charactersOf(const QString& column) {
   return 7;
 }
 
+QString routineOf(GridBrowser::Act act) {
+  switch (act) {
+    case GridBrowser::Act::Filter:
+      return "gridInput_FilterChange";
+    case GridBrowser::Act::Order:
+      return "gridInput_HeadClick";
+    case GridBrowser::Act::Clear:
+      return "cmdClearFilter_Click";
+  }
+  return {};
+}
+
 }  // namespace
 
 frmHaeringSchussAlle::frmHaeringSchussAlle(const Workplace& workplace, QWidget* parent)
@@ -39,7 +52,7 @@ frmHaeringSchussAlle::frmHaeringSchussAlle(const Workplace& workplace, QWidget* 
       })) {
   ui_->setupUi(this);
   std::vector<BoundColumn> columns;
-  for (const QString& name : ShotBrowserQuery::columns())
+  for (const QString& name : shotBrowserColumns())
     columns.push_back({.field = name, .characters = charactersOf(name)});
   rows_->setColumns(std::move(columns));
   ui_->gridInput->setRows(rows_.get());
@@ -47,9 +60,9 @@ frmHaeringSchussAlle::frmHaeringSchussAlle(const Workplace& workplace, QWidget* 
   setEmptyText(ui_->gridInput, "Keine Schüsse");
   setDeleting(false);
   connect(rows_.get(), &BoundRows::counted, this, &frmHaeringSchussAlle::showCount);
-  connect(ui_->gridInput, &BoundGrid::filterChanged, this, &frmHaeringSchussAlle::filterChange);
-  connect(ui_->gridInput, &BoundGrid::titleClicked, this, &frmHaeringSchussAlle::titleClick);
-  connect(ui_->cmdClearFilter, &QPushButton::clicked, this, &frmHaeringSchussAlle::cmdClearFilter_Click);
+  browser_ = std::make_unique<GridBrowser>(*ui_->gridInput, shotBrowserQuery(),
+                                           [this](GridBrowser::Act act) { refresh(routineOf(act)); });
+  connect(ui_->cmdClearFilter, &QPushButton::clicked, browser_.get(), &GridBrowser::clearFilter);
   connect(ui_->cmdDeleteHaering, &QPushButton::clicked, this, &frmHaeringSchussAlle::cmdDeleteHaering_Click);
   connect(ui_->cmdStop, &QPushButton::clicked, this, [this] { stop_ = true; });
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
@@ -83,31 +96,9 @@ void frmHaeringSchussAlle::refresh(const QString& routine) {
   if (!database_) return;
   bool opened = false;
   reported(report(routine),
-           [&](Steps& step) { opened = step([&] { rows_->open(*database_, query_.text()); }); });
+           [&](Steps& step) { opened = step([&] { rows_->open(*database_, browser_->query().text()); }); });
   // Whatever the answer: rows of a former query would be deleted for those of this one.
   if (!opened) rows_->clear();
-}
-
-void frmHaeringSchussAlle::filterChange() {
-  query_.setFilter(ui_->gridInput->filterTexts());
-  refresh("gridInput_FilterChange");
-}
-
-void frmHaeringSchussAlle::titleClick(int column) {
-  query_.clickTitle(ShotBrowserQuery::columns()[column]);
-  refresh("gridInput_HeadClick");
-  showOrder();
-}
-
-void frmHaeringSchussAlle::showOrder() {
-  ui_->gridInput->showOrder(static_cast<int>(ShotBrowserQuery::columns().indexOf(query_.orderColumn())),
-                            query_.isDescending() ? Qt::DescendingOrder : Qt::AscendingOrder);
-}
-
-void frmHaeringSchussAlle::cmdClearFilter_Click() {
-  query_.clearFilter();
-  refresh("cmdClearFilter_Click");
-  ui_->gridInput->clearFilterTexts();
 }
 
 void frmHaeringSchussAlle::cmdDeleteHaering_Click() {

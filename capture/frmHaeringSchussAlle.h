@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <memory>
 
-#include "capture/shot_browser_query.h"
+#include "platform/grid/grid_browser.h"
 #include "platform/runtime/retry.h"
 #include "platform/workplace.h"
 
@@ -40,20 +40,16 @@ class frmHaeringSchussAlle : public QDialog {
   void openCompetition();
   /// Shows the query in force; one that can't be read shows nothing.
   void refresh(const QString& routine);
-  void filterChange();
-  void titleClick(int column);
-  void cmdClearFilter_Click();
   void cmdDeleteHaering_Click();
   void deleteRows();
   void setDeleting(bool deleting);
   void showCount();
-  void showOrder();
 
   Workplace workplace_;
   std::unique_ptr<Ui::frmHaeringSchussAlle> ui_;
   std::unique_ptr<dao::Database> database_;
   std::unique_ptr<BoundRows> rows_;  // reads from database_
-  ShotBrowserQuery query_;
+  std::unique_ptr<GridBrowser> browser_;
   QString sWettkampf_;
   bool opened_ = false;
   bool deleting_ = false;

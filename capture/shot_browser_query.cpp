@@ -2,7 +2,7 @@
 
 namespace qk {
 
-const QStringList& ShotBrowserQuery::columns() {
+const QStringList& shotBrowserColumns() {
   static const QStringList names{"WettbewerbBezeichnung",
                                  "KlasseBezeichnung",
                                  "StandnummerOrt",
@@ -33,19 +33,11 @@ const QStringList& ShotBrowserQuery::columns() {
   return names;
 }
 
-void ShotBrowserQuery::setFilter(const QStringList& texts) {
-  QStringList conditions;
-  for (qsizetype i = 0; i < texts.size(); ++i)
-    if (!texts[i].trimmed().isEmpty()) conditions.append(columns()[i] + " LIKE '" + texts[i] + "*'");
-  filter_ = conditions.isEmpty() ? QString() : " WHERE " + conditions.join(" AND ");
-}
-
-void ShotBrowserQuery::clickTitle(const QString& column) {
-  // A plain search in the text, as operators know it: "Klasse" is found in KlasseBezeichnung, "Y" in "BY".
-  const bool flips = order_.contains(column);
-  if (!flips) orderColumn_ = column;
-  const bool descending = flips && order_.contains(" ASC");
-  order_ = " ORDER BY " + orderColumn_ + (descending ? " DESC" : " ASC");
+FilteredQuery shotBrowserQuery() {
+  FilteredQuery::Shape shape{.base = "Select * from Haering_Daten ", .joint = " WHERE "};
+  for (const QString& column : shotBrowserColumns()) shape.columns.push_back({.filter = column});
+  shape.quote = FilteredQuery::Quote::Breaks;
+  return FilteredQuery(std::move(shape));
 }
 
 }  // namespace qk

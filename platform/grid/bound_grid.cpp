@@ -96,16 +96,16 @@ void BoundGrid::changeEvent(QEvent* event) {
 
 // --- the titles
 
-void BoundGrid::setFilterRow(bool shown) {
-  header_->setFilterRow(shown);
+void BoundGrid::setFilterRow(bool shown, const QString& nameEnd) {
+  header_->setFilterRow(shown, nameEnd);
 }
 
 QStringList BoundGrid::filterTexts() const {
   return header_->filterTexts();
 }
 
-void BoundGrid::clearFilterTexts() {
-  header_->clearFilterTexts();
+void BoundGrid::setFilterTexts(const QStringList& texts) {
+  header_->setFilterTexts(texts);
 }
 
 void BoundGrid::showOrder(int column, Qt::SortOrder order) {
@@ -139,15 +139,30 @@ void BoundGrid::setCurrentRow(int row) {
   scrollTo(index);
 }
 
-QList<QByteArray> BoundGrid::markedRows() const {
+QList<int> BoundGrid::selectedRows() const {
   QList<int> rows;
   for (const QItemSelectionRange& range : selectionModel()->selection())
     for (int row = range.top(); row <= range.bottom(); ++row)
       if (row < rows_->count()) rows.append(row);
   std::sort(rows.begin(), rows.end());
   rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  return rows;
+}
+
+QList<QByteArray> BoundGrid::markedRows() const {
   QList<QByteArray> bookmarks;
+  const QList<int> rows = selectedRows();
   if (rows.size() < 2) return bookmarks;
+  for (const int row : rows) bookmarks.append(rows_->bookmark(row));
+  return bookmarks;
+}
+
+/// One row may be selected while another is current: a click with the control key takes a mark away, and
+/// stands on that row.
+QList<QByteArray> BoundGrid::chosenRows() const {
+  QList<int> rows = selectedRows();
+  if (rows.isEmpty() && currentRow() >= 0 && currentRow() < rows_->count()) rows.append(currentRow());
+  QList<QByteArray> bookmarks;
   for (const int row : rows) bookmarks.append(rows_->bookmark(row));
   return bookmarks;
 }
@@ -160,9 +175,7 @@ void BoundGrid::clearMarks() {
 
 bool BoundGrid::removeMarked() {
   const int row = currentRow();
-  QList<QByteArray> bookmarks = markedRows();
-  if (bookmarks.isEmpty() && row >= 0 && row < rows_->count()) bookmarks.append(rows_->bookmark(row));
-  const bool done = rows_->removeBookmarked(bookmarks);
+  const bool done = rows_->removeBookmarked(chosenRows());
   clearSelection();
   setCurrentRow(row);
   return done;
@@ -189,6 +202,17 @@ bool BoundGrid::submitRow() {
   }
   if (rows_ && !refused_) rows_->submitRow();
   return !refused_ && !(rows_ && rows_->isEdited());
+}
+
+/// Later, when the key or click that wanted it has been dealt with.
+bool BoundGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  const bool typed = trigger == AnyKeyPressed && event->type() == QEvent::KeyPress &&
+                     !static_cast<QKeyEvent*>(event)->text().trimmed().isEmpty();
+  const bool wanted = trigger == DoubleClicked || trigger == EditKeyPressed || typed;
+  if (wanted && rows_ && index.isValid() && rows_->isUnlocked() &&
+      rows_->columns()[static_cast<size_t>(index.column())].locked)
+    QTimer::singleShot(0, this, [this, column = index.column()] { Q_EMIT lockedEdited(column); });
+  return QTableView::edit(index, trigger, event);
 }
 
 /// Later, when the editor that is about to close is gone.

@@ -25,19 +25,24 @@ class BoundGrid : public QTableView {
   Q_OBJECT
 
  public:
+  using QTableView::edit;  // the public one
   explicit BoundGrid(QWidget* parent = nullptr);
 
   void setRows(BoundRows* rows);
   BoundRows* rows() const { return rows_; }
 
-  /// A line below the titles with one filter text a column.
-  void setFilterRow(bool shown);
-  QStringList filterTexts() const;  ///< by column
-  void clearFilterTexts();          ///< makes no signal
+  /// A line below the titles with one filter text a column. `nameEnd` tells its cells from those of another
+  /// grid in the same window.
+  void setFilterRow(bool shown, const QString& nameEnd = {});
+  QStringList filterTexts() const;                ///< by column
+  void setFilterTexts(const QStringList& texts);  ///< makes no signal
+  void clearFilterTexts() { setFilterTexts({}); }
   /// Marks a title with the arrow of its order; column -1 takes it away.
   void showOrder(int column, Qt::SortOrder order = Qt::AscendingOrder);
 
   void setUnlocked(bool unlocked);
+  /// What F2 does.
+  void editCurrent() { edit(currentIndex(), EditKeyPressed, nullptr); }
   /// Takes over what stands in an open editor and stores the row. False when something typed isn't stored.
   bool submitRow();
 
@@ -46,6 +51,8 @@ class BoundGrid : public QTableView {
   void setCurrentRow(int row);
   /// Bookmarks of the marked rows from top to bottom. One row alone isn't marked, it is merely current.
   QList<QByteArray> markedRows() const;
+  /// What an act is meant for: the marked rows, or the one that is selected, or the current one.
+  QList<QByteArray> chosenRows() const;
   void clearMarks();
   /// Deletes the marked rows, or the current one when none is marked, and stands where the current one stood:
   /// on the same number, or on the last row. False when the operator gave up.
@@ -54,8 +61,11 @@ class BoundGrid : public QTableView {
  Q_SIGNALS:
   void filterChanged();
   void titleClicked(int column);
+  /// Someone wants to edit a cell of an unlocked grid whose column stays locked.
+  void lockedEdited(int column);
 
  protected:
+  bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void changeEvent(QEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -65,6 +75,7 @@ class BoundGrid : public QTableView {
   class CellDelegate;
 
   void layOutColumns();
+  QList<int> selectedRows() const;
   void editAgain(const QModelIndex& index, const QString& typed);
   void showColumn(int column);
 

@@ -73,7 +73,7 @@ BoundRows::BoundRows(ErrorReport report, QObject* parent)
   });
   connect(&list_, &List::failed, this, [this](const Error& error) {
     Q_EMIT counted();
-    if (report_(error) == ErrorAnswer::Retry) refresh();
+    if ((fetchReport_ ? fetchReport_ : report_)(error) == ErrorAnswer::Retry) refresh();
   });
 }
 
@@ -175,6 +175,14 @@ QVariant BoundRows::value(int row, const QString& field) const {
   return fieldValue(row, list_.fieldPosition(field));
 }
 
+bool BoundRows::reread(int row) {
+  QVariantList values;
+  const bool there = list_.read(row, values);
+  read_.remove(row);
+  rowChanged(row);
+  return there;
+}
+
 int BoundRows::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : list_.count() + (blank_ ? 1 : 0);
 }
@@ -258,11 +266,12 @@ bool BoundRows::setData(const QModelIndex& index, const QVariant& value, int rol
   if (role == Qt::CheckStateRole)
     return setValue(index.row(), field->name, value.toInt() == Qt::Checked ? -1 : 0);
   const QVariant wanted = converted(value);
-  const QVariant held = fieldValue(index.row(), fields_[static_cast<size_t>(index.column())]);
+  const int position = fields_[static_cast<size_t>(index.column())];
+  const QVariant held = fieldValue(index.row(), position);
   const bool emptied = wanted.isNull() && !held.isNull() && held.toString().isEmpty();
   // An editor that is closed without a change changes nothing, but for a stored empty text: it becomes Null.
   if (!emptied && value.toString() == data(index, Qt::EditRole).toString()) return true;
-  return setValue(index.row(), field->name, wanted);
+  return hold(index.row(), position, wanted, true);
 }
 
 /// The value as the field holds it; of a text that is no number, the failure says what would be one.
@@ -280,14 +289,18 @@ QVariant BoundRows::storable(int field, const QVariant& value) const {
 }
 
 bool BoundRows::setValue(int row, const QString& field, const QVariant& value) {
+  return hold(row, list_.fieldPosition(field), value, false);
+}
+
+bool BoundRows::hold(int row, int position, const QVariant& value, bool typed) {
   if (edited_ && edited_->row != row && !submitRow()) return false;
-  const int position = list_.fieldPosition(field);
   // A value that the field can't hold is refused here, not when the row is left.
   QVariant stored;
   bool fits = false;
   const bool goOn =
       reported(report_, [&](Steps& step) { fits = step([&] { stored = storable(position, value); }); });
   if (!fits) return goOn;
+  if (typed && check_ && !check_(row, list_.fieldDef(position).name, stored)) return false;
   if (!edited_) edited_ = Edited{row, {}};
   edited_->values.insert(position, stored);
   rowChanged(row);
@@ -327,12 +340,16 @@ void BoundRows::rowChanged(int row) {
 
 // --- deleting
 
-bool BoundRows::removeBookmarked(const QList<QByteArray>& bookmarks) {
+bool BoundRows::removeBookmarked(const QList<QByteArray>& bookmarks, int* removed) {
   cancelRow();
   return reported(report_, [&](Steps& step) {
     for (const QByteArray& bookmark : bookmarks) {
       const int row = rowOf(bookmark);
-      if (row < 0 || !step([&] { list_.remove(row); })) continue;
+      QVariantList values;
+      bool there = false;
+      if (row < 0 || !step([&] { there = list_.read(row, values); })) continue;
+      if (there && !step([&] { list_.remove(row); })) continue;
+      if (there && removed) ++*removed;
       beginRemoveRows({}, row, row);
       list_.drop(row, 1);
       forgetCells();

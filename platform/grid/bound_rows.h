@@ -64,6 +64,9 @@ class BoundRows : public QAbstractTableModel {
   void refresh() { list_.refresh(); }
   void clear() { list_.clear(); }
 
+  /// Where a list breaks off, this one reports instead: whoever reads and whoever edits may be told apart.
+  void setFetchReport(ErrorReport report) { fetchReport_ = std::move(report); }
+
   bool isOpen() const { return list_.isOpen(); }
   /// Stored rows listed so far; all of them when isComplete().
   int count() const { return list_.count(); }
@@ -77,6 +80,9 @@ class BoundRows : public QAbstractTableModel {
 
   /// The field's value in that row, with what was edited and isn't stored yet. Null for a row that is gone.
   QVariant value(int row, const QString& field) const;
+  /// Reads the row anew, as others may have changed it meanwhile; false for one that isn't in the query any
+  /// more. Errors pass.
+  bool reread(int row);
   QByteArray bookmark(int row) const { return list_.bookmark(row); }
   int rowOf(const QByteArray& bookmark) const { return list_.rowOf(bookmark); }
   int findFirst(const QString& criterion) const { return list_.findFirst(criterion); }
@@ -92,6 +98,10 @@ class BoundRows : public QAbstractTableModel {
   void setEmptyIsNull(bool null) { emptyIsNull_ = null; }
   /// Runs before an edited row is stored; false gives the edit up. It may call value() and setValue().
   void setBeforeUpdate(std::function<bool(int row)> beforeUpdate) { beforeUpdate_ = std::move(beforeUpdate); }
+  /// Runs before a value that was typed goes into the edit buffer, in the form in which the field holds it;
+  /// false refuses it: it stands in its editor again.
+  using Check = std::function<bool(int row, const QString& field, const QVariant& value)>;
+  void setCheck(Check check) { check_ = std::move(check); }
   /// Into the edit buffer of that row; a row edited before is stored first. False when one of the two failed
   /// and the operator gave up; a value that the field can't hold and that he ignores changes nothing.
   bool setValue(int row, const QString& field, const QVariant& value);
@@ -101,8 +111,9 @@ class BoundRows : public QAbstractTableModel {
   bool submitRow();
   void cancelRow();
 
-  /// Deletes these rows one by one. False when the operator gave up; the rows before are gone then.
-  bool removeBookmarked(const QList<QByteArray>& bookmarks);
+  /// Deletes these rows one by one; one that isn't in the query any more only leaves the list. False when the
+  /// operator gave up; the rows before are gone then. `removed` counts the deleted ones.
+  bool removeBookmarked(const QList<QByteArray>& bookmarks, int* removed = nullptr);
   /// Deletes rows from the first on, for that long at most (one at least). The list must be complete. Returns
   /// false when the operator gave up.
   bool removeFirst(int milliseconds);
@@ -138,9 +149,10 @@ class BoundRows : public QAbstractTableModel {
   QVariant converted(const QVariant& value) const;
   QVariant storable(int field, const QVariant& value) const;
   void rowChanged(int row);
+  bool hold(int row, int position, const QVariant& value, bool typed);
   bool wantsBlankRow() const;
 
-  ErrorReport report_;
+  ErrorReport report_, fetchReport_;
   dao::RowList list_;
   std::vector<BoundColumn> columns_;
   bool allFields_ = true;  // the columns are the query's, not the owner's
@@ -151,6 +163,7 @@ class BoundRows : public QAbstractTableModel {
   bool blank_ = false;  // the empty row stands behind a complete list
   bool emptyIsNull_ = true;
   std::function<bool(int)> beforeUpdate_;
+  Check check_;
   std::optional<Edited> edited_;
   mutable QCache<int, Cells> read_;
   mutable QSet<int> unreadable_;  // among read_

@@ -21,8 +21,9 @@ FilterHeader::FilterHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent
   connect(this, &QHeaderView::sectionCountChanged, this, &FilterHeader::makeCells);
 }
 
-void FilterHeader::setFilterRow(bool shown) {
+void FilterHeader::setFilterRow(bool shown, const QString& nameEnd) {
   shown_ = shown;
+  nameEnd_ = nameEnd;
   makeCells();
   updateGeometries();
 }
@@ -37,10 +38,10 @@ QStringList FilterHeader::filterTexts() const {
   return texts;
 }
 
-void FilterHeader::clearFilterTexts() {
-  for (QLineEdit* cell : cells_) {
-    const QSignalBlocker quiet(cell);
-    cell->clear();
+void FilterHeader::setFilterTexts(const QStringList& texts) {
+  for (size_t i = 0; i < cells_.size(); ++i) {
+    const QSignalBlocker quiet(cells_[i]);
+    cells_[i]->setText(texts.value(static_cast<qsizetype>(i)));
   }
 }
 
@@ -55,7 +56,7 @@ void FilterHeader::makeCells() {
     const int column = static_cast<int>(cells_.size());
     const QString title = model()->headerData(column, Qt::Horizontal).toString();
     auto* cell = new QLineEdit(this);
-    cell->setObjectName("filter_" + title);
+    cell->setObjectName("filter_" + title + nameEnd_);
     cell->setAccessibleName("Filter " + title);
     cell->setToolTip("Zeigt die Zeilen, deren " + title +
                      " so beginnt; Strg+Eingabe ordnet die Liste danach");
@@ -103,7 +104,8 @@ bool FilterHeader::eventFilter(QObject* watched, QEvent* event) {
         Q_EMIT sectionClicked(column);
         return true;
       }
-      if (key.key() == Qt::Key_Down) {
+      // An Enter that went on would press the window's preset button.
+      if (key.key() == Qt::Key_Down || key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
         Q_EMIT filterLeft(column);
         return true;
       }

@@ -1,5 +1,5 @@
 // The titles of a grid with a line of filter cells below them, one a column. A filter cell has the name
-// "filter_" + its column's title, and moves and hides with its column.
+// "filter_" + its column's title (and what the owner adds), and moves and hides with its column.
 #pragma once
 
 #include <QHeaderView>
@@ -20,11 +20,11 @@ class FilterHeader : public QHeaderView {
  public:
   explicit FilterHeader(QWidget* parent);
 
-  void setFilterRow(bool shown);
+  void setFilterRow(bool shown, const QString& nameEnd = {});
   bool hasFilterRow() const { return shown_; }
   /// The texts by column. Setting them makes no signal.
   QStringList filterTexts() const;
-  void clearFilterTexts();
+  void setFilterTexts(const QStringList& texts);
   QLineEdit* filterCell(int column) const;
 
   QSize sizeHint() const override;
@@ -33,7 +33,7 @@ class FilterHeader : public QHeaderView {
   void filterChanged();
   /// The keyboard is in that column's cell, which may stand outside the window.
   void filterEntered(int column);
-  /// Down was pressed in a cell: the way into the rows.
+  /// Down or Enter was pressed in a cell: the way into the rows.
   void filterLeft(int column);
 
  protected:
@@ -46,6 +46,7 @@ class FilterHeader : public QHeaderView {
   int cellHeight() const;
 
   bool shown_ = false;
+  QString nameEnd_;
   std::vector<QLineEdit*> cells_;
 };
 

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include "capture/frmHaeringSchussAlle.h"
+#include "capture/shot_browser_query.h"
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
 #include "platform/look/look.h"
@@ -24,8 +25,8 @@ const QString kBase = "Select * from Haering_Daten ";
 const QString kQuestion = "Sollen alle bisherigen Intarsoeinträge gelöscht werden?";
 
 QStringList filterOn(const QString& column, const QString& text) {
-  QStringList texts(ShotBrowserQuery::columns().size());
-  texts[ShotBrowserQuery::columns().indexOf(column)] = text;
+  QStringList texts(shotBrowserColumns().size());
+  texts[shotBrowserColumns().indexOf(column)] = text;
   return texts;
 }
 
@@ -96,7 +97,7 @@ class TestShotBrowser : public QObject {
     QVERIFY(grid().rows()->waitForAll());
   }
   BoundGrid& grid() { return the<BoundGrid>(*window, "gridInput"); }
-  int columnOf(const QString& name) { return int(ShotBrowserQuery::columns().indexOf(name)); }
+  int columnOf(const QString& name) { return int(shotBrowserColumns().indexOf(name)); }
   QString shown(const QString& column) {
     grid().rows()->waitForAll();
     QStringList cells;
@@ -120,7 +121,7 @@ class TestShotBrowser : public QObject {
 };
 
 void TestShotBrowser::theFilterIsAPrefixOfEachColumn() {
-  ShotBrowserQuery query;
+  FilteredQuery query = shotBrowserQuery();
   QCOMPARE(query.text(), kBase);
   QStringList texts = filterOn("Schütze", "Mü");
   query.setFilter(texts);
@@ -129,37 +130,37 @@ void TestShotBrowser::theFilterIsAPrefixOfEachColumn() {
   texts[columnOf("X")] = "   ";
   query.setFilter(texts);
   QCOMPARE(query.text(), kBase + " WHERE Schütze LIKE 'Mü*' AND Key LIKE ' 4 *'");
-  query.clickTitle("Datum");
+  query.clickTitle(columnOf("Datum"));
   QCOMPARE(query.text(), kBase + " WHERE Schütze LIKE 'Mü*' AND Key LIKE ' 4 *' ORDER BY Datum ASC");
   query.clearFilter();
   QCOMPARE(query.text(), kBase + " ORDER BY Datum ASC");
 }
 
 void TestShotBrowser::titlesSetAndFlipTheOrder() {
-  ShotBrowserQuery query;
-  query.clickTitle("Datum");
+  FilteredQuery query = shotBrowserQuery();
+  query.clickTitle(columnOf("Datum"));
   QCOMPARE(query.text(), kBase + " ORDER BY Datum ASC");
-  query.clickTitle("Datum");
+  query.clickTitle(columnOf("Datum"));
   QCOMPARE(query.text(), kBase + " ORDER BY Datum DESC");
-  query.clickTitle("Datum");
+  query.clickTitle(columnOf("Datum"));
   QCOMPARE(query.text(), kBase + " ORDER BY Datum ASC");
 }
 
 void TestShotBrowser::aNameWithinTheOrderingOneFlips() {
-  ShotBrowserQuery query;
-  query.clickTitle("KlasseBezeichnung");
-  query.clickTitle("Klasse");
+  FilteredQuery query = shotBrowserQuery();
+  query.clickTitle(columnOf("KlasseBezeichnung"));
+  query.clickTitle(columnOf("Klasse"));
   QCOMPARE(query.text(), kBase + " ORDER BY KlasseBezeichnung DESC");
-  query.clickTitle("Klasse");
+  query.clickTitle(columnOf("Klasse"));
   QCOMPARE(query.text(), kBase + " ORDER BY KlasseBezeichnung ASC");
-  query.clickTitle("Waffe");
-  query.clickTitle("Klasse");
+  query.clickTitle(columnOf("Waffe"));
+  query.clickTitle(columnOf("Klasse"));
   QCOMPARE(query.text(), kBase + " ORDER BY Klasse ASC");
   // The words of the query are part of that text.
-  query.clickTitle("Y");
+  query.clickTitle(columnOf("Y"));
   QCOMPARE(query.text(), kBase + " ORDER BY Klasse DESC");
-  ShotBrowserQuery fresh;
-  fresh.clickTitle("Y");
+  FilteredQuery fresh = shotBrowserQuery();
+  fresh.clickTitle(columnOf("Y"));
   QCOMPARE(fresh.text(), kBase + " ORDER BY Y ASC");
 }
 
@@ -202,20 +203,20 @@ void TestShotBrowser::everyColumnFiltersAndSorts() {
       rows->setValue(column, number == 1 ? first : second);
     rows->update();
   }
-  QCOMPARE(columns.size(), ShotBrowserQuery::columns().size());
-  const auto found = [&](const ShotBrowserQuery& query) {
+  QCOMPARE(columns.size(), shotBrowserColumns().size());
+  const auto found = [&](const FilteredQuery& query) {
     return bench->read(query.text(), {"Liniennummer"}).join(" ");
   };
   for (const auto& [column, first, second, filter] : columns) {
-    ShotBrowserQuery query;
+    FilteredQuery query = shotBrowserQuery();
     query.setFilter(filterOn(column, filter));
-    query.clickTitle(column);
+    query.clickTitle(columnOf(column));
     QVERIFY2(found(query) == "34", qPrintable(column + ": " + found(query)));
     query.setFilter(filterOn(column, "gibt es nicht"));
     QVERIFY2(found(query).isEmpty(), qPrintable(column));
     query.clearFilter();
     const QString ascending = found(query);
-    query.clickTitle(column);
+    query.clickTitle(columnOf(column));
     QVERIFY2(found(query) == (ascending == "34 43" ? "43 34" : "34 43"), qPrintable(column));
   }
 }
@@ -231,7 +232,7 @@ void TestShotBrowser::allRowsWhateverTheirState() {
   QStringList titles;
   for (int column = 0; column < grid().model()->columnCount(); ++column)
     titles.append(grid().model()->headerData(column, Qt::Horizontal).toString());
-  QCOMPARE(titles, ShotBrowserQuery::columns());
+  QCOMPARE(titles, shotBrowserColumns());
   for (const auto& [name, text] :
        {std::pair{"cmdClearFilter", "Filter löschen"}, std::pair{"cmdDeleteHaering", "Einträge löschen"},
         std::pair{"cmdClose", "Schließen"}})

@@ -1,0 +1,700 @@
+// What the results editor does to a competition: deleting, moving and copying, printing; with other desks at
+// work, and a store that refuses.
+#include <QApplication>
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QRegularExpression>
+#include <QShortcut>
+#include <QTest>
+
+#include "evaluation/frmListDiszi.h"
+#include "evaluation/result_table.h"
+#include "platform/look/look.h"
+#include "tests/evaluation/results_desk.h"
+#include "tests/support/manners.h"
+
+using namespace qk;
+using namespace qk::test;
+
+namespace {
+
+const QString kRight =
+    "Sie besitzen nicht das erforderliche Recht\r\num Ergebnisse zu löschen oder nachträglich zu ändern!";
+const QString kGone =
+    "Dieses Ergebnis ist inzwischen gelöscht oder in einer anderen Disziplin. Die Liste wird neu gelesen.";
+const QString kDeleting = "Fehler beim Löschen des Ergebnisses!";
+const QString kUpdating = "Fehler beim Updaten des Ergebnisses!";
+const QString kMoveQuestion = "Gewählte Ergebnisse wirklich der neuen Disziplin zuordnen?";
+
+}  // namespace
+
+class TestResultActs : public QObject {
+  Q_OBJECT
+
+ private Q_SLOTS:
+  void initTestCase() { look::apply(*qApp, look::Scheme::Light); }
+  void init() { desk = std::make_unique<ResultsDesk>(); }
+  void cleanup() { desk.reset(); }
+
+  void oneResultIsDeleted();
+  void theLastRowIsCurrentWhenTheLastGoes();
+  void markedRowsAreDeleted();
+  void oneMarkedRowIsMeant();
+  void hiddenRowsStay();
+  void sayingNoDeletesNothing();
+  void deletingManyCanBeStopped();
+  void anotherDeskWasFaster();
+  void theQuestionShowsWhatIsStored();
+  void aRefusedDeletion_data();
+  void aRefusedDeletion();
+
+  void movingTheCurrentRow();
+  void movingMarkedRows();
+  void movingAllOfADiscipline();
+  void copyingKeepsTheOriginals();
+  void eachQuestionOfAChange_data();
+  void eachQuestionOfAChange();
+  void aCancelledChange();
+  void aRefusedChange_data();
+  void aRefusedChange();
+  void theListOfDisciplines();
+  void aListThatCantBeRead();
+
+  void withoutTheRightNothingChanges();
+  void printing_data();
+  void printing();
+  void aPrintedGrid();
+  void aPrinterThatFails();
+  void aCompetitionThatIsGone();
+  void readingThatFails();
+
+ private:
+  BoundGrid& grid() { return desk->grid(); }
+  void expectDeletion(const QString& text, BoxAnswer answer = BoxAnswer::Yes) {
+    desk->boxes.expect(text, answer)
+        .titled("Frage")
+        .with(BoxButtons::YesNo)
+        .showing(BoxIcon::Question)
+        .presetting(BoxAnswer::No);
+  }
+  /// The chooser: an entry, two ticks, OK.
+  void expectChoice(const QString& entry, bool copy = false, bool all = false) {
+    desk->boxes.expectWindow("frmListDiszi", [=](QWidget& chooser) {
+      tick(chooser, "lstDisziplinen", entry);
+      the<QCheckBox>(chooser, "chkErgCopy").setChecked(copy);
+      the<QCheckBox>(chooser, "chkAllChange").setChecked(all);
+      click(chooser, "cmdOK");
+    });
+  }
+  Expectation& expectQuestion(const QString& text, BoxAnswer answer = BoxAnswer::Yes) {
+    return desk->boxes.expect(text, answer)
+        .titled("Hinweis")
+        .with(BoxButtons::YesNo)
+        .presetting(BoxAnswer::No);
+  }
+  QString disciplines(const QString& table) {
+    QStringList rows = desk->bench.read("Select * from " + table + " order by ID", {"ID", "DisziID"});
+    static const QRegularExpression assigned("^\\d{2,}");
+    return rows.replaceInStrings(assigned, "new").join(" ");
+  }
+  /// All of both tables.
+  QStringList everything() {
+    QStringList all;
+    for (const char* table : {"Schuss", "SchussSerien"})
+      all << desk->bench.read(QString("Select * from ") + table + " order by ID",
+                              {"ID", "Ergebnis", "WTyp", "Datum", "DisziID", "Startnummer"});
+    return all;
+  }
+
+  std::unique_ptr<ResultsDesk> desk;
+};
+
+void TestResultActs::oneResultIsDeleted() {
+  desk->open();
+  desk->select(1);
+  expectDeletion("Wollen Sie den Teiler: 7,5 wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->ids("Schuss"), "1 2 3 4 5 6");
+  QCOMPARE(desk->shown(result::Ergebnis), "50,5 23,5 123,4 300,1");
+  QCOMPARE(desk->count(), "4 Serien");
+  QCOMPARE(desk->news(), "1 Teiler gelöscht.");
+  QCOMPARE(grid().currentRow(), 1);  // the row that stands there now
+  desk->showSerien();
+  grid().setFocus();
+  expectDeletion("Wollen Sie die Serie: 391 wirklich löschen?");
+  QTest::keyClick(&grid(), Qt::Key_Delete);
+  QCOMPARE(desk->ids("SchussSerien"), "1 3 4");
+  QCOMPARE(desk->news(), "1 Serie gelöscht.");
+}
+
+void TestResultActs::theLastRowIsCurrentWhenTheLastGoes() {
+  desk->open();
+  desk->select(4);
+  expectDeletion("Wollen Sie den Teiler: 300,1 wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(grid().currentRow(), 3);
+  trigger(desk->window(), "mnuEditSelAlle");
+  expectDeletion("Wollen Sie die 4 Teiler wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(grid().currentRow(), -1);
+  QCOMPARE(desk->count(), "");
+  QCOMPARE(desk->ids("Schuss"), "5 6");
+}
+
+void TestResultActs::markedRowsAreDeleted() {
+  desk->open();
+  desk->showSerien();
+  desk->select(0);
+  desk->mark(1);
+  expectDeletion("Wollen Sie die 2 Serien wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->ids("SchussSerien"), "3 4");
+  QCOMPARE(grid().markedRows().size(), 0);
+  QCOMPARE(grid().currentRow(), 0);
+  QCOMPARE(desk->ids("Schuss"), "1 2 3 4 5 6 7");
+}
+
+void TestResultActs::oneMarkedRowIsMeant() {
+  desk->open();
+  desk->select(1);
+  desk->mark(2);
+  desk->mark(1);  // takes the mark away, and stands there
+  QCOMPARE(grid().currentRow(), 1);
+  expectDeletion("Wollen Sie den Teiler: 23,5 wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->ids("Schuss"), "1 3 4 5 6 7");
+}
+
+void TestResultActs::hiddenRowsStay() {
+  desk->open();
+  trigger(desk->window(), "mnuEditSelAlle");
+  type(desk->window(), "filter_Waffe_1", "LP");
+  expectDeletion("Wollen Sie den Teiler: 7,5 wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->ids("Schuss"), "1 2 3 4 5 6");
+  trigger(desk->window(), "mnuEditSelAlle");
+  expectDeletion("Wollen Sie den Teiler: 300,1 wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  click(desk->window(), "cmdClearFilter");
+  QCOMPARE(desk->shown(result::Ergebnis), "50,5 23,5 123,4");
+}
+
+void TestResultActs::sayingNoDeletesNothing() {
+  desk->open();
+  expectDeletion("Wollen Sie den Teiler: 50,5 wirklich löschen?", BoxAnswer::No);
+  click(desk->window(), "cmdDelete");
+  trigger(desk->window(), "mnuEditSelAlle");
+  expectDeletion("Wollen Sie die 5 Teiler wirklich löschen?", BoxAnswer::No);
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->ids("Schuss"), "1 2 3 4 5 6 7");
+  QCOMPARE(grid().markedRows().size(), 5);  // he may have meant to look again
+}
+
+void TestResultActs::deletingManyCanBeStopped() {
+  for (int i = 0; i < 6; ++i)
+    desk->bench.store().execute(
+        "INSERT INTO Schuss (Ergebnis, Startnummer, DisziID) SELECT Ergebnis, Startnummer, DisziID FROM "
+        "Schuss WHERE DisziID = 3 AND Startnummer = '107'");
+  for (const char* how : {"cmdStop", "close"}) {
+    desk->open();
+    const int before = desk->rows().count();
+    trigger(desk->window(), "mnuEditSelAlle");
+    expectDeletion("Wollen Sie die " + QString::number(before) + " Teiler wirklich löschen?");
+    bool seen = false;
+    // The first rows are gone: the next turn of the event loop is the operator's.
+    bool posted = false;
+    const auto once = connect(&desk->rows(), &BoundRows::rowsRemoved, &desk->window(), [&] {
+      if (std::exchange(posted, true)) return;
+      QMetaObject::invokeMethod(
+          &desk->window(),
+          [&] {
+            seen = the<QWidget>(desk->window(), "prgDelete").isVisible();
+            QVERIFY(!the<QPushButton>(desk->window(), "cmdDelete").isEnabled());
+            QVERIFY(!grid().isEnabled());
+            if (QString(how) == "close")
+              desk->window().close();
+            else
+              click(desk->window(), how);
+          },
+          Qt::QueuedConnection);
+    });
+    the<QPushButton>(desk->window(), "cmdDelete").click();
+    disconnect(once);
+    QVERIFY(seen);
+    QVERIFY(desk->window().isVisible());
+    const int left = desk->rows().count();
+    QVERIFY(left > 0 && left < before);
+    QCOMPARE(desk->news(), QString("%1 von %2 Teiler gelöscht; die Liste zeigt, was noch da ist.")
+                               .arg(before - left)
+                               .arg(before));
+    QVERIFY(!the<QPushButton>(desk->window(), "cmdStop").isVisible());
+    QVERIFY(the<QPushButton>(desk->window(), "cmdDelete").isEnabled());
+  }
+  trigger(desk->window(), "mnuEditSelAlle");
+  expectDeletion("Wollen Sie die " + QString::number(desk->rows().count()) + " Teiler wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->rows().count(), 0);
+  QCOMPARE(desk->ids("Schuss"), "5 6");
+}
+
+void TestResultActs::anotherDeskWasFaster() {
+  desk->open();
+  // One row: deleted there, or moved there to another discipline.
+  for (const char* act :
+       {"DELETE * FROM Schuss WHERE ID = 4", "UPDATE Schuss SET DisziID = 777 WHERE ID = 7"}) {
+    desk->select(0);
+    desk->other().execute(act);
+    desk->boxes.expect(kGone).titled("Hinweis");
+    click(desk->window(), "cmdDelete");
+    QVERIFY(desk->boxes.done());
+  }
+  QCOMPARE(desk->shown(result::Ergebnis), "23,5 123,4 300,1");
+  desk->other().execute("UPDATE Schuss SET DisziID = 777 WHERE ID = 2");
+  desk->select(0);
+  desk->boxes.expect(kGone);
+  click(desk->window(), "cmdChangeDiszi");
+  QCOMPARE(desk->shown(result::Ergebnis), "123,4 300,1");
+  // Among marked ones: what was moved there isn't deleted here.
+  desk->other().execute("UPDATE Schuss SET DisziID = 4 WHERE ID = 1");
+  trigger(desk->window(), "mnuEditSelAlle");
+  expectDeletion("Wollen Sie die 2 Teiler wirklich löschen?");
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->news(), "1 von 2 Teiler gelöscht; die Liste zeigt, was noch da ist.");
+  QCOMPARE(desk->ids("Schuss"), "1 2 5 6 7");
+  QCOMPARE(desk->shown(result::Ergebnis), "123,4");
+}
+
+void TestResultActs::theQuestionShowsWhatIsStored() {
+  desk->open();
+  desk->other().execute("UPDATE Schuss SET Ergebnis = 51.5 WHERE ID = 4");
+  expectDeletion("Wollen Sie den Teiler: 51,5 wirklich löschen?", BoxAnswer::No);
+  click(desk->window(), "cmdDelete");
+  QCOMPARE(desk->rows().index(0, result::Ergebnis).data().toString(), "51,5");
+}
+
+void TestResultActs::aRefusedDeletion_data() {
+  QTest::addColumn<int>("answer");
+  QTest::addColumn<QString>("left");
+  QTest::addColumn<QString>("news");
+  QTest::newRow("abort") << int(BoxAnswer::Abort) << "1 2 3 5 6"
+                         << "2 von 5 Teiler gelöscht; die Liste zeigt, was noch da ist.";
+  QTest::newRow("ignore") << int(BoxAnswer::Ignore) << "2 5 6"
+                          << "4 von 5 Teiler gelöscht; die Liste zeigt, was noch da ist.";
+}
+
+void TestResultActs::aRefusedDeletion() {
+  QFETCH(int, answer);
+  QFETCH(QString, left);
+  QFETCH(QString, news);
+  refuse(desk->bench.path("Pokal.qkk"), StoreAct::Delete, "Schuss", "ID", 2);
+  const Error error =
+      Workbench::failureOf([this] { desk->other().execute("DELETE * FROM Schuss WHERE ID = 2"); });
+  desk->open();
+  trigger(desk->window(), "mnuEditSelAlle");
+  expectDeletion("Wollen Sie die 5 Teiler wirklich löschen?");
+  desk->expectError(error, kDeleting, BoxAnswer::Retry);
+  desk->expectError(error, kDeleting, BoxAnswer(answer));
+  click(desk->window(), "cmdDelete");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(desk->ids("Schuss"), left);
+  QCOMPARE(desk->news(), news);
+}
+
+void TestResultActs::movingTheCurrentRow() {
+  desk->open();
+  desk->select(1);
+  expectChoice("LP Teiler");
+  expectQuestion(kMoveQuestion);
+  click(desk->window(), "cmdChangeDiszi");
+  QCOMPARE(disciplines("Schuss"), "1|3 2|3 3|4 4|5 5|3 6|777 7|4");
+  QCOMPARE(desk->news(), "1 Teiler verschoben nach LP Teiler.");
+  // The selection stays on it, wherever it stands now.
+  QCOMPARE(desk->shown(result::Ergebnis), "50,5 23,5 123,4 7,5 300,1");
+  QCOMPARE(grid().currentRow(), 3);
+  desk->showSerien();
+  desk->select(2);
+  expectChoice("LG Meister");
+  expectQuestion(kMoveQuestion);
+  click(desk->window(), "cmdChangeDiszi");
+  QCOMPARE(disciplines("SchussSerien"), "1|1 2|1 3|1 4|1");
+  QCOMPARE(disciplines("Schuss"), "1|3 2|3 3|4 4|5 5|3 6|777 7|4");
+}
+
+void TestResultActs::movingMarkedRows() {
+  desk->open();
+  desk->select(0);
+  desk->mark(2);
+  desk->mark(4);
+  expectChoice("LP Teiler");
+  expectQuestion(kMoveQuestion);
+  click(desk->window(), "cmdChangeDiszi");
+  QCOMPARE(disciplines("Schuss"), "1|3 2|4 3|4 4|4 5|3 6|777 7|3");
+  QCOMPARE(desk->news(), "3 Teiler verschoben nach LP Teiler.");
+}
+
+void TestResultActs::movingAllOfADiscipline() {
+  desk->open();
+  desk->showSerien();
+  type(desk->window(), "filter_Ergebnis_2", "380");
+  expectChoice("LG Zehntel", false, true);
+  expectQuestion("Alle Ergebnisse des Schützen wirklich der neuen Disziplin zuordnen?");
+  click(desk->window(), "cmdChangeDiszi");
+  // All of that discipline, hidden ones too; not those of another shooter, nor any teiler.
+  QCOMPARE(disciplines("SchussSerien"), "1|2 2|2 3|2 4|1");
+  QCOMPARE(disciplines("Schuss"), "1|3 2|3 3|4 4|5 5|3 6|777 7|3");
+  QCOMPARE(desk->news(), "2 Serien verschoben nach LG Zehntel.");
+  QCOMPARE(desk->shown(result::Ergebnis), "380");
+}
+
+void TestResultActs::copyingKeepsTheOriginals() {
+  desk->open();
+  desk->select(3);
+  expectChoice("LP Teiler", true);
+  expectQuestion("Gewählte Ergebnisse wirklich in die neue Disziplin kopieren?");
+  click(desk->window(), "cmdChangeDiszi");
+  QCOMPARE(disciplines("Schuss"), "1|3 2|3 3|4 4|5 5|3 6|777 7|3 new|4");
+  QCOMPARE(desk->stored("Schuss", desk->ids("Schuss", "ID > 7").toInt()), "123,4|LG|20.11.2026 10:41:07|4");
+  QCOMPARE(desk->news(), "1 Teiler kopiert nach LP Teiler.");
+  QCOMPARE(desk->count(), "6 Serien");
+  QCOMPARE(grid().currentRow(), 3);  // the original
+}
+
+void TestResultActs::eachQuestionOfAChange_data() {
+  QTest::addColumn<bool>("copy");
+  QTest::addColumn<bool>("all");
+  for (const bool copy : {false, true})
+    for (const bool all : {false, true})
+      QTest::addRow("%s %s", copy ? "copy" : "move", all ? "all" : "chosen") << copy << all;
+}
+
+void TestResultActs::eachQuestionOfAChange() {
+  QFETCH(bool, copy);
+  QFETCH(bool, all);
+  desk->open();
+  const QStringList before = everything();
+  expectChoice("LP Teiler", copy, all);
+  expectQuestion(changeQuestion({.bCopy = copy, .bChangeAll = all}), BoxAnswer::No);
+  click(desk->window(), "cmdChangeDiszi");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(everything(), before);
+}
+
+void TestResultActs::aCancelledChange() {
+  desk->open();
+  const QStringList before = everything();
+  desk->boxes.expectWindow("frmListDiszi", [](QWidget& chooser) { click(chooser, "cmdCancel"); });
+  click(desk->window(), "cmdChangeDiszi");
+  desk->boxes.expectWindow("frmListDiszi",
+                           [](QWidget& chooser) { press(chooser, "lstDisziplinen", Qt::Key_Escape); });
+  click(desk->window(), "cmdChangeDiszi");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(everything(), before);
+}
+
+void TestResultActs::aRefusedChange_data() {
+  QTest::addColumn<bool>("copy");
+  QTest::newRow("move") << false;
+  QTest::newRow("copy") << true;
+}
+
+void TestResultActs::aRefusedChange() {
+  QFETCH(bool, copy);
+  const QString path = desk->bench.path("Pokal.qkk");
+  copy ? refuse(path, StoreAct::Insert, "Schuss", "DisziID", 4)
+       : refuse(path, StoreAct::Update, "Schuss", "ID", 2);
+  const Error error = Workbench::failureOf([&] {
+    desk->other().execute(copy ? "INSERT INTO Schuss (DisziID) VALUES (4)"
+                               : "UPDATE Schuss SET DisziID = 4 WHERE ID = 2");
+  });
+  desk->open();
+  const QStringList before = everything();
+  for (const BoxAnswer answer : {BoxAnswer::Abort, BoxAnswer::Ignore}) {
+    desk->select(2);
+    expectChoice("LP Teiler", copy, true);
+    expectQuestion(changeQuestion({.bCopy = copy, .bChangeAll = true}));
+    desk->expectError(error, kUpdating, BoxAnswer::Retry);
+    desk->expectError(error, kUpdating, answer);
+    click(desk->window(), "cmdChangeDiszi");
+    QVERIFY(desk->boxes.done());
+    QCOMPARE(everything(), before);
+    QCOMPARE(grid().currentRow(), 2);
+    QVERIFY(!desk->news().contains("3"));
+  }
+}
+
+void TestResultActs::theListOfDisciplines() {
+  desk->open();
+  const auto entries = [](QWidget& chooser) {
+    auto& list = the<QListWidget>(chooser, "lstDisziplinen");
+    QStringList texts;
+    for (int i = 0; i < list.count(); ++i) texts << list.item(i)->text();
+    return texts.join(", ") + ": " + (list.currentItem() ? list.currentItem()->text() : "none");
+  };
+  desk->select(1);
+  desk->boxes.expectWindow("frmListDiszi", [&](QWidget& chooser) {
+    QCOMPARE(chooser.windowTitle(), "Disziplinen");
+    QCOMPARE(entries(chooser), "LG Teiler, LP Teiler, LG Ring-Teiler: LG Teiler");
+    QCOMPARE(the<QCheckBox>(chooser, "chkErgCopy").text().remove('&'), "Ergebniss(e) kopieren");
+    QCOMPARE(the<QCheckBox>(chooser, "chkAllChange").text().remove('&'),
+             "Alle Ergebnisse der Disziplin wechseln");
+    QVERIFY(!the<QCheckBox>(chooser, "chkErgCopy").isChecked());
+    QVERIFY(!the<QCheckBox>(chooser, "chkAllChange").isChecked());
+    QCOMPARE(badManners(chooser), QStringList());
+    click(chooser, "cmdCancel");
+  });
+  click(desk->window(), "cmdChangeDiszi");
+  desk->showSerien();
+  desk->boxes.expectWindow("frmListDiszi", [&](QWidget& chooser) {
+    QCOMPARE(entries(chooser), "LG Meister, LG Zehntel: LG Meister");
+    click(chooser, "cmdCancel");
+  });
+  click(desk->window(), "cmdChangeDiszi");
+
+  frmListDiszi chooser(desk->bench.TestWorkplace::workplace(desk->messageBoxes), desk->bench.store());
+  chooser.setTeiler(true);
+  chooser.setId(4);
+  chooser.setChangeAll(true);
+  chooser.show();
+  QVERIFY(the<QCheckBox>(chooser, "chkAllChange").isChecked());
+  the<QCheckBox>(chooser, "chkErgCopy").setChecked(true);
+  click(chooser, "cmdOK");
+  QCOMPARE(chooser.lId(), 4);
+  QVERIFY(chooser.bCopy() && chooser.bChangeAll());
+  // An empty list gives 0.
+  desk->bench.store().execute("DELETE * FROM Disziplin");
+  chooser.show();
+  click(chooser, "cmdOK");
+  QCOMPARE(chooser.lId(), 0);
+}
+
+void TestResultActs::aListThatCantBeRead() {
+  desk->open();
+  const QStringList before = everything();
+  frmListDiszi chooser(desk->bench.TestWorkplace::workplace(desk->messageBoxes), desk->bench.store());
+  desk->bench.store().dropTable("Disziplin");
+  const Error error =
+      Workbench::failureOf([this] { desk->bench.store().openRecordset("Select * from Disziplin"); });
+  desk->expectError(error, "Fehler beim Ladend der Disziplinen.", BoxAnswer::Retry);
+  desk->expectError(error, "Fehler beim Ladend der Disziplinen.", BoxAnswer::Abort);
+  chooser.setId(3);
+  chooser.show();
+  QVERIFY(desk->boxes.done());
+  click(chooser, "cmdOK");
+  QCOMPARE(chooser.lId(), 0);
+  QCOMPARE(everything(), before);
+}
+
+/// Every control, every key and every short cut of the window.
+void TestResultActs::withoutTheRightNothingChanges() {
+  desk->global.bErgebnisseAendern = false;
+  desk->open();
+  const QStringList before = everything();
+  int asked = 0;
+  const auto nothingChanged = [&](const QString& what) {
+    QVERIFY2(everything() == before, qPrintable(what));
+    QVERIFY2(!desk->rows().isUnlocked() && !desk->rows().isEdited(), qPrintable(what));
+    QVERIFY2(!qobject_cast<QLineEdit*>(QApplication::focusWidget()) ||
+                 QApplication::focusWidget()->objectName().startsWith("filter_"),
+             qPrintable(what));
+    asked = int(desk->boxes.asked().size());
+  };
+  const auto at = [this](int column) {
+    desk->activate();
+    grid().setFocus();
+    grid().setCurrentIndex(desk->rows().index(0, column));
+  };
+  for (const int tab : {0, 1}) {
+    auto& tabs = the<QTabWidget>(desk->window(), "SSTab1");
+    tabs.setCurrentIndex(tab);
+    for (const char* name : {"cmdEdit", "cmdDelete", "cmdChangeDiszi"}) {
+      desk->boxes.expect(kRight);
+      click(desk->window(), name);
+      nothingChanged(name);
+    }
+    // Keys at every cell; Del is the button's.
+    for (int column = 0; column < 4; ++column) {
+      for (int key = Qt::Key_Escape + 1; key <= Qt::Key_F35; ++key) {
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) continue;  // OK
+        at(column);
+        if (key == Qt::Key_Delete) desk->boxes.expect(kRight);
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(&grid(), &press);
+      }
+      for (const Qt::Key key : {Qt::Key_F1, Qt::Key_F2, Qt::Key_F3, Qt::Key_F4, Qt::Key_F5, Qt::Key_F6,
+                                Qt::Key_F7, Qt::Key_F8, Qt::Key_F9, Qt::Key_F11, Qt::Key_F12}) {
+        at(column);
+        QTest::keyClick(&grid(), key);
+      }
+      for (const char letter : {'a', '5', 'x', ' ', '+', '-', ','}) {
+        at(column);
+        QTest::keyClick(&grid(), letter);
+      }
+      for (const Qt::KeyboardModifiers with :
+           {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::ShiftModifier})
+        for (int key = Qt::Key_A; key <= Qt::Key_Z; ++key) {
+          if (key == Qt::Key_P || key == Qt::Key_W) continue;  // prints, closes
+          at(column);
+          QTest::keyClick(&grid(), Qt::Key(key), with);
+        }
+      const QPoint cell = grid().visualRect(desk->rows().index(0, column)).center();
+      QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, cell);
+      QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, cell);
+      QTest::mouseClick(grid().viewport(), Qt::RightButton, {}, cell);
+      QCoreApplication::processEvents();
+      nothingChanged(QString("cell %1 of tab %2").arg(column).arg(tab));
+    }
+    // Mnemonics of every control, as an operator hits them.
+    for (int key = Qt::Key_A; key <= Qt::Key_Z; ++key) {
+      if (QString("BLW").contains(QChar(key)))
+        desk->boxes.expect(kRight);
+      else if (QString("ODMTSN").contains(QChar(key)))
+        continue;  // OK, menus, tabs, a button that isn't shown
+      at(0);
+      QTest::keyClick(&grid(), Qt::Key(key), Qt::AltModifier);
+      QCoreApplication::processEvents();
+      nothingChanged(QString("Alt+") + QChar(key));
+    }
+    for (const char* name : {"mnuEditSelAlle", "mnuEditSelNone"}) {
+      trigger(desk->window(), name);
+      nothingChanged(name);
+    }
+    for (const char* name : {"Ergebnis", "Waffe", "Disziplin", "Datum"}) {
+      const QString cell = QString("filter_%1_%2").arg(name).arg(tab + 1);
+      type(desk->window(), cell, "9");
+      press(desk->window(), cell, Qt::Key_Delete);
+      click(desk->window(), "cmdClearFilter");
+      nothingChanged(cell);
+    }
+  }
+  QVERIFY(asked > 10);
+  QVERIFY(desk->boxes.done());
+  // The table knows every control that acts.
+  QStringList buttons;
+  for (const auto* each : desk->window().findChildren<QPushButton*>()) buttons << each->objectName();
+  buttons.sort();
+  QCOMPARE(buttons,
+           (QStringList{"cmdChangeDiszi", "cmdClearFilter", "cmdDelete", "cmdEdit", "cmdOK", "cmdStop"}));
+  QStringList entries;
+  for (const QAction* each : desk->window().findChildren<QAction*>())
+    if (each->objectName().startsWith("mnu")) entries << each->objectName();
+  entries.sort();
+  QCOMPARE(entries, (QStringList{"mnuDateiClose", "mnuDateiPrint", "mnuDateiPrintEdit",
+                                 "mnuDateiPrintPreview", "mnuEditSelAlle", "mnuEditSelNone"}));
+  QCOMPARE(desk->window().findChildren<QShortcut*>().size(), 1);  // F1
+}
+
+void TestResultActs::printing_data() {
+  QTest::addColumn<int>("tab");
+  QTest::addColumn<QString>("title");
+  QTest::newRow("Teiler") << 0 << "Teiler";
+  QTest::newRow("Serien") << 1 << "Serien";
+}
+
+void TestResultActs::printing() {
+  QFETCH(int, tab);
+  QFETCH(QString, title);
+  desk->open();
+  the<QTabWidget>(desk->window(), "SSTab1").setCurrentIndex(tab);
+  trigger(desk->window(), "mnuDateiPrint");
+  QCOMPARE(desk->current.names, QStringList(title));
+  QCOMPARE(desk->current.sheets.size(), 1);
+  QCOMPARE(desk->news(), "Gedruckt.");
+  const QString keys = "Tarvex-40";
+  desk->bench.settings.setValue(keys, "Daten", "AnzeigeScreen", "0");
+  desk->bench.settings.setValue(keys, "Anzeige", "Main_Width", "9000");
+  desk->bench.settings.setValue(keys, "Anzeige", "Main_Height", "7500");
+  desk->boxes.expectWindow("ReportPreview", [&](QWidget& preview) {
+    QCOMPARE(preview.windowTitle(), title);
+    QCOMPARE(preview.size(), QSize(9000, 7500) * preview.logicalDpiX() / 1440);
+    QTRY_VERIFY(!the<QLabel>(preview, "lblSeiten").text().contains("…"));
+    QCOMPARE(the<QLabel>(preview, "lblStand").text(), tab == 0 ? "5 Zeilen" : "3 Zeilen");
+    press(preview, "viwSeiten", Qt::Key_Escape);
+  });
+  trigger(desk->window(), "mnuDateiPrintPreview");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(desk->current.sheets.size(), 1);
+  desk->boxes.expectPrinterSetup(std::nullopt);
+  trigger(desk->window(), "mnuDateiPrintEdit");
+}
+
+void TestResultActs::aPrintedGrid() {
+  desk->open();
+  const auto printed = [this] {
+    desk->current.sheets.clear();
+    desk->window().Print_Teiler(1);
+    return desk->current.sheets.value(0);
+  };
+  const QImage first = printed();
+  QCOMPARE(printed(), first);
+  desk->clickTitle(result::Datum);
+  const QImage ordered = printed();
+  QVERIFY(ordered != first);
+  grid().setColumnWidth(result::Waffe, 300);
+  const QImage wider = printed();
+  QVERIFY(wider != ordered);
+  type(desk->window(), "filter_Waffe_1", "LP");
+  QVERIFY(printed() != wider);
+  desk->showSerien();
+  desk->window().Print_Serien(1);
+  QCOMPARE(desk->current.names.last(), "Serien");
+}
+
+void TestResultActs::aPrinterThatFails() {
+  desk->open();
+  desk->current.error = 482;
+  desk->expectError(Error(482), "Fehler bei Print_Teiler_err!", BoxAnswer::Retry);
+  desk->expectError(Error(482), "Fehler bei Print_Teiler_err!", BoxAnswer::Abort);
+  trigger(desk->window(), "mnuDateiPrint");
+  desk->showSerien();
+  desk->expectError(Error(482), "Fehler bei Print_Serien_err!", BoxAnswer::Ignore);
+  trigger(desk->window(), "mnuDateiPrint");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(desk->news(), "");
+}
+
+void TestResultActs::aCompetitionThatIsGone() {
+  frmSchuetzeErg& window = desk->make();
+  window.setWettkampf(desk->bench.path("fehlt.qkk"));
+  const Error error(3024);
+  desk->expectError(error, "Fehler beim Suchen der Startnummer!", BoxAnswer::Retry);
+  desk->expectError(error, "Fehler beim Suchen der Startnummer!", BoxAnswer::Abort);
+  QVERIFY(!window.LoadSchuetzen());
+  desk->expectError(error, "Fehler beim Suchen der Startnummer!", BoxAnswer::Ignore);
+  QVERIFY(window.LoadSchuetzen());
+  desk->expectError(error, "Fehler beim Laden der Ergebnisse!", BoxAnswer::Abort);
+  QVERIFY(!window.LoadErgebnisse());
+  desk->expectError(error, "Fehler beim Laden der Ergebnisse!", BoxAnswer::Ignore);
+  QVERIFY(!window.LoadErgebnisse());
+  // Nothing of it falls over what isn't there.
+  window.show();
+  type(window, "filter_Waffe_1", "L");
+  desk->clickTitle(result::Datum);
+  for (const char* name : {"cmdDelete", "cmdChangeDiszi", "cmdEdit", "cmdClearFilter"}) click(window, name);
+  trigger(window, "mnuEditSelAlle");
+  QVERIFY(desk->boxes.done());
+}
+
+void TestResultActs::readingThatFails() {
+  frmSchuetzeErg& window = desk->make();
+  QVERIFY(window.LoadSchuetzen());
+  desk->bench.store().dropTable("SchussSerien");
+  const Error error =
+      Workbench::failureOf([this] { desk->bench.store().openRecordset("Select * from SchussSerien"); });
+  desk->expectError(error, "Fehler beim Laden der Ergebnisse!", BoxAnswer::Retry);
+  desk->expectError(error, "Fehler beim Laden der Ergebnisse!", BoxAnswer::Ignore);
+  QVERIFY(window.LoadErgebnisse());
+  window.show();
+  QCOMPARE(desk->shown(result::Ergebnis), "50,5 7,5 23,5 123,4 300,1");
+  desk->showSerien();
+  QCOMPARE(desk->rows().count(), 0);
+  desk->expectError(error, "Fehler beim Laden der Ergebnisse!", BoxAnswer::Abort);
+  type(window, "filter_Waffe_2", "L");
+  QVERIFY(desk->boxes.done());
+}
+
+QTEST_MAIN(TestResultActs)
+#include "test_result_acts.moc"
