@@ -20,6 +20,9 @@ class frmHilfe : public QDialog {
   frmHilfe(const Workplace& workplace, const QString& folder, QWidget* parent = nullptr);
   ~frmHilfe() override;
 
+  /// Opens a page and forgets what lay ahead.
+  void open(const QString& file, const QString& anchor = {});
+
  protected:
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -29,8 +32,6 @@ class frmHilfe : public QDialog {
     QString file, anchor;
   };
   void makeKeys();
-  /// Opens a page and forgets what lay ahead.
-  void open(const QString& file, const QString& anchor = {});
   void go(int step);
   void showPlace();
   void listPages();

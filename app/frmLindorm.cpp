@@ -45,7 +45,6 @@ frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWid
   makeKeys();
   connectMenus();
   connectInfoList();
-  disableWithoutTarget();
   showLineActions();
   connect(&tree_, &LineTree::nodeClicked, this, [this](QString key) {
     reported(clickReport("tree_NodeClick"), [&](Steps&) { ShowControl(key.remove("Linie").toShort()); });

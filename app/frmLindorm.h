@@ -83,7 +83,6 @@ class frmLindorm : public QMainWindow {
   void connectCurrentLine();
   void connectToolbar();
   void connectInfoList();
-  void disableWithoutTarget();
   /// Runs `routine` on the action; failures are reported under the action's name.
   void on(QAction* action, Routine routine);
   void onInSteps(QAction* action, SteppedRoutine routine);
@@ -118,6 +117,7 @@ class frmLindorm : public QMainWindow {
   void offerCompetition(Steps& step);
   void openChosen(Steps& step, const QString& path);
   void mnuEditSchussbilder_Click();
+  void mnuEditErgebnisse_Click();
   void mnuEditKasse_Click();
   /// The sheet of the current line's shooter. `nZiel`: 0 screen, 1 printer.
   void Kurzauswertung(qint16 nZiel);
@@ -134,6 +134,8 @@ class frmLindorm : public QMainWindow {
   void mnuHaeringEsaPreisIni_Click();
   void mnuHaeringGruppenDisziplinen_Click(Steps& step);
   void mnuHilfe_Click();
+  /// The handbook beside a window, even one that keeps all others waiting; without a page where it was left.
+  void showHandbook(QWidget& beside, const QString& page);
   void chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&));
 
   bool Form_QueryUnload();

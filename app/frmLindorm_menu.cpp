@@ -14,6 +14,7 @@
 #include "app/ground/temp_module_ui.h"
 #include "capture/frmHaeringSchussAlle.h"
 #include "cash/frmFinanz.h"
+#include "evaluation/frmSchuetzeErg.h"
 #include "link/exchange.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/sql/quote.h"
@@ -78,6 +79,10 @@ void frmLindorm::connectFileMenus() {
     browser.exec();
   });
   on(ui_->mnuEditSchussbilder, [this] { mnuEditSchussbilder_Click(); });
+  connect(ui_->mnuEditErgebnisse, &QAction::triggered, this, [this] {
+    reported(fehlerReport(workplace_.dialogs, "Fehler beim Bearbeiten des Ergebnisses!"),
+             [this](Steps&) { mnuEditErgebnisse_Click(); });
+  });
   on(ui_->mnuEditKasse, [this] { mnuEditKasse_Click(); });
 }
 
@@ -256,6 +261,17 @@ void frmLindorm::mnuEditSchussbilder_Click() {
                             "Fehler");
 }
 
+void frmLindorm::mnuEditErgebnisse_Click() {
+  const QString number = Get_AktStartnummer();
+  if (number.isEmpty()) return workplace_.dialogs.note("Kein Schütze gewählt!");
+  frmSchuetzeErg editor(workplace_, global_, {papers_.current, papers_.asking}, this);
+  connect(&editor, &frmSchuetzeErg::helpWanted, this,
+          [this, &editor] { showHandbook(editor, "ergebnisse.html"); });
+  editor.setStartnummer(number);
+  editor.setWettkampf(sWettkampf());
+  if (editor.LoadSchuetzen() && editor.LoadErgebnisse()) editor.exec();
+}
+
 void frmLindorm::mnuEditKasse_Click() {
   const QString number = Get_AktStartnummer();
   if (number.isEmpty()) return workplace_.dialogs.note("Bitte wählen Sie einen Schützen.");
@@ -355,8 +371,13 @@ void frmLindorm::mnuHaeringGruppenDisziplinen_Click(Steps& step) {
 }
 
 void frmLindorm::mnuHilfe_Click() {
-  auto* help = findChild<frmHilfe*>();
-  if (!help) help = new frmHilfe(workplace_, Programmverzeichnis() + "handbuch", this);
+  showHandbook(*this, {});
+}
+
+void frmLindorm::showHandbook(QWidget& beside, const QString& page) {
+  auto* help = beside.findChild<frmHilfe*>();
+  if (!help) help = new frmHilfe(workplace_, Programmverzeichnis() + "handbuch", &beside);
+  if (!page.isEmpty()) help->open(page);
   help->show();
   help->raise();
   help->activateWindow();

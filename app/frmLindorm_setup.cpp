@@ -18,7 +18,6 @@ namespace qk {
 
 namespace {
 
-const char* const kNotYet = "In dieser Version noch nicht enthalten.";
 const char* const kNoLine = "Keine Linie gewählt: Optionen - Schießstände legt die Linien fest.";
 
 }  // namespace
@@ -128,10 +127,6 @@ void frmLindorm::showExchangeFolder() {
 void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {
   action->setEnabled(enabled);
   action->setStatusTip(enabled ? action->toolTip() : why);
-}
-
-void frmLindorm::disableWithoutTarget() {
-  for (QAction* action : {ui_->mnuEditErgebnisse, ui_->ErgEdit}) explain(action, false, kNotYet);
 }
 
 void frmLindorm::showLineActions() {

@@ -120,8 +120,8 @@ void frmSchuetzeErg::showMarks() {
 
 void frmSchuetzeErg::tabChanged(int tab) {
   if (tab == tab_) return;
-  BoundGrid* left = tab_ == 0 ? ui_->TDBGrid1 : ui_->TDBGrid2;
-  if (!left->submitRow()) return ui_->SSTab1->setCurrentIndex(tab_);
+  ResultsPage& left = tab_ == 0 ? *teiler_ : *serien_;
+  if (!left.submit()) return ui_->SSTab1->setCurrentIndex(tab_);
   tab_ = tab;
   showMarks();
 }
@@ -148,13 +148,13 @@ void frmSchuetzeErg::done(int result) {
     stop_ = true;
     return;
   }
-  if (ui_->TDBGrid1->submitRow() && ui_->TDBGrid2->submitRow()) QDialog::done(result);
+  if (teiler_->submit() && serien_->submit()) QDialog::done(result);
 }
 
 void frmSchuetzeErg::cmdEdit_Click() {
   if (!RechtPruefen(workplace_.dialogs, global_)) return;
   const bool unlock = ui_->cmdEdit->text() == kEdit;
-  if (!unlock && !activePage().grid().submitRow()) return;
+  if (!unlock && !activePage().submit()) return;
   ui_->cmdEdit->setText(unlock ? kLock : kEdit);
   for (ResultsPage* page : {teiler_.get(), serien_.get()}) page->setUnlocked(unlock);
   say(unlock ? "Ergebnis, Waffe und Datum lassen sich jetzt ändern; F2 oder Eingabe ändert eine Zelle." : "");
@@ -162,7 +162,7 @@ void frmSchuetzeErg::cmdEdit_Click() {
 }
 
 void frmSchuetzeErg::mnuEditSelAlle_Click() {
-  if (!activePage().grid().submitRow()) return;
+  if (!activePage().submit()) return;
   activePage().complete("Fehler beim Markieren der Ergebnisse!");
   activePage().grid().selectAll();
 }
@@ -189,7 +189,7 @@ void frmSchuetzeErg::Print_Serien(qint16 nZiel) {
 }
 
 void frmSchuetzeErg::print(ResultsPage& page, qint16 nZiel) {
-  if (!page.grid().submitRow()) return;
+  if (!page.submit()) return;
   report::GridReport made;
   {
     const Hourglass hourglass;

@@ -27,7 +27,7 @@ const char* const kGone =
 void frmSchuetzeErg::cmdDelete_Click() {
   if (!RechtPruefen(workplace_.dialogs, global_)) return;
   ResultsPage& page = activePage();
-  if (!page.grid().submitRow()) return;
+  if (!page.submit()) return;
   const QList<QByteArray> chosen = page.grid().chosenRows();
   if (chosen.isEmpty()) return;
   const int place = page.rows().rowOf(chosen.first());
@@ -90,7 +90,7 @@ void frmSchuetzeErg::cmdChangeDiszi_Click() {
   if (!RechtPruefen(workplace_.dialogs, global_)) return;
   ResultsPage& page = activePage();
   const int row = page.grid().currentRow();
-  if (!page.grid().submitRow() || row < 0) return;
+  if (!page.submit() || row < 0) return;
   const QList<QByteArray> chosen = page.grid().chosenRows();
   bool there = false;
   if (!reported(report(kUpdating), [&](Steps& step) { step([&] { there = page.rows().reread(row); }); }))

@@ -1,6 +1,7 @@
 #include "evaluation/results_page.h"
 
 #include <QItemSelectionModel>
+#include <QTimer>
 
 #include "capture/discipline_loader.h"
 #include "evaluation/result_check.h"
@@ -48,7 +49,12 @@ ResultsPage::ResultsPage(const Workplace& workplace, ResultKind kind, BoundGrid&
       count_(count),
       failure_(kEditing),
       fetchFailure_(kLoading),
-      rows_(std::make_unique<BoundRows>([this](const Error& error) { return report(failure_)(error); })) {
+      rows_(std::make_unique<BoundRows>([this](const Error& error) {
+        const ErrorAnswer answer = report(failure_)(error);
+        justFailed_ = true;
+        QTimer::singleShot(0, this, [this] { justFailed_ = false; });
+        return answer;
+      })) {
   rows_->setFetchReport([this](const Error& error) { return report(fetchFailure_)(error); });
   rows_->setColumns(columns());
   rows_->setCheck(
@@ -70,6 +76,10 @@ ResultsPage::~ResultsPage() {
 
 ErrorReport ResultsPage::report(const QString& text) const {
   return fehlerReport(workplace_.dialogs, text);
+}
+
+bool ResultsPage::submit() {
+  return justFailed_ ? !rows_->isEdited() : grid_.submitRow();
 }
 
 bool ResultsPage::load(dao::Database& database, const QString& sStartnummer) {

@@ -33,6 +33,9 @@ class ResultsPage : public QObject {
   /// "Waffe LG, Datum 20.11."; empty without a filter.
   QString filterText() const;
 
+  /// Stores the row that is edited; false when it can't be. Doesn't try again where the act that asks for it
+  /// has just failed at it, by taking the keyboard away.
+  bool submit();
   void setUnlocked(bool unlocked) { grid_.setUnlocked(unlocked); }
   /// Reads all rows anew and stands on the row of that number, or on the last one. Failures are reported with
   /// `failure`.
@@ -68,6 +71,7 @@ class ResultsPage : public QObject {
   QLabel& count_;
   dao::Database* database_ = nullptr;
   QString failure_, fetchFailure_;  // what their reports say now
+  bool justFailed_ = false;         // until the next turn of the event loop
   std::unique_ptr<BoundRows> rows_;
   std::unique_ptr<GridBrowser> browser_;
 };

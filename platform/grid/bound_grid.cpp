@@ -47,6 +47,9 @@ class BoundGrid::CellDelegate : public TickDelegate {
 BoundGrid::BoundGrid(QWidget* parent) : QTableView(parent), header_(new FilterHeader(this)) {
   takeOverEditsBeforeActions();
   setHorizontalHeader(header_);
+  // A title orders the list. That it also selects its column would mark every row, and leave an edited one.
+  disconnect(header_, &QHeaderView::sectionPressed, this, nullptr);
+  disconnect(header_, &QHeaderView::sectionEntered, this, nullptr);
   setItemDelegate(new CellDelegate(this));
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

@@ -93,6 +93,14 @@ QString ResultsDesk::stored(const QString& table, int id) {
       .join("/");
 }
 
+QStringList ResultsDesk::everything() {
+  QStringList all;
+  for (const char* table : {"Schuss", "SchussSerien"})
+    all << bench.read(QString("Select * from ") + table + " order by ID",
+                      {"ID", "Ergebnis", "WTyp", "Datum", "DisziID", "Startnummer"});
+  return all;
+}
+
 QString ResultsDesk::ids(const QString& table, const QString& condition) {
   return bench.read("Select * from " + table + " where " + condition + " order by ID", {"ID"}).join(" ");
 }

@@ -52,6 +52,7 @@ class ResultsDesk {
 
   /// "Ergebnis|Waffe|Datum|DisziID" of a stored row; empty when it is gone.
   QString stored(const QString& table, int id);
+  QStringList everything();  ///< of both tables
   QString ids(const QString& table, const QString& condition = "ID > 0");
   /// The error box of the house.
   Expectation& expectError(const Error& error, const QString& text, BoxAnswer answer);

@@ -288,6 +288,7 @@ void TestFrmSchuetzeErg::anImpossibleDateIsRefused() {
   QCOMPARE(editor()->text(), "31.02.2026");
   editor()->setText("28.02.2026");
   QTest::keyClick(editor(), Qt::Key_Return);
+  QCoreApplication::processEvents();
   desk->select(0);
   QCOMPARE(desk->stored("Schuss", 2), "23,5|LG|28.02.2026|3");
   desk->boxes.expect("Der 20.11.2062 liegt in der Zukunft.\r\nTrotzdem übernehmen?", BoxAnswer::No);
@@ -344,6 +345,7 @@ void TestFrmSchuetzeErg::theRowStaysUntilItIsStored() {
   QCOMPARE(the<QLineEdit>(desk->window(), "filter_Waffe_1").text(), "");
   QVERIFY(desk->rows().isEdited());
   for (const char* name : {"cmdDelete", "cmdChangeDiszi", "cmdEdit", "cmdClearFilter", "cmdOK"}) {
+    QCoreApplication::processEvents();
     desk->expectError(Error(3167), text, BoxAnswer::Abort);
     the<QPushButton>(desk->window(), name).click();
     QVERIFY2(desk->boxes.done(), name);
@@ -404,6 +406,7 @@ void TestFrmSchuetzeErg::theDisciplineOpensItsChooser() {
       [this] { QTest::keyClick(&grid(), Qt::Key_X); },
       [this] {
         const QPoint cell = grid().visualRect(grid().currentIndex()).center();
+        QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, cell);
         QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, cell);
       }};
   for (const auto& act : acts) {

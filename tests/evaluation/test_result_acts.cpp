@@ -1,14 +1,9 @@
-// What the results editor does to a competition: deleting, moving and copying, printing; with other desks at
-// work, and a store that refuses.
+// What the results editor does to a competition: deleting, moving and copying; with other desks at work, and
+// a store that refuses.
 #include <QApplication>
 #include <QCheckBox>
-#include <QHeaderView>
-#include <QKeyEvent>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QMenu>
 #include <QRegularExpression>
-#include <QShortcut>
 #include <QTest>
 
 #include "evaluation/frmListDiszi.h"
@@ -22,8 +17,6 @@ using namespace qk::test;
 
 namespace {
 
-const QString kRight =
-    "Sie besitzen nicht das erforderliche Recht\r\num Ergebnisse zu löschen oder nachträglich zu ändern!";
 const QString kGone =
     "Dieses Ergebnis ist inzwischen gelöscht oder in einer anderen Disziplin. Die Liste wird neu gelesen.";
 const QString kDeleting = "Fehler beim Löschen des Ergebnisses!";
@@ -64,11 +57,6 @@ class TestResultActs : public QObject {
   void theListOfDisciplines();
   void aListThatCantBeRead();
 
-  void withoutTheRightNothingChanges();
-  void printing_data();
-  void printing();
-  void aPrintedGrid();
-  void aPrinterThatFails();
   void aCompetitionThatIsGone();
   void readingThatFails();
 
@@ -100,14 +88,6 @@ class TestResultActs : public QObject {
     QStringList rows = desk->bench.read("Select * from " + table + " order by ID", {"ID", "DisziID"});
     static const QRegularExpression assigned("^\\d{2,}");
     return rows.replaceInStrings(assigned, "new").join(" ");
-  }
-  /// All of both tables.
-  QStringList everything() {
-    QStringList all;
-    for (const char* table : {"Schuss", "SchussSerien"})
-      all << desk->bench.read(QString("Select * from ") + table + " order by ID",
-                              {"ID", "Ergebnis", "WTyp", "Datum", "DisziID", "Startnummer"});
-    return all;
   }
 
   std::unique_ptr<ResultsDesk> desk;
@@ -375,24 +355,24 @@ void TestResultActs::eachQuestionOfAChange() {
   QFETCH(bool, copy);
   QFETCH(bool, all);
   desk->open();
-  const QStringList before = everything();
+  const QStringList before = desk->everything();
   expectChoice("LP Teiler", copy, all);
   expectQuestion(changeQuestion({.bCopy = copy, .bChangeAll = all}), BoxAnswer::No);
   click(desk->window(), "cmdChangeDiszi");
   QVERIFY(desk->boxes.done());
-  QCOMPARE(everything(), before);
+  QCOMPARE(desk->everything(), before);
 }
 
 void TestResultActs::aCancelledChange() {
   desk->open();
-  const QStringList before = everything();
+  const QStringList before = desk->everything();
   desk->boxes.expectWindow("frmListDiszi", [](QWidget& chooser) { click(chooser, "cmdCancel"); });
   click(desk->window(), "cmdChangeDiszi");
   desk->boxes.expectWindow("frmListDiszi",
                            [](QWidget& chooser) { press(chooser, "lstDisziplinen", Qt::Key_Escape); });
   click(desk->window(), "cmdChangeDiszi");
   QVERIFY(desk->boxes.done());
-  QCOMPARE(everything(), before);
+  QCOMPARE(desk->everything(), before);
 }
 
 void TestResultActs::aRefusedChange_data() {
@@ -411,7 +391,7 @@ void TestResultActs::aRefusedChange() {
                                : "UPDATE Schuss SET DisziID = 4 WHERE ID = 2");
   });
   desk->open();
-  const QStringList before = everything();
+  const QStringList before = desk->everything();
   for (const BoxAnswer answer : {BoxAnswer::Abort, BoxAnswer::Ignore}) {
     desk->select(2);
     expectChoice("LP Teiler", copy, true);
@@ -420,7 +400,7 @@ void TestResultActs::aRefusedChange() {
     desk->expectError(error, kUpdating, answer);
     click(desk->window(), "cmdChangeDiszi");
     QVERIFY(desk->boxes.done());
-    QCOMPARE(everything(), before);
+    QCOMPARE(desk->everything(), before);
     QCOMPARE(grid().currentRow(), 2);
     QVERIFY(!desk->news().contains("3"));
   }
@@ -473,7 +453,7 @@ void TestResultActs::theListOfDisciplines() {
 
 void TestResultActs::aListThatCantBeRead() {
   desk->open();
-  const QStringList before = everything();
+  const QStringList before = desk->everything();
   frmListDiszi chooser(desk->bench.TestWorkplace::workplace(desk->messageBoxes), desk->bench.store());
   desk->bench.store().dropTable("Disziplin");
   const Error error =
@@ -485,175 +465,7 @@ void TestResultActs::aListThatCantBeRead() {
   QVERIFY(desk->boxes.done());
   click(chooser, "cmdOK");
   QCOMPARE(chooser.lId(), 0);
-  QCOMPARE(everything(), before);
-}
-
-/// Every control, every key and every short cut of the window.
-void TestResultActs::withoutTheRightNothingChanges() {
-  desk->global.bErgebnisseAendern = false;
-  desk->open();
-  const QStringList before = everything();
-  int asked = 0;
-  const auto nothingChanged = [&](const QString& what) {
-    QVERIFY2(everything() == before, qPrintable(what));
-    QVERIFY2(!desk->rows().isUnlocked() && !desk->rows().isEdited(), qPrintable(what));
-    QVERIFY2(!qobject_cast<QLineEdit*>(QApplication::focusWidget()) ||
-                 QApplication::focusWidget()->objectName().startsWith("filter_"),
-             qPrintable(what));
-    asked = int(desk->boxes.asked().size());
-  };
-  const auto at = [this](int column) {
-    desk->activate();
-    grid().setFocus();
-    grid().setCurrentIndex(desk->rows().index(0, column));
-  };
-  for (const int tab : {0, 1}) {
-    auto& tabs = the<QTabWidget>(desk->window(), "SSTab1");
-    tabs.setCurrentIndex(tab);
-    for (const char* name : {"cmdEdit", "cmdDelete", "cmdChangeDiszi"}) {
-      desk->boxes.expect(kRight);
-      click(desk->window(), name);
-      nothingChanged(name);
-    }
-    // Keys at every cell; Del is the button's.
-    for (int column = 0; column < 4; ++column) {
-      for (int key = Qt::Key_Escape + 1; key <= Qt::Key_F35; ++key) {
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) continue;  // OK
-        at(column);
-        if (key == Qt::Key_Delete) desk->boxes.expect(kRight);
-        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(&grid(), &press);
-      }
-      for (const Qt::Key key : {Qt::Key_F1, Qt::Key_F2, Qt::Key_F3, Qt::Key_F4, Qt::Key_F5, Qt::Key_F6,
-                                Qt::Key_F7, Qt::Key_F8, Qt::Key_F9, Qt::Key_F11, Qt::Key_F12}) {
-        at(column);
-        QTest::keyClick(&grid(), key);
-      }
-      for (const char letter : {'a', '5', 'x', ' ', '+', '-', ','}) {
-        at(column);
-        QTest::keyClick(&grid(), letter);
-      }
-      for (const Qt::KeyboardModifiers with :
-           {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::ShiftModifier})
-        for (int key = Qt::Key_A; key <= Qt::Key_Z; ++key) {
-          if (key == Qt::Key_P || key == Qt::Key_W) continue;  // prints, closes
-          at(column);
-          QTest::keyClick(&grid(), Qt::Key(key), with);
-        }
-      const QPoint cell = grid().visualRect(desk->rows().index(0, column)).center();
-      QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, cell);
-      QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, cell);
-      QTest::mouseClick(grid().viewport(), Qt::RightButton, {}, cell);
-      QCoreApplication::processEvents();
-      nothingChanged(QString("cell %1 of tab %2").arg(column).arg(tab));
-    }
-    // Mnemonics of every control, as an operator hits them.
-    for (int key = Qt::Key_A; key <= Qt::Key_Z; ++key) {
-      if (QString("BLW").contains(QChar(key)))
-        desk->boxes.expect(kRight);
-      else if (QString("ODMTSN").contains(QChar(key)))
-        continue;  // OK, menus, tabs, a button that isn't shown
-      at(0);
-      QTest::keyClick(&grid(), Qt::Key(key), Qt::AltModifier);
-      QCoreApplication::processEvents();
-      nothingChanged(QString("Alt+") + QChar(key));
-    }
-    for (const char* name : {"mnuEditSelAlle", "mnuEditSelNone"}) {
-      trigger(desk->window(), name);
-      nothingChanged(name);
-    }
-    for (const char* name : {"Ergebnis", "Waffe", "Disziplin", "Datum"}) {
-      const QString cell = QString("filter_%1_%2").arg(name).arg(tab + 1);
-      type(desk->window(), cell, "9");
-      press(desk->window(), cell, Qt::Key_Delete);
-      click(desk->window(), "cmdClearFilter");
-      nothingChanged(cell);
-    }
-  }
-  QVERIFY(asked > 10);
-  QVERIFY(desk->boxes.done());
-  // The table knows every control that acts.
-  QStringList buttons;
-  for (const auto* each : desk->window().findChildren<QPushButton*>()) buttons << each->objectName();
-  buttons.sort();
-  QCOMPARE(buttons,
-           (QStringList{"cmdChangeDiszi", "cmdClearFilter", "cmdDelete", "cmdEdit", "cmdOK", "cmdStop"}));
-  QStringList entries;
-  for (const QAction* each : desk->window().findChildren<QAction*>())
-    if (each->objectName().startsWith("mnu")) entries << each->objectName();
-  entries.sort();
-  QCOMPARE(entries, (QStringList{"mnuDateiClose", "mnuDateiPrint", "mnuDateiPrintEdit",
-                                 "mnuDateiPrintPreview", "mnuEditSelAlle", "mnuEditSelNone"}));
-  QCOMPARE(desk->window().findChildren<QShortcut*>().size(), 1);  // F1
-}
-
-void TestResultActs::printing_data() {
-  QTest::addColumn<int>("tab");
-  QTest::addColumn<QString>("title");
-  QTest::newRow("Teiler") << 0 << "Teiler";
-  QTest::newRow("Serien") << 1 << "Serien";
-}
-
-void TestResultActs::printing() {
-  QFETCH(int, tab);
-  QFETCH(QString, title);
-  desk->open();
-  the<QTabWidget>(desk->window(), "SSTab1").setCurrentIndex(tab);
-  trigger(desk->window(), "mnuDateiPrint");
-  QCOMPARE(desk->current.names, QStringList(title));
-  QCOMPARE(desk->current.sheets.size(), 1);
-  QCOMPARE(desk->news(), "Gedruckt.");
-  const QString keys = "Tarvex-40";
-  desk->bench.settings.setValue(keys, "Daten", "AnzeigeScreen", "0");
-  desk->bench.settings.setValue(keys, "Anzeige", "Main_Width", "9000");
-  desk->bench.settings.setValue(keys, "Anzeige", "Main_Height", "7500");
-  desk->boxes.expectWindow("ReportPreview", [&](QWidget& preview) {
-    QCOMPARE(preview.windowTitle(), title);
-    QCOMPARE(preview.size(), QSize(9000, 7500) * preview.logicalDpiX() / 1440);
-    QTRY_VERIFY(!the<QLabel>(preview, "lblSeiten").text().contains("…"));
-    QCOMPARE(the<QLabel>(preview, "lblStand").text(), tab == 0 ? "5 Zeilen" : "3 Zeilen");
-    press(preview, "viwSeiten", Qt::Key_Escape);
-  });
-  trigger(desk->window(), "mnuDateiPrintPreview");
-  QVERIFY(desk->boxes.done());
-  QCOMPARE(desk->current.sheets.size(), 1);
-  desk->boxes.expectPrinterSetup(std::nullopt);
-  trigger(desk->window(), "mnuDateiPrintEdit");
-}
-
-void TestResultActs::aPrintedGrid() {
-  desk->open();
-  const auto printed = [this] {
-    desk->current.sheets.clear();
-    desk->window().Print_Teiler(1);
-    return desk->current.sheets.value(0);
-  };
-  const QImage first = printed();
-  QCOMPARE(printed(), first);
-  desk->clickTitle(result::Datum);
-  const QImage ordered = printed();
-  QVERIFY(ordered != first);
-  grid().setColumnWidth(result::Waffe, 300);
-  const QImage wider = printed();
-  QVERIFY(wider != ordered);
-  type(desk->window(), "filter_Waffe_1", "LP");
-  QVERIFY(printed() != wider);
-  desk->showSerien();
-  desk->window().Print_Serien(1);
-  QCOMPARE(desk->current.names.last(), "Serien");
-}
-
-void TestResultActs::aPrinterThatFails() {
-  desk->open();
-  desk->current.error = 482;
-  desk->expectError(Error(482), "Fehler bei Print_Teiler_err!", BoxAnswer::Retry);
-  desk->expectError(Error(482), "Fehler bei Print_Teiler_err!", BoxAnswer::Abort);
-  trigger(desk->window(), "mnuDateiPrint");
-  desk->showSerien();
-  desk->expectError(Error(482), "Fehler bei Print_Serien_err!", BoxAnswer::Ignore);
-  trigger(desk->window(), "mnuDateiPrint");
-  QVERIFY(desk->boxes.done());
-  QCOMPARE(desk->news(), "");
+  QCOMPARE(desk->everything(), before);
 }
 
 void TestResultActs::aCompetitionThatIsGone() {

@@ -13,18 +13,18 @@
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
 #include "platform/runtime/error.h"
+#include "tests/platform/grid/bound_grid_bench.h"
 #include "tests/support/drive.h"
-#include "tests/support/test_store.h"
 
 using namespace qk;
 using namespace qk::test;
 
-class TestBoundGrid : public QObject {
+class TestBoundGrid : public BoundGridBench {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init();
-  void cleanup();
+  void init() { open(); }
+  void cleanup() { close(); }
 
   void cellsAreGermanText();
   void columnsOfTheOwner();
@@ -51,96 +51,15 @@ class TestBoundGrid : public QObject {
   void withoutMarksTheCurrentRowIsDeleted();
   void theFirstRowsAreDeletedInPortions();
   void deletingEndsWhenTheOperatorGivesUp();
-  void filterCellsSpeak();
-  void filterCellsStandUnderTheirTitles();
-  void columnsHoldTheirTitles();
-  void titlesSpeak();
-  void titlesAreClickedByKeyboard();
+  void aCheckRefusesWhatWasTyped();
+  void lockedCellsSaySo();
+  void oneSelectedRowIsChosen();
+  void rowsThatLeftTheQueryArentDeleted();
+  void aRowIsReadAnew();
+  void readingsReportByThemselves();
   void bookmarksOutliveTheOrder();
   void theModelKeepsItsPromises();
-
- private:
-  QString cell(int row, int column) { return rows->index(row, column).data().toString(); }
-  QString stored(const QString& field) {
-    const auto recordset = database->openRecordset("Select * from Artikel order by ID");
-    QStringList values;
-    for (; !recordset->eof(); recordset->moveNext()) values.append(recordset->value(field).toString());
-    return values.join(",");
-  }
-  void typeAt(int row, int column, const QString& text) {
-    grid->setCurrentIndex(rows->index(row, column));
-    grid->edit(rows->index(row, column));
-    auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-    QVERIFY(editor);
-    editor->selectAll();
-    if (text.isEmpty())
-      QTest::keyClick(editor, Qt::Key_Delete);
-    else
-      typeInto(*editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-    QCoreApplication::processEvents();  // the editor hands its text over from there
-  }
-
-  std::unique_ptr<QTemporaryDir> folder;
-  std::unique_ptr<dao::Database> database;
-  std::unique_ptr<QWidget> window;
-  BoundGrid* grid = nullptr;
-  BoundRows* rows = nullptr;
-  QLineEdit* elsewhere = nullptr;
-  QList<int> reports;
-  QString lastDescription;
-  ErrorAnswer answer = ErrorAnswer::Abort;
 };
-
-void TestBoundGrid::init() {
-  folder = std::make_unique<QTemporaryDir>();
-  prepareStore(folder->filePath("lager"));
-  database = dao::Database::create(folder->filePath("lager"), {.durable = false});
-  dao::FieldDef id{.name = "ID", .type = dao::FieldType::Long, .autoNumber = true};
-  database->createTable({"Artikel",
-                         {id,
-                          {.name = "Name", .type = dao::FieldType::Text, .size = 20},
-                          {.name = "Menge", .type = dao::FieldType::Long},
-                          {.name = "Preis", .type = dao::FieldType::Double},
-                          {.name = "Fertig", .type = dao::FieldType::Boolean},
-                          {.name = "Am", .type = dao::FieldType::Date}},
-                         {{"PrimaryKey", {"ID"}, true, true, true}}});
-  const auto recordset = database->openRecordset("Artikel");
-  for (int i = 1; i <= 6; ++i) {
-    recordset->addNew();
-    recordset->setValue("Name", QString("Nr %1").arg(i));
-    recordset->setValue("Menge", 10 - i);
-    recordset->setValue("Preis", i + 0.5);
-    recordset->setValue("Am", QDateTime(QDate(2026, 11, 20), QTime(0, 0)));
-    recordset->update();
-  }
-  reports.clear();
-  answer = ErrorAnswer::Abort;
-  window = std::make_unique<QWidget>();
-  grid = new BoundGrid(window.get());
-  elsewhere = new QLineEdit(window.get());
-  auto* layout = new QVBoxLayout(window.get());
-  layout->addWidget(grid);
-  layout->addWidget(elsewhere);
-  rows = new BoundRows(
-      [this](const Error& error) {
-        reports.append(error.number());
-        lastDescription = error.description();
-        return answer;
-      },
-      window.get());
-  grid->setRows(rows);
-  rows->open(*database, "Select * from Artikel order by ID");
-  QVERIFY(rows->waitForAll());
-  window->resize(700, 400);
-  window->show();
-  QVERIFY(QTest::qWaitForWindowActive(window.get()));
-}
-
-void TestBoundGrid::cleanup() {
-  window.reset();
-  database.reset();
-}
 
 void TestBoundGrid::cellsAreGermanText() {
   QCOMPARE(rows->rowCount(), 6);
@@ -448,99 +367,115 @@ void TestBoundGrid::deletingEndsWhenTheOperatorGivesUp() {
   QCOMPARE(rows->count(), 6);
 }
 
-void TestBoundGrid::filterCellsSpeak() {
-  QSignalSpy changed(grid, &BoundGrid::filterChanged);
-  grid->setFilterRow(true);
-  auto& name = the<QLineEdit>(*grid, "filter_Name");
-  QVERIFY(name.isVisible());
-  type(*grid, "filter_Name", "Nr");
-  QCOMPARE(grid->filterTexts(), (QStringList{"", "Nr", "", "", "", ""}));
-  QVERIFY(changed.count() > 0);
-  rows->open(*database, "Select * from Artikel where Name like 'Nr*'");
-  QVERIFY(name.hasFocus());
-  QTest::keyClick(&name, Qt::Key_Down);
-  QVERIFY(grid->hasFocus());
-  QCOMPARE(grid->currentRow(), 0);
-  changed.clear();
-  grid->clearFilterTexts();
-  QCOMPARE(name.text(), "");
-  QCOMPARE(changed.count(), 0);
-  grid->setColumnWidth(0, 2000);
-  QCoreApplication::processEvents();
-  the<QLineEdit>(*grid, "filter_Am").setFocus();
-  QVERIFY(grid->horizontalScrollBar()->value() > 0);  // the cell that is typed in is in sight
+void TestBoundGrid::aCheckRefusesWhatWasTyped() {
+  QStringList asked;
+  rows->setCheck([&](int row, const QString& field, const QVariant& value) {
+    asked << QString("%1 %2 %3").arg(row).arg(field, value.toString());
+    return value.toInt() < 100;
+  });
+  grid->setUnlocked(true);
+  typeAt(1, 2, "100");
+  const auto editor = [] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); };
+  QTRY_VERIFY(editor());
+  QCOMPARE(editor()->text(), "100");
+  QVERIFY(!rows->isEdited());
+  editor()->setText("99");
+  QVERIFY(grid->submitRow());
+  QCOMPARE(stored("Menge"), "9,99,7,6,5,4");
+  // What the program itself stores isn't asked about.
+  QVERIFY(rows->setValue(0, "Menge", 1000));
+  QVERIFY(rows->submitRow());
+  QCOMPARE(asked, (QStringList{"1 Menge 100", "1 Menge 99"}));
 }
 
-void TestBoundGrid::filterCellsStandUnderTheirTitles() {
-  grid->setFilterRow(true);
-  QHeaderView* header = grid->horizontalHeader();
-  const auto stand = [&] {
+void TestBoundGrid::lockedCellsSaySo() {
+  rows->setColumns({{.field = "Name"}, {.field = "Menge", .locked = true}});
+  QSignalSpy wanted(grid, &BoundGrid::lockedEdited);
+  const auto wish = [&](int column) {
+    grid->setFocus();
+    grid->setCurrentIndex(rows->index(2, column));
+    QTest::keyClick(grid, Qt::Key_F2);
+    QTest::keyClick(grid, Qt::Key_X);
+    const QPoint cell = grid->visualRect(grid->currentIndex()).center();
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell);
+    grid->editCurrent();
     QCoreApplication::processEvents();
-    for (const auto& [column, name] : {std::pair{0, "ID"}, {1, "Name"}, {2, "Menge"}, {3, "Preis"}}) {
-      auto& cell = the<QLineEdit>(*grid, QString("filter_") + name);
-      QCOMPARE(cell.accessibleName(), QString("Filter ") + name);
-      QCOMPARE(cell.isVisible(), !header->isSectionHidden(column));
-      if (!cell.isVisible()) continue;
-      QCOMPARE(cell.x(), header->sectionViewportPosition(column));
-      QCOMPARE(cell.width(), header->sectionSize(column));
-    }
   };
-  stand();
-  grid->setColumnWidth(1, 177);
-  stand();
-  header->moveSection(0, 2);
-  stand();
-  grid->setColumnHidden(2, true);
-  stand();
+  wish(1);
+  QCOMPARE(wanted.count(), 0);
+  grid->setUnlocked(true);
+  wish(1);
+  QCOMPARE(wanted.count(), 4);
+  QCOMPARE(wanted.first().first().toInt(), 1);
+  QTest::keyClick(grid, Qt::Key_Space);
+  QTest::keyClick(grid, Qt::Key_Down);
+  QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
+  QCoreApplication::processEvents();
+  QCOMPARE(wanted.count(), 4);
+  grid->setCurrentIndex(rows->index(2, 0));
+  grid->editCurrent();
+  QVERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+  QCoreApplication::processEvents();
+  QCOMPARE(wanted.count(), 4);
 }
 
-void TestBoundGrid::columnsHoldTheirTitles() {
-  const auto width = [this](int column, int characters) {
-    const int title = grid->horizontalHeader()->sectionSizeHint(column);
-    return std::max((characters + 2) * grid->fontMetrics().averageCharWidth(), title);
+void TestBoundGrid::oneSelectedRowIsChosen() {
+  grid->setCurrentRow(2);
+  QCOMPARE(grid->chosenRows(), QList<QByteArray>{rows->bookmark(2)});
+  const auto click = [this](int row) {
+    const QPoint cell = grid->visualRect(rows->index(row, 0)).center();
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, Qt::ControlModifier, cell);
   };
-  QCOMPARE(grid->columnWidth(1), width(1, 12));
-  QCOMPARE(grid->columnWidth(2), width(2, 8));
-  QVERIFY(width(1, 12) > width(2, 8));
-  const int height = grid->rowHeight(0);
-  QFont large = grid->font();
-  large.setPointSizeF(2 * large.pointSizeF());
-  grid->setFont(large);
-  QCOMPARE(grid->columnWidth(1), width(1, 12));
-  QVERIFY(grid->rowHeight(0) > height);
-  rows->setColumns({{.field = "Menge", .title = "Wie viele davon noch da sind", .characters = 3}});
-  const int title = grid->fontMetrics().horizontalAdvance("Wie viele davon noch da sind");
-  QVERIFY(grid->columnWidth(0) >= title);
+  click(4);
+  QCOMPARE(grid->chosenRows(), (QList<QByteArray>{rows->bookmark(2), rows->bookmark(4)}));
+  click(2);  // takes its mark away; it is the current row now
+  QCOMPARE(grid->currentRow(), 2);
+  QCOMPARE(grid->chosenRows(), QList<QByteArray>{rows->bookmark(4)});
+  QVERIFY(grid->removeMarked());
+  QCOMPARE(stored("ID"), "1,2,3,4,6");
 }
 
-void TestBoundGrid::titlesSpeak() {
-  QSignalSpy clicked(grid, &BoundGrid::titleClicked);
-  QHeaderView* header = grid->horizontalHeader();
-  QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
-                    QPoint(header->sectionViewportPosition(2) + 5, 5));
-  QCOMPARE(clicked.count(), 1);
-  QCOMPARE(clicked[0][0].toInt(), 2);
-  grid->showOrder(2, Qt::DescendingOrder);
-  QVERIFY(header->isSortIndicatorShown());
-  QCOMPARE(header->sortIndicatorSection(), 2);
+void TestBoundGrid::rowsThatLeftTheQueryArentDeleted() {
+  dao::FieldDef key{.name = "Nr", .type = dao::FieldType::Long};
+  database->createTable({"Lager", {key}, {{"PrimaryKey", {"Nr"}, true, true, true}}});
+  for (const char* number : {"9", "8", "7"})
+    database->execute(QString("INSERT INTO Lager (Nr) VALUES (%1)").arg(number));
+  rows->open(*database,
+             "SELECT Artikel.*, Lager.Nr FROM Artikel INNER JOIN Lager ON Artikel.Menge = Lager.Nr ORDER BY "
+             "Artikel.ID");
+  QVERIFY(rows->waitForAll());
+  QCOMPARE(rows->count(), 3);
+  database->execute("UPDATE Artikel SET Menge = 7 WHERE ID = 2");
+  int removed = 0;
+  QVERIFY(rows->removeBookmarked({rows->bookmark(0), rows->bookmark(1), rows->bookmark(2)}, &removed));
+  QCOMPARE(removed, 2);
+  QCOMPARE(rows->count(), 0);
+  QCOMPARE(stored("ID"), "2,4,5,6");
 }
 
-void TestBoundGrid::titlesAreClickedByKeyboard() {
-  QSignalSpy clicked(grid, &BoundGrid::titleClicked);
-  grid->setFocus();
-  grid->setCurrentIndex({});
-  QTest::keyClick(grid, Qt::Key_Return, Qt::ControlModifier);
-  QCOMPARE(clicked.count(), 0);  // no column is current
-  grid->setCurrentIndex(rows->index(1, 3));
-  QTest::keyClick(grid, Qt::Key_Return, Qt::ControlModifier);
-  QTest::keyClick(grid, Qt::Key_Return);
-  QCOMPARE(clicked.count(), 1);
-  QCOMPARE(clicked[0][0].toInt(), 3);
-  grid->setFilterRow(true);
-  QTest::keyClick(&the<QLineEdit>(*grid, "filter_Name"), Qt::Key_Enter, Qt::ControlModifier);
-  QTest::keyClick(&the<QLineEdit>(*grid, "filter_Name"), Qt::Key_Enter);
-  QCOMPARE(clicked.count(), 2);
-  QCOMPARE(clicked[1][0].toInt(), 1);
+void TestBoundGrid::aRowIsReadAnew() {
+  QCOMPARE(cell(1, 1), "Nr 2");
+  database->execute("UPDATE Artikel SET Name = 'Anders' WHERE ID = 2");
+  QCOMPARE(cell(1, 1), "Nr 2");
+  QVERIFY(rows->reread(1));
+  QCOMPARE(cell(1, 1), "Anders");
+  database->execute("DELETE * FROM Artikel WHERE ID = 2");
+  QVERIFY(!rows->reread(1));
+  QCOMPARE(cell(1, 1), "#Gelöscht");
+}
+
+void TestBoundGrid::readingsReportByThemselves() {
+  int failures = 0;
+  rows->setFetchReport([&](const Error&) {
+    ++failures;
+    return ErrorAnswer::Abort;
+  });
+  database->dropTable("Artikel");
+  rows->refresh();
+  QTRY_COMPARE(failures, 1);
+  QVERIFY(rows->isBroken());
+  QCOMPARE(reports, QList<int>());
 }
 
 void TestBoundGrid::bookmarksOutliveTheOrder() {
