@@ -375,7 +375,7 @@ void frmLindorm::mnuHilfe_Click() {
 }
 
 void frmLindorm::showHandbook(QWidget& beside, const QString& page) {
-  auto* help = beside.findChild<frmHilfe*>();
+  auto* help = beside.findChild<frmHilfe*>({}, Qt::FindDirectChildrenOnly);
   if (!help) help = new frmHilfe(workplace_, Programmverzeichnis() + "handbuch", &beside);
   if (!page.isEmpty()) help->open(page);
   help->show();
