@@ -4,6 +4,7 @@
 #include <QLayout>
 #include <QScreen>
 #include <QShortcut>
+#include <QTabBar>
 
 #include "app/ground/printing.h"
 #include "app/ground/temp_module.h"
@@ -124,6 +125,7 @@ void frmSchuetzeErg::tabChanged(int tab) {
   if (!left.submit()) return ui_->SSTab1->setCurrentIndex(tab_);
   tab_ = tab;
   showMarks();
+  if (!ui_->SSTab1->tabBar()->hasFocus()) activePage().grid().setFocus();
 }
 
 /// Enter edits an unlocked cell; elsewhere it presses the preset button. Del deletes, as the button does.

@@ -1,5 +1,6 @@
 #include "evaluation/results_page.h"
 
+#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QTimer>
 
@@ -61,6 +62,7 @@ ResultsPage::ResultsPage(const Workplace& workplace, ResultKind kind, BoundGrid&
       [this](int row, const QString& field, const QVariant& value) { return mayHold(row, field, value); });
   grid_.setRows(rows_.get());
   grid_.setFilterRow(true, nameEnd);
+  grid_.horizontalHeader()->setSectionResizeMode(result::Disziplin, QHeaderView::Stretch);
   setEmptyText(&grid_, "Keine " + resultTitle(kind_));
   browser_ =
       std::make_unique<GridBrowser>(grid_, resultQuery(kind_, {}), [this](GridBrowser::Act) { show(); });

@@ -1,4 +1,5 @@
 // The way from the main window to the results editor.
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -79,7 +80,7 @@ void TestResultsOpening::helpOpensItsPage() {
   office.chooseShooter(1, "107");
   office.boxes.expectWindow("frmSchuetzeErg", [&](QWidget& editor) {
     editor.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&editor));
+    QTRY_COMPARE(QApplication::activeWindow(), &editor);
     QTest::keyClick(&the<BoundGrid>(editor, "TDBGrid1"), Qt::Key_F1);
     auto& help = the<QWidget>(editor, "frmHilfe");
     QVERIFY(help.isVisible());

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "evaluation/result_table.h"
@@ -47,6 +48,7 @@ class TestFrmSchuetzeErg : public QObject {
   void aTabWithAnUnstoredRowStays();
   void theDisciplineOpensItsChooser();
   void enterInAFilterClosesNothing();
+  void keysOfTheWindow();
   void manners();
 
  private:
@@ -425,6 +427,26 @@ void TestFrmSchuetzeErg::enterInAFilterClosesNothing() {
   press(desk->window(), "filter_Waffe_1", Qt::Key_Return);
   QVERIFY(desk->window().isVisible());
   QVERIFY(grid().hasFocus());
+}
+
+void TestFrmSchuetzeErg::keysOfTheWindow() {
+  desk->open();
+  QSignalSpy help(&desk->window(), &frmSchuetzeErg::helpWanted);
+  QTest::keyClick(&grid(), Qt::Key_F1);
+  QCOMPARE(help.count(), 1);
+  QTest::keyClick(&grid(), Qt::Key_A, Qt::ControlModifier);
+  QCOMPARE(grid().markedRows().size(), 5);
+  QTest::keyClick(&grid(), Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+  QCOMPARE(grid().markedRows().size(), 0);
+  // The other tab, and the keyboard in its rows.
+  QTest::keyClick(&grid(), Qt::Key_Tab, Qt::ControlModifier);
+  QCOMPARE(the<QTabWidget>(desk->window(), "SSTab1").currentIndex(), 1);
+  QVERIFY(grid().hasFocus());
+  QCOMPARE(grid().objectName(), "TDBGrid2");
+  QTest::keyClick(&grid(), Qt::Key_P, Qt::ControlModifier);
+  QCOMPARE(desk->current.names, QStringList("Serien"));
+  QTest::keyClick(&grid(), Qt::Key_W, Qt::ControlModifier);
+  QVERIFY(!desk->window().isVisible());
 }
 
 void TestFrmSchuetzeErg::manners() {
