@@ -96,7 +96,9 @@ QString changeStatement(const DisciplineChange& change, const QStringList& colum
   const QString to = QString::number(change.to), from = QString::number(change.from);
   const QString number = dao::sql::quoted(change.sStartnummer);
   if (!change.bCopy)
-    return "UPDATE " + table + " SET DisziId = " + to +
+    return (change.kind == ResultKind::Teiler ? "UPDATE Schuss SET DisziId = "
+                                              : "UPDATE SchussSerien SET DisziId = ") +
+           to +
            (change.bChangeAll ? " WHERE DisziId =" + from + " AND Startnummer =" + number
                               : " WHERE ID in (" + listOf(change.results) + ")");
   const QString list = columns.join(", ");
@@ -107,7 +109,8 @@ QString changeStatement(const DisciplineChange& change, const QStringList& colum
 }
 
 QStringList keptColumns(dao::Database& database, ResultKind kind) {
-  const auto rows = database.openRecordset("Select top 1 * from " + tableOf(kind));
+  const auto rows = database.openRecordset(kind == ResultKind::Teiler ? "Select top 1 * from Schuss"
+                                                                      : "Select top 1 * from SchussSerien");
   QStringList columns;
   for (int i = 0; i < rows->fieldCount(); ++i) {
     const QString name = rows->fieldDef(i).name, capitals = name.toUpper();
