@@ -19,10 +19,10 @@ class FilteredQuery {
     IsText
   };
   struct Shape {
-    QString base;                 ///< up to the filter
-    QString joint;                ///< what joins the filter to the base: " WHERE " or " AND "
+    QString base;                      ///< up to the filter
+    QString joint;                     ///< what joins the filter to the base: " WHERE " or " AND "
     std::vector<Column> columns = {};  ///< in the order of the grid
-    QString firstOrder = {};      ///< until a title is clicked
+    QString firstOrder = {};           ///< until a title is clicked
     Quote quote = Quote::IsText;
   };
 
