@@ -7,7 +7,7 @@
 namespace qk {
 
 /// The results judged by the competition's profiles: "kurzauswertung.rpt". False when nothing was shown or
-/// printed: no number, no profiles, aborted, or the report failed. Failures are reported.
+/// printed: no number, no profiles, aborted or given up, or the report failed. Failures are reported.
 bool druckeProfilauswertung(const Auswertungsplatz& platz, const QString& Startnummer,
                             ReportOrder::Ziel ziel);
 

@@ -51,7 +51,9 @@ bool zeigeBericht(Steps& step, const Auswertungsplatz& platz, Druckdatei& druck,
   order.dataFile = druck.path();
   order.titel = "Kurzauswertung";
   order.ziel = ziel;
-  return step([&] { platz.reports.run(order); });
+  bool bGezeigt = false;
+  step([&] { bGezeigt = platz.reports.run(order); });
+  return bGezeigt;
 }
 
 }  // namespace qk

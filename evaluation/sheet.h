@@ -38,7 +38,8 @@ void schreibeZeilen(Steps& step, const Auswertungsplatz& platz, const Druckdatei
                     const QString& Startnummer, const std::vector<ErgebnisZeile>& zeilen,
                     const SchuetzenSpalten& schuetze);
 
-/// Closes the file and runs the report on it: shown or printed when this returns. False when it failed.
+/// Closes the file and runs the report on it: shown or printed when this returns. False when it failed, or
+/// the operator gave the printing up.
 bool zeigeBericht(Steps& step, const Auswertungsplatz& platz, Druckdatei& druck, const QString& sBericht,
                   ReportOrder::Ziel ziel);
 

@@ -18,7 +18,7 @@ namespace {
 /// Lays the delivered report out.
 class PrintedSheet : public ReportDoor {
  public:
-  void run(const ReportOrder& order) override {
+  bool run(const ReportOrder& order) override {
     Files files;
     report::Input input;
     input.dataFile = order.dataFile;
@@ -34,9 +34,10 @@ class PrintedSheet : public ReportDoor {
         rightEdge = std::max(rightEdge, text.place.right() / report::kUnitsPerMillimetre);
     }
     const QString folder = qEnvironmentVariable("QK_BLAETTER");
-    if (folder.isEmpty()) return;
+    if (folder.isEmpty()) return true;
     QFile pdf(QString("%1/%2-%3.pdf").arg(folder, QTest::currentTestFunction(), QTest::currentDataTag()));
     if (!pdf.open(QIODevice::WriteOnly) || !document.writePdf(pdf, order.titel)) failTest("no PDF");
+    return true;
   }
 
   QStringList lines() const {

@@ -89,10 +89,8 @@ class TestQuickEvaluation : public QObject {
   void anUndeletableResult();
   void theReportFails_data();
   void theReportFails();
+  void thePrintingIsGivenUp();
   void theTemplateIsMissing();
-  void theTemplateIsDamaged();
-  void theTemplateIsOfAnotherKind();
-  void theTemporaryFolderIsMissing();
   void theDiskIsFull();
   void theServerDropsTheConnection();
 
@@ -529,6 +527,14 @@ void TestQuickEvaluation::theReportFails() {
   QCOMPARE(reports->orders.size(), 4U);
 }
 
+void TestQuickEvaluation::thePrintingIsGivenUp() {
+  takeAll();
+  reports->goesOn = false;
+  QVERIFY(!profiles("107", Ziel::Drucker));
+  QVERIFY(!list("107", Ziel::Drucker));
+  QCOMPARE(reports->orders.size(), 2U);
+}
+
 void TestQuickEvaluation::theTemplateIsMissing() {
   QFile::rename(day->printTemplate(), day->place.path("weg"));
   expectFailure(ofTemplate(53), kProfileText, BoxAnswer::Abort);
@@ -539,32 +545,6 @@ void TestQuickEvaluation::theTemplateIsMissing() {
     QFile::rename(day->place.path("weg"), day->printTemplate());
   });
   QVERIFY(list());
-}
-
-/// Half of it: the start of a database, and nothing behind it.
-void TestQuickEvaluation::theTemplateIsDamaged() {
-  QFile file(day->printTemplate());
-  QVERIFY(file.resize(600));
-  const QString failure = failureOf([&] { dao::Database::open(day->printTemplate()); });
-  expectFailure(ofTemplate(failure), kProfileText, BoxAnswer::Abort);
-  QVERIFY(!profiles());
-  expectFailure(ofTemplate(failure), kListText, BoxAnswer::Abort);
-  QVERIFY(!list());
-}
-
-void TestQuickEvaluation::theTemplateIsOfAnotherKind() {
-  day->place.files.write(day->printTemplate(), "kein Datenbankinhalt, ein Text");
-  const QString failure = failureOf([&] { dao::Database::open(day->printTemplate()); });
-  expectFailure(ofTemplate(failure), kProfileText, BoxAnswer::Abort);
-  QVERIFY(!profiles());
-}
-
-void TestQuickEvaluation::theTemporaryFolderIsMissing() {
-  QVERIFY(QDir(day->place.path("temp")).removeRecursively());
-  expectFailure(ofTemplate(76), kProfileText, BoxAnswer::Abort);
-  QVERIFY(!profiles());
-  expectFailure(ofTemplate(76), kListText, BoxAnswer::Abort);
-  QVERIFY(!list());
 }
 
 void TestQuickEvaluation::theDiskIsFull() {

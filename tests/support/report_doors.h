@@ -26,12 +26,13 @@ class NotedReports : public ReportDoor {
     orders.push_back(order);
     if (meanwhile) meanwhile(order);
     if (error != 0) throw Error(error);
-    return true;
+    return goesOn;
   }
 
   std::vector<ReportOrder> orders;
   std::function<void(const ReportOrder&)> meanwhile;  ///< while it runs
   int error = 0;                                      ///< what it fails with
+  bool goesOn = true;                                 ///< false: the operator gives the printing up
 };
 
 }  // namespace qk::test
