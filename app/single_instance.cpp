@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QLocalServer>
 #include <QLocalSocket>
 
 namespace qk {
@@ -24,9 +25,13 @@ QString serverName(const QString& lockFile) {
 }  // namespace
 
 SingleInstance::SingleInstance(const QString& settingsFile, const QString& kind)
-    : name_(serverName(lockFile(settingsFile, kind))), lock_(lockFile(settingsFile, kind)) {
+    : name_(serverName(lockFile(settingsFile, kind))),
+      lock_(lockFile(settingsFile, kind)),
+      server_(std::make_unique<QLocalServer>()) {
   lock_.setStaleLockTime(0);
 }
+
+SingleInstance::~SingleInstance() = default;
 
 bool SingleInstance::begin() {
   if (!lock_.tryLock() && lock_.error() == QLockFile::LockFailedError) {
@@ -34,9 +39,9 @@ bool SingleInstance::begin() {
     return false;
   }
   QLocalServer::removeServer(name_);  // what a crash left
-  server_.listen(name_);
-  connect(&server_, &QLocalServer::newConnection, this, [this] {
-    if (QLocalSocket* socket = server_.nextPendingConnection()) {
+  server_->listen(name_);
+  connect(server_.get(), &QLocalServer::newConnection, this, [this] {
+    if (QLocalSocket* socket = server_->nextPendingConnection()) {
       connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
       socket->disconnectFromServer();
     }

@@ -5,9 +5,11 @@
 // running window come to the front.
 #pragma once
 
-#include <QLocalServer>
 #include <QLockFile>
 #include <QObject>
+#include <memory>
+
+class QLocalServer;
 
 namespace qk {
 
@@ -17,6 +19,7 @@ class SingleInstance : public QObject {
  public:
   /// `kind`: what there may be one of.
   SingleInstance(const QString& settingsFile, const QString& kind);
+  ~SingleInstance() override;
 
   /// True when this process is the one. Otherwise the running one was asked to come to the front.
   bool begin();
@@ -29,7 +32,7 @@ class SingleInstance : public QObject {
 
   QString name_;
   QLockFile lock_;
-  QLocalServer server_;
+  std::unique_ptr<QLocalServer> server_;
 };
 
 }  // namespace qk
