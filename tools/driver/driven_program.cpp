@@ -159,4 +159,8 @@ void DrivenProgram::waitUntil(const QString& what, const std::function<bool()>& 
   }
 }
 
+QString cellText(const QJsonArray& rows, qsizetype row, int column) {
+  return rows[row].toArray()[column].toObject()["text"].toString();
+}
+
 }  // namespace qk

@@ -67,4 +67,7 @@ class DrivenProgram {
   QLocalSocket* socket_ = nullptr;
 };
 
+/// The text of a cell of DrivenProgram::items.
+QString cellText(const QJsonArray& rows, qsizetype row, int column);
+
 }  // namespace qk

@@ -1,12 +1,11 @@
 #include "tools/rundgang/cash_reckoning.h"
 
-#include <QProcess>
 #include <QRegularExpression>
 #include <algorithm>
 
 #include "platform/dao/database.h"
 #include "platform/runtime/money.h"
-#include "tools/driver/driven_program.h"
+#include "tools/rundgang/shown_report.h"
 
 namespace qk {
 
@@ -49,14 +48,6 @@ QString euroText(qint64 cents) {
   QString text = centsText(cents);
   for (qsizetype at = text.size() - 6; at > 0 && text[at - 1].isDigit(); at -= 3) text.insert(at, '.');
   return text + " €";
-}
-
-/// The text of a sheet, as another program reads it.
-QString printed(const QString& pdf) {
-  QProcess reader;
-  reader.start("pdftotext", {"-layout", pdf, "-"});
-  if (!reader.waitForFinished() || reader.exitCode() != 0) throw DriverError(pdf + " can't be read");
-  return QString::fromUtf8(reader.readAllStandardOutput());
 }
 
 /// The amount at the end of the line that begins so.
@@ -148,9 +139,9 @@ class Evening {
     sides.claim("Schuetzen_ScheibenNummern", issuedRows(),
                 storedRows(store_, "Select * from Schuetzen_ScheibenNummern"));
     sides.claim("ScheibenNummern", stackRows(), storedRows(store_, "Select * from ScheibenNummern"));
-    compareReceipt(sides, journal, printed(prints.receipt));
-    compareDay(sides, printed(prints.dayJournal));
-    compareStakes(sides, printed(prints.stakes));
+    compareReceipt(sides, journal, printedText(prints.receipt));
+    compareDay(sides, printedText(prints.dayJournal));
+    compareStakes(sides, printedText(prints.stakes));
     return sides.result;
   }
 

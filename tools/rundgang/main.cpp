@@ -1,8 +1,9 @@
 // A day walked on the real program. First a morning on six lines: disciplines of all kinds, a combination, a
 // group, additional shots, a crash in mid-series and the way back, a change of shooter, discarding, storing
 // with and without booking; everything that stands in the competition is reckoned again from what the
-// stations say they fired. Then an evening at the cash desk, reckoned again from what the cashier did. Exit
-// status 0 only if all agrees.
+// stations say they fired. Then stored results are corrected and sheets printed, reckoned again from those
+// results and what the official did. Then an evening at the cash desk, reckoned again from what the cashier
+// did. Exit status 0 only if all agrees.
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -12,6 +13,7 @@
 #include "tools/rundgang/cash_evening.h"
 #include "tools/rundgang/cash_reckoning.h"
 #include "tools/rundgang/desk.h"
+#include "tools/rundgang/evaluation_reckoning.h"
 #include "tools/rundgang/range.h"
 #include "tools/rundgang/reckoning.h"
 #include "tools/rundgang/walk.h"
@@ -26,15 +28,14 @@ constexpr int kShotsBeforeTheCrash = 4;
 constexpr int kShotsOfARegistration = 21;
 const QString kGroup = "Glück und Zimmerstutzen";
 const QString kHelp =
-    "qk-rundgang - spielt einen Vormittag auf sechs Linien und einen Abend an der Kasse am echten Programm "
-    "und\n"
-    "rechnet alles nach\n"
+    "qk-rundgang - spielt einen Vormittag auf sechs Linien, die Auswertung und einen Abend an der Kasse\n"
+    "am echten Programm und rechnet alles nach\n"
     "\n"
-    "Aufruf: qk-rundgang --ordner ORDNER [--teil linien|kasse]\n"
+    "Aufruf: qk-rundgang --ordner ORDNER [--teil linien|auswertung|kasse]\n"
     "        qk-rundgang --hilfe | --version\n"
     "\n"
     "  --ordner ORDNER  leerer Ordner für Wettkampf, Austausch und Bilder\n"
-    "  --teil TEIL      nur die Linien oder nur die Kasse\n"
+    "  --teil TEIL      nur die Linien, diese mit der Auswertung, oder nur die Kasse\n"
     "\n"
     "Rückgabewert: 0 nur, wenn jede Zahl im Wettkampf stimmt.\n";
 
@@ -237,6 +238,15 @@ bool walkTheLines(Range& range) {
   return printTable(reckon(range.competition(), fired, journal), "Stationen") && !fired.empty();
 }
 
+bool walkTheEvaluation(Range& range) {
+  const ResultTables before = readResults(range.competition());
+  ResultJournal journal;
+  correctResults(range, journal);
+  const std::vector<PrintedSheet> sheets = printSheets(range);
+  say("Auswertung: Ergebnisse geändert, kopiert, verschoben, gelöscht, Blätter gedruckt.");
+  return printTable(reckonEvaluation(range.competition(), before, journal, sheets), "Protokoll");
+}
+
 bool walkTheCashDesk(Range& range) {
   const CashTables before = readCashTables(range.competition());
   CashJournal sales;
@@ -264,7 +274,9 @@ int main(int argc, char** argv) {
     options.stationArguments = {"--schuss", QString::number(kShotsOfARegistration)};
     Range range(options);
     range.startStations();
-    if (part.isEmpty() || part == "linien") good = walkTheLines(range) && good;
+    const bool evaluation = part.isEmpty() || part == "auswertung";
+    if (evaluation || part == "linien") good = walkTheLines(range) && good;
+    if (evaluation) good = walkTheEvaluation(range) && good;
     if (part.isEmpty() || part == "kasse") good = walkTheCashDesk(range) && good;
     say("Bilder: " + options.folder + "/*.png");
   } catch (const std::exception& problem) {

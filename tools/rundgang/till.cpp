@@ -1,9 +1,9 @@
 #include "tools/rundgang/till.h"
 
 #include <QDate>
-#include <QFile>
-#include <QFileInfo>
 #include <algorithm>
+
+#include "tools/rundgang/shown_report.h"
 
 namespace qk {
 
@@ -12,10 +12,6 @@ namespace {
 const QString kPurchase = "Kasse: Aktueller Kauf";
 const QString kStored = "Kasse Gesamt";
 const QString kTargets = "Scheiben: Aktueller Kauf";
-
-QString cellText(const QJsonArray& rows, int row, int column) {
-  return rows[row].toArray()[column].toObject()["text"].toString();
-}
 
 }  // namespace
 
@@ -152,48 +148,31 @@ void Till::book() {
 
 // ---- what is printed ----
 
-void Till::waitForWindow(const QString& name) {
-  program_.waitUntil(name, [&] { return program_.modal()["name"].toString() == name; });
-}
-
-void Till::saveShownReport(const QString& pdf) {
-  waitForWindow("ReportPreview");
-  program_.waitUntil("all pages", [&] { return !program_.text("ReportPreview/lblSeiten").contains("…"); });
-  program_.grab(QString(pdf).replace(".pdf", ".png"));
-  program_.click("ReportPreview/cmdPdf");
-  program_.waitUntil("file dialog", [&] { return program_.modal()["class"].toString() == "QFileDialog"; });
-  program_.type("fileNameEdit", QFileInfo(pdf).fileName());  // it begins in the folder of the walk
-  program_.answer("", "Speichern");
-  waitForWindow("ReportPreview");
-  program_.waitUntil("saved report", [&] { return QFile::exists(pdf); });
-  program_.click("ReportPreview/cmdSchliessen");
-}
-
 void Till::saveReceipt(const QString& pdf) {
   program_.click("frmFinanz/mnuDateiVorschau");
-  saveShownReport(pdf);
-  waitForWindow("frmFinanz");
+  saveShownReport(program_, pdf);
+  waitForModal(program_, "frmFinanz");
 }
 
 void Till::saveList(const QString& name, bool ofToday, const QString& pdf) {
   program_.click("frmFinanz/mnuDateiAuswertung");
-  waitForWindow("frmKasseReports");
+  waitForModal(program_, "frmKasseReports");
   const QString lists = "frmKasseReports/lstAuswahl";
   program_.waitUntil("lists", [&] { return !program_.items(lists).isEmpty(); });
   program_.clickCell(lists, rowOf(lists, name, 0), 0);
   program_.click("frmKasseReports/cmdOK");
   if (ofToday) {
-    waitForWindow("frmTageswahl");
+    waitForModal(program_, "frmTageswahl");
     const QString days = "frmTageswahl/lstTage", today = QDate::currentDate().toString("dd.MM.yyyy");
     const QJsonArray rows = program_.items(days);
     for (int row = 0; row < rows.size(); ++row)
       if (cellText(rows, row, 0).contains(today)) program_.clickCell(days, row, 0);
     program_.click("frmTageswahl/cmdOK");
   }
-  saveShownReport(pdf);
-  waitForWindow("frmKasseReports");
+  saveShownReport(program_, pdf);
+  waitForModal(program_, "frmKasseReports");
   program_.click("frmKasseReports/cmdCancel");
-  waitForWindow("frmFinanz");
+  waitForModal(program_, "frmFinanz");
 }
 
 // ---- what is stored ----
@@ -232,13 +211,13 @@ void Till::deleteFirstPayment(const QString& stake) {
 void Till::inClubCash(const QString& entry, CashAct::Kind kind, CashAct::Buyer buyer, const QString& name,
                       const std::function<void(CashAct& act)>& work) {
   program_.click("frmFinanz/" + entry);
-  waitForWindow("frmVMKasse");
+  waitForModal(program_, "frmVMKasse");
   CashAct act{kind, buyer, name, {}, {}, QDateTime::currentDateTime(), {}};
   work(act);
   act.to = QDateTime::currentDateTime();
   journal_.push_back(act);
   program_.click("frmVMKasse/cmdClose");
-  waitForWindow("frmFinanz");
+  waitForModal(program_, "frmFinanz");
 }
 
 void Till::sellInClubCash(const QString& entry, CashAct::Buyer buyer, const QString& name,

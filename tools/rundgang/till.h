@@ -70,9 +70,7 @@ class Till {
   void choosePlace(const QString& place);
   void inClubCash(const QString& entry, CashAct::Kind kind, CashAct::Buyer buyer, const QString& name,
                   const std::function<void(CashAct& act)>& work);
-  void saveShownReport(const QString& pdf);
   void waitForNoOpenItem(const QString& list);
-  void waitForWindow(const QString& name);
   void answerInput(const QString& prompt, const QString& typed);
   void waitForRows(qsizetype rows);
   void note(CashAct::Kind kind, const QDateTime& from, const Target& target = {});

@@ -10,10 +10,6 @@ bool isTicked(const QJsonArray& rows, int row) {
   return rows[row].toArray().first().toObject()["ticked"].toBool();
 }
 
-QString cellText(const QJsonArray& rows, int row, int column) {
-  return rows[row].toArray()[column].toObject()["text"].toString();
-}
-
 }  // namespace
 
 void Walk::waitForMainWindow() {
