@@ -31,13 +31,22 @@ class NoSheet : public ReportDoor {
 };
 
 /// One for all competitions here: it sets the program's folders.
-test::TestWorkplace& place() {
-  static test::TestWorkplace made([](const QString& problem) { failBench(problem); });
-  return made;
-}
+class Place {
+ public:
+  Place() {
+    QDir().mkpath(system());
+    if (!QFile::copy(QStringLiteral(QK_BIN_FOLDER "/System/ergschdruck.mdb"), printTemplate()))
+      failBench("no template");
+  }
+  QString system() const { return tests.path("programm/System/"); }
+  QString printTemplate() const { return system() + "ergschdruck.mdb"; }
 
-QString systemFolder() {
-  return place().path("programm/System/");
+  test::TestWorkplace tests{[](const QString& problem) { failBench(problem); }};
+};
+
+Place& place() {
+  static Place made;
+  return made;
 }
 
 class Competition {
@@ -81,21 +90,17 @@ class Competition {
 enum class Alignment { Done, TurnedOff };
 
 void evaluate(benchmark::State& state, const Competition& competition, Alignment alignment) {
-  const QString noUpdate = place().path("programm/NoUpdate.txt");
+  const QString noUpdate = place().tests.path("programm/NoUpdate.txt");
   if (alignment == Alignment::TurnedOff)
-    place().files.write(noUpdate, {});
+    place().tests.files.write(noUpdate, {});
   else
     QFile::remove(noUpdate);
-  QDir().mkpath(systemFolder());
-  const QString copy = systemFolder() + "ergschdruck.mdb";
-  if (!QFile::exists(copy) && !QFile::copy(QStringLiteral(QK_BIN_FOLDER "/System/ergschdruck.mdb"), copy))
-    failBench("no template");
   SystemRandom random;
-  test::TestWorkplace& tests = place();
+  test::TestWorkplace& tests = place().tests;
   const Workplace workplace{tests.clock, random, tests.waits, tests.files, tests.settings, tests.dialogs};
   const auto wettkampf = dao::Database::open(competition.path());
   NoSheet reports;
-  const Auswertungsplatz platz{workplace, *wettkampf, reports, systemFolder()};
+  const Auswertungsplatz platz{workplace, *wettkampf, reports, place().system()};
   for (auto _ : state)
     if (!druckeProfilauswertung(platz, "107", ReportOrder::Ziel::Fenster)) state.SkipWithError("no sheet");
 }
@@ -173,8 +178,8 @@ void sheetBare(benchmark::State& state) {
   Bare store(full().path(), kDurable);
   for (auto _ : state) {
     store.run(alignment("Schuss") + alignment("SchussSerien"));
-    const QString copy = place().path("temp/bare.tmp");
-    if (!QFile::copy(systemFolder() + "ergschdruck.mdb", copy)) failBench("no copy");
+    const QString copy = place().tests.path("temp/bare.tmp");
+    if (!QFile::copy(place().printTemplate(), copy)) failBench("no copy");
     {
       Bare print(copy, kThrownAway);
       store.run(

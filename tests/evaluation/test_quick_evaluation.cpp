@@ -47,6 +47,7 @@ class TestQuickEvaluation : public QObject {
     day->place.random.give({0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7});
     reports->meanwhile = [this](const ReportOrder& order) {
       const auto druck = dao::Database::open(order.dataFile, true);
+      QVERIFY(!druck->isOpenElsewhere());  // what was written is in the file
       rows = read(*druck, "Select * from Ergebnisse order by ID",
                   {"Wettkampf", "Gruppe", "Disziplin", "WTyp", "DisziErgebnis", "E1", "E2", "E3"});
       shooter = read(*druck, "Schütze", {"Startnummer", "Name", "Verein", "Klasse", "Mannschaft"});
@@ -85,13 +86,14 @@ class TestQuickEvaluation : public QObject {
   void failures();
   void aFailedFilter_data();
   void aFailedFilter();
+  void theDayCannotBeRead();
+  void whatNoProfileAsksIsNotRead();
   void anUndeletableResult_data();
   void anUndeletableResult();
   void theReportFails_data();
   void theReportFails();
   void thePrintingIsGivenUp();
   void theTemplateIsMissing();
-  void theDiskIsFull();
   void theServerDropsTheConnection();
 
  private:
@@ -276,7 +278,11 @@ void TestQuickEvaluation::weaponsClassesAndDays() {
   run("Delete * from Schuss where ID = 13");
   QVERIFY(profiles());
   QCOMPARE(single.filter("1|Schuss"), QStringList{"1|Schuss|11|T|12,3"});
-  run("UPDATE AuswertProfil SET OptTage = 0, Monatswertung = True, nBestTageswertung = 1 WHERE ID = 1");
+  // The best of the month was shot on another day than the last.
+  run("UPDATE AuswertProfil SET Monatswertung = True, nBestTageswertung = 1 WHERE ID = 1");
+  QVERIFY(profiles());
+  QCOMPARE(single.filter("1|Schuss"), QStringList{"1|Schuss|11|T|12,3"});
+  run("UPDATE AuswertProfil SET OptTage = 0 WHERE ID = 1");
   QVERIFY(profiles());
   QCOMPARE(single.filter("1|Schuss"), QStringList{"1|Schuss|12|T|8,1"});
 }
@@ -459,6 +465,25 @@ void TestQuickEvaluation::aFailedFilter() {
   QCOMPARE(reports->orders.size(), 2U);
 }
 
+/// Its results all count then.
+void TestQuickEvaluation::theDayCannotBeRead() {
+  takeAll();
+  run("UPDATE AuswertProfil SET OptWaffen = 1, OptTage = 1 WHERE ID = 1");
+  run("UPDATE Schuss SET WTyp = 'KK' WHERE ID = 11");
+  const QString failure = missing("Fehlt").replace("Fehlt", "Schuss");
+  QTimer::singleShot(0, this, [this] { day->wettkampf->dropTable("Schuss"); });
+  expectFailure(failure, "Fehler beim Prüfen der Wettkampftage - Kurzauswertung!", BoxAnswer::Ignore);
+  QVERIFY(profiles());
+  QCOMPARE(single.filter("1|Schuss"), QStringList{"1|Schuss|12|T|8,1"});
+}
+
+void TestQuickEvaluation::whatNoProfileAsksIsNotRead() {
+  takeAll();
+  for (const char* table : {"Auswert_Waffen", "DisziplinWaffen", "Auswert_Klassen"})
+    day->wettkampf->dropTable(table);
+  QVERIFY(profiles());
+}
+
 void TestQuickEvaluation::anUndeletableResult_data() {
   QTest::addColumn<QString>("setting");
   QTest::addColumn<QString>("text");
@@ -544,14 +569,6 @@ void TestQuickEvaluation::theTemplateIsMissing() {
   expectFailure(ofTemplate(53), kListText, BoxAnswer::Retry).during([&] {
     QFile::rename(day->place.path("weg"), day->printTemplate());
   });
-  QVERIFY(list());
-}
-
-void TestQuickEvaluation::theDiskIsFull() {
-  day->place.files.fail(FileStep::Copy, "*", 61);
-  expectFailure(ofTemplate(61), kProfileText, BoxAnswer::Abort);
-  QVERIFY(!profiles());
-  expectFailure(ofTemplate(61), kListText, BoxAnswer::Retry).during([&] { day->place.files.heal(); });
   QVERIFY(list());
 }
 
