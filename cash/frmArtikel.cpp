@@ -144,7 +144,6 @@ void frmArtikel::Form_Load() {
       auto* entry = new QListWidgetItem(each.Klasse, ui_->lstSchuetzenKlassen);
       entry->setData(Qt::UserRole, each.id);
     }
-    klassenGeaendert_ = false;
     fuelleEinlagen();
   });
   ui_->SSTab1->setEnabled(database_ != nullptr);  // without a competition there is nothing to work on

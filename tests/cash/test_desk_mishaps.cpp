@@ -17,7 +17,9 @@
 #include <memory>
 
 #include "app/ground/settings_keys.h"
+#include "cash/label_panel.h"
 #include "platform/look/look.h"
+#include "platform/widgets/picture_view.h"
 #include "tests/cash/desk_window.h"
 #include "tests/support/real_boxes.h"
 
@@ -28,6 +30,10 @@ namespace {
 
 const QString kUnknown = "SCHÜTZE nicht gefunden!!!!";
 const QString kAskNumber = "Bitte neue Startnummer eingeben:";
+
+TextGrid& stacksOf(DeskWindow& desk) {
+  return desk.on<TextGrid>("grdScheiben");
+}
 
 /// A desktop where a single click opens what it hits.
 class SingleClicks : public QProxyStyle {
@@ -72,6 +78,7 @@ class TestDeskMishaps : public QObject {
   void aSingleClickSellsNothing();
   void theStopOfASecondRun();
   void aStartNumberThatCode39DoesntKnow();
+  void theStakeOnItsLabels();
   void nothingInHandPrintsNoLabels();
   void enterInTheEmptyField();
 
@@ -184,6 +191,8 @@ void TestDeskMishaps::theRightButtonBesideTheNodes() {
   });
   closing.start(0);
   Q_EMIT view.customContextMenuRequested(view.viewport()->rect().bottomRight() - QPoint(2, 2));
+  stacksOf(*desk).setCurrentRow(0);
+  Q_EMIT stacksOf(*desk).contextMenuAt(QPoint(5, 5));
   QVERIFY(!opened);
   closing.stop();
   const QModelIndex first = view.model()->index(0, 0, view.model()->index(1, 0));
@@ -191,6 +200,15 @@ void TestDeskMishaps::theRightButtonBesideTheNodes() {
   desk->pick("mnuScheibeNummer",
              [&] { Q_EMIT view.customContextMenuRequested(view.visualRect(first).center()); });
   QCOMPARE(desk->tree("treeDiszi"), QStringList("LG Meister: 77   (Zehner), 43   (Zehner)"));
+  desk->select("treeDiszi", 1, 1);
+  till->dialogs.expect(
+      "Die Nummer ist nicht die letzte vergebene Nummer des Stapels!\r\n"
+      "Hinweis: Nehmen Sie die Scheiben nach der ausgegebenen Reihenfolge wieder zurück.\r\n\r\n"
+      "Wollen Sie die Scheibe dennoch löschen?\r\n",
+      BoxAnswer::Yes);
+  desk->pick("mnuScheibeRemove",
+             [&] { Q_EMIT view.customContextMenuRequested(view.visualRect(first).center()); });
+  QCOMPARE(desk->tree("treeDiszi"), QStringList("LG Meister: 43   (Zehner)"));
 }
 
 void TestDeskMishaps::aSingleClickSellsNothing() {
@@ -221,6 +239,11 @@ void TestDeskMishaps::theStopOfASecondRun() {
   desk->show(0);
   desk->article("300");  // six labels in sets of four
   desk->article("200");  // five
+  till->waits.inSleep(1, [this] {
+    QVERIFY(!desk->on<LabelPanel>("panelEtiketten").cmdPrint());  // one run at a time
+    window().reject();
+    QVERIFY(window().isVisible());  // it prints from the window's own store
+  });
   trigger(window(), "mnuDateiPrintBarcode");
   QCOMPARE(output.lines.filter("line").size(), 11);
   till->waits.inSleep(2, [this] {
@@ -240,6 +263,21 @@ void TestDeskMishaps::aStartNumberThatCode39DoesntKnow() {
   QCoreApplication::processEvents();
   const QString saying = "Aus »BC.12ä.1.2« wird kein Strichcode dieser Art: es fehlt auf dem Etikett.";
   QVERIFY2(desk->text("lblBildHinweis").contains(saying), qPrintable(desk->text("lblBildHinweis")));
+}
+
+void TestDeskMishaps::theStakeOnItsLabels() {
+  schreibe(till->settings, keys::PrintTextDruck, true);
+  schreibe(till->settings, keys::DruckTextScheibe, QString("einlage"));
+  desk->open("107");
+  RecordedLabels& output = desk->recordLabels();
+  auto& picture = desk->on<PictureView>("picEtikett");
+  QTRY_VERIFY(picture.image().isNull() && !picture.text().isEmpty());
+  desk->show(0);
+  desk->article("100");
+  QTRY_VERIFY(!picture.image().isNull());
+  desk->article("200");
+  trigger(window(), "printbarcode");
+  QCOMPARE(output.lines.filter("line").mid(3, 2), (QStringList{"line Startgeld ", "line Nachkauf Serie "}));
 }
 
 void TestDeskMishaps::nothingInHandPrintsNoLabels() {

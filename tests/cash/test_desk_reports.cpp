@@ -47,7 +47,7 @@ class TestDeskReports : public QObject {
     boxes = std::make_unique<RealBoxes>();
     till = std::make_unique<Till>(&real);
     till->deliver();
-    till->random.give({0.1, 0.2, 0.3});
+    till->random.give({0.1, 0.2, 0.3, 0.4});
     direct = std::make_unique<ImagePaper>(QSizeF(148, 210));
     asked = std::make_unique<ImagePaper>(QSizeF(148, 210));
     door = std::make_unique<ControlDoor>(till->workplace(), ReportControl::Papers{*direct, *asked},
@@ -179,8 +179,12 @@ void TestDeskReports::theReceiptIsPrinted() {
 
 void TestDeskReports::theReceiptBelongsToTheTab() {
   pay("  107 | 5 | ja | 12,5 | 19.11.2026\n");
-  desk->open("107");
+  till->fillStacks();
+  desk->open("107", false);
   desk->article("200");
+  desk->show(1);  // the targets belong to the purchase
+  expectPreview("Kasse Eingänge", "Nachkauf Serie");
+  trigger(window(), "vorschau");
   desk->show(2);
   expectPreview("Kasse Eingänge", "Festabend");
   trigger(window(), "vorschau");

@@ -84,6 +84,8 @@ class TestFrmArtikel : public QObject {
   void aReleaseThatCantBeSavedStaysWithItsStake();
   void failuresOfTheAssignments();
   void noTickLeavesNoRows();
+  void aTickWithoutAStakeIsNobodys();
+  void aStakeDeletedWhileItIsEdited();
   void classesOfAStake();
   void classesByTheirTraits();
   void nothingTickedSelectsAll();
@@ -368,6 +370,24 @@ void TestFrmArtikel::failuresOfTheAssignments() {
   press("cmdSaveEinlagenKlassen");
   expect("Schützenklassen", "Fehler beim Setzen der Schützenklassen-Auswahl!");
   press("cmdKlassenSetzen");
+}
+
+void TestFrmArtikel::aTickWithoutAStakeIsNobodys() {
+  show(2);
+  on<QListWidget>("lstEinlagen").setCurrentRow(-1);
+  TextTable& table = *on<TextGrid>("flexBarcode").table();
+  QVERIFY(table.setData(table.index(0, 1), Qt::Checked, Qt::CheckStateRole));
+  press("cmdClose");  // nothing is asked
+  QVERIFY(!window->isVisible());
+}
+
+void TestFrmArtikel::aStakeDeletedWhileItIsEdited() {
+  enter(grid(), 1, "Betrag", "4");
+  till->dialogs.expect("Soll die Einlage: Nachkauf Serie wirklich gelöscht werden?", BoxAnswer::Yes);
+  press("cmdDelete");
+  QCOMPARE(stake(2, {"Betrag"}), QString());
+  press("cmdClose");
+  QVERIFY(!window->isVisible());
 }
 
 void TestFrmArtikel::noTickLeavesNoRows() {

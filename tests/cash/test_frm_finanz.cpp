@@ -218,6 +218,8 @@ void TestFrmFinanz::theClubMenu() {
   QCOMPARE(action("mnuVM_0").text(), "Verein: SG Grünau: -1.250,50 €");
   QCOMPARE(action("mnuVM_0").data().toString(), "1");
   QCOMPARE(action("mnuVM_1").text(), "Mannschaft: Grünau I: 30,00 €");
+  window().UpdateStartNr("107", "Müller & Sohn", "Grünau I");
+  QCOMPARE(action("mnuVM_0").text(), "Verein: Müller && Sohn: -1.250,50 €");
   window().UpdateStartNr("5.1", "", "");
   QVERIFY(!action("mnuVM_0").isVisible());
   QCOMPARE(menu.actions().size(), 3);

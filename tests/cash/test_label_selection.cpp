@@ -65,6 +65,19 @@ class TestLabelSelection : public QObject {
     QCOMPARE(rows[1].kombination, true);
   }
 
+  void whatIsBoughtTwiceCountsTwice() {
+    for (int times = 0; times < 2; ++times) desk->purchase().AddKauf(3);
+    selection->UpdateBarcodeAnzeige(-1);
+    QCOMPARE(table().at(1), "1 D LG Meister 6 ");
+  }
+
+  void theSampleIsTheFirstDiscipline() {
+    const LabelRow sample = selection->muster();
+    QCOMPARE(sample.kombination, false);
+    QCOMPARE(sample.id, 2);
+    QCOMPARE(sample.name, "LG Glück");
+  }
+
   void oneRowOfThePurchase() {
     buy();
     selection->UpdateBarcodeAnzeige(2);

@@ -59,6 +59,7 @@ class TestPurchase : public QObject {
   void theLastDonationStakeCounts();
   void rowsGo();
   void storedRowsAreMarkedUntilTheyGo();
+  void whatIsPaidBackHasItsPrice();
   void aCellBeyondWhatMoneyHolds();
   void changesAreTold();
   void manyAtOnceAreToldOnce();
@@ -383,6 +384,18 @@ void TestPurchase::storedRowsAreMarkedUntilTheyGo() {
   purchase().entferne(1);
   QVERIFY(!purchase().istGespeichert(1));
   QCOMPARE(purchase().flex().columnWidth(CashColumn::Merkmal), 0);
+  purchase().AddKauf(3);
+  for (int row : {1, 2}) purchase().markiereGespeichert(row);
+  purchase().entferne(1);
+  QVERIFY(purchase().flex().columnWidth(CashColumn::Merkmal) != 0);  // one of them is left
+  purchase().entferneAlle();
+  QCOMPARE(purchase().flex().columnWidth(CashColumn::Merkmal), 0);
+}
+
+void TestPurchase::whatIsPaidBackHasItsPrice() {
+  till->execute("UPDATE Kasse_Verwaltung SET Betrag = -5 WHERE ID = 2");
+  purchase().AddKauf(2);
+  QCOMPARE(sum(), "-5");
 }
 
 void TestPurchase::aCellBeyondWhatMoneyHolds() {

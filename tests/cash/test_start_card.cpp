@@ -109,6 +109,10 @@ void TestStartCard::paidDisciplinesInTheOrderOfTheDesk() {
   for (const StartCard::Zeile& line : startkarteFuer(*desk).Disziplinen)
     found << QString("%1 %2 %3").arg(line.kombi ? "K" : "D", line.Bezeichnung).arg(line.Anzahl);
   QCOMPARE(found, (QStringList{"D LP 1", "D LG Meister 4"}));
+  show("108");
+  const std::vector<StartCard::Zeile> lines = startkarteFuer(*desk).Disziplinen;
+  QCOMPARE(lines.size(), size_t(1));
+  QVERIFY(lines[0].kombi && lines[0].Bezeichnung == "Pokal" && lines[0].Anzahl == 4);
 }
 
 void TestStartCard::whatIsPrinted() {

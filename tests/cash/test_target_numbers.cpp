@@ -59,12 +59,16 @@ class TestTargetNumbers : public QObject {
   void aDisciplineThatIsGone();
   void rowsThatAreNone();
   void typedForEach();
+  void severalTyped();
+  void aStackChangedByAnotherDesk();
+  void aStackDeletedBeforeTheBooking();
   void severalAtOnce();
   void severalEndEarly();
   void typedNumberInAStack();
   void typedNumberInAFreeStack();
   void typedNumberOutsideAllStacks();
   void typedNumberWithoutTheCheck();
+  void theLargestNumber();
   void typedNothing();
   void typedWhereItCantBeTaken();
   void takingBackTheLast();
@@ -75,6 +79,7 @@ class TestTargetNumbers : public QObject {
   void moving();
   void dragging();
   void keysStayUnique();
+  void aKeyIsFreeAgain();
   void aStoredTargetIsStoredOnce();
   void tooManyAtOnce();
   void booking();
@@ -245,6 +250,34 @@ void TestTargetNumbers::typedForEach() {
   }
 }
 
+/// Each number may take its time: the stack is looked at again, and what is typed is seen at once.
+void TestTargetNumbers::severalTyped() {
+  numbers->manuelleNummer = true;
+  till->dialogs.expectInput("Bitte geben Sie die Anzahl der Scheibennummern ein:", "2");
+  till->dialogs.expectInput("Bitte Scheibennummer eingeben:", "77").during([this] {
+    till->execute("UPDATE ScheibenNummern SET VorgabeID = 2 WHERE ID = 1");
+  });
+  till->dialogs.expectInput("Bitte Scheibennummer eingeben:", "78").during([this] {
+    QCOMPARE(added, QStringList("D 77"));
+  });
+  numbers->cmdScheibeAddAnzahl(rowOf(1), {});
+  QCOMPARE(added, (QStringList{"D 77", "D 78"}));
+  QCOMPARE(tree(Tree::Diszi), (QStringList{"LG Glück: 78", "LG Meister: 77"}));
+}
+
+void TestTargetNumbers::aStackChangedByAnotherDesk() {
+  till->execute("UPDATE ScheibenNummern SET VorgabeID = 2 WHERE ID = 1");
+  QVERIFY(numbers->ScheibeUebergeben(rowOf(1), {}));
+  QCOMPARE(tree(Tree::Diszi), QStringList{"LG Glück: 10   (Zehner)"});
+}
+
+void TestTargetNumbers::aStackDeletedBeforeTheBooking() {
+  QVERIFY(numbers->ScheibeUebergeben(rowOf(2), {}));
+  till->execute("DELETE * FROM ScheibenNummern WHERE ID = 1");
+  numbers->speichereAktuelleNummern();
+  QCOMPARE(storedNext(2), 151);
+}
+
 void TestTargetNumbers::severalAtOnce() {
   till->dialogs.expectInput("Bitte geben Sie die Anzahl der Scheibennummern ein:", "3")
       .titled("Scheibennummern");
@@ -290,7 +323,8 @@ void TestTargetNumbers::typedNumberInAStack() {
   QCOMPARE(storedNext(1), 42);  // at once, and the number itself
   QCOMPARE(stacks().last(), "Zehner 42");
   numbers->nummerEingegeben("200", {});  // the last one of its stack
-  QCOMPARE(tree(Tree::Kombi), QStringList{"Pokal: 200   (Pokale)"});
+  numbers->nummerEingegeben("101", {});  // and the first
+  QCOMPARE(tree(Tree::Kombi), QStringList{"Pokal: 200   (Pokale), 101   (Pokale)"});
   QVERIFY(numbers->ScheibeUebergeben(rowOf(1), {}));
   QCOMPARE(tree(Tree::Diszi), QStringList{"LG Meister: 42   (Zehner), 42   (Zehner)"});
 }
@@ -305,6 +339,7 @@ void TestTargetNumbers::typedNumberInAFreeStack() {
 void TestTargetNumbers::typedNumberOutsideAllStacks() {
   numbers->nummerEingegeben("4711", view(Tree::Diszi, 2));
   QCOMPARE(tree(Tree::Diszi), QStringList{"LG Glück: 4711"});
+  QCOMPARE(TargetTree::keyOf(view(Tree::Diszi, 2, 0).gewaehlt), "Stapel-416666-4711-416666");
   numbers->speichereScheiben("107", "20.11.2026 10:00:00", stored);
   QCOMPARE(till->read("Select * from Schuetzen_ScheibenNummern", {"Scheibennummer", "StapelID"}),
            QStringList{"4711|Null"});
@@ -317,6 +352,13 @@ void TestTargetNumbers::typedNumberWithoutTheCheck() {
   numbers->nummerEingegeben("42", view(Tree::Diszi, 2));
   QCOMPARE(tree(Tree::Diszi), QStringList{"LG Glück: 42"});
   QCOMPARE(storedNext(1), 10);
+}
+
+void TestTargetNumbers::theLargestNumber() {
+  numbers->nummerEingegeben("2147483647", view(Tree::Diszi, 2));
+  QCOMPARE(tree(Tree::Diszi), QStringList{"LG Glück: 2147483647"});
+  till->dialogs.expect("»2147483648« ist keine Scheibennummer.").showing(BoxIcon::Exclamation);
+  numbers->nummerEingegeben("2147483648", view(Tree::Diszi, 2));
 }
 
 void TestTargetNumbers::typedNothing() {
@@ -388,6 +430,11 @@ void TestTargetNumbers::changingANumber() {
   numbers->nummerAendern(target);
   QCOMPARE(target.data().toString(), "55   (Zehner)");
   QCOMPARE(TargetTree::keyOf(target), key);
+  till->dialogs.expectInput("Bitte Scheibennummer eingeben:", "1");
+  numbers->nummerAendern(target);
+  QCOMPARE(target.data().toString(), "1   (Zehner)");
+  till->dialogs.expectInput("Bitte Scheibennummer eingeben:", "55");
+  numbers->nummerAendern(target);
   QCOMPARE(stacks().last(), "Zehner 11");
   for (const QString& answer : QStringList{"0", "", "x"}) {
     till->dialogs.expectInput("Bitte Scheibennummer eingeben:", answer);
@@ -430,6 +477,21 @@ void TestTargetNumbers::keysStayUnique() {
   QCOMPARE(keys.size(), 3);
 }
 
+/// What was taken back, or went with its tree, is free again.
+void TestTargetNumbers::aKeyIsFreeAgain() {
+  const auto take = [this] {
+    numbers->ScheibeUebergeben(rowOf(1), {});
+    return TargetTree::keyOf(view(Tree::Diszi, 1, 0).gewaehlt);
+  };
+  const QString key = take();
+  QCOMPARE(key, "Stapel1-10-416666");
+  numbers->cmdScheibeRemove(view(Tree::Diszi, 1, 0));
+  QCOMPARE(take(), key);
+  load();
+  numbers->LoadScheibenStapel();
+  QCOMPARE(take(), key);
+}
+
 void TestTargetNumbers::booking() {
   numbers->ScheibeUebergeben(rowOf(1), {});
   numbers->ScheibeUebergeben(rowOf(2), {});
@@ -456,8 +518,9 @@ void TestTargetNumbers::onTheReceipt() {
   numbers->nummerEingegeben("4711", view(Tree::Diszi, 2));
   QStringList lines;
   for (const ReceiptTarget& on : numbers->belegScheiben())
-    lines += QStringList{on.Scheibennr, on.Bezeichnung, on.Zuordnung, on.Typ}.join('|');
-  QCOMPARE(lines, (QStringList{"4711||LG Glück|", "150|Pokale|Pokal|LG"}));
+    lines += QStringList{on.Scheibennr, on.Bezeichnung, on.Zuordnung, on.Typ, on.Ausgabe}.join('|');
+  QCOMPARE(lines,
+           (QStringList{"4711||LG Glück||20.11.2026 10:00:00", "150|Pokale|Pokal|LG|20.11.2026 10:00:00"}));
 }
 
 QTEST_GUILESS_MAIN(TestTargetNumbers)

@@ -160,6 +160,23 @@ class TestTargetStacks : public QObject {
     QCOMPARE(bedenken(stack, all).size(), 1);
   }
 
+  void aStackOfOneNumber() {
+    StackInput input = eingabeAus(*ladeStapel(*database, 4));
+    input.Endnummer = input.Startnummer;
+    QCOMPARE(stapelAus(input, *ladeStapel(*database, 4)).Endnummer, 301);
+  }
+
+  void stacksThatShareOneNumber() {
+    const std::vector<TargetStack> all = ladeAlleStapel(*database);
+    TargetStack stack = *ladeStapel(*database, 5);
+    stack.Startnummer = stack.AktuelleNummer = 400;  // the last one of "Frei"
+    stack.Endnummer = 500;
+    QCOMPARE(bedenken(stack, all), QStringList("Die Nummern 400 bis 400 gehören auch zum Stapel »Frei«."));
+    stack.Startnummer = stack.AktuelleNummer = 0;
+    stack.Endnummer = 1;  // the first one of "Zehner"
+    QCOMPARE(bedenken(stack, all), QStringList("Die Nummern 1 bis 1 gehören auch zum Stapel »Zehner«."));
+  }
+
   void theListShowsWhatTheDeskHides() {
     till->execute("UPDATE ScheibenNummern SET PCAnzeige = Null WHERE ID = 4");
     till->fill(kHeld);

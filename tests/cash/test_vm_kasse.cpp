@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "cash/frmVMKasse.h"
+#include "platform/dao/recordset.h"
 #include "platform/look/look.h"
 #include "tests/cash/desk_window.h"
 #include "tests/support/manners.h"
@@ -122,6 +123,7 @@ void TestVMKasse::aSaleByKeys() {
     QCOMPARE(text(club, "lblZuletzt"),
              "Verbucht: 1 Einlage\nZu bezahlen 50,00 €\nErhalten 60,00 €\nZurück 10,00 €");
     QVERIFY(rows(club, "flex").isEmpty());
+    QCOMPARE(the<QComboBox>(club, "cmbWechselGeld").currentText(), "");
     QCOMPARE(text(club, "lblSaldo"), "70,00 €");
     till->dialogs.expectInput(kAskCount, "2").titled("Einlagen");
     stakes.setCurrentRow(0);
@@ -187,17 +189,25 @@ void TestVMKasse::aClubWithoutAName() {
 void TestVMKasse::receipts() {
   makeReceiptTemplate(till->path("programm/ErgKasseDruck.mdb"));
   till->random.give({0.1, 0.2, 0.3});
-  in("mnuVM_0", [this](QWidget& club) {
+  QStringList printed;
+  reports.meanwhile = [&](const ReportOrder& order) {
+    const auto lines = dao::Database::open(order.dataFile)->openRecordset("Select * from Kasse");
+    for (; !lines->eof(); lines->moveNext()) printed += lines->value("Betrag").value<Money>().toText();
+  };
+  in("mnuVM_0", [&, this](QWidget& club) {
     click(club, "cmdVorschau");
     QCOMPARE(reports.orders.size(), size_t(1));
     QCOMPARE(reports.orders[0].ziel, ReportOrder::Ziel::Fenster);
     click(club, "cmdDrucken");
     QCOMPARE(reports.orders[1].ziel, ReportOrder::Ziel::Drucker);
+    QCOMPARE(printed, (QStringList{"50", "50"}));  // without a purchase all that is stored
+    printed.clear();
     click(club, "chkAutoDruck");
     the<QListWidget>(club, "lstAll").setCurrentRow(0);
     click(club, "cmdAdd");
     click(club, "cmdVerbuchen");
     QCOMPARE(reports.orders.size(), size_t(3));
+    QCOMPARE(printed, QStringList("50"));
   });
 }
 
