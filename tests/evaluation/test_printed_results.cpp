@@ -20,6 +20,7 @@ class TestPrintedResults : public QObject {
   void printing_data();
   void printing();
   void aPrintedGrid();
+  void theSheetSaysWhoseItIs();
   void aPrinterThatFails();
 
  private:
@@ -82,6 +83,27 @@ void TestPrintedResults::aPrintedGrid() {
   desk->showSerien();
   desk->window().Print_Serien(1);
   QCOMPARE(desk->current.names.last(), "Serien");
+}
+
+void TestPrintedResults::theSheetSaysWhoseItIs() {
+  desk->open();
+  type(desk->window(), "filter_Waffe_1", "LP");
+  desk->boxes.expectWindow("ReportPreview", [&](QWidget& preview) {
+    QTRY_VERIFY(!the<QLabel>(preview, "lblSeiten").text().contains("…"));
+    const auto stands = [&](const QString& text) {
+      the<QLineEdit>(preview, "txtSuche").setText(text);
+      return !the<QLabel>(preview, "lblStand").text().contains("nirgends");
+    };
+    QVERIFY(!stands("Süß Benno"));
+    for (const char* text :
+         {"Müller Jörg, Startnummer 107, Schützenlust Äußere Au", "Stand: 22.11.2026 10:41:07",
+          "Nur: Waffe LP", "300,1", "03.12.2025 10:00:00", "Disziplin"})
+      QVERIFY2(stands(text), text);
+    QVERIFY(!stands("123,4"));  // the filter hides it
+    press(preview, "viwSeiten", Qt::Key_Escape);
+  });
+  desk->window().Print_Teiler(0);
+  QVERIFY(desk->boxes.done());
 }
 
 void TestPrintedResults::aPrinterThatFails() {
