@@ -56,6 +56,7 @@ class TestVMKasse : public QObject {
   void closingAsksAboutThePurchase();
   void aClubThatIsGone();
   void aClubWithoutAName();
+  void aClubWithoutAShortName();
   void receipts();
   void aBrokenBooking();
   void anUnreadableCell();
@@ -184,6 +185,19 @@ void TestVMKasse::aClubWithoutAName() {
   till->execute("UPDATE Verein SET Name = Null, Kurzname = '' WHERE ID = 1");
   in("mnuVM_0", [](QWidget& club) { QCOMPARE(text(club, "lblSaldo"), "-50,00 €"); });
   QVERIFY(windows->done());
+}
+
+void TestVMKasse::aClubWithoutAShortName() {
+  till->execute("UPDATE Verein SET Kurzname = '' WHERE ID = 1");
+  in("mnuVM_0", [this](QWidget& club) {
+    QCOMPARE(text(club, "lblName"), "Schützengilde Grünau");
+    the<QListWidget>(club, "lstAll").setCurrentRow(0);
+    for (const char* words : {"Vereinsbeitrag", "2 × Vereinsbeitrag"}) {
+      click(club, "cmdAdd");
+      QCOMPARE(text(club, "lblKauf"), words);
+    }
+    till->dialogs.expect("Wollen Sie die aktuellen Beträge verwerfen?", BoxAnswer::Yes);
+  });
 }
 
 void TestVMKasse::receipts() {
