@@ -11,6 +11,16 @@ namespace {
 
 const QStringList kShooters = {"105", "107"};
 
+/// The program with the first line in sight.
+struct Office {
+  explicit Office(Range& range) : program(range.startProgram()), walk(*program) {
+    walk.waitForMainWindow();
+    walk.selectLine(1);
+  }
+  std::unique_ptr<DrivenProgram> program;
+  Walk walk;
+};
+
 void correctTeilers(Official& official) {
   official.show(Official::Tab::Teiler);
   official.change("LG Ring-Teiler", "Ergebnis", "33,5");
@@ -31,19 +41,16 @@ void correctSeries(Official& official) {
 }  // namespace
 
 void correctResults(Range& range, ResultJournal& journal) {
-  const auto program = range.startProgram();
-  Walk walk(*program);
-  walk.waitForMainWindow();
-  walk.selectLine(1);
+  Office office(range);
   for (const QString& shooter : kShooters) {
-    walk.chooseShooter(1, shooter);
-    Official official(*program, journal, shooter);
+    office.walk.chooseShooter(1, shooter);
+    Official official(*office.program, journal, shooter);
     shooter == kShooters.first() ? correctTeilers(official) : correctSeries(official);
     official.picture(range.picture("8-ergebnisse-" + shooter));
     official.close();
-    walk.signOffAndLeavePriceMode(1);
+    office.walk.signOffAndLeavePriceMode(1);
   }
-  walk.close(false);
+  office.walk.close(false);
 }
 
 std::vector<PrintedSheet> printSheets(Range& range) {
@@ -52,21 +59,18 @@ std::vector<PrintedSheet> printSheets(Range& range) {
     // The competition's choice, made by another application.
     dao::Database::open(range.competition())
         ->execute(QString("UPDATE Wettkampf SET KurzauswertungDiszi = %1").arg(byProfiles ? -1 : 0));
-    const auto program = range.startProgram();
-    Walk walk(*program);
-    walk.waitForMainWindow();
-    walk.selectLine(1);
+    Office office(range);
     for (const QString& shooter : kShooters) {
-      walk.chooseShooter(1, shooter);
-      program->click("mnuDateiKurzauswertungPreview");
+      office.walk.chooseShooter(1, shooter);
+      office.program->click("mnuDateiKurzauswertungPreview");
       const QString pdf =
           range.file(QString("kurzauswertung-%1-%2.pdf").arg(byProfiles ? "wettkampf" : "liste", shooter));
-      saveShownReport(*program, pdf);
-      program->waitUntil("main window", [&] { return program->modal().isEmpty(); });
+      saveShownReport(*office.program, pdf);
+      office.program->waitUntil("main window", [&] { return office.program->modal().isEmpty(); });
       sheets.push_back({shooter, byProfiles, pdf});
-      walk.signOffAndLeavePriceMode(1);
+      office.walk.signOffAndLeavePriceMode(1);
     }
-    walk.close(false);
+    office.walk.close(false);
   }
   return sheets;
 }

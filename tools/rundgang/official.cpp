@@ -83,24 +83,20 @@ void Official::remove(const QString& discipline) {
 }
 
 void Official::move(const QString& discipline, const QString& target, bool all) {
-  ResultAct act;
-  act.kind = ResultAct::Kind::Move;
-  act.target = target;
-  act.all = all;
-  goTo(discipline, act);
-  toDiscipline(act);
+  toDiscipline(ResultAct::Kind::Move, discipline, target, all);
 }
 
 void Official::copy(const QString& discipline, const QString& target, bool all) {
+  toDiscipline(ResultAct::Kind::Copy, discipline, target, all);
+}
+
+void Official::toDiscipline(ResultAct::Kind kind, const QString& discipline, const QString& target,
+                            bool all) {
   ResultAct act;
-  act.kind = ResultAct::Kind::Copy;
+  act.kind = kind;
   act.target = target;
   act.all = all;
   goTo(discipline, act);
-  toDiscipline(act);
-}
-
-void Official::toDiscipline(ResultAct act) {
   const auto inTarget = [&] {
     const QJsonArray rows = program_.items(grid());
     qsizetype count = 0;

@@ -34,7 +34,7 @@ class Official {
   QString grid() const;
   /// Stands on the row; notes its result.
   int goTo(const QString& discipline, ResultAct& act);
-  void toDiscipline(ResultAct act);
+  void toDiscipline(ResultAct::Kind kind, const QString& discipline, const QString& target, bool all);
   void waitForRows(qsizetype rows);
 
   DrivenProgram& program_;
