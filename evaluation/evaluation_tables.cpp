@@ -9,6 +9,8 @@ namespace qk {
 
 namespace {
 
+constexpr int kKeinTyp = -1;  ///< comes in no order of printing
+
 const char* const kProfilSpalten =
     "Name,Siegerliste,Anzahl,Teiler,Titel,Vorgabe,SchEinmal,RingTeiler,Typ,optPlatzAlle,txtVon,txtBis,"
     "Letzter10er,LetzterSchuss,EntErg,OptKlassen,OptTage,VListe,LetzteStartNr,OptWaffen,optAlle,mitAusweis,"
@@ -73,34 +75,36 @@ QString profileAnweisung(const QString& sDruckdatei) {
 }
 
 std::vector<ProfilDisziplin> leseProfile(dao::Database& druck) {
-  return gelesen<ProfilDisziplin>(druck, "Select * from Profile", [](const dao::Recordset& rs) {
-    return ProfilDisziplin{.AwProfilID = longIn(rs, "AwProfilID"),
-                           .AuswertProfil_Name = textIn(rs, "AuswertProfil_Name"),
-                           .Typ = longIn(rs, "Typ"),
-                           .Anzahl = longIn(rs, "Anzahl"),
-                           .Vorgabe = textIn(rs, "Vorgabe"),
-                           .OptKlassen = longIn(rs, "OptKlassen"),
-                           .OptTage = longIn(rs, "OptTage"),
-                           .OptWaffen = longIn(rs, "OptWaffen"),
-                           .Tageswertung = flagIn(rs, "Tageswertung"),
-                           .Monatswertung = flagIn(rs, "Monatswertung"),
-                           .nBestTageswertung = longIn(rs, "nBestTageswertung"),
-                           .nMinAnzahlErgAktiv = longIn(rs, "nMinAnzahlErgAktiv"),
-                           .nMinAnzahlErg = longIn(rs, "nMinAnzahlErg"),
-                           .DisziID = longIn(rs, "DisziID"),
-                           .Disziplin_Name = textIn(rs, "Disziplin_Name"),
-                           .Disziplin_Teiler = flagIn(rs, "Disziplin_Teiler"),
-                           .Ringe = flagIn(rs, "Ringe"),
-                           .bGewErg = flagIn(rs, "bGewErg"),
-                           .nGewErg = longIn(rs, "nGewErg")};
-  });
+  return gelesen<ProfilDisziplin>(
+      druck, "Select * from Profile order by AwProfilID, DisziID", [](const dao::Recordset& rs) {
+        return ProfilDisziplin{.AwProfilID = longIn(rs, "AwProfilID"),
+                               .AuswertProfil_Name = textIn(rs, "AuswertProfil_Name"),
+                               .Typ = rs.value("Typ").isNull() ? kKeinTyp : longIn(rs, "Typ"),
+                               .Anzahl = longIn(rs, "Anzahl"),
+                               .Vorgabe = textIn(rs, "Vorgabe"),
+                               .OptKlassen = longIn(rs, "OptKlassen"),
+                               .OptTage = longIn(rs, "OptTage"),
+                               .OptWaffen = longIn(rs, "OptWaffen"),
+                               .Tageswertung = flagIn(rs, "Tageswertung"),
+                               .Monatswertung = flagIn(rs, "Monatswertung"),
+                               .nBestTageswertung = longIn(rs, "nBestTageswertung"),
+                               .nMinAnzahlErgAktiv = longIn(rs, "nMinAnzahlErgAktiv"),
+                               .nMinAnzahlErg = longIn(rs, "nMinAnzahlErg"),
+                               .DisziID = longIn(rs, "DisziID"),
+                               .Disziplin_Name = textIn(rs, "Disziplin_Name"),
+                               .Disziplin_Teiler = flagIn(rs, "Disziplin_Teiler"),
+                               .Ringe = flagIn(rs, "Ringe"),
+                               .bGewErg = flagIn(rs, "bGewErg"),
+                               .nGewErg = longIn(rs, "nGewErg")};
+      });
 }
 
 std::vector<EinzelErgebnis> leseErgebnisse(dao::Database& wettkampf, Quelle quelle,
                                            const QString& Startnummer) {
   return gelesen<EinzelErgebnis>(
       wettkampf,
-      "Select * from " + tabellenName(quelle) + " where Startnummer = " + dao::sql::quoted(Startnummer),
+      "Select * from " + tabellenName(quelle) + " where Startnummer = " + dao::sql::quoted(Startnummer) +
+          " and Ergebnis Is Not Null",  // no value is no perfect teiler
       [quelle](const dao::Recordset& rs) {
         return EinzelErgebnis{.Startnummer = textIn(rs, "Startnummer"),
                               .DisziId = longIn(rs, "DisziID"),

@@ -82,6 +82,7 @@ std::vector<EinzelErgebnis> desProfils(const ListenProfil& profil, const Listenr
 
 /// The first weapon of that sign decides, whichever discipline it is of.
 bool waffeZaehlt(const ListenProfil& profil, const EinzelErgebnis& ergebnis, const Zulassung& zulassung) {
+  if (ergebnis.WTyp.isEmpty()) return false;
   const auto& waffen = zulassung.disziplinWaffen;
   const auto waffe = std::find_if(waffen.begin(), waffen.end(), [&](const DisziplinWaffe& eine) {
     return eine.KZ.compare(ergebnis.WTyp, Qt::CaseInsensitive) == 0;

@@ -42,7 +42,7 @@ bool werteAus(Steps& step, const Auswertungsplatz& platz, const QString& Startnu
   const std::unique_ptr<Druckdatei> druckdatei = neueDruckdatei(step, platz);
   std::vector<ProfilDisziplin> profile;
   step([&] { platz.wettkampf.execute(profileAnweisung(required(druckdatei).path())); });
-  step([&] { profile = leseProfile(required(druckdatei).db()); });
+  if (!step([&] { profile = leseProfile(required(druckdatei).db()); })) return false;
   if (profile.empty()) {
     platz.workplace.dialogs.note(
         "Es wurden noch keine Wettkämpfe/Setups im aktuellen Wettkampf gespeichert oder konfiguriert.\r\n"

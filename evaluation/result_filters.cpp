@@ -132,7 +132,8 @@ void pruefeWaffen(const std::vector<ProfilDisziplin>& profile, const Zulassung& 
     }
     if (!bListe || waffen.empty()) continue;
     std::erase_if(*ergebnisse, [&erlaubt](const EinzelErgebnis& ergebnis) {
-      return std::none_of(erlaubt.begin(), erlaubt.end(),
+      return ergebnis.WTyp.isEmpty() ||
+             std::none_of(erlaubt.begin(), erlaubt.end(),
                           [&ergebnis](const QString& KZ) { return gleich(ergebnis.WTyp, KZ); });
     });
   }

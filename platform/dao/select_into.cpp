@@ -1,7 +1,5 @@
 #include "platform/dao/select_into.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <algorithm>
 
 #include "platform/dao/engine.h"
@@ -33,12 +31,6 @@ TableDef definitionOf(const std::vector<sql::ResultColumn>& columns, const QStri
   return table;
 }
 
-bool hasForbiddenDot(const QString& path) {
-  const QString clean = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-  const QFileInfo info(clean);
-  return info.path().contains('.') || info.completeBaseName().contains('.');
-}
-
 QString insertText(const TableDef& table, const sql::Writer& writer) {
   QStringList names;
   for (const FieldDef& field : table.fields) names.append(writer.identifier(field.name));
@@ -58,7 +50,6 @@ int selectInto(Engine& engine, sql::Select select) {
   const std::unique_ptr<Engine> other = file.isEmpty() ? nullptr : Engine::open(file, {});
   Engine& target = other ? *other : engine;
   if (target.catalogue()->info(name)) throw Error(3010);
-  if (other && hasForbiddenDot(file)) throw Error(3126);
 
   const sql::NativeQuery query = engine.writer().select(select);
   std::vector<QVariantList> rows;

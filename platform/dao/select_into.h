@@ -9,8 +9,8 @@ namespace qk::dao {
 class Engine;
 
 /// The new table takes fields, auto number and primary key from the table the rows come from; other indexes
-/// stay behind. Rows and table come to be in one commit. 3010 when the table exists, 3126 when the path of
-/// the other file has a dot elsewhere than before its extension. The count of rows.
+/// stay behind. Rows and table come to be in one commit. 3010 when the table exists. The
+/// count of rows.
 int selectInto(Engine& engine, sql::Select select);
 
 }  // namespace qk::dao

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 
@@ -80,6 +81,11 @@ class TestQuickEvaluation : public QObject {
   void aTargetValue();
   void moreThanAHundred();
   void nothingButNulls();
+  void aResultWithoutValueIsNone();
+  void aProfileWithoutType();
+  void noSignIsNoWeapon();
+  void theTemporaryFolderHoldsADot();
+  void anIgnoredProfileTable();
   void aSecondCopyBesideIt();
 
   void failures_data();
@@ -338,7 +344,8 @@ void TestQuickEvaluation::moreThanAHundred() {
 }
 
 void TestQuickEvaluation::nothingButNulls() {
-  run("UPDATE AuswertProfil SET Name = Null, Vorgabe = Null, Anzahl = Null, OptTage = Null, OptWaffen = "
+  run("UPDATE AuswertProfil SET Name = Null, Typ = Null, Vorgabe = Null, Anzahl = Null, OptTage = Null, "
+      "OptWaffen = "
       "Null, "
       "OptKlassen = Null, nBestTageswertung = Null, nMinAnzahlErgAktiv = Null, nMinAnzahlErg = Null, "
       "Monatswertung = Null");
@@ -352,11 +359,63 @@ void TestQuickEvaluation::nothingButNulls() {
   run("UPDATE Schützen SET Name = Null, Strasse = Null, VereinsID = Null, lMannID = Null, KlassenID = Null");
   run("UPDATE Wettkampf SET Bezeichnung = Null, Bezeichnung2 = Null, Ort = Null");
   QVERIFY(profiles());
-  QCOMPARE(rows.size(), 3);
+  QVERIFY(rows.isEmpty());
   QCOMPARE(shooter, QStringList{"107|Null|Null|Null|Null"});
   run("UPDATE AuswertProfil SET OptTage = 1, OptWaffen = 1, OptKlassen = 1, Monatswertung = True");
   QVERIFY(profiles());
   QVERIFY(list());
+}
+
+void TestQuickEvaluation::aResultWithoutValueIsNone() {
+  takeAll();
+  QVERIFY(profiles());
+  const QStringList before = rows;
+  run("INSERT INTO Schuss (Startnummer, DisziID, WTyp) VALUES ('107', 1, 'LG')");
+  run("INSERT INTO SchussSerien (Startnummer, DisziID, WTyp) VALUES ('107', 2, 'LG')");
+  QVERIFY(profiles());
+  QCOMPARE(rows, before);
+}
+
+void TestQuickEvaluation::aProfileWithoutType() {
+  takeAll();
+  run("UPDATE AuswertProfil SET Typ = Null");
+  QVERIFY(profiles());
+  QVERIFY(rows.isEmpty());
+}
+
+void TestQuickEvaluation::noSignIsNoWeapon() {
+  takeAll();
+  run("UPDATE AuswertProfil SET OptWaffen = 1");
+  run("UPDATE Schuss SET WTyp = Null");
+  run("UPDATE SchussSerien SET WTyp = Null");
+  run("UPDATE DisziplinWaffen SET KZ = 'KK'");
+  QVERIFY(profiles());
+  const QStringList ofOtherWeapons = rows;
+  run("UPDATE DisziplinWaffen SET KZ = Null");
+  QVERIFY(profiles());
+  QCOMPARE(rows, ofOtherWeapons);
+}
+
+void TestQuickEvaluation::theTemporaryFolderHoldsADot() {
+  const QString folder = day->place.path("max.muster/temp");
+  QVERIFY(QDir().mkpath(folder));
+  const QByteArray before = qgetenv("temp");
+  qputenv("temp", folder.toUtf8());
+  const auto back = qScopeGuard([&] { qputenv("temp", before); });
+  takeAll();
+  QVERIFY(profiles());
+  QCOMPARE(rows.size(), 3);
+}
+
+/// Nothing is known of the profiles then: it isn't said that there are none.
+void TestQuickEvaluation::anIgnoredProfileTable() {
+  day->wettkampf->dropTable("AwProfilDiszi");
+  const QString failure = missing("AwProfilDiszi");
+  expectFailure(failure, kProfileText, BoxAnswer::Ignore);  // the profiles can't be copied
+  expectFailure(QString(failure).replace("AwProfilDiszi", "Profile"), kProfileText,
+                BoxAnswer::Ignore);  // nor read
+  QVERIFY(!profiles());
+  QVERIFY(reports->orders.empty());
 }
 
 /// Two desks with one folder for temporary files.
