@@ -1,18 +1,12 @@
-// Both quick evaluations from the competition to the report: what the report finds in its file, what is left
-// behind, and what the operator hears when something fails.
-#include <sqlite3.h>
-
+// Both quick evaluations from the competition to the report: what the report finds in its file, and what is
+// left behind.
 #include <QDir>
 #include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 
-#include "evaluation/quick_evaluation.h"
 #include "platform/dao/recordset.h"
-#include "platform/runtime/error.h"
-#include "tests/evaluation/shooting_day.h"
-#include "tests/support/postgres_server.h"
-#include "tests/support/report_doors.h"
+#include "tests/evaluation/evaluation_bench.h"
 #include "tests/support/test_store.h"
 
 using namespace qk;
@@ -20,50 +14,18 @@ using namespace qk::test;
 
 namespace {
 
-using Ziel = ReportOrder::Ziel;
-
-const char* const kProfileText = "Fehler beim Drucken der Kurzauswertung!";
-const char* const kListText = "Es ist ein Fehler beim Drucken aufgetreten!";
 const char* const kKeine =
     "Es wurden noch keine Wettkämpfe/Setups im aktuellen Wettkampf gespeichert oder konfiguriert.\r\n"
     "Bitte prüfen Sie Ihre Einstellungen.";
 
-void native(const QString& file, const char* statement) {
-  sqlite3* store = nullptr;
-  const bool done = sqlite3_open(file.toUtf8().constData(), &store) == SQLITE_OK &&
-                    sqlite3_exec(store, statement, nullptr, nullptr, nullptr) == SQLITE_OK;
-  sqlite3_close(store);
-  if (!done) failTest(QString("not done in the file: ") + statement);
-}
-
 }  // namespace
 
-class TestQuickEvaluation : public QObject {
+class TestQuickEvaluation : public QObject, private EvaluationBench {
   Q_OBJECT
 
  private Q_SLOTS:
-  void init() {
-    day = std::make_unique<ShootingDay>();
-    reports = std::make_unique<NotedReports>();
-    day->place.random.give({0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7});
-    reports->meanwhile = [this](const ReportOrder& order) {
-      const auto druck = dao::Database::open(order.dataFile, true);
-      QVERIFY(!druck->isOpenElsewhere());  // what was written is in the file
-      rows = read(*druck, "Select * from Ergebnisse order by ID",
-                  {"Wettkampf", "Gruppe", "Disziplin", "WTyp", "DisziErgebnis", "E1", "E2", "E3"});
-      shooter = read(*druck, "Schütze", {"Startnummer", "Name", "Verein", "Klasse", "Mannschaft"});
-      single = read(*druck, "Select * from EinzelErgebnisse order by WkID, Ergebnis",
-                    {"WkID", "Tabelle", "ErgID", "Art", "Ergebnis"});
-      names = read(*druck, "Select * from Ergebnisse order by ID", {"Startnummer", "Name"});
-    };
-    rows = shooter = single = names = {};
-  }
-  void cleanup() {
-    const QStringList left = files();
-    day.reset();
-    reports.reset();
-    QCOMPARE(left, QStringList());  // whatever happened
-  }
+  void init() { begin(); }
+  void cleanup() { end(); }
 
   void nobodyIsChosen();
   void theProfileEvaluation();
@@ -85,72 +47,7 @@ class TestQuickEvaluation : public QObject {
   void aProfileWithoutType();
   void noSignIsNoWeapon();
   void theTemporaryFolderHoldsADot();
-  void anIgnoredProfileTable();
   void aSecondCopyBesideIt();
-
-  void failures_data();
-  void failures();
-  void aFailedFilter_data();
-  void aFailedFilter();
-  void theDayCannotBeRead();
-  void whatNoProfileAsksIsNotRead();
-  void anUndeletableResult_data();
-  void anUndeletableResult();
-  void theReportFails_data();
-  void theReportFails();
-  void thePrintingIsGivenUp();
-  void theTemplateIsMissing();
-  void theServerDropsTheConnection();
-
- private:
-  QStringList files() const { return QDir(day->place.path("temp")).entryList(QDir::Files); }
-  Auswertungsplatz platz() { return {day->place.workplace(), *day->wettkampf, *reports, day->system()}; }
-  bool profiles(const QString& number = "107", Ziel ziel = Ziel::Fenster) {
-    return druckeProfilauswertung(platz(), number, ziel);
-  }
-  bool list(const QString& number = "107", Ziel ziel = Ziel::Fenster) {
-    return druckeSchnellliste(platz(), number, ziel);
-  }
-  void run(const QString& statement) { day->wettkampf->execute(statement); }
-  /// Profiles that leave out nothing.
-  void takeAll() {
-    run("UPDATE AuswertProfil SET OptTage = 0, OptWaffen = 0, OptKlassen = 0, Tageswertung = False, "
-        "Monatswertung = False, nMinAnzahlErgAktiv = 0");
-    run("UPDATE Disziplin SET bGewErg = False");
-  }
-  Expectation& expectFailure(const QString& failure, const QString& text, BoxAnswer answer) {
-    return day->place.dialogs.expect("Fehler: " + failure + "\n" + text, answer)
-        .titled("Fehler")
-        .with(BoxButtons::AbortRetryIgnore)
-        .showing(BoxIcon::Exclamation);
-  }
-  Expectation& expectFailure(int number, const QString& text, BoxAnswer answer) {
-    return expectFailure(QString("%1 - %2").arg(number).arg(errorDescription(number)), text, answer);
-  }
-  /// What fails says the same however often.
-  QString failureOf(const std::function<void()>& call) {
-    try {
-      call();
-    } catch (const Error& error) {
-      return QString("%1 - %2").arg(error.number()).arg(error.description());
-    }
-    failTest("nothing failed");
-    return {};
-  }
-  /// What is said of a template that can't be copied or opened.
-  QString ofTemplate(const QString& failure) {
-    return failure + "\nVorlage: " + day->printTemplate() + "\nTemporärer Ordner: " + day->place.path("temp");
-  }
-  QString ofTemplate(int number) {
-    return ofTemplate(QString("%1 - %2").arg(number).arg(errorDescription(number)));
-  }
-  QString missing(const QString& table) {
-    return failureOf([&] { day->wettkampf->openRecordset("Select * from " + table); });
-  }
-
-  std::unique_ptr<ShootingDay> day;
-  std::unique_ptr<NotedReports> reports;
-  QStringList rows, shooter, single, names;
 };
 
 void TestQuickEvaluation::nobodyIsChosen() {
@@ -407,17 +304,6 @@ void TestQuickEvaluation::theTemporaryFolderHoldsADot() {
   QCOMPARE(rows.size(), 3);
 }
 
-/// Nothing is known of the profiles then: it isn't said that there are none.
-void TestQuickEvaluation::anIgnoredProfileTable() {
-  day->wettkampf->dropTable("AwProfilDiszi");
-  const QString failure = missing("AwProfilDiszi");
-  expectFailure(failure, kProfileText, BoxAnswer::Ignore);  // the profiles can't be copied
-  expectFailure(QString(failure).replace("AwProfilDiszi", "Profile"), kProfileText,
-                BoxAnswer::Ignore);  // nor read
-  QVERIFY(!profiles());
-  QVERIFY(reports->orders.empty());
-}
-
 /// Two desks with one folder for temporary files.
 void TestQuickEvaluation::aSecondCopyBesideIt() {
   takeAll();
@@ -431,224 +317,6 @@ void TestQuickEvaluation::aSecondCopyBesideIt() {
   QCOMPARE(reports->orders.size(), 2U);
   QVERIFY(reports->orders[0].dataFile != reports->orders[1].dataFile);
   QCOMPARE(rows.size(), 3);
-}
-
-void TestQuickEvaluation::failures_data() {
-  QTest::addColumn<bool>("plain");
-  QTest::addColumn<QString>("table");
-  QTest::addColumn<int>("boxes");
-  QTest::newRow("profiles, results") << false << "SchussSerien" << 2;  // the update and the reading
-  QTest::newRow("profiles, clubs") << false << "Verein" << 1;
-  QTest::newRow("list, results") << true << "SchussSerien" << 2;
-  QTest::newRow("list, weapons") << true << "DisziplinWaffen" << 1;
-  QTest::newRow("list, weapons of profiles") << true << "Auswert_Waffen" << 1;
-  QTest::newRow("list, classes of profiles") << true << "Auswert_Klassen" << 1;
-  QTest::newRow("list, disciplines of profiles") << true << "AwProfilDiszi" << 1;
-  QTest::newRow("list, profiles") << true << "Auswertprofil" << 1;
-}
-
-void TestQuickEvaluation::failures() {
-  QFETCH(const bool, plain);
-  QFETCH(const QString, table);
-  QFETCH(const int, boxes);
-  takeAll();
-  const dao::TableDef definition = day->wettkampf->tableDef(table);
-  day->wettkampf->dropTable(table);
-  const QString failure = missing(table);
-  const QString text = plain ? kListText : kProfileText;
-
-  expectFailure(failure, text, BoxAnswer::Abort);
-  QVERIFY(!(plain ? list() : profiles()));
-  QCOMPARE(reports->orders.size(), 0U);
-  QCOMPARE(files(), QStringList());
-
-  for (int i = 0; i < boxes; ++i) expectFailure(failure, text, BoxAnswer::Ignore);
-  QVERIFY(plain ? list() : profiles());
-  QCOMPARE(reports->orders.size(), 1U);
-
-  expectFailure(failure, text, BoxAnswer::Retry).during([&] { day->wettkampf->createTable(definition); });
-  QVERIFY(plain ? list() : profiles());
-  QCOMPARE(reports->orders.size(), 2U);
-}
-
-void TestQuickEvaluation::aFailedFilter_data() {
-  QTest::addColumn<QString>("setting");
-  QTest::addColumn<QString>("table");
-  QTest::addColumn<QString>("text");
-  QTest::newRow("weapons") << "OptWaffen = 1"
-                           << "Auswert_Waffen"
-                           << "Fehler beim Prüfen der Wettkampfwaffen - Kurzauswertung!";
-  QTest::newRow("weapons of disciplines") << "OptWaffen = 1"
-                                          << "DisziplinWaffen"
-                                          << "Fehler beim Prüfen der Wettkampfwaffen - Kurzauswertung!";
-  QTest::newRow("classes") << "OptKlassen = 1"
-                           << "Auswert_Klassen"
-                           << "Fehler beim Prüfen der Wettkampfklassen - Kurzauswertung!";
-  QTest::newRow("days") << "OptWaffen = 1, OptTage = 1"
-                        << "Schuss"
-                        << "Fehler beim Prüfen der Wettkampftage - Kurzauswertung!";
-}
-
-void TestQuickEvaluation::aFailedFilter() {
-  QFETCH(const QString, setting);
-  QFETCH(const QString, table);
-  QFETCH(const QString, text);
-  takeAll();
-  run("UPDATE AuswertProfil SET " + setting + " WHERE ID = 1");
-  run("UPDATE Schuss SET WTyp = 'KK' WHERE ID = 11");
-  const dao::TableDef definition = day->wettkampf->tableDef(table);
-  const bool read = table != "Schuss";  // that one goes while the weapons' filter lets events run
-  const auto drop = [&] { day->wettkampf->dropTable(table); };
-  if (read) drop();
-  const auto evaluate = [&] {
-    if (!read) QTimer::singleShot(0, this, drop);
-    return profiles();
-  };
-  const auto back = [&] { day->wettkampf->createTable(definition); };
-  const QString failure =
-      failureOf([&] { day->wettkampf->openRecordset("Select * from Fehlt"); }).replace("Fehlt", table);
-  const QString known = read ? missing(table) : failure;
-
-  expectFailure(known, text, BoxAnswer::Abort);
-  QVERIFY(!evaluate());
-  QCOMPARE(reports->orders.size(), 0U);
-  QCOMPARE(files(), QStringList());
-  if (!read) return;
-
-  expectFailure(known, text, BoxAnswer::Ignore);
-  QVERIFY(evaluate());
-  QCOMPARE(reports->orders.size(), 1U);
-
-  expectFailure(known, text, BoxAnswer::Retry).during(back);
-  QVERIFY(evaluate());
-  QCOMPARE(reports->orders.size(), 2U);
-}
-
-/// Its results all count then.
-void TestQuickEvaluation::theDayCannotBeRead() {
-  takeAll();
-  run("UPDATE AuswertProfil SET OptWaffen = 1, OptTage = 1 WHERE ID = 1");
-  run("UPDATE Schuss SET WTyp = 'KK' WHERE ID = 11");
-  const QString failure = missing("Fehlt").replace("Fehlt", "Schuss");
-  QTimer::singleShot(0, this, [this] { day->wettkampf->dropTable("Schuss"); });
-  expectFailure(failure, "Fehler beim Prüfen der Wettkampftage - Kurzauswertung!", BoxAnswer::Ignore);
-  QVERIFY(profiles());
-  QCOMPARE(single.filter("1|Schuss"), QStringList{"1|Schuss|12|T|8,1"});
-}
-
-void TestQuickEvaluation::whatNoProfileAsksIsNotRead() {
-  takeAll();
-  for (const char* table : {"Auswert_Waffen", "DisziplinWaffen", "Auswert_Klassen"})
-    day->wettkampf->dropTable(table);
-  QVERIFY(profiles());
-}
-
-void TestQuickEvaluation::anUndeletableResult_data() {
-  QTest::addColumn<QString>("setting");
-  QTest::addColumn<QString>("text");
-  QTest::newRow("highest number") << ""
-                                  << "Fehler beim Prüfen der Max.Ergebnisse - Kurzauswertung!";
-  QTest::newRow("days and months") << "Tageswertung = True, nBestTageswertung = 1"
-                                   << "Fehler beim Ermitteln der Tages-/MonatsAuswertung!";
-}
-
-void TestQuickEvaluation::anUndeletableResult() {
-  QFETCH(const QString, setting);
-  QFETCH(const QString, text);
-  takeAll();
-  run("UPDATE AuswertProfil SET nShowKurzAuswertung = 0 WHERE ID = 3");
-  if (setting.isEmpty())
-    run("UPDATE Disziplin SET bGewErg = True, nGewErg = 1 WHERE ID = 1");
-  else
-    run("UPDATE AuswertProfil SET " + setting + " WHERE ID = 1");
-  run("UPDATE Schuss SET Datum = '30.11.2026 10:00:00'");
-  native(day->printTemplate(),
-         "CREATE TRIGGER nie BEFORE DELETE ON EinzelErgebnisse BEGIN SELECT RAISE(ABORT, 'gesperrt'); END");
-  const QString failure = failureOf([&] {
-    const QString copy = day->place.path("probe");
-    QFile::copy(day->printTemplate(), copy);
-    const auto druck = dao::Database::open(copy);
-    druck->execute("INSERT INTO EinzelErgebnisse (WkID) VALUES (1)");
-    druck->execute("Delete * from EinzelErgebnisse where ID = 1");
-  });
-
-  expectFailure(failure, text, BoxAnswer::Abort);
-  QVERIFY(!profiles());
-  QCOMPARE(files(), QStringList());
-
-  expectFailure(failure, text, BoxAnswer::Ignore);
-  QVERIFY(profiles());
-  QCOMPARE(single.size(), 2);  // it stays there, and doesn't count all the same
-  QCOMPARE(rows, QStringList{"Pokal|Null|LG Teiler|Null|8,1|8,1|Null|Null"});
-
-  expectFailure(failure, text, BoxAnswer::Retry).during([&] {
-    native(day->place.path("temp/") + files().filter(QRegularExpression("^ZVA.*tmp$")).value(0),
-           "DROP TRIGGER nie");
-  });
-  QVERIFY(profiles());
-  QCOMPARE(single.size(), 1);
-}
-
-void TestQuickEvaluation::theReportFails_data() {
-  QTest::addColumn<bool>("plain");
-  QTest::newRow("profiles") << false;
-  QTest::newRow("list") << true;
-}
-
-void TestQuickEvaluation::theReportFails() {
-  QFETCH(const bool, plain);
-  takeAll();
-  reports->error = 482;
-  const QString text = plain ? kListText : kProfileText;
-  expectFailure(482, text, BoxAnswer::Abort);
-  QVERIFY(!(plain ? list() : profiles()));
-  QCOMPARE(files(), QStringList());
-  expectFailure(482, text, BoxAnswer::Ignore);
-  QVERIFY(!(plain ? list() : profiles()));
-  QCOMPARE(files(), QStringList());
-  expectFailure(482, text, BoxAnswer::Retry).during([&] { reports->error = 0; });
-  QVERIFY(plain ? list() : profiles());
-  QCOMPARE(reports->orders.size(), 4U);
-}
-
-void TestQuickEvaluation::thePrintingIsGivenUp() {
-  takeAll();
-  reports->goesOn = false;
-  QVERIFY(!profiles("107", Ziel::Drucker));
-  QVERIFY(!list("107", Ziel::Drucker));
-  QCOMPARE(reports->orders.size(), 2U);
-}
-
-void TestQuickEvaluation::theTemplateIsMissing() {
-  QFile::rename(day->printTemplate(), day->place.path("weg"));
-  expectFailure(ofTemplate(53), kProfileText, BoxAnswer::Abort);
-  QVERIFY(!profiles());
-  expectFailure(ofTemplate(53), kListText, BoxAnswer::Abort);
-  QVERIFY(!list());
-  expectFailure(ofTemplate(53), kListText, BoxAnswer::Retry).during([&] {
-    QFile::rename(day->place.path("weg"), day->printTemplate());
-  });
-  QVERIFY(list());
-}
-
-/// In the midst of it, as after a restart of the server: whatever is said, the sheet is whole or isn't
-/// printed.
-void TestQuickEvaluation::theServerDropsTheConnection() {
-  if (!storesOnServer()) return;
-  takeAll();
-  run("UPDATE AuswertProfil SET OptWaffen = 1, OptKlassen = 1 WHERE ID = 1");
-  run("UPDATE Schuss SET WTyp = 'KK' WHERE ID = 11");
-  bool dropped = false;
-  QTimer::singleShot(0, this, [&] {
-    serverDatabase(day->path())
-        .native(
-            "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname = "
-            "current_database() AND pid <> pg_backend_pid()");
-    dropped = true;
-  });
-  QVERIFY(profiles());
-  QVERIFY(dropped);
-  QCOMPARE(rows[0], "Pokal|Null|LG Teiler|Null|8,1|8,1|Null|Null");
 }
 
 QTEST_MAIN(TestQuickEvaluation)
