@@ -12,6 +12,25 @@
 using namespace qk;
 using namespace qk::test;
 
+namespace {
+
+/// The editor fails as it is shown, so many times.
+class FailingEditor : public QObject {
+ public:
+  explicit FailingEditor(int times) : times_(times) { qApp->installEventFilter(this); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Show && watched->objectName() == "frmSchuetzeErg" && times_-- > 0)
+      throw Error(91);
+    return false;
+  }
+
+ private:
+  int times_;
+};
+
+}  // namespace
+
 class TestResultsOpening : public QObject {
   Q_OBJECT
 
@@ -21,6 +40,7 @@ class TestResultsOpening : public QObject {
   void whatIsBookedStandsThere();
   void helpOpensItsPage();
   void aCompetitionThatCantBeRead();
+  void anEditorThatFails();
 };
 
 void TestResultsOpening::withoutAShooterThereIsNoEditor() {
@@ -107,6 +127,31 @@ void TestResultsOpening::aCompetitionThatCantBeRead() {
     return QString();
   }();
   office.boxes.expect(failure + "\nFehler beim Laden der Ergebnisse!", BoxAnswer::Abort);
+  trigger(office.window(), "mnuEditErgebnisse");
+  QVERIFY(office.boxes.done());
+}
+
+void TestResultsOpening::anEditorThatFails() {
+  RangeOffice office;
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  const auto expectFailure = [&](BoxAnswer answer) {
+    office.boxes
+        .expect("Fehler: 91 - " + errorDescription(91) + "\nFehler beim Bearbeiten des Ergebnisses!", answer)
+        .titled("Fehler")
+        .with(BoxButtons::AbortRetryIgnore)
+        .showing(BoxIcon::Exclamation);
+  };
+  for (const BoxAnswer answer : {BoxAnswer::Abort, BoxAnswer::Ignore}) {
+    const FailingEditor failing(2);
+    expectFailure(BoxAnswer::Retry);
+    expectFailure(answer);
+    trigger(office.window(), "mnuEditErgebnisse");
+    QVERIFY(office.boxes.done());
+  }
+  const FailingEditor failing(1);
+  expectFailure(BoxAnswer::Retry);
+  office.boxes.expectWindow("frmSchuetzeErg", [](QWidget& editor) { click(editor, "cmdOK"); });
   trigger(office.window(), "mnuEditErgebnisse");
   QVERIFY(office.boxes.done());
 }
