@@ -26,6 +26,7 @@ frmListDiszi::frmListDiszi(const Workplace& workplace, dao::Database& database, 
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmListDiszi::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &frmListDiszi::reject);
   connect(ui_->lstDisziplinen, &QListWidget::itemDoubleClicked, this, &frmListDiszi::cmdOK_Click);
+  connect(ui_->lstDisziplinen, &QListWidget::itemSelectionChanged, this, &frmListDiszi::showChoice);
 }
 
 frmListDiszi::~frmListDiszi() = default;
@@ -59,10 +60,16 @@ void frmListDiszi::Form_Load() {
       if (id == lId_) ui_->lstDisziplinen->setCurrentItem(entry);
     }
   });
+  showChoice();
   ui_->lstDisziplinen->setFocus();
 }
 
-/// Without a chosen entry there is nothing to change to: the same as an empty list.
+/// Nothing is chosen at first where the results stand in a discipline that this list doesn't offer.
+void frmListDiszi::showChoice() {
+  ui_->cmdOK->setEnabled(chosen() || ui_->lstDisziplinen->count() == 0);
+}
+
+/// An empty list has nothing to change to.
 void frmListDiszi::cmdOK_Click() {
   lId_ = chosen() ? chosen()->data(Qt::UserRole).toInt() : 0;
   bCopy_ = ui_->chkErgCopy->isChecked();

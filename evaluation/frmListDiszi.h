@@ -39,6 +39,7 @@ class frmListDiszi : public QDialog {
 
  private:
   void Form_Load();
+  void showChoice();
   void cmdOK_Click();
   QListWidgetItem* chosen() const;  ///< nullptr for none
 

@@ -163,10 +163,11 @@ void frmSchuetzeErg::cmdEdit_Click() {
   activePage().grid().setFocus();
 }
 
+/// Whoever gives up at a failure keeps the marks that he has: half of the rows would look like all of them.
 void frmSchuetzeErg::mnuEditSelAlle_Click() {
   if (!activePage().submit()) return;
-  activePage().complete("Fehler beim Markieren der Ergebnisse!");
-  activePage().grid().selectAll();
+  const Hourglass hourglass;
+  if (activePage().complete("Fehler beim Markieren der Ergebnisse!")) activePage().grid().selectAll();
 }
 
 // --- printing
@@ -195,7 +196,7 @@ void frmSchuetzeErg::print(ResultsPage& page, qint16 nZiel) {
   report::GridReport made;
   {
     const Hourglass hourglass;
-    page.complete("Fehler beim Laden der Ergebnisse!");
+    if (!page.complete("Fehler beim Laden der Ergebnisse!")) return;
     report::GridTable table = report::shownGrid(page.grid());
     table.title = resultTitle(page.kind());
     table.head << headline(header_, sStartnummer_);

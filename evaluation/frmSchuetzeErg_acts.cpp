@@ -110,6 +110,7 @@ void frmSchuetzeErg::cmdChangeDiszi_Click() {
   wanted.bCopy = chooser.bCopy();
   wanted.bChangeAll = chooser.bChangeAll();
   if (!workplace_.dialogs.confirm(changeQuestion(wanted), BoxIcon::Question, BoxAnswer::No)) return;
+  const Hourglass hourglass;
   if (!wanted.bChangeAll && !reported(report(kUpdating), [&](Steps& step) {
         step([&] { wanted.results = page.resultsOf(chosen); });
       }))
@@ -119,7 +120,6 @@ void frmSchuetzeErg::cmdChangeDiszi_Click() {
 
 /// The current result stays the current one, wherever the new discipline puts it.
 void frmSchuetzeErg::change(ResultsPage& page, const DisciplineChange& wanted, const QString& discipline) {
-  const Hourglass hourglass;
   const qint32 current = page.currentResult();
   const int row = page.grid().currentRow();
   int rows = 0;

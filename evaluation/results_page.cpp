@@ -56,7 +56,11 @@ ResultsPage::ResultsPage(const Workplace& workplace, ResultKind kind, BoundGrid&
         QTimer::singleShot(0, this, [this] { justFailed_ = false; });
         return answer;
       })) {
-  rows_->setFetchReport([this](const Error& error) { return report(fetchFailure_)(error); });
+  rows_->setFetchReport([this](const Error& error) {
+    const ErrorAnswer answer = report(fetchFailure_)(error);
+    gaveUp_ = answer == ErrorAnswer::Abort;
+    return answer;
+  });
   rows_->setColumns(columns());
   rows_->setCheck(
       [this](int row, const QString& field, const QVariant& value) { return mayHold(row, field, value); });
@@ -118,15 +122,19 @@ void ResultsPage::standSomewhere() {
   Q_EMIT changed();
 }
 
-void ResultsPage::complete(const QString& failure) {
+bool ResultsPage::complete(const QString& failure) {
   const Saying saying(fetchFailure_, failure);
+  gaveUp_ = false;
+  if (rows_->isBroken()) rows_->refresh();
   rows_->waitForAll();
+  return !gaveUp_;
 }
 
 void ResultsPage::refresh(const QString& failure, int row) {
   if (!rows_->isOpen()) return;
+  const Saying saying(fetchFailure_, failure);
   reported(report(failure), [this](Steps& step) { step([this] { rows_->refresh(); }); });
-  complete(failure);
+  rows_->waitForAll();
   grid_.setCurrentRow(row);
 }
 

@@ -40,8 +40,9 @@ class ResultsPage : public QObject {
   /// Reads all rows anew and stands on the row of that number, or on the last one. Failures are reported with
   /// `failure`.
   void refresh(const QString& failure, int row);
-  /// Waits for the rows that are still being read.
-  void complete(const QString& failure);
+  /// Waits for the rows that are still being read; a list that broke off is read anew. False when the
+  /// operator gave up at a failure, reported with `failure`: there may be more rows.
+  bool complete(const QString& failure);
 
   int currentResult() const;  ///< ID of the current row's result; 0 for none
   int currentDiscipline() const;
@@ -72,6 +73,7 @@ class ResultsPage : public QObject {
   dao::Database* database_ = nullptr;
   QString failure_, fetchFailure_;  // what their reports say now
   bool justFailed_ = false;         // until the next turn of the event loop
+  bool gaveUp_ = false;             // where the list broke off
   std::unique_ptr<BoundRows> rows_;
   std::unique_ptr<GridBrowser> browser_;
 };

@@ -4,6 +4,8 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 
+#include "evaluation/result_table.h"
+
 namespace qk::test {
 
 ResultsDesk::ResultsDesk() {
@@ -112,6 +114,20 @@ Expectation& ResultsDesk::expectError(const Error& error, const QString& text, B
       .titled("Fehler")
       .with(BoxButtons::AbortRetryIgnore)
       .showing(BoxIcon::Exclamation);
+}
+
+Error ResultsDesk::breakListing() {
+  Error error(0);
+  BoundRows probe([&](const Error& failure) {
+    error = failure;
+    return ErrorAnswer::Abort;
+  });
+  probe.open(other(), resultQuery(ResultKind::Teiler, "107").text());
+  probe.waitForAll();
+  other().dropTable("Disziplin");
+  probe.refresh();
+  probe.waitForAll();
+  return error;
 }
 
 }  // namespace qk::test

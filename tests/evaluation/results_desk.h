@@ -56,6 +56,8 @@ class ResultsDesk {
   QString ids(const QString& table, const QString& condition = "ID > 0");
   /// The error box of the house.
   Expectation& expectError(const Error& error, const QString& text, BoxAnswer answer);
+  /// From now on the teilers can't be listed: their disciplines are away. Returns the failure.
+  Error breakListing();
   /// Another desk's connection.
   dao::Database& other() { return bench.store(); }
 

@@ -29,12 +29,16 @@ class TestFrmSchuetzeErg : public QObject {
   void cleanup() { desk.reset(); }
 
   void theShooterAndHisResults();
+  void registrationsInOneLine();
   void nobodysResults();
   void aShooterWithoutResults();
   void captions();
   void filtersAndTitles();
   void marksFallWithFilterAndOrder();
   void marking();
+  void markingWaitsForTheRows();
+  void markingThatFails();
+  void printingHalfAListCanBeGivenUp();
   void theRightIsAskedFirst();
   void editingIsAToggle();
   void anEditIsStored();
@@ -53,6 +57,21 @@ class TestFrmSchuetzeErg : public QObject {
 
  private:
   BoundGrid& grid() { return desk->grid(); }
+  /// Opens a list of more rows than come at once, with its first rows only. Returns how many there are.
+  int openLong() {
+    for (int i = 0; i < 6; ++i)
+      desk->bench.store().execute(
+          "INSERT INTO Schuss (Ergebnis, Startnummer, DisziID) SELECT Ergebnis, Startnummer, DisziID FROM "
+          "Schuss WHERE DisziID = 3 AND Startnummer = '107'");
+    desk->open();
+    const int all = desk->rows().count();
+    readFirst();
+    return all;
+  }
+  void readFirst() {
+    desk->rows().refresh();
+    desk->rows().waitForFirst();
+  }
   QPushButton& button(const char* name) { return the<QPushButton>(desk->window(), name); }
   void unlock() {
     click(desk->window(), "cmdEdit");
@@ -79,6 +98,22 @@ void TestFrmSchuetzeErg::theShooterAndHisResults() {
   QCOMPARE(desk->shown(result::Ergebnis), "391 380 101,5");
   QCOMPARE(desk->shown(result::Datum), "21.11.2026 10:00:00 20.11.2026 10:00:00 21.11.2026 11:00:00");
   QCOMPARE(desk->grid().currentRow(), 0);
+}
+
+void TestFrmSchuetzeErg::registrationsInOneLine() {
+  desk->bench.fill(R"(
+Zeilen MeldeDisziplin
+  ID | MeldeDisziplin
+  1  | Luftgewehr
+  2  | Luftpistole
+Zeilen Schuetzen_SPO_Anmeldungen
+  ID | SchuetzeID | SPOID | MannID
+  1  | 71         | 1     | 5
+  2  | 71         | 2     | 0
+  3  | 72         | 2     | 5
+)");
+  desk->open();
+  QCOMPARE(the<QLabel>(desk->window(), "lblSPO").text(), "Luftgewehr - Äußere Au I - Luftpistole - ");
 }
 
 void TestFrmSchuetzeErg::nobodysResults() {
@@ -174,6 +209,70 @@ void TestFrmSchuetzeErg::marking() {
   QCOMPARE(the<QLabel>(desk->window(), "lblMarkiert").text(), "");
   trigger(desk->window(), "mnuEditSelAlle");
   QCOMPARE(the<QLabel>(desk->window(), "lblMarkiert").text(), "3 markiert");
+}
+
+void TestFrmSchuetzeErg::markingWaitsForTheRows() {
+  const int all = openLong();
+  QVERIFY(desk->rows().count() < all);
+  bool hourglass = false;
+  const auto reading = connect(&desk->rows(), &BoundRows::rowsInserted, &desk->window(), [&] {
+    hourglass = QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+  });
+  trigger(desk->window(), "mnuEditSelAlle");
+  disconnect(reading);
+  QCOMPARE(grid().markedRows().size(), all);
+  QVERIFY(hourglass);
+  QVERIFY(!QApplication::overrideCursor());
+}
+
+void TestFrmSchuetzeErg::markingThatFails() {
+  const QString text = "Fehler beim Markieren der Ergebnisse!";
+  const int all = openLong();
+  dao::Database& store = desk->bench.store();
+  const dao::TableDef disciplines = store.tableDef("Disziplin");
+  const Error error = desk->breakListing();
+  const int first = desk->rows().count();
+  QVERIFY(first > 2 && first < all);
+  const auto mark = [this](int row) {
+    grid().selectionModel()->select(desk->rows().index(row, 0),
+                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  };
+  mark(0);
+  mark(1);
+  desk->expectError(error, text, BoxAnswer::Abort);
+  trigger(desk->window(), "mnuEditSelAlle");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(grid().markedRows().size(), 2);
+  // There again, it is read, although the list had ended.
+  store.createTable(disciplines);
+  desk->bench.fill("Zeilen Disziplin\n  ID | Name\n  3 | LG Teiler\n  4 | LP Teiler\n  5 | LG Ring-Teiler\n");
+  trigger(desk->window(), "mnuEditSelAlle");
+  QCOMPARE(grid().markedRows().size(), all);
+  // Whoever goes on marks what is there, and sees that it isn't all.
+  readFirst();
+  store.dropTable("Disziplin");
+  desk->expectError(error, text, BoxAnswer::Ignore);
+  trigger(desk->window(), "mnuEditSelAlle");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(grid().markedRows().size(), first);
+  QCOMPARE(desk->count(), QString("%1 Serien, nicht alle gelesen").arg(first));
+  desk->expectError(error, text, BoxAnswer::Retry);
+  desk->expectError(error, text, BoxAnswer::Abort);
+  trigger(desk->window(), "mnuEditSelAlle");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(grid().markedRows().size(), 0);
+}
+
+void TestFrmSchuetzeErg::printingHalfAListCanBeGivenUp() {
+  openLong();
+  const Error error = desk->breakListing();
+  for (const BoxAnswer answer : {BoxAnswer::Abort, BoxAnswer::Ignore}) {
+    QCOMPARE(desk->current.names, QStringList());
+    desk->expectError(error, "Fehler beim Laden der Ergebnisse!", answer);
+    trigger(desk->window(), "mnuDateiPrint");
+    QVERIFY(desk->boxes.done());
+  }
+  QCOMPARE(desk->current.names, QStringList("Teiler"));
 }
 
 void TestFrmSchuetzeErg::theRightIsAskedFirst() {

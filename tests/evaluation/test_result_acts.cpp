@@ -47,6 +47,7 @@ class TestResultActs : public QObject {
 
   void movingTheCurrentRow();
   void movingMarkedRows();
+  void movingUnderAnHourglass();
   void movingAllOfADiscipline();
   void copyingKeepsTheOriginals();
   void eachQuestionOfAChange_data();
@@ -54,7 +55,9 @@ class TestResultActs : public QObject {
   void aCancelledChange();
   void aRefusedChange_data();
   void aRefusedChange();
+  void aListThatBreaksOffAfterTheChange();
   void theListOfDisciplines();
+  void aDisciplineThatTheListDoesntOffer();
   void aListThatCantBeRead();
 
   void aCompetitionThatIsGone();
@@ -327,6 +330,25 @@ void TestResultActs::movingMarkedRows() {
   QCOMPARE(desk->news(), "3 Teiler verschoben nach LP Teiler.");
 }
 
+void TestResultActs::movingUnderAnHourglass() {
+  desk->open();
+  desk->select(0);
+  desk->mark(1);
+  desk->mark(2);
+  // Each row is read anew: the current one before anything is chosen, the marked ones after the question.
+  QList<bool> hourglasses;
+  const auto reading = connect(&desk->rows(), &BoundRows::dataChanged, &desk->window(), [&] {
+    const QCursor* cursor = QApplication::overrideCursor();
+    hourglasses << (cursor && cursor->shape() == Qt::WaitCursor);
+  });
+  expectChoice("LP Teiler");
+  expectQuestion(kMoveQuestion).during([] { QVERIFY(!QApplication::overrideCursor()); });
+  click(desk->window(), "cmdChangeDiszi");
+  disconnect(reading);
+  QCOMPARE(hourglasses, QList<bool>({false, true, true, true}));
+  QVERIFY(!QApplication::overrideCursor());
+}
+
 void TestResultActs::movingAllOfADiscipline() {
   desk->open();
   desk->showSerien();
@@ -419,6 +441,20 @@ void TestResultActs::aRefusedChange() {
   }
 }
 
+void TestResultActs::aListThatBreaksOffAfterTheChange() {
+  desk->open();
+  expectChoice("LP Teiler", false, true);
+  expectQuestion(changeQuestion({.bChangeAll = true})).during([this] {
+    const Error error = desk->breakListing();
+    desk->expectError(error, kUpdating, BoxAnswer::Ignore);  // reading the rows
+    desk->expectError(error, kUpdating, BoxAnswer::Ignore);  // looking for the current one
+  });
+  click(desk->window(), "cmdChangeDiszi");
+  QVERIFY(desk->boxes.done());
+  QCOMPARE(disciplines("Schuss"), "1|3 2|3 3|4 4|4 5|3 6|777 7|3");
+  QCOMPARE(desk->news(), "1 Teiler verschoben nach LP Teiler.");
+}
+
 void TestResultActs::theListOfDisciplines() {
   desk->open();
   const auto entries = [](QWidget& chooser) {
@@ -462,6 +498,33 @@ void TestResultActs::theListOfDisciplines() {
   chooser.show();
   click(chooser, "cmdOK");
   QCOMPARE(chooser.lId(), 0);
+}
+
+void TestResultActs::aDisciplineThatTheListDoesntOffer() {
+  desk->bench.store().execute("UPDATE SchussSerien SET DisziID = 6 WHERE ID = 2");
+  desk->open();
+  desk->showSerien();
+  desk->select(0);
+  QCOMPARE(desk->rows().index(0, result::Disziplin).data().toString(), "Ehrenscheibe");
+  desk->boxes.expectWindow("frmListDiszi", [](QWidget& chooser) {
+    auto& list = the<QListWidget>(chooser, "lstDisziplinen");
+    const auto& ok = the<QPushButton>(chooser, "cmdOK");
+    QVERIFY(list.selectedItems().isEmpty());
+    QVERIFY(!ok.isEnabled());
+    press(chooser, "lstDisziplinen", Qt::Key_Return);
+    QVERIFY(chooser.isVisible());
+    press(chooser, "lstDisziplinen", Qt::Key_Home);
+    press(chooser, "lstDisziplinen", Qt::Key_Space);
+    QVERIFY(ok.isEnabled());
+    list.clearSelection();
+    QVERIFY(!ok.isEnabled());
+    tick(chooser, "lstDisziplinen", "LG Zehntel");
+    press(chooser, "lstDisziplinen", Qt::Key_Return);
+    QVERIFY(!chooser.isVisible());
+  });
+  expectQuestion(kMoveQuestion);
+  click(desk->window(), "cmdChangeDiszi");
+  QCOMPARE(disciplines("SchussSerien"), "1|1 2|2 3|2 4|1");
 }
 
 void TestResultActs::aListThatCantBeRead() {
