@@ -159,6 +159,7 @@ class Pieces {
       return true;
     });
     std::sort(keys.begin(), keys.end());
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
     return keys;
   }
 

@@ -1,9 +1,9 @@
 // An UPDATE over a join, in pieces.
 //
 // The classic one brings a large table in line with a small one, and is run again and again though hardly a
-// row has changed. So rows that are right already aren't written (the dialects see to that), what is to be
-// written is looked for without a lock, and is written by a few keys at a time: others can store their rows
-// in between.
+// row has changed. So rows that are right already, by any of their partners, aren't written (the dialects see
+// to that), what is to be written is looked for without a lock, and is written by a few keys at a time:
+// others can store their rows in between.
 #pragma once
 
 #include "platform/dao/sql/tree.h"

@@ -336,7 +336,6 @@ void PostgresPrinter::unionOf(const Select& select, const std::vector<Kind>& wan
 }
 
 void PostgresPrinter::updateOverJoin(const Update& update, const TableSource& target) {
-  const QStringList key = tables_(target.name).key;
   name(target.name);
   text_ += " AS qk_target SET ";
   for (std::size_t i = 0; i < update.set.size(); ++i) {
@@ -344,11 +343,28 @@ void PostgresPrinter::updateOverJoin(const Update& update, const TableSource& ta
     name(update.set[i].column.name);
     text_ += QString(" = qk_new.v%1").arg(i);
   }
+  newValues(update, target);
+  const QStringList key = tables_(target.name).key;
+  for (qsizetype i = 0; i < key.size(); ++i) {
+    text_ += " AND qk_target.";
+    name(key[i]);
+    text_ += QString(" = qk_new.k%1").arg(i);
+  }
+}
+
+void PostgresPrinter::keysOverJoin(const Update& update, const TableSource& target, const QString& key) {
+  text_ += QString("SELECT k%1").arg(tables_(target.name).key.indexOf(key));
+  newValues(update, target);
+}
+
+/// What a join gives to the rows that are not right, as qk_new: their keys k0 … and their values v0 …
+/// OFFSET keeps the order: the right rows are looked for when a row of the join gives others. IS NOT TRUE
+/// keeps the two from being joined, for which the server guesses the sizes far too small.
+void PostgresPrinter::newValues(const Update& update, const TableSource& target) {
+  const QStringList key = tables_(target.name).key;
   text_ += " FROM (SELECT ";
   for (qsizetype i = 0; i < key.size(); ++i) {
-    name(nameOf(target));
-    text_ += u'.';
-    name(key[i]);
+    storedColumn(target, key[i]);
     text_ += QString(" AS k%1, ").arg(i);
   }
   for (std::size_t i = 0; i < update.set.size(); ++i) {
@@ -356,15 +372,17 @@ void PostgresPrinter::updateOverJoin(const Update& update, const TableSource& ta
     stored(*update.set[i].value, update.set[i].kind);
     text_ += QString(" AS v%1").arg(i);
   }
-  text_ += " FROM ";
-  source(*update.source);
-  whereItDiffers(update, target);
-  text_ += ") AS qk_new";
+  joinOf(update);
+  givesOthers(update, target);
+  text_ += " OFFSET 0) AS qk_new WHERE EXISTS (SELECT 1";
+  joinOf(update);
   for (qsizetype i = 0; i < key.size(); ++i) {
-    text_ += i == 0 ? " WHERE qk_target." : " AND qk_target.";
-    name(key[i]);
-    text_ += QString(" = qk_new.k%1").arg(i);
+    storedColumn(target, key[i]);
+    text_ += QString(" = qk_new.k%1 AND ").arg(i);
   }
+  text_ += "NOT ";
+  givesOthers(update, target);
+  text_ += ") IS NOT TRUE";
 }
 
 void PostgresPrinter::differs(const TableSource& target, const Assignment& assignment) {

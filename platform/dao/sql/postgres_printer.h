@@ -40,6 +40,8 @@ class PostgresPrinter final : public Printer {
   void core(const Select& select, const std::vector<Kind>& wanted) override;
   void star(const SelectItem& item, const Select& select) override;
   void updateOverJoin(const Update& update, const TableSource& target) override;
+  void keysOverJoin(const Update& update, const TableSource& target, const QString& key) override;
+  void newValues(const Update& update, const TableSource& target);
   void differs(const TableSource& target, const Assignment& assignment) override;
   void rowOfJoin(const Delete& remove, const TableSource& target) override;
   void groupOfAll() override {}

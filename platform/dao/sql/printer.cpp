@@ -183,20 +183,21 @@ void Printer::update(const Update& update) {
 }
 
 void Printer::keysToChange(const Update& update, const QString& key) {
-  const TableSource& target = targetOf(update);
-  text_ += "SELECT ";
-  storedColumn(target, key);
-  text_ += " FROM ";
-  source(*update.source);
-  whereItDiffers(update, target);
+  keysOverJoin(update, targetOf(update), key);
 }
 
-void Printer::whereItDiffers(const Update& update, const TableSource& target) {
-  text_ += " WHERE (";
-  if (update.where) {
-    condition(*update.where);
-    text_ += ") AND (";
-  }
+void Printer::joinOf(const Update& update) {
+  text_ += " FROM ";
+  source(*update.source);
+  text_ += " WHERE ";
+  if (!update.where) return;
+  text_ += u'(';
+  condition(*update.where);
+  text_ += ") AND ";
+}
+
+void Printer::givesOthers(const Update& update, const TableSource& target) {
+  text_ += u'(';
   for (std::size_t i = 0; i < update.set.size(); ++i) {
     if (i > 0) text_ += " OR ";
     differs(target, update.set[i]);

@@ -42,6 +42,7 @@ class Printer {
   /// What stands for "*" or "t.*".
   virtual void star(const SelectItem& item, const Select& select) = 0;
   virtual void updateOverJoin(const Update& update, const TableSource& target) = 0;
+  virtual void keysOverJoin(const Update& update, const TableSource& target, const QString& key) = 0;
   /// Whether a stored value is another one than its new value, letter by letter; Null equals Null.
   virtual void differs(const TableSource& target, const Assignment& assignment) = 0;
   /// The condition "its row is one of those that the join brings".
@@ -85,9 +86,12 @@ class Printer {
   void call(const char* function, const Expression& argument, const char* tail = ")");
   void qualify(const Select& select);
   void where(const ExpressionPtr& expression);
-  /// The condition of an update over a join, which leaves out the rows that are right already: writing them
-  /// would cost, and lock others out.
-  void whereItDiffers(const Update& update, const TableSource& target);
+  /// The join of an update and its condition, after which another one follows. An update leaves out the rows
+  /// that are right already: writing them would cost, and lock others out. A row with several partners is
+  /// right if one of them gives what stands there; else each run would write the values of another one.
+  void joinOf(const Update& update);
+  /// The condition that a row of the join gives other values than stand in its target.
+  void givesOthers(const Update& update, const TableSource& target);
   void storedColumn(const TableSource& target, const QString& column);
   void groups(const Select& select);
   void items(const Select& select, const std::vector<Kind>& wanted);

@@ -58,17 +58,37 @@ void SqlitePrinter::updateOverJoin(const Update& update, const TableSource& targ
     text_ += QString(" = ") + kNewValues + u'.' + newValue(i);
   }
   text_ += " FROM (SELECT ";
-  name(nameOf(target));
-  text_ += ".rowid AS r";
+  storedColumn(target, "rowid");
+  text_ += " AS r";
   for (std::size_t i = 0; i < update.set.size(); ++i) {
     text_ += ", ";
     stored(*update.set[i].value, update.set[i].kind);
     text_ += " AS " + newValue(i);
   }
-  text_ += " FROM ";
-  source(*update.source);
-  whereItDiffers(update, target);
+  joinOfWrongRows(update, target);
   text_ += QString(") AS ") + kNewValues + " WHERE " + kTarget + ".rowid = " + kNewValues + ".r";
+}
+
+void SqlitePrinter::keysOverJoin(const Update& update, const TableSource& target, const QString& key) {
+  text_ += "SELECT ";
+  storedColumn(target, key);
+  joinOfWrongRows(update, target);
+}
+
+/// CASE keeps the order: the right rows are gathered, once, when a row of the join gives others.
+void SqlitePrinter::joinOfWrongRows(const Update& update, const TableSource& target) {
+  joinOf(update);
+  text_ += "CASE WHEN ";
+  givesOthers(update, target);
+  text_ += " THEN ";
+  storedColumn(target, "rowid");
+  text_ += " NOT IN (SELECT ";
+  storedColumn(target, "rowid");
+  joinOf(update);
+  storedColumn(target, "rowid");
+  text_ += " IS NOT NULL AND NOT ";
+  givesOthers(update, target);
+  text_ += ") ELSE 0 END";
 }
 
 void SqlitePrinter::differs(const TableSource& target, const Assignment& assignment) {

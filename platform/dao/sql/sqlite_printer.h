@@ -13,6 +13,8 @@ class SqlitePrinter final : public Printer {
  private:
   void star(const SelectItem& item, const Select& select) override;
   void updateOverJoin(const Update& update, const TableSource& target) override;
+  void keysOverJoin(const Update& update, const TableSource& target, const QString& key) override;
+  void joinOfWrongRows(const Update& update, const TableSource& target);
   void differs(const TableSource& target, const Assignment& assignment) override;
   void rowOfJoin(const Delete& remove, const TableSource& target) override;
   void groupOfAll() override;

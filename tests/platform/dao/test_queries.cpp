@@ -329,6 +329,86 @@ class TestQueries : public QObject {
     QCOMPARE(database_->execute(names), 0);
   }
 
+  /// Two partners differ in what they give: whichever it is that a row has taken, it keeps.
+  void aRowThatOnePartnerMakesRightStays_data() {
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("partners");
+    QTest::addColumn<QString>("condition");
+    QTest::addColumn<int>("asked");  // statements that find nothing to write
+    QTest::newRow("in pieces") << "Belege"
+                               << "Preise" << QString() << 0;
+    QTest::newRow("in pieces, with a condition") << "Belege"
+                                                 << "Preise"
+                                                 << " WHERE Partner.Wert > 6" << 0;
+    QTest::newRow("without its own key") << "Lose"
+                                         << "Preise" << QString() << 0;
+    QTest::newRow("from a stored query") << "Belege"
+                                         << "Teure" << QString() << 1;
+  }
+  void aRowThatOnePartnerMakesRightStays() {
+    QFETCH(const QString, table);
+    QFETCH(const QString, partners);
+    QFETCH(const QString, condition);
+    QFETCH(const int, asked);
+    database_->appendField("Belege", text("Wer"));
+    database_->createTable({"Lose", {number("ID"), number("KundeID"), number("Summe"), text("Wer")}, {}});
+    database_->execute("INSERT INTO Lose (ID, KundeID, Summe) SELECT ID, KundeID, Summe FROM Belege");
+    database_->createTable({"Preise",
+                            {number("ID"), number("KundeID"), number("Wert"), text("Name")},
+                            {{"PrimaryKey", {"ID"}, true, true, true}}});
+    database_->createQuery("Teure", "SELECT KundeID, Wert, Name FROM Preise WHERE Wert > 6");
+    add("Preise", {1, 1, 7, "a"});
+    add("Preise", {2, 1, 8, "b"});
+    add("Preise", {3, 2, 9, "c"});
+    const QString text = QString(
+                             "UPDATE %1 INNER JOIN %2 AS Partner ON %1.KundeID = Partner.KundeID SET "
+                             "%1.Summe = Partner.Wert, %1.Wer = Partner.Name%3")
+                             .arg(table, partners, condition);
+    const auto stored = [&] {
+      QStringList values;
+      const auto rows = database_->openRecordset("SELECT * FROM " + table + " ORDER BY ID");
+      for (; !rows->eof(); rows->moveNext())
+        values << rows->value("Summe").toString() + rows->value("Wer").toString();
+      return values;
+    };
+    const QStringList right{"7a", "8b"};
+
+    QCOMPARE(database_->execute(text), 2);
+    const QStringList first = stored();
+    QVERIFY2(right.contains(first[0]) && right.contains(first[1]), qPrintable(first.join(' ')));
+    QCOMPARE(first[2], "7");
+    QCOMPARE(database_->execute(text), 0);
+    QCOMPARE(stored(), first);
+
+    database_->execute("UPDATE " + table + " SET Summe = 7, Wer = 'a' WHERE ID = 10");
+    database_->execute("UPDATE " + table + " SET Summe = 8, Wer = 'b' WHERE ID = 11");
+    QStringList changes;
+    store_->listen(*database_, [&](const QString& statement) {
+      if (statement.startsWith("UPDATE")) changes << statement;
+    });
+    QCOMPARE(database_->execute(text), 0);
+    QCOMPARE(changes.size(), asked);
+    store_->listen(*database_, {});
+    QCOMPARE(stored(), QStringList({"7a", "8b", "7"}));
+
+    // One value of each partner is right of neither.
+    database_->execute("UPDATE " + table + " SET Wer = 'b' WHERE ID = 10");
+    QCOMPARE(database_->execute(text), 1);
+    QVERIFY(right.contains(stored()[0]));
+    QCOMPARE(stored()[1], "8b");
+    QCOMPARE(database_->execute(text), 0);
+  }
+
+  /// The join brings a row of Kunden that no row of Lose stands beside.
+  void aMissingRowKeepsNoOtherFromBeingWritten() {
+    database_->createTable({"Lose", {number("KundeID"), text("Wer")}, {}});
+    add("Lose", {1, "?"});
+    const QString text = "UPDATE Kunden LEFT JOIN Lose ON Kunden.ID = Lose.KundeID SET Lose.Wer = Null";
+    QCOMPARE(database_->execute(text), 1);
+    QVERIFY(database_->openRecordset("Lose")->value("Wer").isNull());
+    QCOMPARE(database_->execute(text), 0);
+  }
+
   void anotherDeskStoresBetweenThePieces() {
     addNames();
     for (int id = 100; id < 700; ++id) add("Belege", {id, 1, 0});
