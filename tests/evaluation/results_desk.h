@@ -21,6 +21,10 @@
 
 namespace qk::test {
 
+/// What somebody without the right is told.
+inline const QString kRight =
+    "Sie besitzen nicht das erforderliche Recht\r\num Ergebnisse zu löschen oder nachträglich zu ändern!";
+
 class ResultsDesk {
  public:
   ResultsDesk();

@@ -99,7 +99,7 @@ void makePrintTemplate(const QString& path) {
 
 /// Made once for all tests of a program.
 const QString& printTemplateOriginal() {
-  static const QTemporaryDir folder(QDir::tempPath() + "/qkXXXXXX");
+  static const QTemporaryDir folder;
   static const QString path = [] {
     makePrintTemplate(folder.filePath("vorlage"));
     return folder.filePath("vorlage");

@@ -13,13 +13,6 @@
 using namespace qk;
 using namespace qk::test;
 
-namespace {
-
-const QString kRight =
-    "Sie besitzen nicht das erforderliche Recht\r\num Ergebnisse zu löschen oder nachträglich zu ändern!";
-
-}  // namespace
-
 class TestFrmSchuetzeErg : public QObject {
   Q_OBJECT
 
