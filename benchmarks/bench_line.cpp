@@ -9,8 +9,8 @@
 
 #include "app/competition_opening.h"
 #include "app/ground/settings_keys.h"
+#include "masterdata/making/competition.h"
 #include "platform/runtime/textcodec.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::bench {
 

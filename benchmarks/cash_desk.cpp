@@ -11,8 +11,8 @@
 #include "benchmarks/pairs.h"
 #include "cash/booking.h"
 #include "cash/cash_desk.h"
+#include "masterdata/making/competition.h"
 #include "tests/support/test_workplace.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::bench {
 namespace {

@@ -12,10 +12,10 @@
 #include "benchmarks/pairs.h"
 #include "evaluation/evaluation_tables.h"
 #include "evaluation/quick_evaluation.h"
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/runtime/clock.h"
 #include "tests/support/test_workplace.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::bench {
 namespace {

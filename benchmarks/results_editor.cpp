@@ -6,11 +6,11 @@
 #include "benchmarks/long_list.h"
 #include "benchmarks/pairs.h"
 #include "evaluation/frmSchuetzeErg.h"
+#include "masterdata/making/competition.h"
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
 #include "tests/support/image_paper.h"
 #include "tests/support/test_workplace.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::bench {
 namespace {

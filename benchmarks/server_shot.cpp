@@ -12,8 +12,8 @@
 #include "benchmarks/bench_line.h"
 #include "benchmarks/pairs.h"
 #include "capture/open_shots.h"
+#include "masterdata/making/competition.h"
 #include "tests/support/postgres_server.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::bench {
 

@@ -7,10 +7,10 @@
 
 #include "benchmarks/long_list.h"
 #include "benchmarks/pairs.h"
+#include "masterdata/making/competition.h"
 #include "platform/grid/bound_rows.h"
 #include "shooters/frmSchuetzenListe.h"
 #include "tests/support/test_workplace.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::bench {
 namespace {

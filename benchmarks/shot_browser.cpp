@@ -12,12 +12,12 @@
 #include "benchmarks/long_list.h"
 #include "benchmarks/pairs.h"
 #include "capture/frmHaeringSchussAlle.h"
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
+#include "platform/schema/schema_build.h"
 #include "tests/support/test_workplace.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::bench {
 namespace {

@@ -6,9 +6,9 @@
 #include "app/ground/unfinished_move.h"
 #include "benchmarks/faults/faults.h"
 #include "benchmarks/faults/stored_shots.h"
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "tests/support/foreign/foreign_process.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::faults {
 

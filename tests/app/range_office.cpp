@@ -7,11 +7,11 @@
 #include <QTimer>
 #include <QTimerEvent>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/textcodec.h"
+#include "platform/schema/schema_build.h"
 #include "tests/support/test_store.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 #include "tools/wettkampf/exchange.h"
 
 namespace qk::test {

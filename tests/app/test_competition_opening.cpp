@@ -8,11 +8,11 @@
 #include "app/competition_opening.h"
 #include "app/ground/unfinished_move.h"
 #include "app/password_question.h"
+#include "masterdata/making/competition.h"
+#include "platform/schema/schema_build.h"
 #include "platform/settings/settings.h"
 #include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -4,11 +4,11 @@
 #include <QFileDialog>
 #include <QTest>
 
+#include "masterdata/making/move.h"
 #include "tests/app/days_work.h"
 #include "tests/support/error_of.h"
 #include "tests/support/foreign/foreign_process.h"
 #include "tests/support/lock_watch.h"
-#include "tools/wettkampf/move.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -9,12 +9,12 @@
 #include "app/competition_opening.h"
 #include "app/ground/unfinished_move.h"
 #include "app/password_question.h"
+#include "masterdata/making/competition.h"
+#include "masterdata/making/move.h"
 #include "platform/dao/row_list.h"
+#include "platform/schema/schema_build.h"
 #include "tests/support/postgres_server.h"
 #include "tests/support/test_workplace.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
-#include "tools/wettkampf/move.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -1,19 +1,20 @@
-// A strict workplace with a competition file of its own, filled from row texts (tools/schema/schema_text.h).
+// A strict workplace with a competition file of its own, filled from row texts
+// (platform/schema/schema_text.h).
 #pragma once
 
 #include <QString>
 #include <QStringList>
 #include <memory>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/numbers.h"
+#include "platform/schema/schema_build.h"
 #include "tests/capture/shots.h"
 #include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::test {
 

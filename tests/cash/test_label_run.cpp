@@ -3,13 +3,13 @@
 #include <memory>
 
 #include "cash/label_run.h"
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
+#include "platform/schema/schema_build.h"
 #include "tests/cash/recorded_labels.h"
 #include "tests/support/error_of.h"
 #include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -4,12 +4,12 @@
 #include <QFile>
 #include <functional>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
+#include "platform/schema/schema_build.h"
 #include "tests/support/test_store.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::test {
 

@@ -3,11 +3,11 @@
 #include <QDateTime>
 #include <QRandomGenerator>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/dao/engine.h"
+#include "platform/schema/schema_build.h"
 #include "tests/support/test_store.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::test {
 

@@ -2,11 +2,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "tests/support/test_store.h"
-#include "tools/wettkampf/competition.h"
 
 using qk::dao::Database;
 using qk::dao::FieldType;

@@ -3,11 +3,11 @@
 #include <QDir>
 #include <QFile>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/numbers.h"
+#include "platform/schema/schema_build.h"
 #include "tests/support/test_store.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::test {
 

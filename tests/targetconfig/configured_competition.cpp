@@ -1,8 +1,8 @@
 #include "tests/targetconfig/configured_competition.h"
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "tests/support/test_store.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk::test {
 

@@ -7,17 +7,17 @@
 #include <memory>
 
 #include "app/ground/global_variablen.h"
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
 #include "platform/look/look.h"
+#include "platform/schema/schema_build.h"
 #include "targetconfig/frmDisziKZ.h"
 #include "tests/support/drive.h"
 #include "tests/support/manners.h"
 #include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/competition.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QTextDocumentFragment>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "platform/grid/text_grid.h"
 #include "platform/look/look.h"
@@ -15,7 +16,6 @@
 #include "tests/support/manners.h"
 #include "tests/support/test_store.h"
 #include "tests/support/test_workplace.h"
-#include "tools/wettkampf/competition.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -2,10 +2,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "masterdata/making/competition.h"
+#include "masterdata/making/demo_rows.h"
 #include "platform/runtime/files.h"
 #include "targetconfig/station_files.h"
-#include "tools/wettkampf/competition.h"
-#include "tools/wettkampf/demo_rows.h"
 #include "tools/wettkampf/exchange.h"
 
 class TestExchangeFolder : public QObject {

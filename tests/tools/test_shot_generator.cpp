@@ -1,8 +1,8 @@
 #include <QTest>
 #include <cmath>
 
+#include "masterdata/making/seeded_random.h"
 #include "tools/station/shot_generator.h"
-#include "tools/wettkampf/seeded_random.h"
 
 using namespace qk;
 

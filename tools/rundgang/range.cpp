@@ -3,10 +3,10 @@
 #include <QDir>
 #include <QFile>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/settings/settings.h"
-#include "tools/wettkampf/competition.h"
 
 namespace qk {
 

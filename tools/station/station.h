@@ -18,9 +18,9 @@
 #include <optional>
 #include <vector>
 
+#include "masterdata/making/seeded_random.h"
 #include "targetconfig/station_files.h"
 #include "tools/station/shot_generator.h"
-#include "tools/wettkampf/seeded_random.h"
 
 namespace qk {
 

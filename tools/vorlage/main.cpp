@@ -8,7 +8,7 @@
 
 #include "platform/runtime/error.h"
 #include "platform/runtime/program_call.h"
-#include "tools/schema/schema_build.h"
+#include "platform/schema/schema_build.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "masterdata/making/competition.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/program_call.h"
-#include "tools/wettkampf/competition.h"
 #include "tools/wettkampf/exchange.h"
 #include "tools/wettkampf/move_command.h"
 #include "tools/wettkampf/usage_error.h"

@@ -2,7 +2,7 @@
 
 #include <QLocale>
 
-#include "tools/wettkampf/move.h"
+#include "masterdata/making/move.h"
 #include "tools/wettkampf/usage_error.h"
 
 namespace qk {

@@ -11,11 +11,11 @@
 #include <QTimerEvent>
 
 #include "link/linecontrol/line_disciplines.h"
+#include "masterdata/making/competition.h"
 #include "platform/dao/recordset.h"
 #include "platform/grid/text_grid.h"
 #include "tests/app/range_office.h"
 #include "tests/support/test_store.h"
-#include "tools/wettkampf/competition.h"
 
 using namespace qk;
 using namespace qk::test;

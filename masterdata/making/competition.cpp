@@ -1,13 +1,14 @@
-#include "tools/wettkampf/competition.h"
+#include "masterdata/making/competition.h"
 
 #include <QDateTime>
 #include <QFile>
+#include <QResource>
 #include <QTemporaryDir>
 
+#include "masterdata/making/demo_rows.h"
+#include "masterdata/making/move.h"
 #include "platform/runtime/error.h"
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/demo_rows.h"
-#include "tools/wettkampf/move.h"
+#include "platform/schema/schema_build.h"
 
 // Outside of the namespace: a static library's resources are named here or left out by the linker.
 static void registerSchemas() {
@@ -52,9 +53,9 @@ void makeAt(const QString& path, const std::function<void(dao::Database&)>& fill
 
 Schema embeddedSchema(const QString& name) {
   registerSchemas();
-  QFile file(":/schema/" + name);
-  if (!file.open(QIODevice::ReadOnly)) throw Error(53, name);
-  return parseSchema(QString::fromUtf8(file.readAll()), name);
+  const QResource text(":/schema/" + name);
+  if (!text.isValid()) throw Error(53, name);
+  return parseSchema(QString::fromUtf8(text.uncompressedData()), name);
 }
 
 void makeCompetition(const QString& path, const CompetitionTitle& title) {

@@ -1,4 +1,4 @@
-#include "tools/schema/schema_text.h"
+#include "platform/schema/schema_text.h"
 
 #include <QHash>
 #include <algorithm>

@@ -1,8 +1,8 @@
 // Shooters of a demo competition: plausible people in six clubs, ages spread over all classes.
 #pragma once
 
-#include "tools/schema/schema_build.h"
-#include "tools/wettkampf/seeded_random.h"
+#include "masterdata/making/seeded_random.h"
+#include "platform/schema/schema_build.h"
 
 namespace qk {
 

@@ -4,7 +4,7 @@
 #include <QDate>
 #include <QString>
 
-#include "tools/schema/schema_text.h"
+#include "platform/schema/schema_text.h"
 
 namespace qk {
 

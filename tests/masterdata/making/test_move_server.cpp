@@ -7,15 +7,15 @@
 #include <limits>
 
 #include "app/ground/unfinished_move.h"
+#include "masterdata/making/competition.h"
+#include "masterdata/making/move.h"
 #include "platform/dao/engine.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/money.h"
+#include "tests/masterdata/making/move_store.h"
 #include "tests/support/error_of.h"
 #include "tests/support/postgres_server.h"
-#include "tests/tools/move_store.h"
 #include "tools/wettkampf/commands.h"
-#include "tools/wettkampf/competition.h"
-#include "tools/wettkampf/move.h"
 
 using namespace qk;
 using namespace qk::test;

@@ -5,8 +5,8 @@
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
+#include "platform/schema/schema_build.h"
 #include "tests/support/test_store.h"
-#include "tools/schema/schema_build.h"
 
 using qk::dao::FieldType;
 

@@ -1,4 +1,4 @@
-#include "tools/wettkampf/move.h"
+#include "masterdata/making/move.h"
 
 #include <QDateTime>
 #include <QDir>

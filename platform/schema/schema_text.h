@@ -1,17 +1,17 @@
 // Tables, stored queries and rows as readable text, so that they can be read, edited and compared.
 //
 //   # a comment stands on a line of its own
-//   Tabelle Schützenklassen
+//   Tabelle Altersklassen
 //     ID           Zähler
 //     Klasse       Text 100
 //     [Alter von]  Integer Vorgabe 0
 //     Index PrimaryKey primär ID
 //     Index Alter [Alter von], Geschlecht
 //   Abfrage Namen
-//     SELECT ID, Klasse FROM Schützenklassen
-//   Zeilen Schützenklassen
+//     SELECT ID, Klasse FROM Altersklassen
+//   Zeilen Altersklassen
 //     ID | Klasse       | Alter von
-//     1  | Schüler m.   | 0
+//     1  | Kinder m.    | 0
 //
 // An unindented line opens a section, indented lines belong to it. Types: Zähler, Ja/Nein, Byte, Integer
 // (16 bit), Long, Single, Double, Währung, Datum, Text [size], Memo, Binär; behind the type "Pflicht" (never

@@ -3,12 +3,12 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
 #include "tests/support/test_store.h"
-#include "tools/wettkampf/competition.h"
 
 using qk::dao::Database;
 using qk::dao::FieldType;

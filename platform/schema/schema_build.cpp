@@ -1,4 +1,4 @@
-#include "tools/schema/schema_build.h"
+#include "platform/schema/schema_build.h"
 
 #include <QFile>
 

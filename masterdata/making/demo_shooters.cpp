@@ -1,9 +1,9 @@
-#include "tools/wettkampf/demo_shooters.h"
+#include "masterdata/making/demo_shooters.h"
 
 #include <QDate>
 #include <array>
 
-#include "tools/wettkampf/demo_rows.h"
+#include "masterdata/making/demo_rows.h"
 
 namespace qk {
 

@@ -2,8 +2,8 @@
 #include <QtTest>
 #include <set>
 
-#include "tools/wettkampf/competition.h"
-#include "tools/wettkampf/demo_rows.h"
+#include "masterdata/making/competition.h"
+#include "masterdata/making/demo_rows.h"
 
 namespace {
 

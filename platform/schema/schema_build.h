@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/dao/database.h"
-#include "tools/schema/schema_text.h"
+#include "platform/schema/schema_text.h"
 
 namespace qk {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "tools/schema/schema_build.h"
+#include "platform/schema/schema_build.h"
 
 namespace qk {
 

@@ -1,12 +1,12 @@
-#include "tools/wettkampf/demo_rows.h"
+#include "masterdata/making/demo_rows.h"
 
 #include <QDateTime>
 #include <algorithm>
 
+#include "masterdata/making/demo_shooters.h"
+#include "masterdata/making/seeded_random.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/money.h"
-#include "tools/wettkampf/demo_shooters.h"
-#include "tools/wettkampf/seeded_random.h"
 
 namespace qk {
 

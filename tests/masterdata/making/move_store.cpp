@@ -1,4 +1,4 @@
-#include "tests/tools/move_store.h"
+#include "tests/masterdata/making/move_store.h"
 
 #include <QDateTime>
 #include <QProcess>
