@@ -35,39 +35,17 @@ struct Desk {
   }
 };
 
-bool hasFired(const Range& range, int line) {
-  const auto fired = firedShots(range.stationLog());
-  return std::any_of(fired.begin(), fired.end(), [line](const FiredShot& shot) { return shot.line == line; });
-}
-
-/// Price mode is two commands, and a busy program may write the second after the first was taken: an operator
-/// sees that nothing happens, and does it again.
-void startLine(const Range& range, const Desk& desk, int line) {
-  constexpr int kTrials = 5;
-  constexpr int kSecondsToFirstShot = 10;
-  Walk walk(*desk.program);
-  for (int trial = 1;; ++trial) {
-    walk.priceModeOn(line);
-    desk.program->waitUntil("command 76 taken", [&] { return !range.commandPending(line); });
-    if (trial == 1) walk.tickAllStationDisciplines(line);
-    walk.sendShooter(line);
-    try {
-      desk.program->waitUntil(
-          "first shot", [&] { return hasFired(range, line); }, kSecondsToFirstShot);
-      return;
-    } catch (const DriverError&) {
-      if (trial == kTrials) throw;
-    }
-  }
-}
-
 void startShooting(const Range& range, const Desk& desk) {
   Walk walk(*desk.program);
   walk.waitForMainWindow();
   for (int line = desk.firstLine; line < desk.firstLine + kLinesPerDesk; ++line) {
     walk.selectLine(line);
     walk.chooseShooter(line, QString::number(100 + line));
-    startLine(range, desk, line);
+    walk.priceModeOn(line);
+    range.waitUntilTaken(*desk.program, line, "76");
+    walk.tickAllStationDisciplines(line);
+    walk.sendShooter(line);
+    range.waitUntilTaken(*desk.program, line, "75");
   }
 }
 

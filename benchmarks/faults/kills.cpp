@@ -35,10 +35,10 @@ void goOnShooting(Range& range, DrivenProgram& program) {
     walk.selectLine(line);
     if (!walk.hasShooter(line)) walk.chooseShooter(line, QString::number(104 + line));
     walk.priceModeOn(line);
-    program.waitUntil("command 76 taken", [&] { return !range.commandPending(line); });
+    range.waitUntilTaken(program, line, "76");
     walk.tickAllStationDisciplines(line);
     walk.sendShooter(line);
-    program.waitUntil("command 75 taken", [&] { return !range.commandPending(line); });
+    range.waitUntilTaken(program, line, "75");
   }
 }
 

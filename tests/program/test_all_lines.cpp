@@ -72,6 +72,7 @@ void TestAllLines::cleanup() {
 }
 
 void TestAllLines::everyStationHasTaken(const QString& what) {
+  program_->modal();  // an answer comes after the flag of the command that stands in the protocol
   program_->waitUntil(what + " taken by every station", [&] {
     for (int line = 1; line <= kLines; ++line)
       if (range_->commandPending(line)) return false;

@@ -39,7 +39,7 @@ class TestForeignProcesses : public QObject {
     walk.selectLine(line);
     if (!walk.hasShooter(line)) walk.chooseShooter(line, QString::number(104 + line));
     walk.priceModeOn(line);
-    program.waitUntil("command 76 taken", [&] { return !place.range.commandPending(line); });
+    place.range.waitUntilTaken(program, line, "76");
     walk.tickAllStationDisciplines(line);
     walk.sendShooter(line);
   }

@@ -57,20 +57,16 @@ void Desk::tickStationDisciplines(const QStringList& names) {
   for (const QString& name : names) walk_.tickStationDiscipline(line_, name);
 }
 
-void Desk::waitUntilTaken(const QString& command) {
-  program_.waitUntil("command " + command + " taken", [&] { return !range_.commandPending(line_); });
-}
-
 void Desk::startShooting() {
   walk_.priceModeOn(line_);
-  waitUntilTaken("76");
+  range_.waitUntilTaken(program_, line_, "76");
   walk_.sendShooter(line_);
-  waitUntilTaken("75");
+  range_.waitUntilTaken(program_, line_, "75");
 }
 
 void Desk::sendExtraShots() {
   walk_.sendExtraShots(line_);
-  waitUntilTaken("80");
+  range_.waitUntilTaken(program_, line_, "80");
 }
 
 // ---- what counts, and for what ----

@@ -54,7 +54,6 @@ class Desk {
 
  private:
   class Noted;
-  void waitUntilTaken(const QString& command);
   void finishTransfer();
   QList<int> tickedPlaces() const;
 

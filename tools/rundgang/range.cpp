@@ -6,6 +6,7 @@
 #include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
+#include "platform/runtime/textcodec.h"
 #include "platform/settings/settings.h"
 
 namespace qk {
@@ -97,6 +98,20 @@ void Range::stopStations() {
   if (stations_.state() == QProcess::NotRunning) return;
   stations_.terminate();
   if (!stations_.waitForFinished(5000)) stations_.kill();
+}
+
+QString Range::lastCommand(int line) const {
+  QFile data(exchangeFolder() + QString("HServ%1.nrt").arg(line));
+  return data.open(QIODevice::ReadOnly) ? fromWindows1252(data.readAll()).remove('"').trimmed() : QString();
+}
+
+void Range::waitUntilTaken(DrivenProgram& program, int line, const QString& command) const {
+  // The click only stands in the program's queue: as long as the command isn't written, no flag means
+  // nothing.
+  program.waitUntil("command " + command, [&] { return lastCommand(line).startsWith(command); });
+  // The flag is written in the same turn of the program's event loop, and this answer comes after that.
+  program.modal();
+  program.waitUntil("command " + command + " taken", [&] { return !commandPending(line); });
 }
 
 bool Range::commandPending(int line) const {

@@ -42,12 +42,17 @@ class Range {
   QString file(const QString& name) const { return options_.folder + "/" + name; }
   QString picture(const QString& name) const { return file(name + ".png"); }
   QProcessEnvironment environment() const { return environmentOf(options_.folder); }
+  /// Waits until the station has taken the command that a click on the program's window has just called for;
+  /// the command before it was another one.
+  void waitUntilTaken(DrivenProgram& program, int line, const QString& command) const;
   /// Whether the program has a command waiting for a station.
   bool commandPending(int line) const;
   /// Whether a station's report waits for the program.
   bool reportPending(int line) const;
 
  private:
+  /// The command that the program wrote last for a station, taken or not.
+  QString lastCommand(int line) const;
   /// Makes the folder of a workstation with its settings.
   void furnish(const QString& folder, const QString& activeLines) const;
   QProcessEnvironment environmentOf(const QString& folder) const;
