@@ -1,46 +1,19 @@
 #include "shooters/class_determination.h"
 
-#include <QDate>
-
 #include "app/ground/feld_wert.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/dialog/dialogs.h"
-#include "platform/runtime/datetext.h"
 #include "platform/runtime/retry.h"
+#include "shooters/class_rule.h"
 
 namespace qk {
 
 namespace {
 
-/// First day of the class year that begins in that year. A day that the year lacks (29.02.) is the last one
-/// of its month.
-QDate classYearStart(const QString& wechseldatum, int year) {
-  constexpr int kLeapYear = 2000;
-  const QString text = wechseldatum + QString("%1").arg(year, 4, 10, QChar('0'));
-  const QString inLeapYear = wechseldatum + QString::number(kLeapYear);
-  if (isDate(text) || !isDate(inLeapYear)) return parseDate(text).date();
-  const QDate month(year, parseDate(inLeapYear).date().month(), 1);
-  return QDate(year, month.month(), month.daysInMonth());
-}
-
-/// A two-digit year that was read into the wrong century is put right.
-QDate birthDate(const QString& gebDat, const QDate& refDatum) {
-  const QDate date = parseDate(gebDat).date();
-  return date.year() > refDatum.year() ? date.addYears(-100) : date;
-}
-
-bool takesSex(int classSex, const QString& geschlecht) {
-  switch (classSex) {
-    case 0:
-      return true;
-    case 1:
-      return geschlecht.toUpper() == "M";
-    case 2:
-      return geschlecht.toUpper() == "W";
-    default:
-      return false;
-  }
+AgeClass ageClass(const dao::Recordset& row) {
+  return {FeldWert(row, "ID").toInt(), FeldWert(row, "Alter von").toInt(), FeldWert(row, "Alter bis").toInt(),
+          FeldWert(row, "Geschlecht").toInt()};
 }
 
 }  // namespace
@@ -54,19 +27,12 @@ qint32 ErmittleKlassenIDAusSaetzen(const GlobalVariablen& global, Dialogs& dialo
       result = klassenID;
       return;
     }
-    if ((klassen.bof() && klassen.eof()) || gebDat.right(4) == "0000" || !isDate(gebDat)) return;
-    const QDate born = birthDate(gebDat, global.RefDatum);
-    for (klassen.moveFirst(); !klassen.eof(); klassen.moveNext()) {
-      const QString wechsel = FeldWert(klassenwechsel, "wechseldatumneu").toString();
-      const int from = FeldWert(klassen, "Alter von").toInt();
-      const int to = FeldWert(klassen, "Alter bis").toInt();
-      const QDate latest = classYearStart(wechsel, global.RefDatum.addYears(1 - from).year()).addDays(-1);
-      const QDate earliest = classYearStart(wechsel, global.RefDatum.addYears(-to).year());
-      if (born >= earliest && born <= latest && takesSex(FeldWert(klassen, "Geschlecht").toInt(), geschlecht))
-        break;
-    }
+    if ((klassen.bof() && klassen.eof()) || !isKnownBirthDate(gebDat)) return;
+    ClassRule rule{{}, FeldWert(klassenwechsel, "wechseldatumneu").toString(), global.RefDatum};
+    for (klassen.moveFirst(); !klassen.eof(); klassen.moveNext()) rule.classes.push_back(ageClass(klassen));
+    const auto taken = classByAge(rule, gebDat, geschlecht);
     // Behind the last class this fails, and the report says that no class fits.
-    result = FeldWert(klassen, "ID").toInt();
+    result = taken ? *taken : FeldWert(klassen, "ID").toInt();
   });
   return result;
 }
