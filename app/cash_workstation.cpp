@@ -1,8 +1,8 @@
 #include "app/cash_workstation.h"
 
-#include "app/competition_choice.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
+#include "app/shell/competition_choice.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/files.h"
 

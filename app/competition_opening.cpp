@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include "app/ground/feld_wert.h"
+#include "app/ground/right_to_change.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/unfinished_move.h"
 #include "platform/dao/sql/quote.h"
@@ -18,7 +19,6 @@ namespace {
 constexpr int kTableExists = 3010;
 constexpr int kNoReadPermission = 3112;
 constexpr int kBadName = 3126;
-constexpr int kReadOnly = 3027;
 constexpr int kLocked = 3260;
 
 QString numberAndDescription(const Error& error) {
@@ -46,18 +46,6 @@ bool askAgain(const Workplace& workplace, const Error& error, const QString& sWe
   }
   return workplace.dialogs.show({numberAndDescription(error), "Fehler", BoxIcon::None,
                                  BoxButtons::RetryCancel}) == BoxAnswer::Retry;
-}
-
-/// A store in which no shot could be stored is refused before the lines are built on it.
-void refuseReadOnly(dao::Database& store, const QString& sWettkampf) {
-  try {
-    store.execute("UPDATE Wettkampf SET Ort = Ort WHERE 1 = 0");
-  } catch (const Error& error) {
-    if (error.number() == kNoReadPermission || error.number() == kReadOnly)
-      throw Error(kReadOnly,
-                  "In den Wettkampf darf hier nicht geschrieben werden, nur gelesen: " + sWettkampf);
-    // Whatever else is wrong shows where it is needed.
-  }
 }
 
 QDate referenceDate(const dao::Recordset& head) {

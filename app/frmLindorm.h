@@ -18,7 +18,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/line_marks.h"
 #include "app/line_tree.h"
-#include "app/success_line.h"
+#include "app/shell/success_line.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/workplace.h"
 

@@ -3,7 +3,7 @@
 #include <QStatusBar>
 
 #include "app/frmLindorm.h"
-#include "app/waiting_window.h"
+#include "app/shell/waiting_window.h"
 #include "capture/row_values.h"
 #include "evaluation/quick_evaluation.h"
 #include "platform/widgets/hourglass.h"

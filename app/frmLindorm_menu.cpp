@@ -5,13 +5,13 @@
 #include <QProcess>
 #include <QTimer>
 
-#include "app/competition_choice.h"
-#include "app/frmHilfe.h"
 #include "app/frmLindorm.h"
 #include "app/ground/printing.h"
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "app/ground/temp_module_ui.h"
+#include "app/shell/competition_choice.h"
+#include "app/shell/frmHilfe.h"
 #include "capture/frmHaeringSchussAlle.h"
 #include "cash/frmFinanz.h"
 #include "evaluation/frmSchuetzeErg.h"

@@ -33,6 +33,7 @@ namespace keys {
 inline constexpr QStringView kTarvex = u"Tarvex";      // this program's own values
 inline constexpr QStringView kFamilie = u"Tarvex-40";  // shared with the family
 inline constexpr QStringView kHaering = u"Häring";
+inline constexpr QStringView kStammdaten = u"Stammdaten";
 inline constexpr QStringView kDaten = u"Daten";
 inline constexpr QStringView kAnzeige = u"Anzeige";
 inline constexpr QStringView kAllgemein = u"Allgemein";
@@ -44,6 +45,8 @@ inline constexpr SettingKey Netzverzeichnis{kTarvex, kHaering, u"Netzverzeichnis
                                             u"C:\\Programme\\ESA2002\\"};
 inline constexpr SettingKey LinienAktiv{kTarvex, kHaering, u"LinienAktiv"};
 inline constexpr SettingKey LetzterWettkampf{kTarvex, kHaering, u"Letzter Wettkampf"};
+inline constexpr SettingKey LetzterWettkampfStammdaten{kTarvex, kStammdaten, u"Letzter Wettkampf"};
+inline constexpr SettingKey BreiteStammdatenSeiten{kTarvex, kStammdaten, u"BreiteSeiten"};
 inline constexpr SettingKey ProtokollAktiv{kTarvex, kHaering, u"ProtokollAktiv", u"0"};
 inline constexpr SettingKey SendeProtokollAktiv{kTarvex, kHaering, u"SendeProtokollAktiv", u"0"};
 inline constexpr SettingKey SchliessenSicherheitsabfrage{kTarvex, kHaering, u"SchliessenSicherheitsabfrage",

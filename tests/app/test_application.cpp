@@ -1,14 +1,10 @@
-// What belongs to the process: the one place for errors that nobody handled, and the one instance.
+// What belongs to the process: the one place for errors that nobody handled.
 #include <QFile>
-#include <QLocalSocket>
-#include <QSignalSpy>
-#include <QSysInfo>
 #include <QTest>
 #include <QTimer>
 #include <QTimerEvent>
 
-#include "app/qk_application.h"
-#include "app/single_instance.h"
+#include "app/shell/qk_application.h"
 #include "platform/grid/text_grid.h"
 #include "tests/app/range_office.h"
 
@@ -30,9 +26,6 @@ class TestApplication : public QObject {
 
  private Q_SLOTS:
   void anErrorOutOfTheTickEndsTheProgram();
-  void oneInstancePerSettingsAndKind();
-  void theSecondBringsTheFirstToTheFront();
-  void aCrashLeavesNoLock();
 
  private:
   static QkApplication& application() { return *static_cast<QkApplication*>(qApp); }
@@ -67,41 +60,6 @@ void TestApplication::anErrorOutOfTheTickEndsTheProgram() {
   QVERIFY(QFile::exists(office.folderFile("HSlav1.ctl")));
   QVERIFY(QFile::exists(office.folderFile("HServ1.ctl")));
   application().onFatal = nullptr;
-}
-
-void TestApplication::oneInstancePerSettingsAndKind() {
-  TestWorkplace place;
-  SingleInstance first(place.path("einstellungen"), "instanz");
-  QVERIFY(first.begin());
-  SingleInstance other(place.path("andere"), "instanz");
-  QVERIFY(other.begin());
-  SingleInstance desk(place.path("einstellungen"), "kasse");
-  QVERIFY(desk.begin());
-  SingleInstance secondDesk(place.path("einstellungen"), "kasse");
-  QVERIFY(!secondDesk.begin());
-}
-
-void TestApplication::theSecondBringsTheFirstToTheFront() {
-  TestWorkplace place;
-  SingleInstance first(place.path("einstellungen"), "instanz");
-  QVERIFY(first.begin());
-  QSignalSpy front(&first, &SingleInstance::comeToFront);
-  SingleInstance second(place.path("einstellungen"), "instanz");
-  QVERIFY(!second.begin());
-  QTRY_COMPARE(front.count(), 1);
-}
-
-void TestApplication::aCrashLeavesNoLock() {
-  TestWorkplace place;
-  {
-    // What a killed process leaves: a lock file of a process that is no more.
-    QFile lock(place.path("einstellungen.instanz"));
-    QVERIFY(lock.open(QIODevice::WriteOnly));
-    lock.write("4194303\nqk-intarso\n" + QSysInfo::machineHostName().toUtf8() + "\n" +
-               QSysInfo::machineUniqueId() + "\n" + QSysInfo::bootUniqueId() + "\n");
-  }
-  SingleInstance again(place.path("einstellungen"), "instanz");
-  QVERIFY(again.begin());
 }
 
 int main(int argc, char** argv) {

@@ -7,7 +7,7 @@
 
 #include "app/competition_opening.h"
 #include "app/ground/unfinished_move.h"
-#include "app/password_question.h"
+#include "app/shell/password_question.h"
 #include "masterdata/making/competition.h"
 #include "platform/schema/schema_build.h"
 #include "platform/settings/settings.h"

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "app/waiting_window.h"
+#include "app/shell/waiting_window.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "tests/app/range_office.h"

@@ -8,7 +8,7 @@
 
 #include "app/competition_opening.h"
 #include "app/ground/unfinished_move.h"
-#include "app/password_question.h"
+#include "app/shell/password_question.h"
 #include "masterdata/making/competition.h"
 #include "masterdata/making/move.h"
 #include "platform/dao/row_list.h"

@@ -3,7 +3,7 @@
 #include <QStatusBar>
 #include <QTest>
 
-#include "app/waiting_window.h"
+#include "app/shell/waiting_window.h"
 #include "tests/app/range_office.h"
 #include "tests/support/stopped_server.h"
 #include "tests/support/test_store.h"

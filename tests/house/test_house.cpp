@@ -12,21 +12,10 @@ namespace {
 constexpr int kLongestFile = 600;
 
 // From the ground up. A file may include its own room and those before it.
-const QStringList kRooms = {"platform/runtime",
-                            "platform/",
-                            "data/icons/",
-                            "app/ground/",
-                            "targetconfig/",
-                            "link/",
-                            "capture/",
-                            "shooters/",
-                            "link/linecontrol/",
-                            "cash/",
-                            "evaluation/",
-                            "masterdata/",
-                            "app/",
-                            "tools/",
-                            "tests/"};
+const QStringList kRooms = {"platform/runtime",  "platform/", "data/icons/", "app/ground/",
+                            "targetconfig/",     "link/",     "capture/",    "shooters/",
+                            "link/linecontrol/", "cash/",     "evaluation/", "app/shell/",
+                            "masterdata/",       "app/",      "tools/",      "tests/"};
 // Rooms above app/ that only end in programs.
 const QStringList kRoofs = {"data/", "benchmarks/"};
 
@@ -104,6 +93,10 @@ class TestHouse : public QObject {
     QVERIFY(!mayInclude("cash/a.cpp", "evaluation/b.h"));
     QVERIFY(mayInclude("app/a.cpp", "masterdata/b.h"));
     QVERIFY(!mayInclude("evaluation/a.cpp", "masterdata/b.h"));
+    QVERIFY(mayInclude("masterdata/a.cpp", "app/shell/b.h"));
+    QVERIFY(mayInclude("app/a.cpp", "app/shell/b.h"));
+    QVERIFY(!mayInclude("masterdata/a.cpp", "app/b.h"));
+    QVERIFY(!mayInclude("app/shell/a.cpp", "masterdata/b.h"));
   }
 
   void noIncludePointsUp() {

@@ -8,7 +8,7 @@ class TestCalls : public QObject {
  private Q_SLOTS:
   void everyProgramAnswers_data() {
     QTest::addColumn<QString>("program");
-    for (const QString name : {"qk-intarso", "qk-station", "qk-wettkampf", "qk-rundgang"})
+    for (const QString name : {"qk-intarso", "qk-stammdaten", "qk-station", "qk-wettkampf", "qk-rundgang"})
       QTest::newRow(qPrintable(name)) << QString(QK_BIN_FOLDER) + "/" + name;
     QTest::newRow("qk-vorlage") << QString(QK_VORLAGE);
   }

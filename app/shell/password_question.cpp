@@ -1,4 +1,4 @@
-#include "app/password_question.h"
+#include "app/shell/password_question.h"
 
 namespace qk {
 

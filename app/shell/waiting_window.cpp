@@ -1,4 +1,4 @@
-#include "app/waiting_window.h"
+#include "app/shell/waiting_window.h"
 
 #include <QApplication>
 #include <QStatusBar>

@@ -8,7 +8,7 @@
 #include <QTextBrowser>
 #include <memory>
 
-#include "app/frmHilfe.h"
+#include "app/shell/frmHilfe.h"
 #include "platform/look/look.h"
 #include "tests/support/drive.h"
 #include "tests/support/manners.h"

@@ -1,4 +1,4 @@
-#include "app/qk_application.h"
+#include "app/shell/qk_application.h"
 
 #include <QMessageBox>
 #include <cstdlib>

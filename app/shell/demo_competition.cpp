@@ -1,4 +1,4 @@
-#include "app/demo_competition.h"
+#include "app/shell/demo_competition.h"
 
 #include <QEventLoop>
 #include <QProcess>

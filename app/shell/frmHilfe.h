@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <memory>
 
-#include "app/handbook.h"
+#include "app/shell/handbook.h"
 #include "platform/workplace.h"
 
 namespace Ui {

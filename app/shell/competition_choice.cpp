@@ -1,9 +1,9 @@
-#include "app/competition_choice.h"
+#include "app/shell/competition_choice.h"
 
 #include <QFileInfo>
 
-#include "app/demo_competition.h"
-#include "app/frmStart.h"
+#include "app/shell/demo_competition.h"
+#include "app/shell/frmStart.h"
 #include "platform/dialog/dialogs.h"
 
 namespace qk {
@@ -13,11 +13,12 @@ QString chosenCompetition(const Workplace& workplace, const QString& current) {
                                     current.isEmpty() ? QString() : QFileInfo(current).path());
 }
 
-QString offeredCompetition(const Workplace& workplace, const GlobalVariablen& global,
-                           const QString& missing) {
-  frmStart start(missing, demoFolder(global));
+QString offeredCompetition(const Workplace& workplace, const GlobalVariablen& global, const QString& missing,
+                           const std::function<QString()>& makeNew) {
+  frmStart start(missing, demoFolder(global), bool(makeNew));
   start.exec();
   if (start.choice() == frmStart::Choice::Open) return chosenCompetition(workplace, missing);
+  if (start.choice() == frmStart::Choice::New) return makeNew();
   if (start.choice() == frmStart::Choice::Demo) return demoCompetition(workplace, global);
   return {};
 }

@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include "app/handbook.h"
+#include "app/shell/handbook.h"
 
 using namespace qk;
 

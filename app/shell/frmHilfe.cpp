@@ -1,4 +1,4 @@
-#include "app/frmHilfe.h"
+#include "app/shell/frmHilfe.h"
 
 #include <QKeyEvent>
 #include <QShortcut>

@@ -1,4 +1,4 @@
-#include "app/success_line.h"
+#include "app/shell/success_line.h"
 
 #include <QMainWindow>
 #include <QStatusBar>

@@ -1,4 +1,4 @@
-#include "app/handbook.h"
+#include "app/shell/handbook.h"
 
 #include <QRegularExpression>
 

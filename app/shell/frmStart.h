@@ -14,11 +14,12 @@ class frmStart : public QDialog {
   Q_OBJECT
 
  public:
-  enum class Choice { End, Open, Demo };
+  enum class Choice { End, Open, New, Demo };
 
   /// `missing` is the competition that was to be opened, empty for none. `demoFolder` is where the demo
   /// competition lies or will lie.
-  frmStart(const QString& missing, const QString& demoFolder, QWidget* parent = nullptr);
+  /// `offersNew`: this program can make a competition.
+  frmStart(const QString& missing, const QString& demoFolder, bool offersNew, QWidget* parent = nullptr);
   ~frmStart() override;
 
   /// Esc and the window's own button end.

@@ -1,0 +1,44 @@
+// The window of the master data: the pages on the left, the chosen one on the right, menus above.
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+#include "app/ground/global_variablen.h"
+#include "app/shell/success_line.h"
+#include "platform/runtime/retry.h"
+#include "platform/workplace.h"
+
+namespace Ui {
+class frmStammdaten;
+}
+
+namespace qk {
+
+class MasterDataWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  MasterDataWindow(const Workplace& workplace, GlobalVariablen& global, QWidget* parent = nullptr);
+  ~MasterDataWindow() override;
+
+  /// Opens the competition, or the last one for an empty path; where there is none, it is asked for. False
+  /// when there is nothing to show: the program is to end then.
+  bool load(const QString& path);
+  const QString& path() const { return global_.sWettkampf; }
+
+ private:
+  /// Shows another competition; a failure is told, and what was open stays open.
+  bool openCompetition(const QString& path);
+  void chooseCompetition();
+  QString lastCompetition() const;
+  void showHandbook(const QString& page);
+  ErrorReport report(const QString& what) const;
+
+  Workplace workplace_;
+  GlobalVariablen& global_;
+  std::unique_ptr<Ui::frmStammdaten> ui_;
+  SuccessLine success_{*this};
+};
+
+}  // namespace qk
