@@ -166,6 +166,12 @@ QVariant presetValue(const FieldDef& field) {
   return convertedValue(field.preset, field);
 }
 
+void requireAllowed(const QVariant& value, const FieldDef& field) {
+  if (field.required && !field.autoNumber && !value.isValid()) throw Error(3314);
+  if (!field.allowZeroLength && value.typeId() == QMetaType::QString && value.toString().isEmpty())
+    throw Error(3315);
+}
+
 QVariant literalValue(const QVariant& value) {
   if (isMoney(value)) return value.value<Money>().toDouble();
   if (value.typeId() == QMetaType::Int) return value.toLongLong();

@@ -15,6 +15,9 @@ QVariant convertedValue(const QVariant& value, const FieldDef& field);
 /// The value of a new row's field: its preset, 0 for a yes/no field without one, else Null.
 QVariant presetValue(const FieldDef& field);
 
+/// 3314 for Null in a required field, 3315 for an empty text where none may be.
+void requireAllowed(const QVariant& value, const FieldDef& field);
+
 /// A field value as a literal of the query language holds it.
 QVariant literalValue(const QVariant& value);
 

@@ -24,6 +24,9 @@ struct NewRow {
 
 class Engine {
  public:
+  /// How many numbers are reserved at once for rows that come one by one.
+  static constexpr int kNumberBlock = 32;
+
   virtual ~Engine() = default;
 
   /// Chooses the engine by what the file holds: a database, or the address of one on a server.
@@ -59,10 +62,18 @@ class Engine {
   virtual qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) = 0;
   /// All or nothing; may be nested, the outermost commits.
   virtual void transaction(const std::function<void()>& body) = 0;
+  /// The same, to be run again with the same `doubt` after a failure: where a failure left it open whether
+  /// all was stored, `doubt` says by what to ask, and the body runs only if it wasn't.
+  virtual void transactionOnce(const std::function<void()>& body, QString& /*doubt*/) { transaction(body); }
+
+  /// Within a transaction: nobody else changes rows of the table until its end.
+  virtual void holdTable(const TableInfo& /*table*/) {}
 
   /// A number for a new row of the table that nobody else gets. Costs a commit only when no reserved number
-  /// is left; insert() sees to it that the next one is reserved within the commit that stores the row.
-  virtual qint64 takeNumber(const TableInfo& table) = 0;
+  /// is left, and then so many are reserved; insert() sees to it that the next one is reserved within the
+  /// commit that stores the row.
+  virtual qint64 takeNumber(const TableInfo& table, int block) = 0;
+  qint64 takeNumber(const TableInfo& table) { return takeNumber(table, kNumberBlock); }
   /// The row of that number wasn't stored.
   virtual void giveBackNumber(const TableInfo& table, qint64 number) = 0;
   virtual void reserveNumbers(const TableInfo& table) = 0;

@@ -181,21 +181,34 @@ qint64 PostgresEngine::once(const QString& text, const QVariantList& values,
   const auto doubt = std::find_if(doubts_.begin(), doubts_.end(), [&](const Doubt& other) {
     return other.text == text && other.values == values;
   });
-  if (doubt != doubts_.end()) {
-    const bool stored = connection_->isStored(doubt->mark);
-    const qint64 result = doubt->result;
-    doubts_.erase(doubt);
-    if (stored) return result;
-  }
+  QString mark;
   qint64 result = 0;
+  if (doubt != doubts_.end()) {
+    mark = doubt->mark;
+    result = doubt->result;
+    doubts_.erase(doubt);
+  }
   try {
-    transaction([&] { result = change(); });
+    transactionOnce([&] { result = change(); }, mark);
   } catch (const Error&) {
-    if (const QString mark = connection_->takeDoubt(); !mark.isEmpty())
-      doubts_.push_back({text, values, mark, result});
+    if (!mark.isEmpty()) doubts_.push_back({text, values, mark, result});
     throw;
   }
   return result;
+}
+
+void PostgresEngine::transactionOnce(const std::function<void()>& body, QString& doubt) {
+  if (!doubt.isEmpty()) {
+    const bool stored = connection_->isStored(doubt);
+    doubt.clear();
+    if (stored) return;
+  }
+  try {
+    transaction(body);
+  } catch (const Error&) {
+    doubt = connection_->takeDoubt();
+    throw;
+  }
 }
 
 qint64 PostgresEngine::insert(const TableInfo& table, const NewRow& row, const QVariantList& values) {
@@ -229,7 +242,7 @@ qint64 PostgresEngine::insertNow(const TableInfo& table, const NewRow& row, cons
   const bool numbered = table.key.integer;
   if (numbered) text += " RETURNING " + quotedName(table.key.names.first());
   const bool next = numbered && depth_ == 0 && numbers_.isUsedUp(table);
-  if (next) text += ", " + PostgresNumbers::reservation(table);
+  if (next) text += ", " + PostgresNumbers::reservation(table, kNumberBlock);
 
   qint64 assigned = 0;
   const auto take = [&](const QVariantList& returned) {
@@ -311,13 +324,18 @@ void PostgresEngine::transaction(const std::function<void()>& body) {
   --depth_;
 }
 
+/// Whoever reads goes on.
+void PostgresEngine::holdTable(const TableInfo& table) {
+  connection_->write("LOCK TABLE " + quotedName(table.def.name) + " IN SHARE ROW EXCLUSIVE MODE");
+}
+
 /// What is left of a block when the connection gets lost stays a gap: a stand-by that takes over may give the
 /// same numbers again.
-qint64 PostgresEngine::takeNumber(const TableInfo& table) {
+qint64 PostgresEngine::takeNumber(const TableInfo& table, int block) {
   const int losses = connection_->losses();
   if (std::exchange(knownLosses_, losses) != losses) numbers_.forgetAll();
   if (const auto number = numbers_.take(table)) return *number;
-  reserveBlock(table);
+  reserveBlock(table, block);
   return *numbers_.take(table);
 }
 
@@ -326,12 +344,12 @@ void PostgresEngine::giveBackNumber(const TableInfo& table, qint64 number) {
 }
 
 void PostgresEngine::reserveNumbers(const TableInfo& table) {
-  if (table.autoNumber >= 0 && !numbers_.has(table)) reserveBlock(table);
+  if (table.autoNumber >= 0 && !numbers_.has(table)) reserveBlock(table, kNumberBlock);
 }
 
 /// Numbers that get lost on the way are a gap, so it may be asked again.
-void PostgresEngine::reserveBlock(const TableInfo& table) {
-  connection_->read("SELECT " + PostgresNumbers::reservation(table), {}, [&](const QVariantList& row) {
+void PostgresEngine::reserveBlock(const TableInfo& table, int count) {
+  connection_->read("SELECT " + PostgresNumbers::reservation(table, count), {}, [&](const QVariantList& row) {
     numbers_.keep(table, row.first().toString());
     return true;
   });

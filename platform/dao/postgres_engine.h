@@ -12,7 +12,8 @@
 //   a row's new values      are absolute and stand behind its key: stored twice they are stored once
 //   a row's deletion        a row that is gone is gone
 //   reserved numbers        are lost, a gap
-//   transaction()           asks for its mark by itself; only where that fails, too, its fate stays open
+//   transaction()           asks for its mark by itself; only where that fails, too, its fate stays open, and
+//                           transactionOnce() asks when it is run again
 //
 // Where the desk may not make the table of the marks there are none: then a statement that counts on
 // ("x = x + 1") and was stored without an answer is stored again by who repeats it.
@@ -53,8 +54,10 @@ class PostgresEngine final : public Engine {
   int execute(const QString& text, const QVariantList& values) override;
   qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) override;
   void transaction(const std::function<void()>& body) override;
+  void holdTable(const TableInfo& table) override;
+  void transactionOnce(const std::function<void()>& body, QString& doubt) override;
 
-  qint64 takeNumber(const TableInfo& table) override;
+  qint64 takeNumber(const TableInfo& table, int block) override;
   void giveBackNumber(const TableInfo& table, qint64 number) override;
   void reserveNumbers(const TableInfo& table) override;
 
@@ -75,7 +78,7 @@ class PostgresEngine final : public Engine {
   void define(const std::function<void()>& body);
   void comment(const QString& object, const QString& text);
   void createIndex(const TableDef& table, const IndexDef& index);
-  void reserveBlock(const TableInfo& table);
+  void reserveBlock(const TableInfo& table, int count);
   qint64 once(const QString& text, const QVariantList& values, const std::function<qint64()>& change);
   qint64 insertKeyed(const TableInfo& table, const NewRow& row, const QVariantList& values);
   qint64 insertNow(const TableInfo& table, const NewRow& row, const QVariantList& values);

@@ -3,12 +3,6 @@
 #include "platform/dao/postgres_schema.h"
 
 namespace qk::dao {
-namespace {
-
-constexpr int kBlockSize = 32;
-
-}  // namespace
-
 std::optional<qint64> PostgresNumbers::take(const TableInfo& table) {
   const auto block = blocks_.find(table.def.name);
   if (block == blocks_.end() || block->empty()) return {};
@@ -32,11 +26,11 @@ bool PostgresNumbers::has(const TableInfo& table) const {
   return block != blocks_.cend() && !block->empty();
 }
 
-QString PostgresNumbers::reservation(const TableInfo& table) {
+QString PostgresNumbers::reservation(const TableInfo& table, int count) {
   const QString& field = table.def.fields[static_cast<size_t>(table.autoNumber)].name;
   return QString("qk_reserve(%1, %2, %3)")
       .arg(postgres::quotedText(postgres::quotedName(table.def.name)), postgres::quotedText(field))
-      .arg(kBlockSize);
+      .arg(count);
 }
 
 void PostgresNumbers::keep(const TableInfo& table, const QString& block) {

@@ -21,7 +21,7 @@ class PostgresNumbers {
   bool isUsedUp(const TableInfo& table) const;
   bool has(const TableInfo& table) const;
   /// An expression that reserves a block and gives it as text.
-  static QString reservation(const TableInfo& table);
+  static QString reservation(const TableInfo& table, int count);
   void keep(const TableInfo& table, const QString& block);
   void forgetAll() { blocks_.clear(); }
   void forget(const TableInfo& table) { blocks_.remove(table.def.name); }

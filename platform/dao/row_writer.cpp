@@ -73,11 +73,7 @@ void RowWriter::refuseIncomplete(const EditBuffer& buffer, const PlanSource& sou
     const PlanColumn& column = plan_->columns[i];
     if (column.source < 0 || &plan_->sources[static_cast<size_t>(column.source)] != &source) continue;
     if (!added && !buffer.changed[i]) continue;
-    const FieldDef& field = source.table->def.fields[static_cast<size_t>(column.baseField)];
-    const QVariant& value = buffer.values[i];
-    if (field.required && !field.autoNumber && !value.isValid()) throw Error(3314);
-    if (!field.allowZeroLength && value.typeId() == QMetaType::QString && value.toString().isEmpty())
-      throw Error(3315);
+    requireAllowed(buffer.values[i], source.table->def.fields[static_cast<size_t>(column.baseField)]);
   }
 }
 

@@ -131,7 +131,7 @@ qint64 SqliteEngine::insert(const TableInfo& table, const NewRow& row, const QVa
   const bool isUsedUp = numbers_->isUsedUp(table);
   const auto store = [&] {
     assigned = connection_->insert(row.text, values);
-    if (isUsedUp) next = numbers_->reserve(table);
+    if (isUsedUp) next = numbers_->reserve(table, kNumberBlock);
   };
   connection_->beforeCommit();
   if (isUsedUp)
@@ -189,10 +189,10 @@ void SqliteEngine::withoutLook(const std::function<void()>& body) {
   --depth_;
 }
 
-qint64 SqliteEngine::takeNumber(const TableInfo& table) {
+qint64 SqliteEngine::takeNumber(const TableInfo& table, int block) {
   forgetWhatIsLost();
   if (const auto number = numbers_->take(table)) return *number;
-  reserveBlock(table);
+  reserveBlock(table, block);
   return *numbers_->take(table);
 }
 
@@ -201,12 +201,12 @@ void SqliteEngine::giveBackNumber(const TableInfo& table, qint64 number) {
 }
 
 void SqliteEngine::reserveNumbers(const TableInfo& table) {
-  if (table.autoNumber >= 0 && !numbers_->has(table)) reserveBlock(table);
+  if (table.autoNumber >= 0 && !numbers_->has(table)) reserveBlock(table, kNumberBlock);
 }
 
-void SqliteEngine::reserveBlock(const TableInfo& table) {
+void SqliteEngine::reserveBlock(const TableInfo& table, int count) {
   SqliteNumbers::Block block;
-  transaction([&] { block = numbers_->reserve(table); });
+  transaction([&] { block = numbers_->reserve(table, count); });
   numbers_->keep(table, block);
 }
 

@@ -37,7 +37,7 @@ class SqliteEngine final : public Engine {
   qint64 insert(const TableInfo& table, const NewRow& row, const QVariantList& values) override;
   void transaction(const std::function<void()>& body) override;
 
-  qint64 takeNumber(const TableInfo& table) override;
+  qint64 takeNumber(const TableInfo& table, int block) override;
   void giveBackNumber(const TableInfo& table, qint64 number) override;
   void reserveNumbers(const TableInfo& table) override;
 
@@ -70,7 +70,7 @@ class SqliteEngine final : public Engine {
   void withoutLook(const std::function<void()>& body);
   void noteFact(const QString& kind, const QString& owner, const QString& name, const QString& definition);
   void createIndex(const QString& table, const IndexDef& index);
-  void reserveBlock(const TableInfo& table);
+  void reserveBlock(const TableInfo& table, int count);
 
   QString path_;
   OpenOptions options_;

@@ -5,12 +5,6 @@
 #include "platform/dao/sqlite_schema.h"
 
 namespace qk::dao {
-namespace {
-
-constexpr qint64 kBlockSize = 32;
-
-}  // namespace
-
 std::optional<qint64> SqliteNumbers::take(const TableInfo& table) {
   const auto block = blocks_.find(table.def.name);
   if (block == blocks_.end() || block->empty()) return {};
@@ -32,14 +26,14 @@ bool SqliteNumbers::has(const TableInfo& table) const {
   return block != blocks_.cend() && !block->empty();
 }
 
-SqliteNumbers::Block SqliteNumbers::reserve(const TableInfo& table) {
+SqliteNumbers::Block SqliteNumbers::reserve(const TableInfo& table, int count) {
   const QVariant sequence =
       connection_.value("SELECT seq FROM sqlite_sequence WHERE name = ?", {table.def.name});
   const QString key = sqlite::quotedName(table.key.names.first());
   const QVariant greatest =
       connection_.value("SELECT max(" + key + ") FROM " + sqlite::quotedName(table.def.name));
   const qlonglong last = std::max(sequence.toLongLong(), greatest.toLongLong());
-  const qlonglong end = last + kBlockSize;
+  const qlonglong end = last + count;
   if (sequence.isValid())
     connection_.write("UPDATE sqlite_sequence SET seq = ? WHERE name = ?", {end, table.def.name});
   else

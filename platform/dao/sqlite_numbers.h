@@ -28,7 +28,7 @@ class SqliteNumbers {
   bool isUsedUp(const TableInfo& table) const;
   bool has(const TableInfo& table) const;
   /// Within a write transaction; keep() once that is committed.
-  Block reserve(const TableInfo& table);
+  Block reserve(const TableInfo& table, int count);
   void keep(const TableInfo& table, Block block) { blocks_.insert(table.def.name, block); }
   void forget(const TableInfo& table) { blocks_.remove(table.def.name); }
   void forgetAll() { blocks_.clear(); }

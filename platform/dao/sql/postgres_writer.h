@@ -28,6 +28,7 @@ class PostgresWriter final : public PrintingWriter {
 
   QVariant toNative(const QVariant& value, FieldType type) const override;
   QVariant fromNative(const QVariant& native, FieldType type) const override;
+  QString holdingRows() const override { return " FOR UPDATE"; }
   QStringList keyOrder(const QString& column, FieldType type, bool outer) const override;
 
  private:

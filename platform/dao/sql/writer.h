@@ -25,6 +25,8 @@ class Writer {
   virtual NativeQuery orderTerm(const OrderItem& item) const = 0;
   virtual QString source(const Source& source, QVariantList& values) const = 0;
   virtual QString identifier(const QString& name) const = 0;
+  /// Behind a select from one table, within a transaction: nobody else changes the rows until its end.
+  virtual QString holdingRows() const = 0;
   /// A key column, as terms of the order in which rows stand that nobody has sorted: Nulls, where an outer
   /// join may bring them, come first.
   virtual QStringList keyOrder(const QString& column, FieldType type, bool outer) const = 0;

@@ -3,6 +3,7 @@
 #include <QtTest>
 #include <utility>
 
+#include "platform/dao/changes.h"
 #include "platform/dao/postgres_engine.h"
 #include "tests/platform/dao/store_factory.h"
 #include "tests/support/cutting_proxy.h"
@@ -231,6 +232,24 @@ class TestLostAnswers : public QObject {
     add();
     QCOMPARE(stored(), QStringList{row(1, "a")});
     cleanup();
+  }
+
+  void changesAreStoredOnce_data() { whatCountsOnIsDoneOnce_data(); }
+  void changesAreStoredOnce() {
+    QFETCH(Cut, cut);
+    QFETCH(bool, away);
+    database_->execute("INSERT INTO Artikel (ID, Name, Preis) VALUES (1, 'a', 1)");
+    Changes changes(*database_);
+    changes.expect("Artikel", 1, {{"Preis", 1}});
+    changes.update("Artikel", 1, {{"Name", "b"}});
+    changes.execute("Update Artikel set Preis = Preis + 1");
+    proxy_->cutNext("COMMIT", cut, [&] { proxy_->refuse(away); });
+    const bool known = cut == Cut::Answer && !away;
+    QCOMPARE(errorOf([&] { changes.write(); }), known ? 0 : 3043);
+    if (away) QCOMPARE(errorOf([&] { changes.write(); }), 3043);
+    proxy_->refuse(false);
+    changes.write();
+    QCOMPARE(server_->native("SELECT \"Name\", \"Preis\" FROM dao.\"Artikel\""), QStringList{"b|2.0000"});
   }
 
   void whatCountsOnIsDoneOnce_data() {
