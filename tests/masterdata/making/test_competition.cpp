@@ -43,6 +43,7 @@ const Expected Inventory[] = {
      "nAktiveSchuetzenAnzahl ZusatzTeiler bSPOMannschaft VortelAnzeige"},
     {"DisziplinKlasse", "DisziID KlasseID"},
     {"DisziplinWaffen", "DisziID WaffenID KZ"},
+    {"Waffen", "ID Bezeichnung KZ"},
     {"Kombination_Name", "ID Kombinationsname CmdIndex"},
     {"Kombination_Diszi", "KombiID disziID"},
     {"MeldeDisziplin", "ID MeldeDisziplin MeldeKZ ScheibenKZ Waffe Anzeigen Vorbelegen"},
