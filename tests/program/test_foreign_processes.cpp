@@ -14,6 +14,7 @@
 using namespace qk;
 
 constexpr int kPatience = 120;  ///< seconds
+constexpr int kShots = 18;      ///< one a second
 
 class TestForeignProcesses : public QObject {
   Q_OBJECT
@@ -75,25 +76,25 @@ class TestForeignProcesses : public QObject {
 
  private Q_SLOTS:
   void aReaderComesAndTheProgramIsKilled() {
-    Place place(30);
+    Place place(kShots);
     place.range.startStations();
     const auto program = place.range.startProgram();
     shoot(place, *program, 1);
-    waitForShots(place, *program, 10);
+    waitForShots(place, *program, 6);
     QVERIFY(test::foreignRead(place.range.competition()));
-    waitForTheLast(place, *program, 1, 30);
+    waitForTheLast(place, *program, 1, kShots);
     program->kill();
     program->waitForEnd();
-    QCOMPARE(place.fired(), size_t(30));
+    QCOMPARE(place.fired(), size_t(kShots));
     everyShotIsStored(place);
   }
 
   void aSecondDeskComesAndGoes() {
-    Place place(30);
+    Place place(kShots);
     place.range.startStations();
     const auto first = place.range.startDesk("buero1", "10");
     shoot(place, *first, 1);
-    waitForShots(place, *first, 10);
+    waitForShots(place, *first, 6);
     {
       const auto second = place.range.startDesk("buero2", "01");
       Walk walk(*second);
@@ -103,27 +104,27 @@ class TestForeignProcesses : public QObject {
     }
     const auto second = place.range.startDesk("buero2", "01");
     shoot(place, *second, 2);
-    waitForTheLast(place, *first, 1, 30);
-    waitForTheLast(place, *second, 2, 30);
+    waitForTheLast(place, *first, 1, kShots);
+    waitForTheLast(place, *second, 2, kShots);
     Walk(*second).close(true);
     second->waitForEnd();
     Walk(*first).close(true);
     first->waitForEnd();
-    QCOMPARE(place.fired(), size_t(60));
+    QCOMPARE(place.fired(), size_t(2 * kShots));
     everyShotIsStored(place);
   }
 
   void aReaderAndLaterAWriterCome() {
-    Place place(30);
+    Place place(kShots);
     place.range.startStations();
     {
       const auto program = place.range.startProgram();
       shoot(place, *program, 1);
-      waitForShots(place, *program, 10);
+      waitForShots(place, *program, 6);
       QVERIFY(test::foreignRead(place.range.competition()));
-      waitForShots(place, *program, 20);
+      waitForShots(place, *program, 12);
       QVERIFY(test::foreignWrite(place.range.competition()));
-      waitForTheLast(place, *program, 1, 30);
+      waitForTheLast(place, *program, 1, kShots);
       QVERIFY(test::foreignWrite(place.range.competition()));
       Walk(*program).close(true);
       program->waitForEnd();
@@ -133,20 +134,20 @@ class TestForeignProcesses : public QObject {
     Walk walk(*next);
     walk.waitForMainWindow();
     walk.selectLine(1);
-    walk.waitForOpenShots(1, 30);
+    walk.waitForOpenShots(1, kShots);
     next->kill();
   }
 
   /// In spite of all locks, by hand: the operator is told, and nothing is lost.
   void theLogIsRemovedUnderTheProgram() {
-    Place place(30);
+    Place place(kShots);
     place.range.startStations();
     const auto program = place.range.startProgram();
     shoot(place, *program, 1);
-    waitForShots(place, *program, 10);
+    waitForShots(place, *program, 6);
     QVERIFY(QFile::remove(place.range.competition() + "-wal"));
     program->answer("wurde von außen entfernt", "Wiederholen");
-    waitForTheLast(place, *program, 1, 30);
+    waitForTheLast(place, *program, 1, kShots);
     program->kill();
     program->waitForEnd();
     everyShotIsStored(place);

@@ -344,9 +344,15 @@ void PostgresPrinter::updateOverJoin(const Update& update, const TableSource& ta
     text_ += QString(" = qk_new.v%1").arg(i);
   }
   newValues(update, target);
+  text_ += " AND qk_target.";
+  if (update.piece) {  // else the server reads all rows of the table for each piece
+    name(update.piece->key);
+    within(*update.piece);
+    text_ += "qk_target.";
+  }
   const QStringList key = tables_(target.name).key;
   for (qsizetype i = 0; i < key.size(); ++i) {
-    text_ += " AND qk_target.";
+    if (i > 0) text_ += " AND qk_target.";
     name(key[i]);
     text_ += QString(" = qk_new.k%1").arg(i);
   }
@@ -372,10 +378,10 @@ void PostgresPrinter::newValues(const Update& update, const TableSource& target)
     stored(*update.set[i].value, update.set[i].kind);
     text_ += QString(" AS v%1").arg(i);
   }
-  joinOf(update);
+  joinOf(update, target);
   givesOthers(update, target);
   text_ += " OFFSET 0) AS qk_new WHERE EXISTS (SELECT 1";
-  joinOf(update);
+  joinOf(update, target);
   for (qsizetype i = 0; i < key.size(); ++i) {
     storedColumn(target, key[i]);
     text_ += QString(" = qk_new.k%1 AND ").arg(i);

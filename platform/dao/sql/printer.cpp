@@ -186,10 +186,24 @@ void Printer::keysToChange(const Update& update, const QString& key) {
   keysOverJoin(update, targetOf(update), key);
 }
 
-void Printer::joinOf(const Update& update) {
+void Printer::within(const KeyRange& range) {
+  if (range.keys.empty()) {
+    text_ += QString(" BETWEEN %1 AND %2 AND ").arg(range.low).arg(range.high);
+    return;
+  }
+  QStringList keys;
+  for (const qint64 key : range.keys) keys << QString::number(key);
+  text_ += " IN (" + keys.join(u',') + ") AND ";
+}
+
+void Printer::joinOf(const Update& update, const TableSource& target) {
   text_ += " FROM ";
   source(*update.source);
   text_ += " WHERE ";
+  if (update.piece) {
+    storedColumn(target, update.piece->key);
+    within(*update.piece);
+  }
   if (!update.where) return;
   text_ += u'(';
   condition(*update.where);

@@ -89,7 +89,9 @@ class Printer {
   /// The join of an update and its condition, after which another one follows. An update leaves out the rows
   /// that are right already: writing them would cost, and lock others out. A row with several partners is
   /// right if one of them gives what stands there; else each run would write the values of another one.
-  void joinOf(const Update& update);
+  void joinOf(const Update& update, const TableSource& target);
+  /// What follows the name of a key, before another condition.
+  void within(const KeyRange& range);
   /// The condition that a row of the join gives other values than stand in its target.
   void givesOthers(const Update& update, const TableSource& target);
   void storedColumn(const TableSource& target, const QString& column);

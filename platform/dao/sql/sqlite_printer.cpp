@@ -77,14 +77,14 @@ void SqlitePrinter::keysOverJoin(const Update& update, const TableSource& target
 
 /// CASE keeps the order: the right rows are gathered, once, when a row of the join gives others.
 void SqlitePrinter::joinOfWrongRows(const Update& update, const TableSource& target) {
-  joinOf(update);
+  joinOf(update, target);
   text_ += "CASE WHEN ";
   givesOthers(update, target);
   text_ += " THEN ";
   storedColumn(target, "rowid");
   text_ += " NOT IN (SELECT ";
   storedColumn(target, "rowid");
-  joinOf(update);
+  joinOf(update, target);
   storedColumn(target, "rowid");
   text_ += " IS NOT NULL AND NOT ";
   givesOthers(update, target);

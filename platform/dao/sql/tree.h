@@ -132,10 +132,18 @@ struct Assignment {
   ExpressionPtr value;
   Kind kind = Kind::Unknown;  ///< resolved: of the column
 };
+/// Rows of a table by its key of one whole number.
+struct KeyRange {
+  QString key;
+  qint64 low = 0, high = 0;       ///< both among them
+  std::vector<qint64> keys = {};  ///< only these of them; all when empty
+};
 struct Update {
   SourcePtr source;
   std::vector<Assignment> set;
   ExpressionPtr where;
+  /// Resolved, over a join: only these rows of the table that is changed.
+  std::optional<KeyRange> piece = {};
 };
 struct Delete {
   SourcePtr source;
