@@ -5,6 +5,7 @@
 #include "app/ground/feld_wert.h"
 #include "app/ground/right_to_change.h"
 #include "app/ground/unfinished_move.h"
+#include "masterdata/making/weapons.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 
@@ -25,6 +26,7 @@ std::unique_ptr<dao::Database> openForMasterData(const QString& path) {
   for (const QString table : {"Wettkampf", "Schützen", "Disziplin"})
     if (!database->hasTable(table)) throw Error(kNoSuchTable, "Das ist kein Wettkampf: " + path);
   refuseReadOnly(*database, path);
+  ensureWeapons(*database);
   return database;
 }
 

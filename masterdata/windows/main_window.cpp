@@ -1,6 +1,7 @@
 #include "masterdata/windows/main_window.h"
 
-#include <QFileInfo>
+#include <QCloseEvent>
+#include <QSignalBlocker>
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
@@ -8,6 +9,8 @@
 #include "app/shell/competition_choice.h"
 #include "app/shell/frmHilfe.h"
 #include "masterdata/pages/opened_competition.h"
+#include "masterdata/pages/page_query.h"
+#include "masterdata/windows/page_view.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
@@ -23,9 +26,8 @@ MasterDataWindow::MasterDataWindow(const Workplace& workplace, GlobalVariablen& 
   ui_->setupUi(this);
   ui_->splitterSeiten->setStretchFactor(1, 1);
   PanelGroesseMerken(workplace_, *ui_->splitterSeiten, 0, keys::BreiteStammdatenSeiten, PanelMass(*this, 26));
-  connect(ui_->mnuOeffnen, &QAction::triggered, this, &MasterDataWindow::chooseCompetition);
-  connect(ui_->mnuBeenden, &QAction::triggered, this, &QWidget::close);
-  connect(ui_->mnuHandbuch, &QAction::triggered, this, [this] { showHandbook("stammdaten.html"); });
+  makeMenus();
+  listPages();
 }
 
 MasterDataWindow::~MasterDataWindow() = default;
@@ -33,6 +35,100 @@ MasterDataWindow::~MasterDataWindow() = default;
 ErrorReport MasterDataWindow::report(const QString& what) const {
   return fehlerReport(workplace_.dialogs, what);
 }
+
+void MasterDataWindow::makeMenus() {
+  const auto on = [this](QAction* action, auto routine) {
+    connect(action, &QAction::triggered, this, routine);
+  };
+  const auto onPage = [&](QAction* action, void (PageWidget::*act)()) {
+    on(action, [this, act] {
+      if (PageWidget* shown = page()) (shown->*act)();
+    });
+  };
+  on(ui_->mnuOeffnen, [this] { chooseCompetition(); });
+  on(ui_->mnuBeenden, [this] { close(); });
+  onPage(ui_->mnuNeu, &PageWidget::addRow);
+  onPage(ui_->mnuSpeichern, &PageWidget::storeRow);
+  onPage(ui_->mnuLoeschen, &PageWidget::removeRow);
+  onPage(ui_->mnuVerwerfen, &PageWidget::dropEdit);
+  on(ui_->mnuAktualisieren, [this] { refresh(); });
+  on(ui_->mnuSeiten, [this] { ui_->lstSeiten->setFocus(Qt::ShortcutFocusReason); });
+  on(ui_->mnuInhalt, [this] {
+    if (PageWidget* shown = page()) shown->begin();
+  });
+  on(ui_->mnuHandbuch, [this] { showHandbook("stammdaten.html"); });
+}
+
+// --- the pages
+
+void MasterDataWindow::listPages() {
+  for (const Page& page : masterDataPages()) ui_->lstSeiten->addItem(page.title);
+  pages_.resize(ui_->lstSeiten->count());
+  connect(ui_->lstSeiten, &QListWidget::currentRowChanged, this, &MasterDataWindow::pageChosen);
+  connect(ui_->lstSeiten, &QListWidget::itemActivated, this, [this] { page()->begin(); });
+}
+
+PageWidget& MasterDataWindow::pageAt(int row) {
+  PageWidget*& page = pages_[row];
+  if (page) return *page;
+  page = new PageView(workplace_, masterDataPages()[size_t(row)], ui_->stackSeiten);
+  ui_->stackSeiten->addWidget(page);
+  connect(page, &PageWidget::done, this, [this](const QString& text) {
+    success_.say(text);
+    showCounts();
+  });
+  page->open(*global_.Datenbank);
+  return *page;
+}
+
+PageWidget* MasterDataWindow::page() const {
+  return shown_ < 0 ? nullptr : pages_[shown_];
+}
+
+void MasterDataWindow::pageChosen(int row) {
+  if (row < 0 || row == shown_ || !global_.Datenbank) return;
+  if (PageWidget* before = page(); before && !before->leave()) {
+    const QSignalBlocker quiet(ui_->lstSeiten);
+    ui_->lstSeiten->setCurrentRow(shown_);
+    return before->begin();
+  }
+  const bool isMade = pages_[row] != nullptr;
+  PageWidget& chosen = pageAt(row);
+  if (isMade) chosen.refresh();  // another page may have changed what this one refers to
+  ui_->stackSeiten->setCurrentWidget(&chosen);
+  shown_ = row;
+}
+
+bool MasterDataWindow::showPage(const QString& key) {
+  const std::vector<Page>& all = masterDataPages();
+  for (int row = 0; row < int(all.size()); ++row)
+    if (all[size_t(row)].key == key) ui_->lstSeiten->setCurrentRow(row);
+  return shown_ >= 0 && all[size_t(shown_)].key == key;
+}
+
+void MasterDataWindow::showCounts() {
+  reported(report("Fehler beim Zählen der Stammdaten!"), [this](Steps&) {
+    const std::vector<Page>& all = masterDataPages();
+    for (int row = 0; row < int(all.size()); ++row) {
+      const Page& page = all[size_t(row)];
+      const QString count =
+          page.single ? QString() : QString(" (%L1)").arg(countOf(*global_.Datenbank, page));
+      ui_->lstSeiten->item(row)->setText(page.title + count);
+    }
+  });
+}
+
+void MasterDataWindow::refresh() {
+  if (PageWidget* shown = page()) shown->refresh();
+  showCounts();
+}
+
+void MasterDataWindow::closeEvent(QCloseEvent* event) {
+  if (PageWidget* shown = page(); shown && !shown->leave()) return event->ignore();
+  event->accept();
+}
+
+// --- the competition
 
 QString MasterDataWindow::lastCompetition() const {
   const QString own = liesText(workplace_.settings, keys::LetzterWettkampfStammdaten);
@@ -52,23 +148,30 @@ bool MasterDataWindow::load(const QString& path) {
 }
 
 bool MasterDataWindow::openCompetition(const QString& path) {
+  std::unique_ptr<dao::Database> database;
   try {
-    auto database = openForMasterData(path);
+    database = openForMasterData(path);
     setWindowTitle(titleOf(*database, path));
-    global_.Datenbank = std::move(database);
   } catch (const Error& error) {
     workplace_.dialogs.note("Der Wettkampf lässt sich nicht öffnen.\n\n" + error.description(),
                             BoxIcon::Exclamation, "Fehler");
     return false;
   }
+  // The pages stand on the one that was open: all of them go over before it closes.
+  for (PageWidget* page : pages_)
+    if (page) page->open(*database);
+  std::swap(global_.Datenbank, database);
   global_.sWettkampf = path;
+  showCounts();
+  if (shown_ < 0) ui_->lstSeiten->setCurrentRow(0);
   schreibe(workplace_.settings, keys::LetzterWettkampfStammdaten, path);
   return true;
 }
 
 void MasterDataWindow::chooseCompetition() {
   const QString path = chosenCompetition(workplace_, this->path());
-  if (!path.isEmpty()) openCompetition(path);
+  if (path.isEmpty() || (page() && !page()->leave())) return;
+  openCompetition(path);
 }
 
 void MasterDataWindow::showHandbook(const QString& page) {

@@ -6,6 +6,7 @@
 
 #include "app/ground/global_variablen.h"
 #include "app/shell/success_line.h"
+#include "masterdata/windows/page_widget.h"
 #include "platform/runtime/retry.h"
 #include "platform/workplace.h"
 
@@ -27,10 +28,25 @@ class MasterDataWindow : public QMainWindow {
   bool load(const QString& path);
   const QString& path() const { return global_.sWettkampf; }
 
+  /// The page with that key becomes the current one, unless what is edited on another keeps it.
+  bool showPage(const QString& key);
+  /// The one that is shown.
+  PageWidget* page() const;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   /// Shows another competition; a failure is told, and what was open stays open.
   bool openCompetition(const QString& path);
   void chooseCompetition();
+  void makeMenus();
+  void listPages();
+  /// The page of a row of the list, made when it is wanted first.
+  PageWidget& pageAt(int row);
+  void pageChosen(int row);
+  void showCounts();
+  void refresh();
   QString lastCompetition() const;
   void showHandbook(const QString& page);
   ErrorReport report(const QString& what) const;
@@ -39,6 +55,8 @@ class MasterDataWindow : public QMainWindow {
   GlobalVariablen& global_;
   std::unique_ptr<Ui::frmStammdaten> ui_;
   SuccessLine success_{*this};
+  QList<PageWidget*> pages_;  ///< by the list; null for one that nobody wanted yet
+  int shown_ = -1;
 };
 
 }  // namespace qk
