@@ -28,6 +28,7 @@ struct TableRows {
 struct StoreState {
   TableRows shooters, clubs, teams, teamGroups, shooterGroups, groupMembers, registrations,
       reportedDisciplines;
+  std::vector<TableRows> rules;  ///< what `classes` was read from
   ShooterClasses classes;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/dao/row_pages.h"
 
+#include "platform/dao/database.h"
 #include "platform/dao/engine.h"
 #include "platform/runtime/error.h"
 
@@ -20,6 +21,8 @@ RowPages::RowPages(Engine& engine, const QString& table)
     : engine_(engine), catalogue_(engine.catalogue()), table_(catalogue_->info(table)) {
   if (!table_ || table_->query) throw Error(3078);
 }
+
+RowPages::RowPages(Database& database, const QString& table) : RowPages(database.engine(), table) {}
 
 QString RowPages::text() const {
   const sql::Writer& writer = engine_.writer();

@@ -9,12 +9,15 @@
 
 namespace qk::dao {
 
+class Database;
 class Engine;
 
 class RowPages {
  public:
   /// 3078 when there is no such table. The engine outlives the pages.
   RowPages(Engine& engine, const QString& table);
+  /// The database outlives the pages.
+  RowPages(Database& database, const QString& table);
 
   const TableDef& def() const { return table_->def; }
   /// The next rows, with the values of platform/dao/types.h in the order of the fields. False when there are
