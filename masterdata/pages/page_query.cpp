@@ -29,6 +29,19 @@ QString expressionOf(const Page& page, const PageColumn& column) {
   return bracketed(page.table) + "." + bracketed(column.column);
 }
 
+/// What a filter text is compared with: what the cell shows.
+QString filterOf(const PageColumn& column, const QString& expression) {
+  if (column.kind == ColumnKind::Flag) return "IIf(" + expression + " <> 0, 'ja', '')";
+  if (column.kind != ColumnKind::Choice) return expression;
+  QString text = "''";
+  for (const PageChoice& choice : column.choices) {
+    const bool isText = choice.value.typeId() == QMetaType::QString;
+    const QString value = isText ? dao::sql::quoted(choice.value.toString()) : choice.value.toString();
+    text = QString("IIf(%1 = %2, %3, %4)").arg(expression, value, dao::sql::quoted(choice.text), text);
+  }
+  return text;
+}
+
 std::optional<NamedRow> firstOf(dao::Database& database, const RowSource& reference,
                                 const QString& criterion) {
   const auto rows =
@@ -69,7 +82,7 @@ FilteredQuery::Shape gridQuery(const Page& page) {
                          bracketed(column.reference.key));
     }
     shape.columns.push_back(
-        {expression, column.order.isEmpty() ? QStringList() : QStringList(column.order.arg(table))});
+        {filterOf(column, expression), {column.order.isEmpty() ? expression : column.order.arg(table)}});
   }
   shape.base = "SELECT " + fields.join(", ") + " FROM " + source;
   shape.joint = " WHERE ";

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "masterdata/pages/page_query.h"
+#include "platform/look/plain_tip.h"
 
 namespace qk {
 
@@ -57,6 +58,7 @@ void PageForm::build(RowEdit& row, dao::Database& database) {
     made.control->setObjectName("feld_" + row.page().key + "_" + column.column);
     made.control->setAccessibleName(column.label);
     made.control->setProperty(kColumn, column.column);
+    made.control->setToolTip(plainTip(column.effect));
     made.control->installEventFilter(this);
     made.control->setFocusPolicy(Qt::StrongFocus);
     if (column.kind == ColumnKind::Flag) {

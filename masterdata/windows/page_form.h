@@ -30,6 +30,7 @@ class PageForm : public QWidget {
   void refreshReferences();
   /// To the first control, or to that of a column.
   void focus(const QString& column = {});
+  QWidget* controlOf(const QString& column) const { return fields_.value(column).control; }
 
  Q_SIGNALS:
   void edited();
@@ -41,7 +42,7 @@ class PageForm : public QWidget {
 
  private:
   struct Field {
-    QWidget* control;
+    QWidget* control = nullptr;
     std::function<void()> show;
   };
   void addHeading(QFormLayout& layout, const QString& text);

@@ -22,6 +22,7 @@ namespace {
 constexpr int kRowGone = 3167;
 constexpr int kRefused = 3200;
 constexpr int kEffectLines = 3;
+constexpr int kPatience = 150;  // milliseconds that the window waits for the first rows
 
 }  // namespace
 
@@ -49,6 +50,7 @@ PageView::PageView(const Workplace& workplace, const Page& page, QWidget* parent
   connect(form_, &PageForm::edited, this, &PageView::showState);
   connect(form_, &PageForm::entered, this, [this](const QString& column) {
     if (const PageColumn* of = page_.column(column)) showEffect(of->effect);
+    ui_->scroll->ensureWidgetVisible(form_->controlOf(column));
   });
   connect(ui_->tabs, &QTabWidget::currentChanged, this,
           [this](int tab) { showEffect(tab == 0 ? QString() : page_.links[size_t(tab - 1)].effect); });
@@ -137,14 +139,20 @@ void PageView::showSingle() {
 
 void PageView::showQuery() {
   if (!database_) return;
-  const qint64 key = row_->key();
   const bool opened = reported(report("Fehler beim Lesen: " + page_.title), [this](Steps& step) {
     step([&] { rows_->open(*database_, browser_->query().text()); });
   });
   if (!opened) rows_->clear();
-  rows_->waitForFirst();
-  if (row_->isChanged()) return;
-  stand(key);
+  wanted_ = row_->key();
+  rows_->waitForFirst(kPatience);
+  standWhenListed();
+}
+
+/// A long list is sorted first; the form keeps what it shows until the rows are there.
+void PageView::standWhenListed() {
+  if (!wanted_ || (rows_->count() == 0 && !rows_->isComplete() && rows_->isOpen())) return;
+  const qint64 key = *std::exchange(wanted_, std::nullopt);
+  if (!row_->isChanged() && !row_->isNew()) stand(key);
 }
 
 void PageView::refresh() {
@@ -161,7 +169,7 @@ void PageView::refresh() {
 void PageView::showCount() {
   if (!rows_->isOpen()) return ui_->lblAnzahl->clear();
   ui_->lblAnzahl->setText(countText(*rows_, "1 Zeile", "Zeilen"));
-  if (!row_->isOpen() && rows_->count() > 0 && ui_->grid->currentRow() < 0) stand(0);
+  standWhenListed();
 }
 
 void PageView::begin() {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "masterdata/pages/row_edit.h"
@@ -53,6 +54,7 @@ class PageView : public PageWidget {
   void makeLists();
   ErrorReport report(const QString& text) const;
   void showQuery();
+  void standWhenListed();
   void showCount();
   /// The row of the grid is the current one: its form is shown, unless what is edited stays.
   void rowChosen();
@@ -80,7 +82,8 @@ class PageView : public PageWidget {
   std::unique_ptr<RowEdit> row_;
   std::unique_ptr<BoundRows> rows_;
   std::unique_ptr<GridBrowser> browser_;
-  bool choosing_ = false;  // the current row is being set by this window
+  std::optional<qint64> wanted_;  // the row to stand on as soon as the list has rows
+  bool choosing_ = false;         // the current row is being set by this window
 };
 
 }  // namespace qk

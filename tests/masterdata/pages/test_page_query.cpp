@@ -57,6 +57,27 @@ class TestPageQuery : public QObject {
       QCOMPARE(rows->value("Text zu VereinID").toString(), QString("Edelweiß Höfen"));
   }
 
+  void whatACellShowsIsWhatFilters() {
+    const auto count = [this](const QString& key, int column, const QString& text) {
+      FilteredQuery query(gridQuery(masterDataPage(key)));
+      QStringList filter(column + 1);
+      filter[column] = text;
+      query.setFilter(filter);
+      int rows = 0;
+      for (const auto found = database_->openRecordset(query.text()); !found->eof(); found->moveNext())
+        ++rows;
+      return rows;
+    };
+    const auto stored = [this](const QString& from) {
+      return database_->openRecordset("SELECT Count(*) AS n FROM " + from)->value(0).toInt();
+    };
+    QCOMPARE(count("Klassen", 4, "weib"), stored("Schützenklassen WHERE Geschlecht = 2"));
+    QCOMPARE(count("Klassen", 5, "ja"), stored("Schützenklassen WHERE Auflage <> 0"));
+    QCOMPARE(count("Profile", 2, "0 – S"), stored("AuswertProfil WHERE Typ = 0"));
+    QVERIFY(count("Klassen", 4, "weib") > 0 && count("Klassen", 5, "ja") > 0);
+    QCOMPARE(count("Schuetzen", 4, "M"), stored("Schützen WHERE Geschlecht = 'M'"));
+  }
+
   void startNumbersSortAsNumbers() {
     FilteredQuery query(gridQuery(masterDataPage("Schuetzen")));
     const auto rows = database_->openRecordset(query.text());

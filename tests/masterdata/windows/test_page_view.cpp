@@ -82,6 +82,9 @@ void TestPageView::theColumnSaysWhatItDoes() {
   desk->show("Disziplinen");
   the<QWidget>(window(), "feld_Disziplinen_dblMaxSerieDSB").setFocus();
   QVERIFY(desk->label("lblWirkung_Disziplinen").startsWith("Nur bei Ring-Teilern: Ergebnis = diese Zahl"));
+  QVERIFY(the<QWidget>(window(), "feld_Disziplinen_VortelAnzeige").visibleRegion().isEmpty());
+  the<QWidget>(window(), "feld_Disziplinen_VortelAnzeige").setFocus();
+  QVERIFY(!the<QWidget>(window(), "feld_Disziplinen_VortelAnzeige").visibleRegion().isEmpty());
   the<QWidget>(window(), "feld_Disziplinen_Ring0XZehntel").setFocus();
   QVERIFY(desk->label("lblWirkung_Disziplinen").contains("9,7 also 7"));
 }
