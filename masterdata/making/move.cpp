@@ -1,12 +1,11 @@
 #include "masterdata/making/move.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QThread>
 
 #include "app/ground/unfinished_move.h"
+#include "masterdata/making/draft.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/store_copy.h"
 #include "platform/runtime/error.h"
@@ -30,13 +29,6 @@ void makeMark(Database& target, const QString& source) {
   mark->addNew();
   mark->setValue("Quelle", source);
   mark->update();
-}
-
-/// With whatever an engine left beside it.
-void removeDraft(const QString& path) {
-  const QFileInfo file(path);
-  for (const QString& name : file.dir().entryList({file.fileName(), file.fileName() + "-*"}, QDir::Files))
-    QFile::remove(file.dir().filePath(name));
 }
 
 QString originOf(const MoveRequest& request) {
@@ -89,20 +81,27 @@ void requireEveryCharacter(const Database& target) {
                     .arg(*encoding));
 }
 
-std::unique_ptr<Database> existingStore(const MoveRequest& request) {
+std::unique_ptr<Database> usableStore(const MoveRequest& request) {
   auto target = opened(request.to);
   requireEveryCharacter(*target);
   if (isUnfinishedMove(*target)) {
-    if (!request.again)
-      throw Error(kUnfinishedMoveError,
-                  "Am Ziel liegt ein Umzug, der nicht fertig geworden ist oder gerade läuft. Ist er "
-                  "abgebrochen, so wiederholen Sie den Befehl mit --von-vorn: was am Ziel liegt, wird "
-                  "dann verworfen.");
-    clear(*target);
-    return target;
+    if (request.again) return target;
+    throw Error(kUnfinishedMoveError,
+                "Am Ziel liegt ein Umzug, der nicht fertig geworden ist oder gerade läuft. Ist er "
+                "abgebrochen, so wiederholen Sie den Befehl mit --von-vorn: was am Ziel liegt, wird "
+                "dann verworfen.");
   }
   if (!target->tableNames().isEmpty() || !target->queryNames().isEmpty())
     throw Error(kDatabaseExists, "Das Ziel ist nicht leer, es bleibt unverändert.");
+  return target;
+}
+
+std::unique_ptr<Database> existingStore(const MoveRequest& request) {
+  auto target = usableStore(request);
+  if (isUnfinishedMove(*target)) {
+    clear(*target);
+    return target;
+  }
   try {
     makeMark(*target, originOf(request));
   } catch (const Error& error) {
@@ -185,6 +184,17 @@ class Move {
 };
 
 }  // namespace
+
+void clearUnfinishedMove(const QString& path) {
+  const auto target = Database::open(path);
+  if (!isUnfinishedMove(*target)) return;
+  clear(*target);
+  target->dropTable(kUnfinishedMove);
+}
+
+void refuseUsedTarget(const QString& path, bool again) {
+  usableStore({{}, path, again});
+}
 
 MoveResult moveCompetition(const MoveRequest& request, const std::function<void(const MoveStep&)>& watch) {
   const auto source = Database::open(request.from, true);

@@ -44,4 +44,10 @@ struct MoveRequest {
 /// stores.
 MoveResult moveCompetition(const MoveRequest& request, const std::function<void(const MoveStep&)>& watch);
 
+/// Takes what an interrupted move left out of the target, and its mark.
+void clearUnfinishedMove(const QString& path);
+
+/// What a move into a store that is there would refuse of it: 3251, 3204, 3356.
+void refuseUsedTarget(const QString& path, bool again);
+
 }  // namespace qk

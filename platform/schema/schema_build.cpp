@@ -18,7 +18,10 @@ TableData typedRows(const RowSection& section, const TableDef& table, const QStr
   for (const QString& column : section.columns) {
     fields.push_back(table.field(column));
     if (!fields.back())
-      throw Error(5, QString("%1: Zeilen %2: keine Spalte »%3«").arg(source, section.table, column));
+      throw Error(5, QString("%1:%2: Zeilen %3: keine Spalte »%4«")
+                         .arg(source)
+                         .arg(section.line)
+                         .arg(section.table, column));
   }
   for (const TextRow& row : section.rows) {
     QVariantList values;

@@ -100,7 +100,7 @@ class Parser {
       schema_.queries.push_back({name, {}});
     } else if (keyword == "Zeilen") {
       section_ = Section::Rows;
-      schema_.rows.push_back({name, {}, {}});
+      schema_.rows.push_back({name, line_, {}, {}});
     } else {
       fail(QString("unbekanntes Schlüsselwort »%1«").arg(keyword));
     }

@@ -37,6 +37,7 @@ struct TextRow {
 
 struct RowSection {
   QString table;
+  int line = 0;  ///< of its beginning
   QStringList columns;
   std::vector<TextRow> rows;
 };

@@ -2,8 +2,10 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include "masterdata/making/competition.h"
+#include "masterdata/making/starter_set.h"
 #include "platform/runtime/datetext.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
@@ -22,11 +24,25 @@ const QString Help =
     "qk-wettkampf: legt Wettkämpfe an und zieht mit ihnen um\n"
     "\n"
     "Aufruf:\n"
-    "  qk-wettkampf neu DATEI [--name TEXT] [--ort TEXT] [--datum TT.MM.JJJJ]\n"
-    "      legt einen leeren Wettkampf mit allen Tabellen an.\n"
-    "      --name   Bezeichnung des Wettkampfs\n"
-    "      --ort    Ort des Wettkampfs\n"
-    "      --datum  Stichtag der Altersklassen (sonst 01.01.2026)\n"
+    "  qk-wettkampf neu DATEI [--name TEXT] [--zeile2 TEXT] [--ort TEXT] [--datum TT.MM.JJJJ]\n"
+    "          [--klassenwechsel TT.MM.] [--starter NAME | --wie DATEI [--mit-vereinen]\n"
+    "          [--mit-mannschaften] [--mit-schuetzen]] [--von-vorn]\n"
+    "      legt einen Wettkampf mit allen Tabellen an, ohne --starter und --wie einen leeren.\n"
+    "      --name, --zeile2   Bezeichnung des Wettkampfs\n"
+    "      --ort              Ort des Wettkampfs\n"
+    "      --datum            Stichtag der Altersklassen (sonst 01.01.2026)\n"
+    "      --klassenwechsel   Tag, an dem ein Klassenjahr beginnt (sonst 01.01.)\n"
+    "      --starter          beginnt mit einer Vorlage: Klassen, Waffen, Disziplinen …; ihre Dateien "
+    "liegen\n"
+    "                         neben dem Programm im Ordner starter und dürfen geändert werden\n"
+    "      --wie              beginnt wie ein früherer Wettkampf: Klassen, Disziplinen, Waffen, "
+    "Kombinationen,\n"
+    "                         Einlagen, Auswerteprofile, Schlüssel, Gruppen; nie mit Ergebnissen oder "
+    "Zahlungen\n"
+    "      --mit-schuetzen    dazu Schützen und Anmeldungen (mit Vereinen und Mannschaften), in den "
+    "Klassen,\n"
+    "                         die der neue Stichtag ergibt\n"
+    "      --von-vorn         verwirft, was ein abgebrochener Aufruf auf dem Server liegen ließ\n"
     "  qk-wettkampf demo DATEI [--austausch ORDNER]\n"
     "      legt einen Wettkampf mit Beispieldaten an, bei jedem Aufruf denselben.\n"
     "      --austausch  schreibt dazu esa_preis.ini und def-Dateien in den Ordner\n"
@@ -46,8 +62,7 @@ const QString Help =
 
 struct Request {
   enum class Kind { Empty, Demo } kind = Kind::Empty;
-  QString path;
-  CompetitionTitle title;
+  CompetitionRequest competition;
   QString exchangeFolder;
 };
 
@@ -59,18 +74,70 @@ QDate dateOf(const QString& text) {
   }
 }
 
+QString yearBeginOf(const QString& text) {
+  static const QRegularExpression day(R"(^\d{1,2}\.\d{1,2}\.$)");
+  if (!day.match(text).hasMatch() || !isDate(text + "2024"))
+    throw UsageError{QString("»%1« ist kein Tag der Form TT.MM.").arg(text)};
+  return text;
+}
+
+/// By the name of its file or by its title.
+QString starterOf(const QString& name) {
+  Files files;
+  QStringList names;
+  for (const StarterSet& set : starterSets(files, starterFolder())) {
+    if (set.name.compare(name, Qt::CaseInsensitive) == 0 || set.title.compare(name, Qt::CaseInsensitive) == 0)
+      return set.path;
+    names.append(set.name);
+  }
+  throw UsageError{names.isEmpty()
+                       ? QString("Es gibt keine Vorlagen: %1").arg(starterFolder())
+                       : QString("Es gibt keine Vorlage »%1«, aber: %2.").arg(name, names.join(", "))};
+}
+
+/// False for an option that takes a value.
+bool applySwitch(CompetitionRequest& request, const QString& option) {
+  if (option == "--mit-vereinen")
+    request.withClubs = true;
+  else if (option == "--mit-mannschaften")
+    request.withTeams = request.withClubs = true;
+  else if (option == "--mit-schuetzen")
+    request.withShooters = request.withTeams = request.withClubs = true;
+  else if (option == "--von-vorn")
+    request.again = true;
+  else
+    return false;
+  return true;
+}
+
 void applyOption(Request& request, const QString& option, const QString& value) {
   const bool demo = request.kind == Request::Kind::Demo;
+  CompetitionRequest& wanted = request.competition;
   if (demo && option == "--austausch")
     request.exchangeFolder = value;
   else if (!demo && option == "--name")
-    request.title.name = value;
+    wanted.title.name = value;
+  else if (!demo && option == "--zeile2")
+    wanted.title.secondLine = value;
   else if (!demo && option == "--ort")
-    request.title.place = value;
+    wanted.title.place = value;
   else if (!demo && option == "--datum")
-    request.title.referenceDate = dateOf(value);
+    wanted.title.referenceDate = dateOf(value);
+  else if (!demo && option == "--klassenwechsel")
+    wanted.yearBegin = yearBeginOf(value);
+  else if (!demo && option == "--starter")
+    wanted.starter = starterOf(value);
+  else if (!demo && option == "--wie")
+    wanted.earlier = value;
   else
     throw UsageError{QString("Unbekannte Angabe »%1«.").arg(option)};
+}
+
+void refuseContradiction(const CompetitionRequest& request) {
+  if (!request.starter.isEmpty() && !request.earlier.isEmpty())
+    throw UsageError{"--starter und --wie gehen nicht zusammen."};
+  if (request.earlier.isEmpty() && (request.withClubs || request.withTeams || request.withShooters))
+    throw UsageError{"--mit-vereinen, --mit-mannschaften und --mit-schuetzen gehören zu --wie."};
 }
 
 Request parseRequest(QStringList arguments) {
@@ -83,16 +150,18 @@ Request parseRequest(QStringList arguments) {
                                        : QString("Unbekannter Befehl »%1«.").arg(command)};
   while (!arguments.isEmpty()) {
     const QString argument = arguments.takeFirst();
+    if (request.kind == Request::Kind::Empty && applySwitch(request.competition, argument)) continue;
     if (argument.startsWith("--")) {
       if (arguments.isEmpty()) throw UsageError{QString("Hinter »%1« fehlt der Wert.").arg(argument)};
       applyOption(request, argument, arguments.takeFirst());
-    } else if (request.path.isEmpty()) {
-      request.path = argument;
+    } else if (request.competition.path.isEmpty()) {
+      request.competition.path = argument;
     } else {
       throw UsageError{QString("Mehr als eine Datei: »%1«.").arg(argument)};
     }
   }
-  if (request.path.isEmpty()) throw UsageError{"Es fehlt der Name der Datei."};
+  refuseContradiction(request.competition);
+  if (request.competition.path.isEmpty()) throw UsageError{"Es fehlt der Name der Datei."};
   return request;
 }
 
@@ -103,17 +172,20 @@ QString missingFolder(const QFileInfo& file) {
 
 /// What stands in the way, before anything is made; empty for nothing.
 QString obstacle(const Request& request) {
-  const QFileInfo file(request.path);
+  const QFileInfo file(request.competition.path);
   const QString missing = missingFolder(file);
   if (!missing.isEmpty() || request.exchangeFolder.isEmpty()) return missing;
   return missingFolder(QFileInfo(QDir::cleanPath(request.exchangeFolder)));
 }
 
-void make(const Request& request) {
-  if (request.kind == Request::Kind::Demo)
-    makeDemoCompetition(request.path);
-  else
-    makeCompetition(request.path, request.title);
+void make(const Request& request, QTextStream& out) {
+  if (request.kind == Request::Kind::Demo) return makeDemoCompetition(request.competition.path);
+  const MakingResult result = makeCompetition(request.competition);
+  if (result.shooters > 0)
+    out << QString("%1 Schützen übernommen, %2 davon in einer anderen Klasse, %3 passen in keine.\n")
+               .arg(result.shooters)
+               .arg(result.newClasses)
+               .arg(result.withoutClass);
 }
 
 int carryOut(const Request& request, QTextStream& out, QTextStream& errors) {
@@ -122,19 +194,19 @@ int carryOut(const Request& request, QTextStream& out, QTextStream& errors) {
     return 1;
   }
   try {
-    make(request);
+    make(request, out);
   } catch (const Error& error) {
     if (error.number() != kDatabaseExists) throw;
-    errors << "Den Wettkampf gibt es schon, er bleibt unverändert: " << request.path << "\n";
+    errors << "Den Wettkampf gibt es schon, er bleibt unverändert: " << request.competition.path << "\n";
     return 1;
   }
-  out << "Wettkampf angelegt: " << request.path << "\n";
+  out << "Wettkampf angelegt: " << request.competition.path << "\n";
   if (!request.exchangeFolder.isEmpty()) {
     Files files;
     writeExchangeFolder(files, request.exchangeFolder);
     out << "Austauschordner geschrieben: " << request.exchangeFolder << "\n";
   }
-  if (!request.path.endsWith(".qkk", Qt::CaseInsensitive))
+  if (!request.competition.path.endsWith(".qkk", Qt::CaseInsensitive))
     out << "Hinweis: QK-Intarso öffnet nur Dateien mit der Endung qkk.\n";
   return 0;
 }

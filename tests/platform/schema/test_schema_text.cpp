@@ -210,7 +210,7 @@ void TestSchemaText::refusesUnknownRowColumn() {
     qk::typedRows(schema.rows.at(0), schema.tables.at(0), schema.source);
     QFAIL("no error");
   } catch (const qk::Error& error) {
-    QCOMPARE(error.description(), QString("probe.txt: Zeilen T: keine Spalte »B«"));
+    QCOMPARE(error.description(), QString("probe.txt:3: Zeilen T: keine Spalte »B«"));
   }
 }
 
