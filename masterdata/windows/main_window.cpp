@@ -11,12 +11,19 @@
 #include "masterdata/pages/opened_competition.h"
 #include "masterdata/pages/page_query.h"
 #include "masterdata/windows/page_view.h"
+#include "masterdata/windows/shooter_page.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "ui_main_window.h"
 
 namespace qk {
+
+namespace {
+
+const QString kShooters = "Schuetzen";
+
+}  // namespace
 
 MasterDataWindow::MasterDataWindow(const Workplace& workplace, GlobalVariablen& global, QWidget* parent)
     : QMainWindow(parent),
@@ -56,6 +63,7 @@ void MasterDataWindow::makeMenus() {
   on(ui_->mnuInhalt, [this] {
     if (PageWidget* shown = page()) shown->begin();
   });
+  makeOwnMenus();
   on(ui_->mnuHandbuch, [this] { showHandbook("stammdaten.html"); });
 }
 
@@ -71,7 +79,12 @@ void MasterDataWindow::listPages() {
 PageWidget& MasterDataWindow::pageAt(int row) {
   PageWidget*& page = pages_[row];
   if (page) return *page;
-  page = new PageView(workplace_, masterDataPages()[size_t(row)], ui_->stackSeiten);
+  const Page& description = masterDataPages()[size_t(row)];
+  // Shooters come to a counter: typing one in is worth a page of its own.
+  if (description.key == kShooters)
+    page = new ShooterPage(workplace_, ui_->stackSeiten);
+  else
+    page = new PageView(workplace_, description, ui_->stackSeiten);
   ui_->stackSeiten->addWidget(page);
   connect(page, &PageWidget::done, this, [this](const QString& text) {
     success_.say(text);
@@ -140,8 +153,9 @@ bool MasterDataWindow::load(const QString& path) {
   reported(report("Fehler beim Start der Stammdaten!"), [&](Steps& step) {
     step([&] { OrdnerErmitteln(workplace_, global_); });
     const QString wanted = path.isEmpty() ? lastCompetition() : path;
-    const QString found =
-        workplace_.files.exists(wanted) ? wanted : offeredCompetition(workplace_, global_, wanted);
+    const QString found = workplace_.files.exists(wanted)
+                              ? wanted
+                              : offeredCompetition(workplace_, global_, wanted, [this] { return makeNew(); });
     opened = !found.isEmpty() && openCompetition(found);
   });
   return opened;

@@ -4,7 +4,9 @@
 #include <QMainWindow>
 #include <memory>
 
+#include "app/ground/control_door.h"
 #include "app/ground/global_variablen.h"
+#include "app/ground/printing.h"
 #include "app/shell/success_line.h"
 #include "masterdata/windows/page_widget.h"
 #include "platform/runtime/retry.h"
@@ -41,6 +43,11 @@ class MasterDataWindow : public QMainWindow {
   bool openCompetition(const QString& path);
   void chooseCompetition();
   void makeMenus();
+  /// Those of main_window_acts.cpp.
+  void makeOwnMenus();
+  /// Asks for a new competition and makes it; its path, empty for none.
+  QString makeNew();
+  void showLists();
   void listPages();
   /// The page of a row of the list, made when it is wanted first.
   PageWidget& pageAt(int row);
@@ -55,6 +62,8 @@ class MasterDataWindow : public QMainWindow {
   GlobalVariablen& global_;
   std::unique_ptr<Ui::frmStammdaten> ui_;
   SuccessLine success_{*this};
+  ProgramPapers papers_{workplace_};
+  ControlDoor reports_{workplace_, {papers_.current, papers_.asking}, "Stammdaten"};  // place of its windows
   QList<PageWidget*> pages_;  ///< by the list; null for one that nobody wanted yet
   int shown_ = -1;
 };

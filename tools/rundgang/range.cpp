@@ -19,12 +19,16 @@ QString binary(const QString& name) {
 
 Range::Range(RangeOptions options) : options_(std::move(options)) {
   QDir().mkpath(exchangeFolder());
+  if (options_.demo) makeDemo();
+  furnish(options_.folder, options_.activeLines);
+}
+
+void Range::makeDemo() const {
   QProcess maker;
   maker.setProcessChannelMode(QProcess::ForwardedErrorChannel);
   maker.start(binary("qk-wettkampf"), {"demo", competition(), "--austausch", exchangeFolder()});
   if (!maker.waitForFinished() || maker.exitCode() != 0)
     throw DriverError("the demo competition can't be made");
-  furnish(options_.folder, options_.activeLines);
 }
 
 void Range::furnish(const QString& folder, const QString& activeLines) const {
@@ -68,6 +72,10 @@ QProcessEnvironment Range::environmentOf(const QString& folder) const {
 
 std::unique_ptr<DrivenProgram> Range::startProgram() const {
   return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{competition()}, environment());
+}
+
+std::unique_ptr<DrivenProgram> Range::startMasterData() const {
+  return std::make_unique<DrivenProgram>(binary("qk-stammdaten"), QStringList{}, environment());
 }
 
 std::unique_ptr<DrivenProgram> Range::startCashDesk() const {

@@ -18,6 +18,7 @@ struct RangeOptions {
   int pace = 60;  ///< milliseconds between two shots of a station
   int seed = 1;
   QStringList stationArguments;
+  bool demo = true;  ///< false: who walks makes the competition himself
 };
 
 class Range {
@@ -28,6 +29,8 @@ class Range {
   /// Stores a group of station disciplines, as the office would have on an earlier day.
   void addGroup(const QString& name, const QStringList& disciplines) const;
   std::unique_ptr<DrivenProgram> startProgram() const;
+  /// Without the name of a competition: the one that was open last, or whatever the program offers.
+  std::unique_ptr<DrivenProgram> startMasterData() const;
   /// The cash desk alone, on the same workstation.
   std::unique_ptr<DrivenProgram> startCashDesk() const;
   /// A further desk on the same competition, a workstation with settings and folders of its own, with these
@@ -53,6 +56,7 @@ class Range {
  private:
   /// The command that the program wrote last for a station, taken or not.
   QString lastCommand(int line) const;
+  void makeDemo() const;
   /// Makes the folder of a workstation with its settings.
   void furnish(const QString& folder, const QString& activeLines) const;
   QProcessEnvironment environmentOf(const QString& folder) const;
