@@ -37,7 +37,8 @@ std::vector<PageColumn> disciplineColumns() {
        .effect = "So steht sie in den Listen. Schickt eine Station diesen Namen, wird die Disziplin von "
                  "selbst gewählt.",
        .inGrid = 28,
-       .required = true},
+       .required = true,
+       .unique = true},
       {.column = "CmdIndex",
        .label = "Platz in den Listen",
        .effect = "Die Reihenfolge, wenn der Wettkampf nicht nach Namen sortiert.",
@@ -186,7 +187,8 @@ Page weapons() {
                        "Kurz, wie LG oder LP: Es steht in jedem Ergebnis und im Namen der Stationsdateien. "
                        "Schon gespeicherte Ergebnisse behalten ein altes Kennzeichen.",
                    .inGrid = 10,
-                   .required = true},
+                   .required = true,
+                   .unique = true},
                   {.column = "Bezeichnung",
                    .label = "Bezeichnung",
                    .effect = "Der volle Name, für die Listen in diesem Programm.",
@@ -217,7 +219,8 @@ Page combinations() {
                        "So steht sie an der Linie und an der Kasse. Schickt eine Station diesen Namen, wird "
                        "sie von selbst gewählt.",
                    .inGrid = 34,
-                   .required = true},
+                   .required = true,
+                   .unique = true},
                   {.column = "CmdIndex",
                    .label = "Platz in den Listen",
                    .effect = "Die Reihenfolge, wenn der Wettkampf nicht nach Namen sortiert.",

@@ -46,6 +46,7 @@ struct PageColumn {
   int inGrid = 0;      ///< characters in the grid; 0 for a column that only the form shows
   QString group = {};  ///< heading in the form above the first column that has it
   bool required = false;
+  bool unique = false;  ///< no two rows hold the same
   std::vector<PageChoice> choices = {};
   RowSource reference = {};
   QString order =

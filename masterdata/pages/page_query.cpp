@@ -52,12 +52,14 @@ std::optional<NamedRow> firstOf(dao::Database& database, const RowSource& refere
   return NamedRow{rows->value("Nummer").toLongLong(), rows->value("Anzeige").toString().simplified()};
 }
 
-std::vector<NamedRow> namedRows(dao::Database& database, const RowSource& reference, const QString& top,
+/// A long table in the order of its texts would be read whole for its first rows.
+std::vector<NamedRow> namedRows(dao::Database& database, const RowSource& source, const QString& top,
                                 const QString& criterion) {
-  const QString text = reference.text.arg(bracketed(reference.table));
-  const auto rows = database.openRecordset("SELECT " + top + bracketed(reference.key) + " AS Nummer, " +
-                                           text + " AS Anzeige FROM " + bracketed(reference.table) +
-                                           criterion + " ORDER BY " + text);
+  const QString text = source.text.arg(bracketed(source.table));
+  const QString order = source.code.isEmpty() ? text : bracketed(source.key);
+  const auto rows = database.openRecordset("SELECT " + top + bracketed(source.key) + " AS Nummer, " + text +
+                                           " AS Anzeige FROM " + bracketed(source.table) + criterion +
+                                           " ORDER BY " + order);
   std::vector<NamedRow> found;
   for (; !rows->eof(); rows->moveNext())
     found.push_back({rows->value("Nummer").toLongLong(), rows->value("Anzeige").toString().simplified()});

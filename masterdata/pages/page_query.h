@@ -23,7 +23,9 @@ struct NamedRow {
   QString text;
 };
 
-/// All rows of what a column refers to, by their texts.
+// Rows come in the order of their texts, those of a long table (one with a code) in that of their keys.
+
+/// All rows of what a column refers to.
 std::vector<NamedRow> referredRows(dao::Database& database, const RowSource& reference);
 /// The text of one; nothing for a row that isn't there.
 std::optional<QString> referredText(dao::Database& database, const RowSource& reference, qint64 key);

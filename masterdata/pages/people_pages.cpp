@@ -33,6 +33,7 @@ std::vector<PageColumn> shooterColumns() {
            "ihre Ergebnisse.",
        .inGrid = 10,
        .required = true,
+       .unique = true,
        .order = "val(%1.Startnummer)"},
       {.column = "Name",
        .label = "Name",

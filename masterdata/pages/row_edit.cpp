@@ -249,10 +249,20 @@ std::vector<RowTrouble> RowEdit::troubles() const {
     const bool missing = refers ? value.toLongLong() == 0 : value.toString().trimmed().isEmpty();
     if (column.required && missing && (isNew() || isEdited(column)))
       found.push_back({column.column, column.label + ": fehlt."});
+    if (column.unique && !missing && isEdited(column) && standsElsewhere(column, value.toString()))
+      found.push_back({column.column, column.label + ": »" + value.toString() + "« gibt es schon."});
   }
   if (found.empty() && page_.check)
     for (const QString& line : page_.check(values())) found.push_back({{}, line});
   return found;
+}
+
+bool RowEdit::standsElsewhere(const PageColumn& column, const QString& text) const {
+  const auto other =
+      database_.openRecordset(QString("SELECT TOP 1 [%1] AS Nummer FROM [%2] WHERE [%3] = %4 AND [%1] <> %5")
+                                  .arg(page_.keyColumn, page_.table, column.column, dao::sql::quoted(text))
+                                  .arg(key_));
+  return !other->eof();
 }
 
 dao::RowValues RowEdit::values() const {

@@ -80,6 +80,7 @@ class RowEdit {
   /// The value to be stored, or what is wrong with the entry.
   std::variant<QVariant, QString> read(const PageColumn& column) const;
   std::variant<QVariant, QString> readNumber(const PageColumn& column, const QString& text) const;
+  bool standsElsewhere(const PageColumn& column, const QString& text) const;
   void readLinks();
   void showStored();
   void changeLinks(dao::Changes& changes, qint64 key) const;

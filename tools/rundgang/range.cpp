@@ -83,6 +83,15 @@ std::unique_ptr<DrivenProgram> Range::startCashDesk() const {
                                          environment());
 }
 
+QString Range::masterDataProgram() {
+  return binary("qk-stammdaten");
+}
+
+std::unique_ptr<DrivenProgram> Range::startMasterData(const QString& path) const {
+  return std::make_unique<DrivenProgram>(masterDataProgram(),
+                                         QStringList{path.isEmpty() ? competition() : path}, environment());
+}
+
 std::unique_ptr<DrivenProgram> Range::startDesk(const QString& name, const QString& activeLines) const {
   const QString folder = options_.folder + "/" + name;
   QDir().mkpath(folder);

@@ -33,6 +33,9 @@ class Range {
   std::unique_ptr<DrivenProgram> startMasterData() const;
   /// The cash desk alone, on the same workstation.
   std::unique_ptr<DrivenProgram> startCashDesk() const;
+  /// The program for master data on the same workstation; without a path on this competition.
+  std::unique_ptr<DrivenProgram> startMasterData(const QString& path = {}) const;
+  static QString masterDataProgram();
   /// A further desk on the same competition, a workstation with settings and folders of its own, with these
   /// lines.
   std::unique_ptr<DrivenProgram> startDesk(const QString& name, const QString& activeLines) const;

@@ -132,6 +132,9 @@ void TestRowEdit::saysWhatIsWrong_data() {
                               << "Klasse: fehlt.";
   QTest::newRow("too long") << "KZ" << QString(51, 'x')
                             << "Kürzel: hat 51 Zeichen; höchstens 50 gehen hinein.";
+  QTest::newRow("twice") << "Klasse"
+                         << "damen I"
+                         << "Klasse: »damen I« gibt es schon.";
   QTest::newRow("limits") << "Alter von"
                           << "41"
                           << "Alter von: ist größer als »Alter bis«. In diese Klasse käme niemand.";
