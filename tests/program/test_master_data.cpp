@@ -61,7 +61,7 @@ void TestMasterData::rowsAreStoredWhileALineShoots() {
   walk.chooseShooter(1, "107");
   walk.priceModeOn(1);
   walk.tickStationDiscipline(1, "LG Meister");
-  const auto program = range.startMasterData();
+  const auto program = range.startMasterData(range.competition());
   program->waitUntil("pages",
                      [&] { return program->items("lstSeiten").size() == int(masterDataPages().size()); });
   showPage(*program, "Vereine");
@@ -83,7 +83,7 @@ void TestMasterData::rowsAreStoredWhileALineShoots() {
 void TestMasterData::theSecondOneBringsTheFirstToTheFront() {
   test::RangeFolder folder;
   const Range range({folder.path(), "1", 20, 1, {}});
-  const auto first = range.startMasterData();
+  const auto first = range.startMasterData(range.competition());
   first->waitUntil("pages", [&] { return !first->items("lstSeiten").isEmpty(); });
   QProcess second;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

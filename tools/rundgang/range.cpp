@@ -74,10 +74,6 @@ std::unique_ptr<DrivenProgram> Range::startProgram() const {
   return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{competition()}, environment());
 }
 
-std::unique_ptr<DrivenProgram> Range::startMasterData() const {
-  return std::make_unique<DrivenProgram>(binary("qk-stammdaten"), QStringList{}, environment());
-}
-
 std::unique_ptr<DrivenProgram> Range::startCashDesk() const {
   return std::make_unique<DrivenProgram>(binary("qk-intarso"), QStringList{"--kasse", competition()},
                                          environment());
@@ -89,7 +85,7 @@ QString Range::masterDataProgram() {
 
 std::unique_ptr<DrivenProgram> Range::startMasterData(const QString& path) const {
   return std::make_unique<DrivenProgram>(masterDataProgram(),
-                                         QStringList{path.isEmpty() ? competition() : path}, environment());
+                                         path.isEmpty() ? QStringList{} : QStringList{path}, environment());
 }
 
 std::unique_ptr<DrivenProgram> Range::startDesk(const QString& name, const QString& activeLines) const {

@@ -29,12 +29,11 @@ class Range {
   /// Stores a group of station disciplines, as the office would have on an earlier day.
   void addGroup(const QString& name, const QStringList& disciplines) const;
   std::unique_ptr<DrivenProgram> startProgram() const;
-  /// Without the name of a competition: the one that was open last, or whatever the program offers.
-  std::unique_ptr<DrivenProgram> startMasterData() const;
+  /// The program for master data on the same workstation. Without a path: on the competition that was open
+  /// last, or whatever the program offers.
+  std::unique_ptr<DrivenProgram> startMasterData(const QString& path = {}) const;
   /// The cash desk alone, on the same workstation.
   std::unique_ptr<DrivenProgram> startCashDesk() const;
-  /// The program for master data on the same workstation; without a path on this competition.
-  std::unique_ptr<DrivenProgram> startMasterData(const QString& path = {}) const;
   static QString masterDataProgram();
   /// A further desk on the same competition, a workstation with settings and folders of its own, with these
   /// lines.
