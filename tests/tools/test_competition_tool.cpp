@@ -4,6 +4,7 @@
 #include <QtTest>
 
 #include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
 #include "tests/support/test_store.h"
 #include "tools/wettkampf/commands.h"
 
@@ -39,6 +40,7 @@ class TestCompetitionTool : public QObject {
   void hintsAtTheExtension();
   void demoWritesTheExchangeFolder();
   void binaryReturnsItsStatus();
+  void beginsWithASetOrLikeAnother();
 
  private:
   QString path(const QString& name) const { return folder_.filePath(name); }
@@ -77,6 +79,15 @@ void TestCompetitionTool::refusesWrongCalls_data() {
                                    << "Es fehlt, von wo und wohin: umziehen VON NACH.";
   QTest::newRow("move option") << QStringList{"umziehen", "a.qkk", "b.qkk", "--schnell"}
                                << "Unbekannte Angabe »--schnell«.";
+  QTest::newRow("year") << QStringList{"neu", "a.qkk", "--klassenwechsel", "31.2."}
+                        << "»31.2.« ist kein Tag der Form TT.MM.";
+  QTest::newRow("people without a source")
+      << QStringList{"neu", "a.qkk", "--mit-schuetzen"}
+      << "--mit-vereinen, --mit-mannschaften und --mit-schuetzen gehören zu --wie.";
+  QTest::newRow("set and source") << QStringList{"neu", "a.qkk", "--wie", "b.qkk", "--starter", "verein"}
+                                  << "--starter und --wie gehen nicht zusammen.";
+  QTest::newRow("unknown set") << QStringList{"neu", "a.qkk", "--starter", "zwerge"}
+                               << "Es gibt keine Vorlage »zwerge«, aber: preisschiessen, verein.";
   QTest::newRow("date") << QStringList{"neu", "a.qkk", "--datum", "bald"}
                         << "»bald« ist kein Datum der Form TT.MM.JJJJ.";
 }
@@ -153,6 +164,24 @@ void TestCompetitionTool::binaryReturnsItsStatus() {
   QVERIFY(again.waitForFinished());
   QCOMPARE(again.exitCode(), 1);
   QVERIFY(QString::fromUtf8(again.readAllStandardError()).startsWith("Den Wettkampf gibt es schon"));
+}
+
+void TestCompetitionTool::beginsWithASetOrLikeAnother() {
+  const Answer first = call({"neu", place("verein.qkk"), "--starter", "Verein", "--klassenwechsel", "01.07.",
+                             "--zeile2", "Runde 2"});
+  QCOMPARE(first.errors, QString());
+  QCOMPARE(first.out, QString("Wettkampf angelegt: %1\n").arg(path("verein.qkk")));
+  {
+    const auto made = qk::dao::Database::open(path("verein.qkk"));
+    QVERIFY(!made->openRecordset("Disziplin")->eof());
+    QCOMPARE(made->openRecordset("Klassenwechsel")->value("wechseldatumneu").toString(), QString("01.07."));
+    QCOMPARE(made->openRecordset("Wettkampf")->value("Bezeichnung2").toString(), QString("Runde 2"));
+  }
+  QCOMPARE(call({"demo", place("alt.qkk")}).status, 0);
+  const Answer like = call({"neu", place("wie.qkk"), "--wie", path("alt.qkk"), "--mit-schuetzen"});
+  QCOMPARE(like.status, 0);
+  QVERIFY2(like.out.startsWith("60 Schützen übernommen, "), qPrintable(like.out));
+  QVERIFY(!qk::dao::Database::open(path("wie.qkk"))->openRecordset("Verein")->eof());
 }
 
 QTEST_GUILESS_MAIN(TestCompetitionTool)
