@@ -71,6 +71,13 @@ void refuseForeignRows(dao::Database& database, const QString& number) {
 }  // namespace
 
 void renumber(dao::Database& database, qint64 shooter, const QString& number, Renumbering kind) {
+  dao::Changes changes(database);
+  renumber(database, changes, shooter, number, kind);
+  changes.write();
+}
+
+void renumber(dao::Database& database, dao::Changes& changes, qint64 shooter, const QString& number,
+              Renumbering kind) {
   const QString wanted = number.trimmed();
   if (wanted.isEmpty() || wanted.size() > kLongestNumber)
     throw Error(kRefused, QString("Eine Startnummer hat 1 bis %1 Zeichen.").arg(kLongestNumber));
@@ -80,18 +87,20 @@ void renumber(dao::Database& database, qint64 shooter, const QString& number, Re
   const QString present = row->value("Startnummer").toString();
   if (present == wanted) return;
 
-  dao::Changes changes(database);
-  const auto columns = numberedColumns(database);
-  for (const NumberedColumn& column : columns) changes.hold(column.table);
-  changes.expect("Schützen", shooter, {{"Startnummer", present}});
-  changes.require([&] {
+  const auto mayBe = [&database, shooter, present, wanted, kind] {
     refuseOtherShooter(database, shooter, wanted, "Die Startnummer %1 hat schon %2.");
     if (!dao::sameName(present, wanted)) refuseForeignRows(database, wanted);
     if (kind == Renumbering::ShooterOnly || present.isEmpty()) return;
     refuseOtherShooter(database, shooter, present,
                        "Die Startnummer %1 hat auch %2. Entscheiden Sie zuerst, wem die Ergebnisse gehören.");
     refuseOpenShots(database, present);
-  });
+  };
+  mayBe();  // also reads the rows before others have to wait for them
+
+  const auto columns = numberedColumns(database);
+  for (const NumberedColumn& column : columns) changes.hold(column.table);
+  changes.expect("Schützen", shooter, {{"Startnummer", present}});
+  changes.require(mayBe);
   changes.update("Schützen", shooter, {{"Startnummer", wanted}});
   for (const NumberedColumn& column : columns) {
     if (kind == Renumbering::ShooterOnly || present.isEmpty() || dao::sameName(column.table, "Schützen"))
@@ -100,7 +109,6 @@ void renumber(dao::Database& database, qint64 shooter, const QString& number, Re
         QString("Update [%1] set [%2] = %3 where [%2] = %4")
             .arg(column.table, column.column, dao::sql::quoted(wanted), dao::sql::quoted(present)));
   }
-  changes.write();
 }
 
 }  // namespace qk

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include "platform/dao/changes.h"
 #include "platform/dao/database.h"
 
 namespace qk {
@@ -19,8 +20,13 @@ enum class Renumbering {
 /// a
 ///   shot
 /// - WithResults, and another shooter bears the present number as well
-/// 3167 when the shooter is gone, RowChanged when somebody has renumbered him meanwhile.
+/// A line of the office program that has chosen him, and no shot of his yet, isn't known here: there he is to
+/// be chosen anew. 3167 when the shooter is gone, RowChanged when somebody has renumbered him meanwhile.
 void renumber(dao::Database& database, qint64 shooter, const QString& number,
+              Renumbering kind = Renumbering::WithResults);
+
+/// The same as part of other changes of that database, written with them: what refuses is asked now and then.
+void renumber(dao::Database& database, dao::Changes& changes, qint64 shooter, const QString& number,
               Renumbering kind = Renumbering::WithResults);
 
 }  // namespace qk

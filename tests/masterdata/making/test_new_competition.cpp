@@ -310,6 +310,8 @@ class TestNewCompetition : public QObject {
   /// A year later people are a year older; what was set by hand stays.
   void classesFollowTheReferenceDate() {
     const DemoStore earlier;
+    earlier.database().execute(
+        "Update Schützen set bGebKlasseManuell = True, KlassenID = 3 where Startnummer = '106'");
     CompetitionRequest request{place("neu.qkk"), {"Neu", "", QDate(2027, 7, 1)}};
     request.earlier = earlier.path();
     request.withShooters = true;
@@ -322,6 +324,7 @@ class TestNewCompetition : public QObject {
           .toInt();
     };
     QCOMPARE(classOf("101"), 14);  // by hand, birth date unknown
+    QCOMPARE(classOf("106"), 3);   // by hand
     QCOMPARE(classOf("105"), 7);   // born 2006: a junior last year
     QCOMPARE(classOf("111"), 0);   // 102 years
   }
@@ -378,6 +381,7 @@ class TestNewCompetition : public QObject {
     ensureWeapons(database);
     QCOMPARE(count(database, "Waffen"), 4);
     database.dropTable("Waffen");
+    database.execute("Insert into DisziplinWaffen (DisziID, WaffenID, KZ) values (30, 1, 'XX')");
     database.execute("Insert into Auswert_Waffen (AuswertID, WaffenID) values (1, 9)");
     database.execute("Insert into Auswert_Waffen (AuswertID, WaffenID) values (1, 0)");
     ensureWeapons(database);

@@ -101,6 +101,19 @@ class TestRenumber : public QObject {
     QCOMPARE(tablesWith("901"), QStringList());
   }
 
+  /// Asked once more while nobody can store another one.
+  void aShotThatComesInBetweenRefuses() {
+    const qint64 key = shooterWithAll("901");
+    dao::Changes changes(database());
+    renumber(database(), changes, key, "902");
+    store_->addShot("901", 3, 12);
+    QVERIFY(refusal([&] { changes.write(); }).contains("Linie 3 (Stand 12): 1 offener Schuss"));
+    QCOMPARE(tablesWith("902"), QStringList());
+    database().execute("Update Haering_Daten set Verbucht = True");
+    changes.write();
+    QCOMPARE(tablesWith("901"), QStringList());
+  }
+
   void aNumberOfAnotherIsRefused() {
     const qint64 key = shooterWithAll("901");
     QCOMPARE(refusal([&] { renumber(database(), key, "107"); }),
