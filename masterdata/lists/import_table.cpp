@@ -1,5 +1,6 @@
 #include "masterdata/lists/import_table.h"
 
+#include "masterdata/rows/import_table_name.h"
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 
@@ -7,7 +8,7 @@ namespace qk::lists {
 
 namespace {
 
-const QString Table = QStringLiteral("Stammdaten_Import");
+const QString Table = importTableName();
 constexpr int RowGone = 3167;
 constexpr int ChangedElsewhere = 3197;
 constexpr int TableExists = 3010;

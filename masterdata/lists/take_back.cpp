@@ -67,8 +67,10 @@ class Refusals {
  public:
   Refusals(dao::Database& database, const std::vector<WrittenRow>& written)
       : database_(database), written_(written), rows_(database, written) {
-    for (const WrittenRow& row : written)
+    for (const WrittenRow& row : written) {
       if (row.isNew) removed_[row.table].insert(row.key);
+      for (const WrittenValue& value : row.values) restored_[{row.table, value.column}].insert(row.key);
+    }
     findChanged();
     findReferences();
   }
@@ -128,9 +130,11 @@ class Refusals {
     return database_.hasTable(reference.table) && database_.tableDef(reference.table).field(reference.column);
   }
 
-  /// All that the table's rows name there, but for rows that go with the import.
+  /// All that the table's rows name there, but for rows that go with the import or get back what they named
+  /// before it.
   QSet<QString> namedBy(const Reference& reference) {
-    const QSet<qint64> gone = removed_.value(reference.table);
+    const QSet<qint64> gone =
+        removed_.value(reference.table) + restored_.value({reference.table, reference.column});
     const dao::TableDef def = database_.tableDef(reference.table);
     const dao::IndexDef* primary = def.primary();
     QStringList conditions;
@@ -153,6 +157,7 @@ class Refusals {
   const std::vector<WrittenRow>& written_;
   WrittenRows rows_;
   QHash<QString, QSet<qint64>> removed_;
+  QHash<std::pair<QString, QString>, QSet<qint64>> restored_;  ///< by table and column
   QStringList all_;
 };
 

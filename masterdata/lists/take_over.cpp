@@ -133,11 +133,4 @@ std::optional<LastImport> lastImport(dao::Database& database) {
   return stored ? std::optional(stored->about) : std::nullopt;
 }
 
-void forgetLastImport(dao::Database& database) {
-  if (!storedImport(database)) return;
-  dao::Changes changes(database);
-  dropImport(changes);
-  changes.write();
-}
-
 }  // namespace qk::lists

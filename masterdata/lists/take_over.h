@@ -52,9 +52,5 @@ struct Undone {
 /// to, stands against all of it.
 Undone undoLastImport(dao::Database& database);
 
-/// The last import can't be taken back any more. Belongs to the erasure of a person, whose former values lie
-/// in it.
-void forgetLastImport(dao::Database& database);
-
 }  // namespace lists
 }  // namespace qk

@@ -1,5 +1,6 @@
 #include "masterdata/rows/erase_person.h"
 
+#include "masterdata/rows/import_table_name.h"
 #include "platform/dao/changes.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/sql/quote.h"
@@ -90,6 +91,8 @@ Erasure erasePerson(dao::Database& database, qint64 shooter) {
                              "[Name] = " + name + ", [Verein] = ''");
   erasure.shots =
       eraseIn(database, changes, "Haering_Daten", "Startnummer", number, "Schütze", "[Schütze] = " + name);
+  // Former values lie in what takes the last import back.
+  if (database.hasTable(importTableName())) changes.execute("Delete * from " + importTableName());
   changes.write();
   return erasure;
 }

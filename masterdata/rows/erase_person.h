@@ -22,8 +22,9 @@ QString erasedName();
 /// In one transaction: the name becomes erasedName(), address, bank, birth date, sex, licence number, remarks
 /// and the like are emptied, and the name on pictures and in the shots received. Start number, class, club,
 /// team, registrations and payments stay; the class is fixed as set by hand, for without a birth date it
-/// couldn't be found again. 3167 when the shooter is gone; Error 5 with a German text when another shooter
-/// bears the number, for the pictures may be the other one's.
+/// couldn't be found again. The last import of a list can't be taken back after it. 3167 when the shooter is
+/// gone; Error 5 with a German text when another shooter bears the number, for the pictures may be the other
+/// one's.
 Erasure erasePerson(dao::Database& database, qint64 shooter);
 
 }  // namespace qk
