@@ -114,6 +114,7 @@ QString gridText(const PageColumn& column, const QVariant& value) {
 }
 
 std::vector<NamedRow> referredRows(dao::Database& database, const RowSource& reference) {
+  if (!database.hasTable(reference.table)) return {};
   return namedRows(database, reference, {}, {});
 }
 

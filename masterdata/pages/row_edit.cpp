@@ -66,6 +66,9 @@ RowEdit::RowEdit(const Page& page, dao::Database& database)
     : page_(page), database_(database), table_(database.tableDef(page.table)), links_(page.links.size()) {
   for (const PageColumn& column : page.columns)
     if (table_.field(column.column)) columns_.push_back(column);
+  for (size_t i = 0; i < links_.size(); ++i)
+    links_[i].present =
+        database.hasTable(page.links[i].table) && database.hasTable(page.links[i].source.table);
 }
 
 const PageColumn& RowEdit::columnOf(const QString& name) const {
@@ -107,7 +110,7 @@ void RowEdit::close() {
   key_ = 0;
   stored_.clear();
   shown_.clear();
-  for (Linked& link : links_) link = {};
+  for (Linked& link : links_) link = {link.present, {}, {}};
 }
 
 void RowEdit::becomeNew() {
@@ -131,6 +134,7 @@ QVariant RowEdit::shownOf(const PageColumn& column, const QVariant& stored) cons
 void RowEdit::readLinks() {
   for (size_t i = 0; i < links_.size(); ++i) {
     const LinkedList& list = page_.links[i];
+    if (!links_[i].present) continue;
     const auto rows = database_.openRecordset("SELECT " + bracketed(list.member) + " AS Glied FROM " +
                                               bracketed(list.table) + " WHERE " + bracketed(list.owner) +
                                               " = " + QString::number(key_));

@@ -51,6 +51,8 @@ class RowEdit {
   /// The name of the row that a look-up column's code stands for; empty for none.
   QString lookedUpText(const QString& column) const;
 
+  /// Whether this competition has the list's tables.
+  bool hasLink(int link) const { return links_[size_t(link)].present; }
   const QSet<qint64>& members(int link) const { return links_[size_t(link)].now; }
   void setMember(int link, qint64 member, bool on);
 
@@ -70,6 +72,7 @@ class RowEdit {
 
  private:
   struct Linked {
+    bool present = false;
     QSet<qint64> stored, now;
   };
 

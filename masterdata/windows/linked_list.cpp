@@ -6,7 +6,6 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "masterdata/pages/page_query.h"
 #include "platform/widgets/empty_text.h"
 
 namespace qk {
@@ -18,10 +17,12 @@ constexpr int kKeyRole = Qt::UserRole;
 
 }  // namespace
 
-LinkedListView::LinkedListView(const LinkedList& list, int position, const QString& nameEnd, QWidget* parent)
+LinkedListView::LinkedListView(const LinkedList& list, int position, const QString& nameEnd,
+                               ErrorReport report, QWidget* parent)
     : QWidget(parent),
       list_(list),
       position_(position),
+      report_(std::move(report)),
       filter_(new QLineEdit(this)),
       rows_(new QListWidget(this)),
       count_(new QLabel(this)) {
@@ -58,22 +59,33 @@ void LinkedListView::refresh() {
 }
 
 void LinkedListView::fill() {
+  std::vector<NamedRow> found;
+  const bool hasRow = row_ && row_->isOpen() && row_->hasLink(position_);
+  if (hasRow)
+    reported(report_, [&](Steps&) {
+      const QSet<qint64>& members = row_->members(position_);
+      found = sourceRows(*database_, list_.source, filter_->text().trimmed(),
+                         QList<qint64>(members.begin(), members.end()), kShownAtOnce);
+    });
+  setEnabled(hasRow);
+  fillWith(found);
+  if (hasRow)
+    showCount();
+  else
+    count_->clear();
+}
+
+void LinkedListView::fillWith(const std::vector<NamedRow>& rows) {
   const QSignalBlocker quiet(rows_);
   const qint64 current = rows_->currentItem() ? rows_->currentItem()->data(kKeyRole).toLongLong() : 0;
   rows_->clear();
-  setEnabled(row_ && row_->isOpen());
-  if (!row_ || !row_->isOpen() || !database_) return count_->clear();
-  const QSet<qint64>& members = row_->members(position_);
-  const auto found = sourceRows(*database_, list_.source, filter_->text().trimmed(),
-                                QList<qint64>(members.begin(), members.end()), kShownAtOnce);
-  for (const NamedRow& one : found) {
+  for (const NamedRow& one : rows) {
     auto* item = new QListWidgetItem(one.text, rows_);
     item->setData(kKeyRole, one.key);
     item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-    item->setCheckState(members.contains(one.key) ? Qt::Checked : Qt::Unchecked);
+    item->setCheckState(row_->members(position_).contains(one.key) ? Qt::Checked : Qt::Unchecked);
     if (one.key == current) rows_->setCurrentItem(item);
   }
-  showCount();
 }
 
 void LinkedListView::tick(QListWidgetItem* item) {

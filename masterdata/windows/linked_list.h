@@ -5,7 +5,9 @@
 #include <QListWidget>
 #include <QWidget>
 
+#include "masterdata/pages/page_query.h"
 #include "masterdata/pages/row_edit.h"
+#include "platform/runtime/retry.h"
 
 class QLabel;
 class QLineEdit;
@@ -17,7 +19,8 @@ class LinkedListView : public QWidget {
 
  public:
   /// `position` among the lists of the page. `nameEnd` tells its controls from those of other lists.
-  LinkedListView(const LinkedList& list, int position, const QString& nameEnd, QWidget* parent = nullptr);
+  LinkedListView(const LinkedList& list, int position, const QString& nameEnd, ErrorReport report,
+                 QWidget* parent = nullptr);
 
   /// The row whose members are ticked, or none. Both outlive what is shown.
   void show(RowEdit* row, dao::Database* database);
@@ -29,11 +32,13 @@ class LinkedListView : public QWidget {
 
  private:
   void fill();
+  void fillWith(const std::vector<NamedRow>& rows);
   void tick(QListWidgetItem* item);
   void showCount();
 
   const LinkedList& list_;
   int position_;
+  ErrorReport report_;
   RowEdit* row_ = nullptr;
   dao::Database* database_ = nullptr;
   QLineEdit* filter_;

@@ -1,6 +1,7 @@
 #include "masterdata/windows/main_window.h"
 
 #include <QCloseEvent>
+#include <QLabel>
 #include <QSignalBlocker>
 
 #include "app/ground/settings_keys.h"
@@ -8,6 +9,7 @@
 #include "app/ground/temp_module_ui.h"
 #include "app/shell/competition_choice.h"
 #include "app/shell/frmHilfe.h"
+#include "data/icons/icons.h"
 #include "masterdata/pages/opened_competition.h"
 #include "masterdata/pages/page_query.h"
 #include "masterdata/windows/page_view.h"
@@ -64,7 +66,21 @@ void MasterDataWindow::makeMenus() {
     if (PageWidget* shown = page()) shown->begin();
   });
   makeOwnMenus();
+  makeToolbar();
   on(ui_->mnuHandbuch, [this] { showHandbook("stammdaten.html"); });
+}
+
+void MasterDataWindow::makeToolbar() {
+  for (const auto& [action, picture] :
+       {std::pair{ui_->mnuBeenden, "exit"}, std::pair{ui_->mnuNeu, "anmelden"},
+        std::pair{ui_->mnuSpeichern, "speichern"}, std::pair{ui_->mnuLoeschen, "loeschen"}}) {
+    action->setIcon(icon(picture));
+    ui_->toolbar->addAction(action);
+  }
+  auto* keys =
+      new QLabel("Strg+N neu · Strg+S speichern · Esc verwerfen · F5 aktualisieren · F1 Handbuch", this);
+  keys->setObjectName("lblTasten");
+  statusBar()->addPermanentWidget(keys);
 }
 
 // --- the pages
@@ -124,9 +140,14 @@ void MasterDataWindow::showCounts() {
     const std::vector<Page>& all = masterDataPages();
     for (int row = 0; row < int(all.size()); ++row) {
       const Page& page = all[size_t(row)];
-      const QString count =
-          page.single ? QString() : QString(" (%L1)").arg(countOf(*global_.Datenbank, page));
+      const bool missing = !global_.Datenbank->hasTable(page.table);
+      QString count = page.single ? "" : " (%L1)";
+      if (missing)
+        count = " – fehlt";
+      else if (!page.single)
+        count = count.arg(countOf(*global_.Datenbank, page));
       ui_->lstSeiten->item(row)->setText(page.title + count);
+      ui_->lstSeiten->item(row)->setToolTip(missing ? "Dieser Wettkampf hat die Tabelle nicht." : "");
     }
   });
 }

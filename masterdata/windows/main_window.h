@@ -43,6 +43,7 @@ class MasterDataWindow : public QMainWindow {
   bool openCompetition(const QString& path);
   void chooseCompetition();
   void makeMenus();
+  void makeToolbar();
   /// Those of main_window_acts.cpp.
   void makeOwnMenus();
   /// Asks for a new competition and makes it; its path, empty for none.

@@ -28,7 +28,7 @@ QFont boldened(QFont font) {
 
 }  // namespace
 
-PageForm::PageForm(QWidget* parent) : QWidget(parent) {
+PageForm::PageForm(ErrorReport report, QWidget* parent) : QWidget(parent), report_(std::move(report)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});
 }
@@ -40,12 +40,17 @@ void PageForm::addHeading(QFormLayout& layout, const QString& text) {
   layout.addRow(heading);
 }
 
-void PageForm::build(RowEdit& row, dao::Database& database) {
-  row_ = &row;
-  database_ = &database;
+void PageForm::clear() {
+  row_ = nullptr;
   fields_.clear();
   references_.clear();
-  delete body_;
+  delete std::exchange(body_, nullptr);
+}
+
+void PageForm::build(RowEdit& row, dao::Database& database) {
+  clear();
+  row_ = &row;
+  database_ = &database;
   body_ = new QWidget(this);
   layout()->addWidget(body_);
   auto* form = new QFormLayout(body_);
@@ -167,7 +172,11 @@ PageForm::Field PageForm::lookUpField(const PageColumn& column) {
   layout->addWidget(edit);
   layout->addWidget(found, 1);
   const auto name = [this, found, column = column.column] {
-    found->setText(row_->isOpen() ? row_->lookedUpText(column) : QString());
+    QString text;
+    reported(report_, [&](Steps&) {
+      if (row_->isOpen()) text = row_->lookedUpText(column);
+    });
+    found->setText(text);
   };
   connect(edit, &QLineEdit::textEdited, this, [this, name, column = column.column](const QString& text) {
     row_->setEntry(column, text);
@@ -214,6 +223,7 @@ void PageForm::show() {
 }
 
 void PageForm::refreshReferences() {
+  if (!row_) return;
   const QScopedValueRollback showing(showing_, true);
   for (const PageColumn& column : row_->columns()) {
     QComboBox* list = references_.value(column.column);

@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "masterdata/pages/row_edit.h"
+#include "platform/runtime/retry.h"
 
 class QComboBox;
 class QFormLayout;
@@ -20,10 +21,13 @@ class PageForm : public QWidget {
   Q_OBJECT
 
  public:
-  explicit PageForm(QWidget* parent = nullptr);
+  /// `report`: for what can't be read while the form is worked with.
+  explicit PageForm(ErrorReport report, QWidget* parent = nullptr);
 
   /// Makes the controls for the columns of the row; those of the row before go. Both outlive them.
   void build(RowEdit& row, dao::Database& database);
+  /// No controls, and no row.
+  void clear();
   /// Shows what the row holds; without an open row all is empty and disabled.
   void show();
   /// Reads what columns refer to anew.
@@ -55,6 +59,7 @@ class PageForm : public QWidget {
   Field textField(const PageColumn& column);
   void fillReference(const PageColumn& column, QComboBox& list) const;
 
+  ErrorReport report_;
   RowEdit* row_ = nullptr;
   dao::Database* database_ = nullptr;
   QWidget* body_ = nullptr;

@@ -32,9 +32,9 @@ PageView::PageView(const Workplace& workplace, const Page& page, QWidget* parent
       page_(page),
       ui_(std::make_unique<Ui::PageView>()),
       form_(nullptr),
-      rows_(std::make_unique<BoundRows>(report("Fehler beim Lesen: " + page.title))) {
+      rows_(std::make_unique<BoundRows>(readReport())) {
   ui_->setupUi(this);
-  form_ = new PageForm;
+  form_ = new PageForm(readReport());
   ui_->scroll->setWidget(form_);
   makeLists();
   nameControls();
@@ -80,7 +80,7 @@ void PageView::nameControls() {
 void PageView::makeLists() {
   for (size_t i = 0; i < page_.links.size(); ++i) {
     const LinkedList& link = page_.links[i];
-    auto* list = new LinkedListView(link, int(i), "_" + page_.key);
+    auto* list = new LinkedListView(link, int(i), "_" + page_.key, report("Fehler beim Lesen: " + link.name));
     ui_->tabs->addTab(list, link.name);
     connect(list, &LinkedListView::edited, this, &PageView::showState);
     lists_.push_back(list);
@@ -112,13 +112,28 @@ ErrorReport PageView::report(const QString& text) const {
   return fehlerReport(workplace_.dialogs, text);
 }
 
+ErrorReport PageView::readReport() const {
+  return report("Fehler beim Lesen: " + page_.title);
+}
+
 // --- what is shown
 
+/// A competition may lack the table, or not answer: the page can't be worked with then.
 void PageView::open(dao::Database& database) {
   rows_->clear();
+  form_->clear();
+  for (LinkedListView* list : lists_) list->show(nullptr, nullptr);
+  row_.reset();
   database_ = &database;
-  row_ = std::make_unique<RowEdit>(page_, database);
-  form_->build(*row_, database);
+  reported(report("Fehler beim Öffnen: " + page_.title), [&](Steps& step) {
+    step([&] {
+      auto row = std::make_unique<RowEdit>(page_, database);
+      form_->build(*row, database);
+      row_ = std::move(row);
+    });
+  });
+  setEnabled(row_ != nullptr);
+  if (!row_) return;
   showRow();
   if (page_.single)
     showSingle();
@@ -128,7 +143,7 @@ void PageView::open(dao::Database& database) {
 
 /// The table has one row; a competition that lacks it gets it by storing.
 void PageView::showSingle() {
-  reported(report("Fehler beim Lesen: " + page_.title), [this](Steps&) {
+  reported(readReport(), [this](Steps&) {
     const auto first = database_->openRecordset("SELECT TOP 1 [" + page_.keyColumn + "] AS Nummer FROM [" +
                                                 page_.table + "]");
     const qint64 key = first->eof() ? 0 : first->value("Nummer").toLongLong();
@@ -138,8 +153,8 @@ void PageView::showSingle() {
 }
 
 void PageView::showQuery() {
-  if (!database_) return;
-  const bool opened = reported(report("Fehler beim Lesen: " + page_.title), [this](Steps& step) {
+  if (!row_) return;
+  const bool opened = reported(readReport(), [this](Steps& step) {
     step([&] { rows_->open(*database_, browser_->query().text()); });
   });
   if (!opened) rows_->clear();
@@ -150,14 +165,14 @@ void PageView::showQuery() {
 
 /// A long list is sorted first; the form keeps what it shows until the rows are there.
 void PageView::standWhenListed() {
-  if (!wanted_ || (rows_->count() == 0 && !rows_->isComplete() && rows_->isOpen())) return;
+  if (!row_ || !wanted_ || (rows_->count() == 0 && !rows_->isComplete() && rows_->isOpen())) return;
   const qint64 key = *std::exchange(wanted_, std::nullopt);
   if (!row_->isChanged() && !row_->isNew()) stand(key);
 }
 
 void PageView::refresh() {
-  if (!database_) return;
-  form_->refreshReferences();
+  if (!row_) return;
+  reported(readReport(), [this](Steps&) { form_->refreshReferences(); });
   for (LinkedListView* list : lists_) list->refresh();
   if (page_.single) {
     if (!row_->isChanged()) showSingle();
@@ -173,6 +188,7 @@ void PageView::showCount() {
 }
 
 void PageView::begin() {
+  if (!row_) return;
   if (page_.single || rows_->count() == 0)
     form_->focus();
   else
@@ -182,7 +198,7 @@ void PageView::begin() {
 // --- the current row
 
 void PageView::rowChosen() {
-  if (choosing_ || !database_) return;
+  if (choosing_ || !row_) return;
   const int at = ui_->grid->currentRow();
   if (at < 0 || at >= rows_->count()) return;
   const qint64 key = rows_->value(at, page_.keyColumn).toLongLong();
@@ -211,7 +227,7 @@ void PageView::stand(qint64 key) {
 }
 
 void PageView::readRow(qint64 key) {
-  reported(report("Fehler beim Lesen: " + page_.title), [this, key](Steps&) { row_->read(key); });
+  reported(readReport(), [this, key](Steps&) { row_->read(key); });
   showRow();
 }
 
@@ -249,7 +265,7 @@ void PageView::showEffect(const QString& text) {
 // --- what is done
 
 void PageView::addRow() {
-  if (!database_ || page_.single || !leave()) return;
+  if (!row_ || page_.single || !leave()) return;
   {
     const QScopedValueRollback choosing(choosing_, true);
     ui_->grid->setCurrentIndex({});
@@ -342,7 +358,7 @@ PageView::Stored PageView::goneMeanwhile() {
 }
 
 void PageView::removeRow() {
-  if (!database_ || page_.single || !row_->isOpen() || row_->isNew()) return;
+  if (!row_ || page_.single || !row_->isOpen() || row_->isNew()) return;
   const qint64 key = row_->key();
   reported(report("Fehler beim Löschen: " + page_.title), [&](Steps& step) {
     QString refusal;

@@ -53,6 +53,7 @@ class PageView : public PageWidget {
   void makeGrid();
   void makeLists();
   ErrorReport report(const QString& text) const;
+  ErrorReport readReport() const;
   void showQuery();
   void standWhenListed();
   void showCount();

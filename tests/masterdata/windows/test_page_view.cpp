@@ -1,16 +1,26 @@
 // A page as an office works with it: by keyboard, on the real window.
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
 
 #include "masterdata/rows/references.h"
+#include "platform/runtime/error.h"
 #include "tests/masterdata/windows/master_desk.h"
 
 using namespace qk;
 using namespace qk::test;
+
+namespace {
+
+QString missingTable(const QString& name) {
+  return "Fehler: 3078 - Die Tabelle oder Abfrage '" + name + "' wurde nicht gefunden.\n";
+}
+
+}  // namespace
 
 class TestPageView : public QObject {
   Q_OBJECT
@@ -37,6 +47,9 @@ class TestPageView : public QObject {
   void aRowGoesAfterAQuestion();
   void refreshShowsWhatOthersDid();
   void aShooterIsFoundByHisNumber();
+  void whatCannotBeReadIsToldAndTheProgramLives();
+  void aMissingTableLeavesTheOtherPages();
+  void aMissingListIsNotOffered();
 
  private:
   QWidget& window() { return desk->window(); }
@@ -258,6 +271,47 @@ void TestPageView::aShooterIsFoundByHisNumber() {
   QVERIFY(desk->label("lbl_Anmeldungen_SchuetzeID").startsWith("107 "));
   desk->setField("feld_Anmeldungen_SchuetzeID", "nie");
   QVERIFY(desk->label("lbl_Anmeldungen_SchuetzeID").isEmpty());
+}
+
+void TestPageView::whatCannotBeReadIsToldAndTheProgramLives() {
+  desk->show("Kombinationen");
+  the<QTabWidget>(window(), "tabs_Kombinationen").setCurrentIndex(1);
+  dao::Database::open(desk->competition)->dropTable("Disziplin");
+  desk->boxes.expect(missingTable("Disziplin") + "Fehler beim Lesen: Disziplinen", BoxAnswer::Abort);
+  type(window(), "filterDisziplinen_Kombinationen", "L");
+  QCOMPARE(the<QListWidget>(window(), "lstDisziplinen_Kombinationen").count(), 0);
+  desk->show("Vereine");
+  QVERIFY(desk->rows("Vereine") > 2);
+}
+
+void TestPageView::aMissingTableLeavesTheOtherPages() {
+  const QString poor = desk->anotherCompetition("Arm.qkk");
+  dao::Database::open(poor)->dropTable("SchuetzenGruppen");
+  QVERIFY(desk->open(poor));
+  const auto& list = the<QListWidget>(window(), "lstSeiten");
+  QCOMPARE(list.findItems("Schützengruppen – fehlt", Qt::MatchExactly).size(), 1);
+  desk->boxes.expect("Fehler: 3078 - " + errorDescription(3078) + "\nFehler beim Öffnen: Schützengruppen",
+                     BoxAnswer::Abort);
+  desk->show("Schuetzengruppen");
+  QVERIFY(!desk->window().page()->isEnabled());
+  for (const char* act :
+       {"mnuNeu", "mnuSpeichern", "mnuLoeschen", "mnuVerwerfen", "mnuAktualisieren", "mnuInhalt"})
+    trigger(window(), act);
+  desk->show("Vereine");
+  QVERIFY(desk->rows("Vereine") > 2);
+}
+
+void TestPageView::aMissingListIsNotOffered() {
+  const QString poor = desk->anotherCompetition("Arm.qkk");
+  dao::Database::open(poor)->dropTable("DisziplinKlasse");
+  QVERIFY(desk->open(poor));
+  desk->show("Disziplinen");
+  desk->choose("Disziplinen", 0, "LG Teiler");
+  QVERIFY(!the<QListWidget>(window(), "lstKlassen_Disziplinen").isEnabled());
+  QVERIFY(the<QListWidget>(window(), "lstWaffen_Disziplinen").isEnabled());
+  desk->setField("feld_Disziplinen_CmdIndex", "77");
+  desk->key(Qt::Key_S, Qt::ControlModifier);
+  QCOMPARE(desk->value("SELECT CmdIndex FROM Disziplin WHERE Name = 'LG Teiler'", poor), QString("77"));
 }
 
 QTEST_MAIN(TestPageView)
