@@ -23,7 +23,7 @@
 using namespace qk;
 using namespace qk::test;
 
-class TestNewCompetition : public QObject {
+class TestCompetitionAssistant : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
@@ -73,7 +73,7 @@ class TestNewCompetition : public QObject {
   std::unique_ptr<NewCompetition> window;
 };
 
-void TestNewCompetition::aStarterSet() {
+void TestCompetitionAssistant::aStarterSet() {
   open();
   QCOMPARE(the<QComboBox>(*window, "cboStarter").currentText(), "Kleiner Verein");
   QCOMPARE(the<QLabel>(*window, "lblBeginn").text(), "Nur eine Klasse.");
@@ -93,7 +93,7 @@ void TestNewCompetition::aStarterSet() {
   QCOMPARE(value(path, "Select Klasse from Schützenklassen"), "Alle");
 }
 
-void TestNewCompetition::thePathFollowsTheName() {
+void TestCompetitionAssistant::thePathFollowsTheName() {
   open();
   type(*window, "txtBezeichnung", "Pokal: 1. Runde/West");
   QCOMPARE(field("txtPfad").text(), place->path("Pokal- 1- Runde-West.qkk"));
@@ -102,7 +102,7 @@ void TestNewCompetition::thePathFollowsTheName() {
   QCOMPARE(field("txtPfad").text(), "/anderswo/pokal.qkk");
 }
 
-void TestNewCompetition::whatIsMissingIsSaid() {
+void TestCompetitionAssistant::whatIsMissingIsSaid() {
   open();
   place->dialogs.expect("Es fehlt die Bezeichnung des Wettkampfs.").titled("Neuer Wettkampf");
   click(*window, "cmdOK");
@@ -115,7 +115,7 @@ void TestNewCompetition::whatIsMissingIsSaid() {
   QCOMPARE(window->path(), "");
 }
 
-void TestNewCompetition::likeTheOpenOne() {
+void TestCompetitionAssistant::likeTheOpenOne() {
   const QString earlier = place->path("Frueher.qkk");
   prepareStore(earlier);
   makeDemoCompetition(earlier);
@@ -135,14 +135,14 @@ void TestNewCompetition::likeTheOpenOne() {
   QCOMPARE(value(path, "SELECT Count(*) AS N FROM Schützen"), "0");
 }
 
-void TestNewCompetition::withoutStarterSets() {
+void TestCompetitionAssistant::withoutStarterSets() {
   QFile::remove(place->path("programm/starter/klein.txt"));
   open();
   QVERIFY(!the<QRadioButton>(*window, "optStarter").isEnabled());
   QVERIFY(the<QRadioButton>(*window, "optLeer").isChecked());
 }
 
-void TestNewCompetition::abandoned() {
+void TestCompetitionAssistant::abandoned() {
   open();
   type(*window, "txtBezeichnung", "Pokal");
   press(*window, "txtBezeichnung", Qt::Key_Escape);
@@ -150,10 +150,10 @@ void TestNewCompetition::abandoned() {
   QVERIFY(!window->isVisible());
 }
 
-void TestNewCompetition::manners() {
+void TestCompetitionAssistant::manners() {
   open();
   QCOMPARE(badManners(*window).join('\n'), QString());
 }
 
-QTEST_MAIN(TestNewCompetition)
-#include "test_new_competition.moc"
+QTEST_MAIN(TestCompetitionAssistant)
+#include "test_competition_assistant.moc"
