@@ -56,7 +56,7 @@ QStringList rowsOf(Database& database, const QString& table) {
 
 }  // namespace
 
-class TestNewCompetition : public QObject {
+class TestCompetitionMaking : public QObject {
   Q_OBJECT
 
   std::unique_ptr<QTemporaryDir> folder_;
@@ -403,5 +403,5 @@ class TestNewCompetition : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(TestNewCompetition)
-#include "test_new_competition.moc"
+QTEST_GUILESS_MAIN(TestCompetitionMaking)
+#include "test_competition_making.moc"
