@@ -1,7 +1,6 @@
 #include "masterdata/counter/shooter_acts.h"
 
 #include "app/ground/feld_wert.h"
-#include "masterdata/lists/take_over.h"
 #include "masterdata/rows/bring_in_line.h"
 #include "masterdata/rows/double_numbers.h"
 #include "masterdata/rows/erase_person.h"
@@ -130,7 +129,6 @@ QString ShooterActs::erase(qint64 id) {
       return;
     try {
       const Erasure erased = erasePerson(database_, id);
-      lists::forgetLastImport(database_);  // the former values lie in it
       done = QString("Unkenntlich gemacht: %1").arg(whoIs(id));
       if (!erased.unknown.isEmpty())
         dialogs_.note("Diese Spalten stammen aus einem anderen Programm und sind geblieben:\n" +
