@@ -96,10 +96,12 @@ struct Changes::Table {
     if (text.isEmpty()) text = "UPDATE " + itself() + " SET " + list(columns, " = ?") + thisRow();
     return text;
   }
-  const QString& looking(const Positions& columns) {
+  QString looking(const Positions& columns) {
+    return "SELECT " + list(columns, {}) + " FROM " + itself() + thisRow();
+  }
+  const QString& holding(const Positions& columns) {
     QString& text = looks[columns];
-    if (text.isEmpty())
-      text = "SELECT " + list(columns, {}) + " FROM " + itself() + thisRow() + writer.holdingRows();
+    if (text.isEmpty()) text = looking(columns) + writer.holdingRows();
     return text;
   }
 
@@ -202,6 +204,8 @@ qint64 Changes::insert(const QString& name, const RowValues& values) {
     ++table.taken;
     row[table.info.autoNumber] = static_cast<qlonglong>(change.key);
   }
+  change.columns.reserve(row.size());
+  change.values.reserve(row.size());
   for (int i = 0; i < row.size(); ++i) {
     if (!row[i].isValid()) continue;
     change.columns.append(i);
@@ -310,7 +314,7 @@ void Changes::Work::run(const Change& change) {
 void Changes::Work::require(const Expectation& expectation) {
   Table& table = *expectation.table;
   std::optional<NativeRow> row;
-  engine.read(table.looking(expectation.columns), {static_cast<qlonglong>(expectation.key)},
+  engine.read(table.holding(expectation.columns), {static_cast<qlonglong>(expectation.key)},
               [&row](const NativeRow& native) {
                 row = native;
                 return true;
@@ -326,15 +330,22 @@ void Changes::Work::require(const Expectation& expectation) {
   if (!found.isEmpty()) throw RowChanged(table.info.def.name, expectation.key, found);
 }
 
-/// Whether a try that failed has come through after all: a row with a number of ours is there.
+/// Whether a try that failed has come through after all: the row with the first number that was taken is
+/// there, and is ours. (A number that was reserved in a lost log may be somebody else's by now.)
 bool Changes::Work::wasStored() {
   const auto numbered =
       std::find_if(changes.begin(), changes.end(), [](const Change& change) { return change.numbered; });
   if (numbered == changes.end()) return false;
+  Table& table = *numbered->table;
   bool stored = false;
-  engine.read("SELECT 1 FROM " + numbered->table->itself() + numbered->table->thisRow(),
-              {static_cast<qlonglong>(numbered->key)}, [&stored](const NativeRow&) {
+  engine.read(table.looking(numbered->columns), {static_cast<qlonglong>(numbered->key)},
+              [&](const NativeRow& row) {
                 stored = true;
+                for (qsizetype i = 0; i < numbered->columns.size(); ++i) {
+                  const FieldType type = table.field(numbered->columns[i]).type;
+                  stored = stored && isSame(table.writer.fromNative(row[i], type),
+                                            table.writer.fromNative(numbered->values[i], type));
+                }
                 return false;
               });
   return stored;

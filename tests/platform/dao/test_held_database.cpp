@@ -6,6 +6,7 @@
 
 #include <QtTest>
 
+#include "platform/dao/changes.h"
 #include "platform/dao/engine.h"
 #include "platform/dao/sqlite_engine.h"
 #include "platform/runtime/files.h"
@@ -205,6 +206,48 @@ class TestHeldDatabase : public QObject {
     QCOMPARE(errorOf([&] { rows->update(); }), 3043);
     rows->update();
     QCOMPARE(names(), QStringList({"erster", "zweiter"}));
+  }
+
+  void changesBesideALostLogAreStoredOnce() {
+    const auto database = made();
+    Changes changes(*database);
+    changes.insert("Artikel", {{"Name", "zweiter"}, {"Preis", "1,2345"}, {"Am", "20.11.2026 10:41:07"}});
+    changes.insert("Artikel", {{"Name", "dritter"}});
+    changes.execute("Update Artikel set Menge = Menge + 1 where Name = 'erster'");
+    QVERIFY(QFile::remove(log()));
+    QCOMPARE(errorOf([&] { changes.write(); }), 3043);
+    changes.write();
+    QCOMPARE(names(), QStringList({"erster", "zweiter", "dritter"}));
+  }
+
+  /// In the moment between the look and the commit. The log may be put back, and hold them.
+  void changesIntoALostLogAreStoredOnce_data() {
+    QTest::addColumn<bool>("putBack");
+    QTest::newRow("lost for good") << false;
+    QTest::newRow("put back") << true;
+  }
+  void changesIntoALostLogAreStoredOnce() {
+    QFETCH(bool, putBack);
+    const auto database = made();
+    Changes changes(*database);
+    changes.insert("Artikel", {{"Name", "zweiter"}, {"Preis", "1,2345"}, {"Am", "20.11.2026 10:41:07"}});
+    changes.insert("Artikel", {{"Name", "dritter"}});
+    struct Log {
+      QByteArray name, aside;
+      bool gone = false;
+    } lost{QFile::encodeName(log()), QFile::encodeName(folder_->filePath("beiseite"))};
+    auto& engine = static_cast<SqliteEngine&>(database->engine());
+    sqlite3_update_hook(
+        engine.handle(),
+        [](void* self, int, const char*, const char*, sqlite3_int64) {
+          auto& log = *static_cast<Log*>(self);
+          if (!std::exchange(log.gone, true)) ::rename(log.name.constData(), log.aside.constData());
+        },
+        &lost);
+    QCOMPARE(errorOf([&] { changes.write(); }), 3043);
+    if (putBack) ::rename(lost.aside.constData(), lost.name.constData());
+    changes.write();
+    QCOMPARE(names(), QStringList({"erster", "zweiter", "dritter"}));
   }
 
   void updatesAndDeletionsTellTheLossToo() {
