@@ -72,8 +72,8 @@ void MasterDataWindow::makeMenus() {
 
 void MasterDataWindow::makeToolbar() {
   for (const auto& [action, picture] :
-       {std::pair{ui_->mnuBeenden, "exit"}, std::pair{ui_->mnuNeu, "anmelden"},
-        std::pair{ui_->mnuSpeichern, "speichern"}, std::pair{ui_->mnuLoeschen, "loeschen"}}) {
+       {std::pair{ui_->mnuBeenden, "exit"}, std::pair{ui_->mnuNeu, "kladde"},
+        std::pair{ui_->mnuSpeichern, "Speichern"}, std::pair{ui_->mnuLoeschen, "Löschen"}}) {
     action->setIcon(icon(picture));
     ui_->toolbar->addAction(action);
   }

@@ -11,11 +11,17 @@ using namespace qk;
 
 namespace {
 
-const QStringList kRooms = {"app",  "capture",  "cash",         "evaluation",
-                            "link", "shooters", "targetconfig", "platform/dialog"};
+const QStringList kRooms = {"app",        "capture",  "cash",         "evaluation",     "link",
+                            "masterdata", "shooters", "targetconfig", "platform/dialog"};
 
+/// What the program fills in stands as "…" on the page.
 QString unescaped(QString literal) {
-  literal.replace("\\r", " ").replace("\\n", " ").replace("\\t", " ").replace("\\\"", "\"");
+  static const QRegularExpression filledIn("%L?[1-9]");
+  literal.replace(filledIn, "…")
+      .replace("\\r", " ")
+      .replace("\\n", " ")
+      .replace("\\t", " ")
+      .replace("\\\"", "\"");
   return literal.simplified();
 }
 
@@ -98,9 +104,11 @@ void TestHandbook::findsTheMessagesOfASource() {
     reported(report("Fehler bei X_err!"), run);
     QString late() { return "Wirklich senden?"; }
     open("Select * from Schuss");
+    note(QString("Linie %1 von %2 fehlt!").arg(line));
   )re";
-  QCOMPARE(messagesOf(source), (QStringList{"Kein Schütze auf der Linie", "Wirklich alle",
-                                            "Fehler bei X_err!", "Wirklich senden?"}));
+  QCOMPARE(messagesOf(source),
+           (QStringList{"Kein Schütze auf der Linie", "Wirklich alle", "Fehler bei X_err!",
+                        "Linie … von … fehlt!", "Wirklich senden?"}));
 }
 
 void TestHandbook::everyMessageHasItsEntry() {
