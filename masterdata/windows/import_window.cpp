@@ -68,6 +68,7 @@ ImportWindow::ImportWindow(const Workplace& workplace, dao::Database& database, 
   ui_->gridVorschau->horizontalHeader()->setStretchLastSection(true);
   ui_->tabSpalten->verticalHeader()->hide();
   ui_->tabSpalten->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  ui_->tabSpalten->horizontalHeader()->setStretchLastSection(true);
   setEmptyText(ui_->gridVorschau, "Hier steht, was aus jeder Zeile der Datei wird.");
   for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
   connect(&session_, &ImportSession::dropping, this, [this] { preview_.setJudgement(nullptr); });
@@ -97,6 +98,8 @@ ImportWindow::ImportWindow(const Workplace& workplace, dao::Database& database, 
   const QSize room = screen()->availableSize();
   resize(qMin(room.width() * 9 / 10, fontMetrics().averageCharWidth() * 190),
          qMin(room.height() * 8 / 10, fontMetrics().height() * 50));
+  ui_->splitListen->setStretchFactor(1, 1);
+  ui_->splitListen->setSizes({width() * 2 / 5, width() * 3 / 5});
   showPreview();
 }
 
@@ -204,8 +207,8 @@ void ImportWindow::showVerdicts() {
   const int chosen = ui_->cboUrteil->currentData().toInt();
   preview_.setVerdict(chosen < 0 ? std::optional<Verdict>() : static_cast<Verdict>(chosen));
   ui_->gridVorschau->setColumnWidth(PreviewRows::Line, fontMetrics().averageCharWidth() * 8);
-  ui_->gridVorschau->setColumnWidth(PreviewRows::Verdict, fontMetrics().averageCharWidth() * 14);
-  ui_->gridVorschau->setColumnWidth(PreviewRows::Who, fontMetrics().averageCharWidth() * 34);
+  ui_->gridVorschau->setColumnWidth(PreviewRows::Verdict, fontMetrics().averageCharWidth() * 11);
+  ui_->gridVorschau->setColumnWidth(PreviewRows::Who, fontMetrics().averageCharWidth() * 26);
   if (preview_.rowCount() > 0) ui_->gridVorschau->selectRow(0);
   showDetails();
 }

@@ -53,6 +53,7 @@ std::vector<BoundColumn> shownColumns() {
 }
 
 constexpr int kName = 1, kClub = 5;
+constexpr int kButtons = 6;
 
 }  // namespace
 
@@ -62,6 +63,7 @@ ShooterPage::ShooterPage(const Workplace& workplace, QWidget* parent)
       ui_(std::make_unique<Ui::ShooterPage>()),
       rows_(std::make_unique<BoundRows>(fehlerReport(workplace_.dialogs, kReading))) {
   ui_->setupUi(this);
+  ui_->rowKnoepfe->setLeftGroup(kButtons);
   layOutGrid();
   ShooterForm& form = *ui_->formSchuetze;
   connect(&form, &ShooterForm::changed, this, &ShooterPage::showState);
