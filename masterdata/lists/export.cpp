@@ -27,7 +27,9 @@ class ShooterExport {
  public:
   explicit ShooterExport(const StoreState& state) : state_(state), index_(state), names_(state, noPlan_) {
     for (const ListColumn& column : columnsOf(ListKind::Shooters))
-      if (column.heading != heading::Name) headings_ << column.heading;
+      columns_.push_back({column, positionOf(column)});
+    for (const Column& column : columns_)
+      if (column.list.heading != heading::Name) headings_ << column.list.heading;
     collectGroups();
     collectRegistrations();
   }
@@ -110,9 +112,8 @@ class ShooterExport {
         {heading::Groups, word(groups_.value(key).join(u'\n'))},
         {heading::Registrations, word(registrations_.value(key).join(u'\n'))}};
     QStringList cells;
-    for (const ListColumn& column : columnsOf(ListKind::Shooters)) {
+    for (const auto& [column, position] : columns_) {
       if (column.heading == heading::Name) continue;
-      const int position = positionOf(column);
       if (column.column.isEmpty())
         cells << special.value(column.heading);
       else if (position < 0)
@@ -134,8 +135,7 @@ class ShooterExport {
     const ShooterReader reader(table, headings_, state_);
     std::vector<std::optional<SaidOfShooter>> read;
     for (size_t i = 1; i < table.rows.size(); ++i) read.push_back(reader.read(static_cast<int>(i)));
-    for (const ListColumn& column : columnsOf(ListKind::Shooters)) {
-      const int position = positionOf(column);
+    for (const auto& [column, position] : columns_) {
       if (position < 0 || column.heading == heading::StartNumber) continue;
       const dao::FieldDef& field = state_.shooters.def.fields[static_cast<size_t>(position)];
       QStringList exact;
@@ -164,10 +164,16 @@ class ShooterExport {
     return stored.isValid() && value->toString() == stored.toString();
   }
 
+  struct Column {
+    const ListColumn& list;
+    int position;  ///< in the table of shooters; -1 for none
+  };
+
   const StoreState& state_;
   ShooterIndex index_;
   Plan noPlan_;  // nothing is made while exporting
   NamedRows names_;
+  std::vector<Column> columns_;
   QStringList headings_;
   QHash<qint64, QStringList> groups_, registrations_;
 };

@@ -5,6 +5,16 @@
 
 namespace qk::lists {
 
+namespace {
+
+const Positions& found(const QHash<QString, Positions>& index, const QString& key) {
+  static const Positions none;
+  const auto at = index.constFind(key);
+  return at == index.constEnd() ? none : *at;
+}
+
+}  // namespace
+
 ShooterIndex::ShooterIndex(const StoreState& state)
     : number(state.shooters.position("Startnummer")),
       name(state.shooters.position("Name")),
@@ -30,20 +40,20 @@ ShooterIndex::ShooterIndex(const StoreState& state)
   }
 }
 
-Positions ShooterIndex::byNumber(const QString& wanted) const {
-  return numbers_.value(foldedText(wanted));
+const Positions& ShooterIndex::byNumber(const QString& wanted) const {
+  return found(numbers_, foldedText(wanted));
 }
 
-Positions ShooterIndex::byLicence(const QString& wanted) const {
-  return licences_.value(foldedText(wanted));
+const Positions& ShooterIndex::byLicence(const QString& wanted) const {
+  return found(licences_, foldedText(wanted));
 }
 
-Positions ShooterIndex::byPerson(const QString& wantedName, const QString& wantedDate) const {
-  return persons_.value(personKey(wantedName, wantedDate));
+const Positions& ShooterIndex::byPerson(const QString& wantedName, const QString& wantedDate) const {
+  return found(persons_, personKey(wantedName, wantedDate));
 }
 
-Positions ShooterIndex::byName(const QString& wanted) const {
-  return names_.value(foldedText(wanted));
+const Positions& ShooterIndex::byName(const QString& wanted) const {
+  return found(names_, foldedText(wanted));
 }
 
 QString ShooterIndex::birthKey(const QString& date) const {

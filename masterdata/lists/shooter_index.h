@@ -16,11 +16,11 @@ class ShooterIndex {
   /// The state outlives this.
   explicit ShooterIndex(const StoreState& state);
 
-  Positions byNumber(const QString& number) const;
-  Positions byLicence(const QString& licence) const;
+  const Positions& byNumber(const QString& number) const;
+  const Positions& byLicence(const QString& licence) const;
   /// By name and birth date; an unknown date is one, too.
-  Positions byPerson(const QString& name, const QString& birthDate) const;
-  Positions byName(const QString& name) const;
+  const Positions& byPerson(const QString& name, const QString& birthDate) const;
+  const Positions& byName(const QString& name) const;
 
   /// One text for a birth date in whatever form; empty for an unknown one.
   QString birthKey(const QString& birthDate) const;

@@ -81,19 +81,19 @@ class Matching {
   }
 
   int byNumber(SaidOfShooter& said) const {
-    const Positions found = index_.byNumber(numberOf(said));
+    const Positions& found = index_.byNumber(numberOf(said));
     if (found.size() > 1) {
       fault(said, heading::StartNumber, "Die Startnummer steht im Wettkampf mehrmals.");
       return kNobody;
     }
     const int match = found.empty() ? kNobody : found.front();
-    const Positions licensed = licenceOf(said).isEmpty() ? Positions() : index_.byLicence(licenceOf(said));
-    for (const int other : licensed)
-      if (other != match) {
-        fault(said, heading::Licence,
-              "Die Ausweisnummer gehört im Wettkampf zu " + index_.describe(other) + ".");
-        return match;
-      }
+    if (!licenceOf(said).isEmpty())
+      for (const int other : index_.byLicence(licenceOf(said)))
+        if (other != match) {
+          fault(said, heading::Licence,
+                "Die Ausweisnummer gehört im Wettkampf zu " + index_.describe(other) + ".");
+          return match;
+        }
     if (match == kNobody)
       remarkNamesake(said);
     else
@@ -102,7 +102,7 @@ class Matching {
   }
 
   int byLicence(SaidOfShooter& said) const {
-    const Positions found = index_.byLicence(licenceOf(said));
+    const Positions& found = index_.byLicence(licenceOf(said));
     if (found.size() > 1) {
       fault(said, heading::Licence, "Die Ausweisnummer steht im Wettkampf mehrmals.");
       return kNobody;
@@ -112,7 +112,7 @@ class Matching {
       return found.front();
     }
     // Known without his licence so far: it comes with this list.
-    const Positions persons = index_.byPerson(saidName(said, index_), birthOf(said));
+    const Positions& persons = index_.byPerson(saidName(said, index_), birthOf(said));
     if (persons.size() == 1 && !index_.birthKey(birthOf(said)).isEmpty() &&
         index_.text(persons.front(), index_.licence).isEmpty())
       return persons.front();
@@ -126,7 +126,7 @@ class Matching {
       rowFault(said, "Weder Startnummer noch Ausweisnummer noch Name: Wer gemeint ist, steht nicht fest.");
       return kNobody;
     }
-    const Positions found = index_.byPerson(name, birthOf(said));
+    const Positions& found = index_.byPerson(name, birthOf(said));
     if (found.size() == 1) return found.front();
     if (found.size() > 1) {
       rowFault(said,
@@ -134,7 +134,7 @@ class Matching {
                "sagt, wer gemeint ist.");
       return kNobody;
     }
-    const Positions namesakes = index_.byName(name);
+    const Positions& namesakes = index_.byName(name);
     if (!namesakes.empty() && index_.birthKey(birthOf(said)).isEmpty())
       rowFault(said,
                QString("Ist %1 gemeint? Ohne Geburtsdatum, Start- oder Ausweisnummer steht es nicht fest.")
@@ -146,13 +146,12 @@ class Matching {
   void remarkNamesake(SaidOfShooter& said) const {
     const QString name = saidName(said, index_);
     if (name.isEmpty()) return;
-    const QString date = index_.birthKey(birthOf(said));
-    for (const int other : index_.byName(name)) {
-      const QString otherDate = index_.birthKey(index_.text(other, index_.birthDate));
-      if (date != otherDate && !date.isEmpty() && !otherDate.isEmpty()) continue;
-      said.judged.remarks << "Im Wettkampf steht schon " + index_.describe(other) + ".";
-      return;
-    }
+    // Of those with the name, whoever may be the same: with the same date, or where one date is unknown.
+    const bool dated = !index_.birthKey(birthOf(said)).isEmpty();
+    const Positions* others = dated ? &index_.byPerson(name, birthOf(said)) : &index_.byName(name);
+    if (others->empty()) others = &index_.byPerson(name, {});
+    if (!others->empty())
+      said.judged.remarks << "Im Wettkampf steht schon " + index_.describe(others->front()) + ".";
   }
 
   /// A number never turns one person into another: neither family name nor first name nor birth date agree.

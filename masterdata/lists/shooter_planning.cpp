@@ -22,6 +22,7 @@ struct ShooterPlanning::Work {
 
   bool isNew() const { return stored == nullptr; }
   QString text(int column) const { return stored ? (*stored)[column].toString() : QString(); }
+  QVariant before(int column) const { return stored ? (*stored)[column] : QVariant(); }
   qint64 number(int column) const { return stored ? (*stored)[column].toLongLong() : 0; }
   void fault(const ShooterReader& reader, const QString& column, const QString& why) {
     said.judged.faults.push_back({reader.cellOf(column), column, why});
@@ -33,7 +34,7 @@ struct ShooterPlanning::Work {
   /// A text column; nothing happens where it holds that already. Null and empty are one for a known shooter.
   void text(const QString& heading, const dao::FieldDef& field, int column, const QString& after) {
     if (stored ? text(column) == after : after.isNull()) return;
-    change(heading, {field.name, stored ? (*stored)[column] : QVariant(), after}, text(column), after);
+    change(heading, {field.name, before(column), after}, text(column), after);
   }
 };
 
@@ -163,8 +164,7 @@ void ShooterPlanning::planValues(Work& work) const {
         continue;
       if (!exact && column == index_.sex && before.toString().toUpper() == value.toString()) continue;
     }
-    work.change(headings_.value(column),
-                {field.name, work.isNew() ? QVariant() : (*work.stored)[column], value},
+    work.change(headings_.value(column), {field.name, work.before(column), value},
                 work.isNew() ? QString() : cellOf((*work.stored)[column], field), cellOf(value, field));
   }
   if (work.isNew() && !work.said.value(index_.birthDate) && !reader_.hasExact(heading::BirthDate)) {
@@ -175,11 +175,11 @@ void ShooterPlanning::planValues(Work& work) const {
 }
 
 void ShooterPlanning::planClub(Work& work) {
-  const auto refer = [&work](const QString& heading, const QString& column, qint64 before,
-                             const RowRef& after, const QString& beforeName, const QString& afterName) {
-    if (after == refOf(before)) return;
-    work.change(heading, plannedValue(column, work.isNew() ? QVariant() : QVariant(int(before)), after),
-                beforeName, afterName);
+  const auto refer = [this, &work](const QString& heading, int column, const RowRef& after, auto&& nameOf) {
+    const RowRef before = refOf(work.number(column));
+    if (after == before) return;
+    const QString name = state_.shooters.def.fields[static_cast<size_t>(column)].name;
+    work.change(heading, plannedValue(name, work.before(column), after), nameOf(before), nameOf(after));
   };
   const SaidOfShooter& said = work.said;
   work.club = refOf(work.number(index_.club));
@@ -187,16 +187,13 @@ void ShooterPlanning::planClub(Work& work) {
     const FoundRow found = said.club == NoneWord ? FoundRow() : names_.club(said.club, said.clubShort);
     if (!found.trouble.isEmpty()) work.fault(reader_, heading::Club, found.trouble);
     work.club = found.row;
-    const qint64 before = work.number(index_.club);
-    refer(heading::Club, "VereinsID", before, work.club, names_.clubName(refOf(before)),
-          names_.clubName(work.club));
+    refer(heading::Club, index_.club, work.club,
+          [this](const RowRef& club) { return names_.clubName(club); });
   }
   if (said.team.name.isEmpty()) return;
   const FoundRow found = said.team.name == NoneWord ? FoundRow() : names_.team(said.team, work.club);
   if (!found.trouble.isEmpty()) work.fault(reader_, heading::Team, found.trouble);
-  const qint64 before = work.number(index_.team);
-  refer(heading::Team, "lMannID", before, found.row, names_.teamName(refOf(before)),
-        names_.teamName(found.row));
+  refer(heading::Team, index_.team, found.row, [this](const RowRef& team) { return names_.teamName(team); });
 }
 
 void ShooterPlanning::planClass(Work& work) const {
@@ -238,16 +235,12 @@ void ShooterPlanning::planClass(Work& work) const {
     return state_.shooters.def.fields[static_cast<size_t>(position)].name;
   };
   if (id != before)
-    work.change(heading::Class, {column(index_.classId), work.isNew() ? QVariant() : QVariant(before), id},
-                name(before), name(id));
-  if (byHand != byHandBefore)
-    work.change(
-        heading::ClassByHand,
-        {column(index_.byHand), work.isNew() ? QVariant() : QVariant(byHandBefore ? -1 : 0), byHand ? -1 : 0},
-        work.isNew()   ? QString()
-        : byHandBefore ? "Ja"
-                       : "Nein",
-        byHand ? "Ja" : "Nein");
+    work.change(heading::Class, {column(index_.classId), work.before(index_.classId), id}, name(before),
+                name(id));
+  if (byHand == byHandBefore) return;
+  const auto yesNo = [](bool yes) { return QString(yes ? "Ja" : "Nein"); };
+  work.change(heading::ClassByHand, {column(index_.byHand), work.before(index_.byHand), byHand ? -1 : 0},
+              work.isNew() ? QString() : yesNo(byHandBefore), yesNo(byHand));
 }
 
 void ShooterPlanning::planGroups(Work& work) {

@@ -33,6 +33,8 @@ class TestJudge : public QObject {
     row("an unknown date doesn't wipe", usual, "101;Müller;Jörg;unbekannt;?;", "bekannt");
     row("divers does", usual, "104;Weiß;Toni;;d;",
         "geändert Geschlecht: M> Klasse: H1> (Keine Klasse nimmt Jahrgang 1990, ohne Geschlecht.)");
+    row("as stored", "Startnummer;Geburtsdatum;Geburtsdatum (wie gespeichert)", "101;31.02.1980;14.05.80",
+        "geändert Geburtsdatum: 14.05.1980>14.05.80");
     row("31.02.", usual, "200;Öttl;Ägid;31.02.1990;m;",
         "fehlerhaft 3! »31.02.1990« ist kein Geburtsdatum (TT.MM.JJJJ).");
     row("sex", usual, "200;Öttl;Ägid;;q;", "fehlerhaft 4! »q« ist kein Geschlecht (m, w, d).");
@@ -107,12 +109,22 @@ class TestJudge : public QObject {
     row("namesake", "Startnummer;Name", "200;Müller Jörg",
         "neu Startnummer: >200 Name: >Müller Jörg Geburtsdatum: >00.00.0000 (Im Wettkampf steht schon Müller "
         "Jörg (Startnummer 101, geb. 14.05.1980).) (Ohne Geburtsdatum keine Klasse.)");
+    row("namesake without a date", "Startnummer;Name;geb.", "200;Böhm Käthe;1.1.90",
+        "neu Startnummer: >200 Name: >Böhm Käthe Geburtsdatum: >01.01.1990 (Im Wettkampf steht schon Böhm "
+        "Käthe "
+        "(Startnummer 102).) (Keine Klasse nimmt Jahrgang 1990, ohne Geschlecht.)");
+    row("namesake of another age", "Startnummer;Name;geb.", "200;Müller Jörg;1.1.90",
+        "neu Startnummer: >200 Name: >Müller Jörg Geburtsdatum: >01.01.1990 (Keine Klasse nimmt Jahrgang "
+        "1990, "
+        "ohne Geschlecht.)");
     row("a formula is text", "Startnummer;Ort", "101;=1+1", "geändert Ort: >=1+1");
     row("a guarded formula is, too", "Startnummer;Telefon", "101;'+49 911", "geändert Telefon: >+49 911");
     row("too many cells", "Startnummer;Ort", "101;Öd;slipped",
         "fehlerhaft -1! Die Zeile hat 3 Zellen, die Überschrift nur 2.");
     row("no text", "Startnummer;Ort", "101;\"a\x01\"",
         "fehlerhaft 1! An der 2. Stelle steht ein Zeichen, das kein Text ist.");
+    row("a letter that got lost elsewhere", "Startnummer;Ort", "101;\uFFFDd",
+        "fehlerhaft 1! An der 1. Stelle steht ein Zeichen, das kein Text ist.");
     row("a number column", "Startnummer;AmateurSchuetze", "101;viel",
         "fehlerhaft 1! »viel« ist keine passende Zahl.");
     row("line break in a cell", "Startnummer;Straße", "101;\"Weg 1\nHinterhaus\"",

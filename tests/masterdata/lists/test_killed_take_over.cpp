@@ -14,7 +14,7 @@ using qk::test::ListPlace;
 namespace {
 
 constexpr int Kills = 50;
-constexpr int New = 1500;
+constexpr int New = 800;
 constexpr int Changed = 2;
 
 QString list() {

@@ -180,6 +180,9 @@ class TestRoundTrip : public QObject {
     from->execute("INSERT INTO Mannschaften (MannName, VereinID, GruppenID) VALUES ('Grünau I', 1, 2)");
     from->execute("INSERT INTO Mannschaften (MannName, VereinID, GruppenID) VALUES ('Grünau I', 2, 0)");
     from->execute("INSERT INTO Verein (Name, Kurzname) VALUES ('=cmd', '-x')");
+    from->execute(
+        "INSERT INTO Mannschaften (ID, MannName, VereinID, GruppenID) VALUES (900, 'Grünau I', 0, 0)");
+    add({{"Name", "Gast Egon"}, {"Vorname", "Egon"}, {"VereinsID", 1}, {"lMannID", 900}});
     carryAll(*from, *to);
     QCOMPARE(contents(*to).join('\n'), contents(*from).join('\n'));
   }

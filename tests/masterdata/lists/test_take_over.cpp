@@ -1,6 +1,7 @@
 // A judged list on its way into the competition, and back.
 #include <QtTest>
 
+#include "masterdata/lists/import_table.h"
 #include "masterdata/lists/store_state.h"
 #include "masterdata/lists/take_over.h"
 #include "masterdata/rows/erase_person.h"
@@ -113,6 +114,22 @@ class TestTakeOver : public QObject {
              QString("Öd|7|Sparkasse|Müller Jörg"));
   }
 
+  /// As another program leaves columns that it never set.
+  void emptyReferencesTakeAClub() {
+    ListPlace place;
+    place.store().execute(
+        "UPDATE Schützen SET VereinsID = NULL, lMannID = NULL, KlassenID = NULL, bGebKlasseManuell = NULL, "
+        "Gebdat = NULL, Geschlecht = NULL WHERE ID = 5");
+    const QString before = allRows(place);
+    place.take("Startnummer;Verein;Mannschaft;geb.;m/w;Klasse\n104;SG Grünau;Grünau I;1.2.90;m;H2\n");
+    QCOMPARE(place.rows(
+                 "SELECT VereinsID, lMannID, KlassenID, bGebKlasseManuell, Gebdat, Geschlecht FROM Schützen "
+                 "WHERE ID = 5"),
+             QString("1|1|3|-1|01.02.1990|M"));
+    QVERIFY(undoLastImport(place.store()).done);
+    QCOMPARE(allRows(place), before);
+  }
+
   void aFailureInTheMiddleWritesNothing() {
     ListPlace place;
     const QString before = allRows(place);
@@ -145,11 +162,38 @@ class TestTakeOver : public QObject {
     QVERIFY(takeOver(place.store(), *taken.fresh, "L", Now).written);
   }
 
+  /// Between the last look at the competition and the writing.
+  void nothingIsWrittenWhereSomebodyAddedARow() {
+    ListPlace place;
+    const auto marks = marksOf(place.store(), {"Verein", "Schützen", "GibtEsNicht"});
+    QCOMPARE(marks.size(), size_t{2});
+    Database::open(place.path())->execute("INSERT INTO Verein (Name) VALUES ('Flink')");
+    qk::dao::Changes changes(place.store());
+    requireMarks(changes, place.store(), marks, {"Verein"});
+    changes.insert("Verein", {{"Name", "Langsam"}});
+    int failure = 0;
+    try {
+      changes.write();
+    } catch (const qk::Error& error) {
+      QVERIFY(isStale(error));
+      failure = error.number();
+    }
+    QCOMPARE(failure, 3197);
+    QCOMPARE(place.rows("SELECT Name FROM Verein WHERE ID > 3"), QString("Flink"));
+  }
+
   void changesThatDontMatterDontStop() {
     ListPlace place;
     const Judgement judgement = place.judged("Startnummer;Telefon\n104;0911/5\n");
     Database::open(place.path())->execute("UPDATE Schützen SET Ort = 'Öd' WHERE ID = 1");
     QVERIFY(takeOver(place.store(), judgement, "L", Now).written);
+  }
+
+  void aDigestKnowsTheColumn() {
+    qk::dao::TableDef table{"T", {{"a"}, {"b"}, {"c"}}, {}};
+    QVERIFY(digestOf({"x", "", ""}, table) != digestOf({"", "x", ""}, table));
+    QVERIFY(digestOf({"x", "y", ""}, table) != digestOf({"xy", "", ""}, table));
+    QCOMPARE(digestOf({"x", "", ""}, table), digestOf({"x", QVariant(), ""}, table));
   }
 
   void canBeTakenBack() {
