@@ -29,11 +29,29 @@ QString nameOf(const dao::Recordset& shooter) {
   return shooter.value("Name").toString();
 }
 
+/// Open shots are found by their line: without naming the lines the store would read all shots ever fired,
+/// while those that arrive have to wait.
+QString onAnyLine(dao::Database& database) {
+  const auto line = [&database](const QString& which) {
+    return database
+        .openRecordset("Select " + which + "(Liniennummer) as Linie from " + kOpenShots,
+                       dao::RecordsetType::Snapshot)
+        ->value("Linie")
+        .toInt();
+  };
+  const int first = line("Min"), last = line("Max");
+  constexpr int kMostLines = 500;
+  if (last - first >= kMostLines) return {};
+  QStringList lines;
+  for (int number = first; number <= last; ++number) lines.append(QString::number(number));
+  return " and Liniennummer in (" + lines.join(", ") + ")";
+}
+
 /// Open shots are still to be credited to who stands on the line: its window and its station know the number.
 void refuseOpenShots(dao::Database& database, const QString& number) {
   if (!database.hasTable(kOpenShots)) return;
-  const auto shots =
-      rowsWith(database, {kOpenShots, "Startnummer"}, number, " and Verbucht = 0 and Verworfen = 0");
+  const auto shots = rowsWith(database, {kOpenShots, "Startnummer"}, number,
+                              onAnyLine(database) + " and Verbucht = 0 and Verworfen = 0");
   std::map<std::pair<int, int>, int> places;
   for (; !shots->eof(); shots->moveNext())
     ++places[{shots->value("Liniennummer").toInt(), shots->value("StandnummerOrt").toInt()}];
@@ -89,13 +107,14 @@ void renumber(dao::Database& database, dao::Changes& changes, qint64 shooter, co
 
   const auto mayBe = [&database, shooter, present, wanted, kind] {
     refuseOtherShooter(database, shooter, wanted, "Die Startnummer %1 hat schon %2.");
-    if (!dao::sameName(present, wanted)) refuseForeignRows(database, wanted);
     if (kind == Renumbering::ShooterOnly || present.isEmpty()) return;
     refuseOtherShooter(database, shooter, present,
                        "Die Startnummer %1 hat auch %2. Entscheiden Sie zuerst, wem die Ergebnisse gehören.");
     refuseOpenShots(database, present);
   };
-  mayBe();  // also reads the rows before others have to wait for them
+  mayBe();
+  if (!dao::sameName(present, wanted))
+    refuseForeignRows(database, wanted);  // reads all shots: nobody waits yet
 
   const auto columns = numberedColumns(database);
   for (const NumberedColumn& column : columns) changes.hold(column.table);
