@@ -9,6 +9,7 @@
 
 #include "platform/dialog/dialogs.h"
 #include "platform/widgets/empty_text.h"
+#include "platform/widgets/hourglass.h"
 #include "ui_import_window.h"
 
 namespace qk {
@@ -84,11 +85,13 @@ ImportWindow::ImportWindow(const Workplace& workplace, dao::Database& database, 
           &ImportWindow::showDetails);
   connect(ui_->cmdUebernehmen, &QPushButton::clicked, this, [this] {
     const Run run(*this);
+    const Hourglass writing;
     say(session_.takeOver());
     showPreview();
   });
   connect(ui_->cmdZuruecknehmen, &QPushButton::clicked, this, [this] {
     const Run run(*this);
+    const Hourglass writing;
     say(session_.undo());
     showPreview();
   });
