@@ -86,7 +86,10 @@ void MasterDataWindow::makeToolbar() {
 // --- the pages
 
 void MasterDataWindow::listPages() {
-  for (const Page& page : masterDataPages()) ui_->lstSeiten->addItem(page.title);
+  // The mark of the current one takes a frame's width from the height of its text.
+  const int height = fontMetrics().lineSpacing() * 3 / 2;
+  for (const Page& page : masterDataPages())
+    (new QListWidgetItem(page.title, ui_->lstSeiten))->setSizeHint({0, height});
   pages_.resize(ui_->lstSeiten->count());
   connect(ui_->lstSeiten, &QListWidget::currentRowChanged, this, &MasterDataWindow::pageChosen);
   connect(ui_->lstSeiten, &QListWidget::itemActivated, this, [this] { page()->begin(); });
@@ -105,6 +108,7 @@ PageWidget& MasterDataWindow::pageAt(int row) {
   connect(page, &PageWidget::done, this, [this](const QString& text) {
     success_.say(text);
     showCounts();
+    showTitle();
   });
   page->open(*global_.Datenbank);
   return *page;
@@ -150,6 +154,11 @@ void MasterDataWindow::showCounts() {
       ui_->lstSeiten->item(row)->setToolTip(missing ? "Dieser Wettkampf hat die Tabelle nicht." : "");
     }
   });
+}
+
+void MasterDataWindow::showTitle() {
+  reported(report("Fehler beim Lesen: " + masterDataPages().front().title),
+           [this](Steps&) { setWindowTitle(titleOf(*global_.Datenbank, path())); });
 }
 
 void MasterDataWindow::refresh() {

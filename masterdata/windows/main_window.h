@@ -54,6 +54,7 @@ class MasterDataWindow : public QMainWindow {
   PageWidget& pageAt(int row);
   void pageChosen(int row);
   void showCounts();
+  void showTitle();
   void refresh();
   QString lastCompetition() const;
   void showHandbook(const QString& page);

@@ -42,6 +42,23 @@ class TestMasterWindow : public QObject {
     QVERIFY(desk.window().windowTitle().startsWith("Jubiläumsschießen Grünau – Stammdaten"));
   }
 
+  void theTitleFollowsTheCompetitionsName() {
+    MasterDesk desk;
+    QVERIFY(desk.open());
+    desk.setField("feld_Wettkampf_Bezeichnung", "Osterschießen");
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(desk.window().windowTitle(), "Osterschießen – Stammdaten (" + desk.competition + ")");
+  }
+
+  /// A row that was just chosen is marked over its whole height.
+  void thePagesListHasRoomForItsTexts() {
+    MasterDesk desk;
+    QVERIFY(desk.open());
+    auto& list = the<QListWidget>(desk.window(), "lstSeiten");
+    for (int row = 0; row < list.count(); ++row)
+      QVERIFY(list.visualItemRect(list.item(row)).height() > list.fontMetrics().lineSpacing() * 5 / 4);
+  }
+
   void theLastCompetitionOpensByItself() {
     MasterDesk desk;
     QVERIFY(desk.open());
