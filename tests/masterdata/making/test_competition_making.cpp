@@ -329,6 +329,21 @@ class TestCompetitionMaking : public QObject {
     QCOMPARE(classOf("111"), 0);   // 102 years
   }
 
+  /// Last year's file becomes this year's server, and back.
+  void engineToEngine() {
+    makeDemoCompetition(path("datei.qkk"));
+    CompetitionRequest request{place("hier.qkk")};
+    request.earlier = path("datei.qkk");
+    request.withShooters = request.withClubs = request.withTeams = true;
+    QCOMPARE(makeCompetition(request).shooters, 60);
+    request.earlier = request.path;
+    request.path = path("zurück.qkk");
+    QCOMPARE(makeCompetition(request).newClasses, 0);
+    const auto there = Database::open(path("hier.qkk")), back = Database::open(path("zurück.qkk"));
+    QCOMPARE(there->tableNames().size(), back->tableNames().size());
+    for (const QString& table : there->tableNames()) QCOMPARE(rowsOf(*back, table), rowsOf(*there, table));
+  }
+
   void whatIsNoCompetitionIsRefused() {
     CompetitionRequest request{place("neu.qkk")};
     request.earlier = place("leer.qkk");
