@@ -51,6 +51,9 @@ struct PageColumn {
   RowSource reference = {};
   QString order =
       {};  ///< what the grid sorts by instead of the column itself; %1 stands for the page's table
+  /// Of a reference: a column of the same row that keeps `kept` of the row referred to, unless somebody types
+  /// another value there.
+  QString keeper = {}, kept = {};
   double smallest = -1e300;  ///< of a number
 };
 

@@ -240,7 +240,9 @@ Page registrations() {
                .kind = ColumnKind::Reference,
                .inGrid = 28,
                .required = true,
-               .reference = kDisciplineKey},
+               .reference = kDisciplineKey,
+               .keeper = "SPOKey",
+               .kept = "MeldeKZ"},
               {.column = "MannID",
                .label = "Mannschaft",
                .effect = "Für diese Mannschaft startet er hier. Die Kasse zeigt darunter den Stand der "
@@ -248,7 +250,10 @@ Page registrations() {
                .kind = ColumnKind::Reference,
                .inGrid = 20,
                .reference = kTeam},
-              {.column = "SPOKey", .label = "SPO-Schlüssel", .effect = kUnused, .inGrid = 10}}};
+              {.column = "SPOKey",
+               .label = "SPO-Schlüssel",
+               .effect = "Folgt beim Speichern dem Disziplinschlüssel. " + kUnused,
+               .inGrid = 10}}};
 }
 
 }  // namespace qk::pages

@@ -283,6 +283,7 @@ qint64 RowEdit::store() {
   dao::RowValues edited;
   for (const PageColumn& column : columns_)
     if (isEdited(column)) edited[column.column] = std::get<QVariant>(read(column));
+  keepOfReferences(edited);
   qint64 key = key_;
   if (isNew()) {
     key = changes.insert(page_.table, edited);
@@ -296,6 +297,16 @@ qint64 RowEdit::store() {
   changes.write();
   read(key);
   return key;
+}
+
+void RowEdit::keepOfReferences(dao::RowValues& edited) const {
+  for (const PageColumn& column : columns_) {
+    if (column.keeper.isEmpty() || !edited.contains(column.column) || edited.contains(column.keeper))
+      continue;
+    RowSource kept = column.reference;
+    kept.code = column.kept;
+    edited[column.keeper] = codeOf(database_, kept, edited.value(column.column).toLongLong());
+  }
 }
 
 /// Somebody else may have linked the same meanwhile: what is there already isn't added again.

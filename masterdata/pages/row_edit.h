@@ -86,6 +86,7 @@ class RowEdit {
   bool standsElsewhere(const PageColumn& column, const QString& text) const;
   void readLinks();
   void showStored();
+  void keepOfReferences(dao::RowValues& edited) const;
   void changeLinks(dao::Changes& changes, qint64 key) const;
 
   const Page& page_;

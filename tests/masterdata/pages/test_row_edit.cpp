@@ -265,6 +265,12 @@ void TestRowEdit::looksUpByTheCode() {
   QCOMPARE(value(QString("SELECT SchuetzeID FROM Schuetzen_SPO_Anmeldungen WHERE ID = %1").arg(made)).toInt(),
            shooter);
   QCOMPARE(row.entry("SchuetzeID"), QString("107"));
+  // The key of the discipline comes along, unless somebody types another.
+  QCOMPARE(row.entry("SPOKey"), value(QString("SELECT MeldeKZ FROM MeldeDisziplin WHERE ID = %1").arg(key)));
+  row.setValue("SPOID", key + 1);
+  row.setEntry("SPOKey", "eigener");
+  row.store();
+  QCOMPARE(row.entry("SPOKey"), QString("eigener"));
 }
 
 void TestRowEdit::aDayOfTheYearHasItsForm() {
