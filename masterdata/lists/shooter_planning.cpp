@@ -50,6 +50,28 @@ RowRef refOf(qint64 key) {
   return {key};
 }
 
+/// What a row says of the name, put together with what stood there. Columns as stored go first, then family
+/// and first name, then one name for both.
+StoredName nameAfter(const SaidOfShooter& said, const StoredName& before, const ShooterIndex& index,
+                     bool isNew) {
+  const QVariant* name = said.value(index.name);
+  const QVariant* first = said.value(index.firstName);
+  if (name || first)
+    return {name ? name->toString() : before.name, first                      ? first->toString()
+                                                   : said.firstName.isEmpty() ? before.vorname
+                                                                              : said.firstName};
+  PersonName person = personName(before);
+  if (said.surname.isEmpty() && !said.fullName.isEmpty()) {
+    person = personNameOf(said.fullName);
+    if (person.first.isEmpty()) person.first = said.firstName;
+    if (person.first.isEmpty()) person = personName({person.last, before.vorname});
+    return storedName(person);
+  }
+  if (!said.surname.isEmpty()) person.last = said.surname;
+  if (!said.firstName.isEmpty()) person.first = said.firstName;
+  return isNew || person != personName(before) ? storedName(person) : before;
+}
+
 }  // namespace
 
 ShooterPlanning::ShooterPlanning(const StoreState& state, const ShooterReader& reader,
@@ -109,76 +131,57 @@ void ShooterPlanning::planStartNumber(Work& work) {
     work.said.judged.who = number;
     work.said.judged.remarks << QString("Bekommt die Startnummer %1.").arg(number);
   }
-  work.text(heading::StartNumber, state_.shooters.def.fields[static_cast<size_t>(index_.number)],
-            index_.number, number);
+  work.text(heading::StartNumber, fieldAt(index_.number), index_.number, number);
 }
 
 void ShooterPlanning::planName(Work& work) const {
   const SaidOfShooter& said = work.said;
-  const StoredName before{work.text(index_.name), work.text(index_.firstName)};
-  StoredName after = before;
-  if (said.value(index_.name) || said.value(index_.firstName)) {
-    if (const QVariant* name = said.value(index_.name)) after.name = name->toString();
-    const QVariant* first = said.value(index_.firstName);
-    if (first || !said.firstName.isEmpty()) after.vorname = first ? first->toString() : said.firstName;
-  } else if (!said.surname.isEmpty() || (said.fullName.isEmpty() && !said.firstName.isEmpty())) {
-    PersonName person = personName(before);
-    if (!said.surname.isEmpty()) person.last = said.surname;
-    if (!said.firstName.isNull()) person.first = said.firstName.isEmpty() ? person.first : said.firstName;
-    if (person != personName(before) || work.isNew()) after = storedName(person);
-  } else if (!said.fullName.isEmpty()) {
-    PersonName person = personNameOf(said.fullName);
-    if (person.first.isEmpty() && !said.firstName.isEmpty()) person.first = said.firstName;
-    if (person.first.isEmpty()) person = personName({person.last, before.vorname});
-    if (foldedText(storedName(person).name) != foldedText(before.name) || work.isNew())
-      after = storedName(person);
-    if (storedName(person).name == said.fullName.simplified()) after.name = said.fullName.simplified();
-  }
-  const auto field = [this](int column) { return state_.shooters.def.fields[static_cast<size_t>(column)]; };
+  StoredName after =
+      nameAfter(said, {work.text(index_.name), work.text(index_.firstName)}, index_, work.isNew());
   const bool firstSaid = !said.firstName.isNull() || said.value(index_.firstName);
   if (after.vorname.isEmpty()) after.vorname = firstSaid ? QString("") : QString();
   if (after.name.isEmpty() && work.isNew() && !said.value(index_.name))
     work.fault(reader_, heading::Surname, "Der Name fehlt.");
   for (const auto& [text, column] : {std::pair(after.name, index_.name), {after.vorname, index_.firstName}}) {
-    const QString trouble = tooLong(text, field(column).size == 0 ? 255 : field(column).size);
+    const dao::FieldDef& field = fieldAt(column);
+    const QString trouble = tooLong(text, field.size == 0 ? 255 : field.size);
     if (!trouble.isEmpty()) work.fault(reader_, heading::Surname, trouble);
-    work.text(headings_.value(column), field(column), column, text);
+    work.text(headings_.value(column), field, column, text);
   }
   work.said.judged.who += " " + after.name;
 }
 
+/// Whether a known shooter keeps what he has: the value says the same in other words, or nothing at all.
+bool ShooterPlanning::saysNothingNew(const SaidOfShooter& said, int column, const QVariant& before,
+                                     const QVariant& value) const {
+  const QString text = value.toString();
+  if (isSame(before, value, fieldAt(column))) return true;
+  if (text.isEmpty()) return column != index_.sex || !said.sexSaid;
+  if (said.exact.contains(column)) return false;
+  if (column == index_.sex) return before.toString().toUpper() == text;
+  return column == index_.birthDate &&
+         (text == kUnknownBirthDate || index_.birthKey(before.toString()) == index_.birthKey(text));
+}
+
 void ShooterPlanning::planValues(Work& work) const {
+  const QList<int> elsewhere = {index_.name, index_.firstName, index_.number, index_.byHand};
   for (const auto& [column, value] : work.said.values) {
-    if (column == index_.name || column == index_.firstName || column == index_.number ||
-        column == index_.byHand)
-      continue;
-    const dao::FieldDef& field = state_.shooters.def.fields[static_cast<size_t>(column)];
-    if (!work.isNew()) {
-      const QVariant& before = (*work.stored)[column];
-      const bool exact = work.said.exact.contains(column);
-      if (isSame(before, value, field) || (value.toString().isEmpty() && !work.said.sexSaid)) continue;
-      if (value.toString().isEmpty() && column != index_.sex) continue;
-      if (!exact && column == index_.birthDate &&
-          (value.toString() == kUnknownBirthDate ||
-           index_.birthKey(before.toString()) == index_.birthKey(value.toString())))
-        continue;
-      if (!exact && column == index_.sex && before.toString().toUpper() == value.toString()) continue;
-    }
-    work.change(headings_.value(column), {field.name, work.before(column), value},
-                work.isNew() ? QString() : cellOf((*work.stored)[column], field), cellOf(value, field));
+    const QVariant before = work.before(column);
+    if (elsewhere.contains(column)) continue;
+    if (!work.isNew() && saysNothingNew(work.said, column, before, value)) continue;
+    const dao::FieldDef& field = fieldAt(column);
+    work.change(headings_.value(column), {field.name, before, value},
+                work.isNew() ? QString() : cellOf(before, field), cellOf(value, field));
   }
-  if (work.isNew() && !work.said.value(index_.birthDate) && !reader_.hasExact(heading::BirthDate)) {
-    const QString unknown = kUnknownBirthDate.toString();
-    work.text(heading::BirthDate, state_.shooters.def.fields[static_cast<size_t>(index_.birthDate)],
-              index_.birthDate, unknown);
-  }
+  if (work.isNew() && !work.said.value(index_.birthDate) && !reader_.hasExact(heading::BirthDate))
+    work.text(heading::BirthDate, fieldAt(index_.birthDate), index_.birthDate, kUnknownBirthDate.toString());
 }
 
 void ShooterPlanning::planClub(Work& work) {
   const auto refer = [this, &work](const QString& heading, int column, const RowRef& after, auto&& nameOf) {
     const RowRef before = refOf(work.number(column));
     if (after == before) return;
-    const QString name = state_.shooters.def.fields[static_cast<size_t>(column)].name;
+    const QString name = fieldAt(column).name;
     work.change(heading, plannedValue(name, work.before(column), after), nameOf(before), nameOf(after));
   };
   const SaidOfShooter& said = work.said;
@@ -196,51 +199,54 @@ void ShooterPlanning::planClub(Work& work) {
   refer(heading::Team, index_.team, found.row, [this](const RowRef& team) { return names_.teamName(team); });
 }
 
-void ShooterPlanning::planClass(Work& work) const {
-  const auto after = [&work](const QString& column, const QString& stored) {
+/// The class that the row says, else the one by age and sex where these are new or the class is no longer by
+/// hand; nothing where the row names an unknown one.
+std::optional<ShooterPlanning::ClassChoice> ShooterPlanning::chosenClass(Work& work,
+                                                                         const ClassChoice& before) const {
+  const auto after = [&](int column) {
     for (const PlannedValue& value : work.row.values)
-      if (value.column == column) return value.after.toString();
-    return stored;
+      if (value.column == fieldAt(column).name) return value.after.toString();
+    return work.text(column);
   };
-  const QString birthColumn = state_.shooters.def.fields[static_cast<size_t>(index_.birthDate)].name;
-  const QString sexColumn = state_.shooters.def.fields[static_cast<size_t>(index_.sex)].name;
-  const QString birth = after(birthColumn, work.text(index_.birthDate));
-  const QString sex = after(sexColumn, work.text(index_.sex));
-  const bool personChanged =
-      birth != work.text(index_.birthDate) || sex != work.text(index_.sex) || work.isNew();
+  const QString birth = after(index_.birthDate), sex = after(index_.sex);
   const QVariant* byHandSaid = work.said.value(index_.byHand);
-  const qint32 before = static_cast<qint32>(work.number(index_.classId));
-  const bool byHandBefore = work.number(index_.byHand) != 0;
-  qint32 id = before;
-  bool byHand = byHandSaid ? byHandSaid->toInt() != 0 : byHandBefore;
-  if (!work.said.className.isEmpty()) {
-    const auto told =
-        work.said.className == NoneWord ? std::optional<qint32>(0) : state_.classes.idOf(work.said.className);
-    if (!told)
-      return work.fault(reader_, heading::Class,
-                        QString("Die Klasse »%1« gibt es im Wettkampf nicht oder mehrmals.")
-                            .arg(shownText(work.said.className)));
-    id = *told;
-    if (!byHandSaid && (work.isNew() || id != before)) byHand = id != state_.classes.determine(birth, sex).id;
-  } else if (!byHand && (personChanged || byHand != byHandBefore)) {
-    const DeterminedClass determined = state_.classes.determine(birth, sex);
-    id = determined.id;
-    if (id == 0) work.said.judged.remarks << determined.why;
+  ClassChoice choice{before.id, byHandSaid ? byHandSaid->toInt() != 0 : before.byHand};
+  const QString& word = work.said.className;
+  if (!word.isEmpty()) {
+    const auto told = word == NoneWord ? std::optional<qint32>(0) : state_.classes.idOf(word);
+    if (!told) return {};
+    choice.id = *told;
+    if (!byHandSaid && (work.isNew() || choice.id != before.id))
+      choice.byHand = choice.id != state_.classes.determine(birth, sex).id;
+    return choice;
   }
+  const bool isOther = work.isNew() || birth != work.text(index_.birthDate) || sex != work.text(index_.sex);
+  if (choice.byHand || (!isOther && !before.byHand)) return choice;
+  const DeterminedClass determined = state_.classes.determine(birth, sex);
+  choice.id = determined.id;
+  if (choice.id == 0) work.said.judged.remarks << determined.why;
+  return choice;
+}
+
+void ShooterPlanning::planClass(Work& work) const {
+  const ClassChoice before{static_cast<qint32>(work.number(index_.classId)), work.number(index_.byHand) != 0};
+  const auto choice = chosenClass(work, before);
+  if (!choice)
+    return work.fault(reader_, heading::Class,
+                      QString("Die Klasse »%1« gibt es im Wettkampf nicht oder mehrmals.")
+                          .arg(shownText(work.said.className)));
   const auto name = [this](qint32 of) {
     const QString key = state_.classes.keyOf(of);
     return key.isEmpty() ? state_.classes.nameOf(of) : key;
   };
-  const auto column = [this](int position) {
-    return state_.shooters.def.fields[static_cast<size_t>(position)].name;
-  };
-  if (id != before)
-    work.change(heading::Class, {column(index_.classId), work.before(index_.classId), id}, name(before),
-                name(id));
-  if (byHand == byHandBefore) return;
+  if (choice->id != before.id)
+    work.change(heading::Class, {fieldAt(index_.classId).name, work.before(index_.classId), choice->id},
+                name(before.id), name(choice->id));
+  if (choice->byHand == before.byHand) return;
   const auto yesNo = [](bool yes) { return QString(yes ? "Ja" : "Nein"); };
-  work.change(heading::ClassByHand, {column(index_.byHand), work.before(index_.byHand), byHand ? -1 : 0},
-              work.isNew() ? QString() : yesNo(byHandBefore), yesNo(byHand));
+  work.change(heading::ClassByHand,
+              {fieldAt(index_.byHand).name, work.before(index_.byHand), choice->byHand ? -1 : 0},
+              work.isNew() ? QString() : yesNo(before.byHand), yesNo(choice->byHand));
 }
 
 void ShooterPlanning::planGroups(Work& work) {

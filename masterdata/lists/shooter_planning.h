@@ -1,7 +1,7 @@
 // What a row of a list comes to for a shooter: new values, rows of other tables, and how a person reads it.
 #pragma once
 
-#include <QSet>
+#include <optional>
 
 #include "masterdata/lists/named_rows.h"
 #include "masterdata/lists/shooter_match.h"
@@ -26,10 +26,21 @@ class ShooterPlanning {
     friend bool operator==(const Registration&, const Registration&) = default;
   };
 
+  struct ClassChoice {
+    qint32 id = 0;
+    bool byHand = false;
+  };
+
+  const dao::FieldDef& fieldAt(int column) const {
+    return state_.shooters.def.fields[static_cast<size_t>(column)];
+  }
+  bool saysNothingNew(const SaidOfShooter& said, int column, const QVariant& before,
+                      const QVariant& value) const;
   void planName(Work& work) const;
   void planStartNumber(Work& work);
   void planValues(Work& work) const;
   void planClub(Work& work);
+  std::optional<ClassChoice> chosenClass(Work& work, const ClassChoice& before) const;
   void planClass(Work& work) const;
   void planGroups(Work& work);
   void planRegistrations(Work& work);

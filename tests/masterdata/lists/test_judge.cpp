@@ -76,7 +76,8 @@ class TestJudge : public QObject {
         "fehlerhaft 1! Die Klasse »Jugend« gibt es im Wettkampf nicht oder mehrmals.");
     row("class and hand as told", "Startnummer;Klasse;Klasse von Hand", "101;H1;nein",
         "geändert Klasse: H2>H1");
-    row("class by hand again by age", "Startnummer;Klasse von Hand", "101;vielleicht",
+    row("no class at all", "Startnummer;Klasse", "101;-", "geändert Klasse: H2> Klasse von Hand: Nein>Ja");
+    row("neither yes nor no", "Startnummer;Klasse von Hand", "101;vielleicht",
         "fehlerhaft 1! »vielleicht« ist weder Ja noch Nein.");
     row("licence", "Ausweis;Telefon", "L1;0911/1", "geändert Telefon: >0911/1");
     row("licence twice in the store", "Ausweis;Telefon", "L3;1",
@@ -144,6 +145,18 @@ class TestJudge : public QObject {
     const JudgedRow row = place.judgedRow(headings, cells);
     QCOMPARE(shown(row), verdict);
     QCOMPARE(row.line, 2);
+  }
+
+  void aClassByHandStays() {
+    ListPlace place;
+    place.store().execute("UPDATE Schützen SET KlassenID = 1, bGebKlasseManuell = True WHERE ID = 1");
+    QCOMPARE(shown(place.judgedRow("Startnummer;geb.", "101;1.1.99")),
+             QString("geändert Geburtsdatum: 14.05.1980>01.01.1999"));
+    QCOMPARE(shown(place.judgedRow("Startnummer;Klasse von Hand", "101;nein")),
+             QString("geändert Klasse: H1>H2 Klasse von Hand: Ja>Nein"));
+    QCOMPARE(shown(place.judgedRow("Startnummer;Klasse", "101;H1")), QString("bekannt"));
+    QCOMPARE(shown(place.judgedRow("Startnummer;Klasse", "101;H2")),
+             QString("geändert Klasse: H1>H2 Klasse von Hand: Ja>Nein"));
   }
 
   void textsTooLongAreFaults() {
