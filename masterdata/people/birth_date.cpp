@@ -57,14 +57,14 @@ QDate dateOf(const Parts& parts, const QDate& refDatum) {
   return birthDateOf(text, refDatum);
 }
 
-bool isPlausible(const QDate& date, const QDate& refDatum) {
-  return date.isValid() && date.year() <= refDatum.year() && date.year() >= refDatum.year() - kOldest;
+bool isTooOld(const QDate& date, const QDate& refDatum) {
+  return date.year() < refDatum.year() - kOldest;
 }
 
 /// Six or eight digits without anything between them: day first, or as a computer writes it.
 QDate digitsOnly(const QString& text, const QDate& refDatum) {
   const QDate german = dateOf({text.left(2), text.mid(2, 2), text.mid(4)}, refDatum);
-  if (text.size() == 6 || isPlausible(german, refDatum)) return german;
+  if (text.size() == 6 || (german.isValid() && !isTooOld(german, refDatum))) return german;
   const QDate technical = dateOf({text.mid(6), text.mid(4, 2), text.left(4)}, refDatum);
   return technical.isValid() ? technical : german;
 }
@@ -99,7 +99,7 @@ BirthDate readBirthDate(const QString& typed, const QDate& refDatum) {
   if (!date.isValid()) return {{}, trouble(typed, "ist kein Geburtsdatum (TT.MM.JJJJ).")};
   if (date.year() > refDatum.year())
     return {{}, trouble(typed, QString("liegt hinter dem Jahr des Stichtags, %1.").arg(refDatum.year()))};
-  if (!isPlausible(date, refDatum))
+  if (isTooOld(date, refDatum))
     return {{}, trouble(typed, QString("ergibt ein Alter über %1 Jahren.").arg(kOldest))};
   return {date.toString("dd.MM.yyyy"), {}};
 }

@@ -149,6 +149,7 @@ void ImportWindow::chooseFile() {
 }
 
 void ImportWindow::judge() {
+  if (running_) return;
   say({});
   {
     const Run run(*this);

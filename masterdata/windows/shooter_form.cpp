@@ -82,7 +82,7 @@ void ShooterForm::fillLists() {
   for (const auto& entry : counter_->classes().all())
     ui_->cboKlasse->addItem(entry.key.isEmpty() ? entry.name : entry.name + " (" + entry.key + ")",
                             entry.limits.id);
-  ui_->cboKlasse->setCurrentIndex(qMax(0, ui_->cboKlasse->findData(chosen)));
+  chooseClass(chosen.toInt());
   suggest(*ui_->txtVerein, counter_->clubs().allShown());
   suggest(*ui_->txtMannschaft, counter_->teams().allShown());
 }
@@ -137,7 +137,7 @@ void ShooterForm::showEntry() {
     ui_->txtMannschaft->setText(entry_.team);
     ui_->txtAusweisNr->setText(shooter.ausweisNr);
     ui_->chkKlasseManuell->setChecked(shooter.klasseManuell);
-    ui_->cboKlasse->setCurrentIndex(qMax(0, ui_->cboKlasse->findData(shooter.klassenID)));
+    chooseClass(shooter.klassenID);
     for (const QString& column : furtherColumns()) further(column)->setText(shooter.further.value(column));
     for (QLineEdit* field : findChildren<QLineEdit*>()) field->setCursorPosition(0);
     setEnabled(true);
@@ -215,7 +215,7 @@ void ShooterForm::showClass() {
     const qint32 id = touched ? determined.id : entry_.data.klassenID;
     {
       const QSignalBlocker quiet(ui_->cboKlasse);
-      ui_->cboKlasse->setCurrentIndex(qMax(0, ui_->cboKlasse->findData(id)));
+      chooseClass(id);
     }
     if (!date.ok())
       classHint_ = date.trouble;
@@ -250,6 +250,12 @@ void ShooterForm::showHint() {
     if (!line.isEmpty()) lines << line;
   ui_->lblHinweis->setText(lines.join('\n'));
   ui_->lblHinweis->setVisible(!lines.isEmpty());
+}
+
+/// One that is gone stays what it is until another is chosen.
+void ShooterForm::chooseClass(qint32 id) {
+  if (ui_->cboKlasse->findData(id) < 0) ui_->cboKlasse->addItem(QString("unbekannt (Nr. %1)").arg(id), id);
+  ui_->cboKlasse->setCurrentIndex(ui_->cboKlasse->findData(id));
 }
 
 void ShooterForm::focusOn(const QString& column) {

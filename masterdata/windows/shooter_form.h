@@ -61,6 +61,7 @@ class ShooterForm : public QWidget {
   void showClass();
   void showNamesakes();
   void showHint();
+  void chooseClass(qint32 id);
   void focusOn(const QString& column);
   QLineEdit* further(const QString& column) const;
 

@@ -74,6 +74,7 @@ class TestShooterPage : public QObject {
   void theClassFollowsWhileTyping();
   void aClassByHandStays();
   void aStoredClassStaysUntilSomethingChanges();
+  void aClassThatIsGoneStays();
   void anUnknownClubIsOneQuestion();
   void nothingIsCompletedThatWasNotChosen();
   void aNamesakeStandsBeside();
@@ -204,6 +205,18 @@ void TestShooterPage::aStoredClassStaysUntilSomethingChanges() {
   QCOMPARE(stored("109", "KlassenID, AusweisNr"), "3|1");
   type(*page, "txtGeburtsdatum", "09.11.1972");
   QCOMPARE(box("cboKlasse").currentText(), "Damen III (D3)");
+}
+
+void TestShooterPage::aClassThatIsGoneStays() {
+  bench->database->execute("UPDATE Schützen SET KlassenID = 99 WHERE Startnummer IN ('101', '109')");
+  for (const char* number : {"101", "109"}) {
+    show(number);
+    QCOMPARE(box("cboKlasse").currentText(), "unbekannt (Nr. 99)");
+    QVERIFY(!page->isEdited());
+    type(*page, "txtAusweisNr", "1");
+    QVERIFY(page->save());
+    QCOMPARE(stored(number, "KlassenID, AusweisNr"), "99|1");
+  }
 }
 
 void TestShooterPage::anUnknownClubIsOneQuestion() {
