@@ -74,7 +74,7 @@ void TestShooterClass::readAsTheyStand() {
 
 void TestShooterClass::theDeskSaysTheSame() {
   int found = 0;
-  for (QDate day(1925, 3, 30); day < QDate(2026, 12, 31); day = day.addDays(149)) {
+  for (QDate day(1925, 3, 30); day < QDate(2026, 12, 31); day = day.addDays(397)) {
     const QString born = day.toString("dd.MM.yyyy");
     for (const char* sex : {"M", "w", ""}) {
       const DeterminedClass here = classes.determine(born, sex);
@@ -87,7 +87,7 @@ void TestShooterClass::theDeskSaysTheSame() {
       found += here.id > 0 ? 1 : 0;
     }
   }
-  QVERIFY(found > 100);
+  QVERIFY(found > 60);
 }
 
 void TestShooterClass::whyThereIsNone() {
