@@ -120,7 +120,10 @@ bool isThere(const QVariant& value) {
   if (!value.isValid() || value.isNull()) return false;
   if (isNumber(value)) return numberOf(value) != 0;
   if (value.typeId() == QMetaType::QByteArray) return !value.toByteArray().isEmpty();
-  if (value.typeId() == QMetaType::QDateTime) return value.toDateTime() != dateZero();
+  if (value.typeId() == QMetaType::QDateTime) {
+    const QDateTime date = value.toDateTime(), zero = dateZero();
+    return date.date() != zero.date() || date.time() != zero.time();
+  }
   return !value.toString().trimmed().isEmpty();
 }
 

@@ -34,6 +34,15 @@ Fonts::Known::Known(const QFont& wanted)
     widths[c] = static_cast<float>(metrics.horizontalAdvance(QChar(static_cast<char16_t>(c))));
 }
 
+float Fonts::Known::width(char16_t c) const {
+  constexpr char16_t kFirstSign = 0x2010, kLastDash = 0x2027, kFirstCurrency = 0x20A0, kLastCurrency = 0x20BF;
+  if (c < widths.size()) return widths[c];
+  if ((c < kFirstSign || c > kLastDash) && (c < kFirstCurrency || c > kLastCurrency)) return -1;
+  float& width = signs[c - kFirstSign];
+  if (width == 0) width = static_cast<float>(metrics.horizontalAdvance(QChar(c)));
+  return width;
+}
+
 int Fonts::number(const QString& family, double points, bool bold, bool italic) {
   const QFont font = made(family, points, bold, italic);
   for (size_t i = 0; i < known_.size(); ++i)
@@ -46,8 +55,9 @@ double Fonts::width(int font, QStringView text) const {
   const Known& known = *known_[static_cast<size_t>(font)];
   double sum = 0;
   for (const QChar c : text) {
-    if (c.unicode() >= known.widths.size()) return known.metrics.horizontalAdvance(text.toString());
-    sum += known.widths[c.unicode()];
+    const float width = known.width(c.unicode());
+    if (width < 0) return known.metrics.horizontalAdvance(text.toString());
+    sum += width;
   }
   return sum;
 }

@@ -35,7 +35,11 @@ class Fonts {
     QFont font;
     QFontMetricsF metrics;
     double ascent, height;
+    /// Of a character that stands for itself; below 0 for any other.
+    float width(char16_t c) const;
     std::array<float, 0x180> widths{};  // Latin letters
+    mutable std::array<float, 0x20C0 - 0x2010>
+        signs{};  // dashes, quotation marks, the Euro; 0: not asked yet
   };
   void wrapLine(int font, QStringView line, double width, QStringList& lines) const;
 

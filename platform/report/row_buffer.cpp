@@ -77,7 +77,9 @@ QVariant unpacked(const char*& at) {
       return QVariant::fromValue(Money::fromUnits(get<qint64>(at)));
     case Tag::Date: {
       const auto day = QDate::fromJulianDay(get<qint64>(at));
-      return QDateTime(day, QTime::fromMSecsSinceStartOfDay(get<int>(at)));
+      // As the clock on the wall shows it, in a time without summer: asking the system for the local one is
+      // what most of reading a row would be, and moves what stands in the hour that is left out in spring.
+      return QDateTime(day, QTime::fromMSecsSinceStartOfDay(get<int>(at)), Qt::UTC);
     }
     case Tag::Text: {
       const auto size = get<quint32>(at);
