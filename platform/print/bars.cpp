@@ -31,20 +31,25 @@ struct Delete {
   void operator()(zint_symbol* symbol) const { ZBarcode_Delete(symbol); }
 };
 
-void paintInk(QPainter& painter, const QPointF& corner, const std::vector<bool>& modules, double module,
-              double height) {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing, false);
-  const double inset = module * painter.transform().m11() >= kFineModule ? kNarrower * module : 0;
+std::vector<QRectF> ink(const QPointF& corner, const std::vector<bool>& modules, double module, double height,
+                        double scale) {
+  const double inset = module * scale >= kFineModule ? kNarrower * module : 0;
+  std::vector<QRectF> bars;
   for (size_t i = 0; i < modules.size();) {
     size_t end = i;
     while (end < modules.size() && modules[end] == modules[i]) ++end;
     if (modules[i])
-      painter.fillRect(QRectF(corner.x() + static_cast<double>(i) * module + inset, corner.y(),
-                              static_cast<double>(end - i) * module - 2 * inset, height),
-                       Qt::black);
+      bars.emplace_back(corner.x() + static_cast<double>(i) * module + inset, corner.y(),
+                        static_cast<double>(end - i) * module - 2 * inset, height);
     i = end;
   }
+  return bars;
+}
+
+void paintInk(QPainter& painter, const std::vector<QRectF>& bars) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  for (const QRectF& bar : bars) painter.fillRect(bar, Qt::black);
   painter.restore();
 }
 
@@ -78,20 +83,24 @@ std::vector<bool> barModules(Symbology symbology, const QString& content) {
   return modules;
 }
 
-QRect paintBars(QPainter& painter, const QPoint& corner, const std::vector<bool>& modules, int module,
-                int height) {
-  paintInk(painter, QPointF(corner.x() + kQuietModules * module, corner.y()), modules, module, height);
-  return {corner, QSize((static_cast<int>(modules.size()) + 2 * kQuietModules) * module, height)};
-}
-
-void paintBars(QPainter& painter, const QRectF& box, const std::vector<bool>& modules) {
-  const double scale = painter.transform().m11();
+std::vector<QRectF> barsIn(const QRectF& box, const std::vector<bool>& modules, double scale) {
   const double count = static_cast<double>(modules.size()) + 2 * kQuietModules;
   double module = box.width() / count;
   if (module * scale >= 1) module = std::floor(module * scale) / scale;
   double left = box.left() + (box.width() - module * count) / 2 + kQuietModules * module;
   if (scale > 0) left = std::round(left * scale) / scale;
-  paintInk(painter, QPointF(left, box.top()), modules, module, box.height());
+  return ink(QPointF(left, box.top()), modules, module, box.height(), scale);
+}
+
+QRect paintBars(QPainter& painter, const QPoint& corner, const std::vector<bool>& modules, int module,
+                int height) {
+  paintInk(painter, ink(QPointF(corner.x() + kQuietModules * module, corner.y()), modules, module, height,
+                        painter.transform().m11()));
+  return {corner, QSize((static_cast<int>(modules.size()) + 2 * kQuietModules) * module, height)};
+}
+
+void paintBars(QPainter& painter, const QRectF& box, const std::vector<bool>& modules) {
+  paintInk(painter, barsIn(box, modules, painter.transform().m11()));
 }
 
 }  // namespace qk

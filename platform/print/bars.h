@@ -24,7 +24,11 @@ std::vector<bool> barModules(Symbology symbology, const QString& content);
 QRect paintBars(QPainter& painter, const QPoint& corner, const std::vector<bool>& modules, int module,
                 int height);
 
-/// The same in the middle of a box, as wide as it allows: in whole pixels of the device where it has them.
+/// The bars of a symbol in the middle of a box, as wide as it allows, each in whole pixels of a device that
+/// has `scale` of them in one unit of the box.
+std::vector<QRectF> barsIn(const QRectF& box, const std::vector<bool>& modules, double scale);
+
+/// Paints those.
 void paintBars(QPainter& painter, const QRectF& box, const std::vector<bool>& modules);
 
 }  // namespace qk

@@ -55,6 +55,7 @@ class Binder {
   }
 
   std::vector<int> sums;
+  bool namesPageCount = false;
 
  private:
   void bind(Piece& piece, int line, bool behind) {
@@ -72,7 +73,7 @@ class Binder {
     else if (dao::sameName(piece.text, "Seite"))
       piece.from = Page;
     else if (dao::sameName(piece.text, "Seiten"))
-      piece.from = PageCount;
+      piece.from = PageCount, namesPageCount = true;
     else if (dao::sameName(piece.text, "Nr"))
       piece.from = RowNumber;
     else
@@ -120,7 +121,7 @@ BoundPart bindPart(Definition& report, size_t index, const std::vector<dao::Fiel
       fail(report.file, column.line, "Summieren lässt sich nur eine Spalte der Abfrage.");
     binder.sumOf(pieces.front().text, column.line);
   }
-  return {binder.sums, static_cast<int>(names.size())};
+  return {binder.sums, binder.namesPageCount};
 }
 
 }  // namespace qk::report

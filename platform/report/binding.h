@@ -10,7 +10,7 @@ namespace qk::report {
 /// What a part's rows are called and which of their columns are summed, once it is bound.
 struct BoundPart {
   std::vector<int> sums;  ///< columns of the row
-  int columns = 0;
+  bool namesPageCount = false;
 };
 
 void bindPage(Definition& report, const QStringList& fixedNames);

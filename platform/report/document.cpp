@@ -2,18 +2,17 @@
 
 #include <QElapsedTimer>
 #include <QPainter>
-#include <QPdfWriter>
 #include <condition_variable>
 
 #include "platform/report/csv.h"
 #include "platform/report/page_painter.h"
+#include "platform/report/pdf_writer.h"
 
 namespace qk::report {
 
 namespace {
 
 constexpr int kSlice = 20;  // milliseconds of the event loop
-constexpr int kAccessError = 75;
 constexpr auto kTurn = std::chrono::milliseconds(500);
 
 }  // namespace
@@ -48,7 +47,7 @@ struct Document::Bell {
 };
 
 Document::Document(Definition report, Input input, QObject* parent)
-    : QObject(parent), bell_(std::make_shared<Bell>()) {
+    : QObject(parent), now_(input.now), bell_(std::make_shared<Bell>()) {
   data_ = std::make_unique<ReportData>(report, std::move(input), [bell = bell_] { bell->ring(); });
   layout_ = std::make_unique<Layout>(std::move(report), *data_);
   connect(&turn_, &QTimer::timeout, this, &Document::slice);
@@ -102,11 +101,11 @@ void Document::slice() {
 }
 
 /// False when nothing more comes.
-bool Document::layOutMore() {
+bool Document::layOutMore(PageItems* body) {
   for (;;) {
     if (stopped_) return false;
     const quint64 seen = bell_->now();
-    switch (layout_->advance()) {
+    switch (layout_->advance(body)) {
       case Layout::Progress::Page:
         return true;
       case Layout::Progress::Done:
@@ -136,23 +135,31 @@ void Document::paint(QPainter& painter, int number) {
 }
 
 bool Document::writePdf(QIODevice& device, const QString& title, const GoesOn& goesOn) {
-  const auto goes = [&](int done) { return !goesOn || goesOn(done, pageCount()); };
-  while (layOutMore())
+  const auto goes = [&](int done) { return !goesOn || goesOn(done, isComplete() ? pageCount() : 0); };
+  while (layout_->bodyNamesPageCount() && layOutMore())
     if (!goes(0)) return false;
-  QPdfWriter writer(&device);
-  writer.setResolution(kUnitsPerInch);
-  writer.setTitle(title);
-  writer.setPageLayout(QPageLayout(QPageSize(millimetres(), QPageSize::Millimeter, {}, QPageSize::ExactMatch),
-                                   QPageLayout::Portrait, {}));
-  QPainter painter;
-  if (!painter.begin(&writer)) throw Error(kAccessError);
-  for (int number = 0; number < pageCount(); ++number) {
-    if (number > 0) writer.newPage();
-    paintPage(painter, layout_->page(number), fonts());
-    if (!goes(number + 1)) return false;
+  PdfWriter pdf(device, fonts(), layout_->pageSize());
+  std::vector<int> bodies;
+  PageItems body;
+  while (nextBody(static_cast<int>(bodies.size()), body)) {
+    bodies.push_back(pdf.content(body));
+    if (!goes(static_cast<int>(bodies.size()))) return false;
   }
-  if (!painter.end()) throw Error(kAccessError);
+  // Heads and feet come last: they tell how many pages there are.
+  for (size_t number = 0; number < bodies.size(); ++number)
+    pdf.page({pdf.content(layout_->frame(static_cast<int>(number))), bodies[number]});
+  pdf.finish(title, now_);
   return true;
+}
+
+/// Of a page that is laid out, or is it now. False when there are no more.
+bool Document::nextBody(int number, PageItems& body) {
+  if (number < pageCount()) {
+    body = layout_->body(number);
+    return true;
+  }
+  layOutMore(&body);
+  return number < pageCount();
 }
 
 /// False when it was stopped.

@@ -17,7 +17,7 @@ class QPainter;
 
 namespace qk::report {
 
-/// Asked after every page of a long work; false stops it.
+/// Asked after every page of a long work; false stops it. `all` is 0 until it is known.
 using GoesOn = std::function<bool(int done, int all)>;
 
 class Document : public QObject {
@@ -60,10 +60,12 @@ class Document : public QObject {
   void failed(const qk::Error& error);
 
  private:
-  bool layOutMore();
+  bool layOutMore(PageItems* body = nullptr);
+  bool nextBody(int number, PageItems& body);
   void slice();
   bool waitForRows(size_t part);
 
+  QDateTime now_;  ///< when the report was asked for
   struct Bell;
   std::shared_ptr<Bell> bell_;  ///< rung by the readers' threads
   std::unique_ptr<ReportData> data_;

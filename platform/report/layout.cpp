@@ -1,6 +1,7 @@
 #include "platform/report/layout.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/report/report_error.h"
 
@@ -26,7 +27,7 @@ const QColor kQuiet(0x55, 0x55, 0x55);
 struct Layout::Page {
   int number = 1;
   int count = -1;
-  PageItems* out = nullptr;  ///< nullptr: only measured
+  PageItems* out = nullptr;  ///< of its body; nullptr: only measured
   double top = 0, bottom = 0;
   bool empty = true;      ///< nothing of the body stands on it yet
   bool repeated = false;  ///< heads of what began before stand on it
@@ -47,6 +48,7 @@ Layout::Layout(Definition report, ReportData& data)
   for (size_t i = 0; i < report_.parts.size(); ++i) {
     const Part& part = report_.parts[i];
     Ready ready{bound[i]};
+    bodyNamesPageCount_ = bodyNamesPageCount_ || ready.bound.namesPageCount;
     const double gap = part.gap * kUnitsPerMillimetre;
     ready.step = (body_.width() + gap) / part.sideBySide;
     ready.width = std::max(1.0, ready.step - gap);
@@ -76,10 +78,11 @@ Layout::State Layout::startOf(size_t part) const {
   return state;
 }
 
-Layout::Progress Layout::advance() {
+Layout::Progress Layout::advance(PageItems* body) {
   if (complete_) return Progress::Done;
+  if (body) body->items.clear();
   State state = starts_.back();
-  Page page{.number = static_cast<int>(starts_.size())};
+  Page page{.number = static_cast<int>(starts_.size()), .out = body};
   beginPage(page);
   if (!flow(state, page)) return Progress::Waiting;
   complete_ = state.at.part >= parts_.size();
@@ -91,20 +94,38 @@ Layout::Progress Layout::advance() {
 }
 
 PageItems Layout::page(int number) {
+  PageItems items = frame(number);
+  PageItems flowing = body(number);
+  std::move(flowing.items.begin(), flowing.items.end(), std::back_inserter(items.items));
+  return items;
+}
+
+PageItems Layout::frame(int number) {
+  PageItems items;
+  Page page = pageNumbered(number);
+  beginPage(page, &items);
+  return items;
+}
+
+PageItems Layout::body(int number) {
   PageItems items;
   State state = starts_.at(static_cast<size_t>(number));
-  Page page{.number = number + 1, .count = complete_ ? pageCount() : -1, .out = &items};
+  Page page = pageNumbered(number);
+  page.out = &items;
   beginPage(page);
   flow(state, page);
   return items;
 }
 
-void Layout::beginPage(Page& page) {
+Layout::Page Layout::pageNumbered(int number) const {
+  return {.number = number + 1, .count = complete_ ? pageCount() : -1};
+}
+
+void Layout::beginPage(Page& page, PageItems* frame) {
   Known known{.fixed = &data_.fixedValues(), .page = page.number, .pageCount = page.count};
-  const double head = bands_.lay(report_.pageHead, known, body_.topLeft(), body_.width(), page.out);
+  const double head = bands_.lay(report_.pageHead, known, body_.topLeft(), body_.width(), frame);
   const double foot = bands_.lay(report_.pageFoot, known, {0, 0}, body_.width(), nullptr);
-  if (page.out)
-    bands_.lay(report_.pageFoot, known, {body_.left(), body_.bottom() - foot}, body_.width(), page.out);
+  if (frame) bands_.lay(report_.pageFoot, known, {body_.left(), body_.bottom() - foot}, body_.width(), frame);
   page.top = body_.top() + head + (head > 0 ? kBetween : 0);
   page.bottom = body_.bottom() - foot - (foot > 0 ? kBetween : 0);
 }
@@ -259,24 +280,24 @@ int Layout::spanOf(size_t part, int row, int count) const {
 /// The height of the next block, and of what must stand on the same page: below heads the first row, below a
 /// row the feet of what ends with it.
 double Layout::needed(const State& state, Page& page) {
-  double sum = 0;
+  double bottom = page.top;
   bool rowSeen = false;
   State& at = ahead_;
   at = state;
   for (;;) {
     const Blocks* blocks = blocksAt(at.at.part, at.at.row);
-    if (!blocks) return sum;
+    if (!blocks) return bottom - page.top;
     if (at.at.step == blocks->blocks.size()) {
-      if (blocks->span == 0) return sum;
+      if (blocks->span == 0) return bottom - page.top;
       at.at = {at.at.part, at.at.row + blocks->span, 0};
       continue;
     }
     const Block block = blocks->blocks[at.at.step];
     const bool foot = block.kind == Kind::GroupFoot || block.kind == Kind::Total;
-    if (rowSeen && !foot) return sum;
-    sum += lay(at, block, blocks->span, 0, page, nullptr);
+    if (rowSeen && !foot) return bottom - page.top;
+    bottom += lay(at, block, blocks->span, bottom, page, nullptr);
     rowSeen = rowSeen || block.kind == Kind::Row;
-    if (!rowSeen && (foot || block.kind == Kind::Empty || block.kind == Kind::End)) return sum;
+    if (!rowSeen && (foot || block.kind == Kind::Empty || block.kind == Kind::End)) return bottom - page.top;
     ++at.at.step;
   }
 }
@@ -337,19 +358,36 @@ double Layout::lay(const State& state, const Block& block, int span, double top,
   return 0;
 }
 
+/// Rows are measured before it is known whether the page has room for them; where it has, what was measured
+/// is what stands there.
 double Layout::layRows(const State& state, int span, double top, Page& page, PageItems* out) {
+  const bool known = laid_.at.part == state.at.part && laid_.at.row == state.at.row &&
+                     laid_.page == page.number && laid_.pageCount == page.count;
+  if (!known || (out && (!laid_.hasItems || laid_.top != top))) layRowsAnew(state, span, top, page);
+  if (out) {
+    std::move(laid_.items.items.begin(), laid_.items.items.end(), std::back_inserter(out->items));
+    laid_.hasItems = false;
+  }
+  return laid_.height;
+}
+
+void Layout::layRowsAnew(const State& state, int span, double top, const Page& page) {
   const Ready& ready = parts_[state.at.part];
-  if (!out && measured_.part == state.at.part && measured_.row == state.at.row) return measuredHeight_;
-  double highest = 0;
+  laid_.at = {state.at.part, state.at.row};
+  laid_.page = page.number;
+  laid_.pageCount = page.count;
+  laid_.top = top;
+  laid_.height = 0;
+  laid_.hasItems = page.out != nullptr;
+  laid_.items.items.clear();
+  PageItems* items = page.out ? &laid_.items : nullptr;
   for (int i = 0; i < span; ++i) {
     const Known here = known(state, state.at.row + i, 0, page);
     const QPointF corner(body_.left() + i * ready.step, top);
-    double height = bands_.lay(report_.parts[state.at.part].row, here, corner, ready.width, out);
-    if (!ready.table->isEmpty()) height += ready.table->row(here, corner + QPointF(0, height), out);
-    highest = std::max(highest, height);
+    double height = bands_.lay(report_.parts[state.at.part].row, here, corner, ready.width, items);
+    if (!ready.table->isEmpty()) height += ready.table->row(here, corner + QPointF(0, height), items);
+    laid_.height = std::max(laid_.height, height);
   }
-  measured_ = {state.at.part, state.at.row};
-  return measuredHeight_ = highest;
 }
 
 double Layout::layGroupHead(const State& state, int level, double top, Page& page, PageItems* out) {

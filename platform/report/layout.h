@@ -4,7 +4,10 @@
 //
 // Of a page only its beginning is kept (the place in the rows and the sums so far); its items are made anew
 // when somebody looks at it. So a hundred thousand rows cost little memory, and the first page stands before
-// the second is thought of.
+// the second is thought of. Whoever writes out all pages takes the items while they are made.
+//
+// A page is its frame (head and foot) and its body (what flows): only the frame names the number of pages, as
+// a rule, so bodies can be written before that is known.
 #pragma once
 
 #include <deque>
@@ -27,14 +30,19 @@ class Layout {
   Layout(const Layout&) = delete;
   Layout& operator=(const Layout&) = delete;
 
-  /// Lays out one more page, if its rows are there. A failed query is thrown here.
-  Progress advance();
+  /// Lays out one more page, if its rows are there; its body goes to `body` if there is one. A failed query
+  /// is thrown here.
+  Progress advance(PageItems* body = nullptr);
   int pageCount() const { return static_cast<int>(starts_.size()) - (complete_ ? 0 : 1); }
   bool isComplete() const { return complete_; }
   int rowsLaidOut() const { return rowsLaidOut_; }
 
   /// A page that is laid out, from 0. Pages are numbered "von …" until all are.
   PageItems page(int number);
+  PageItems frame(int number);
+  PageItems body(int number);
+  /// Bodies too name the number of pages: they are right only when all are laid out.
+  bool bodyNamesPageCount() const { return bodyNamesPageCount_; }
 
   const Fonts& fonts() const { return fonts_; }
   const Definition& report() const { return report_; }
@@ -76,8 +84,17 @@ class Layout {
     QVariantList values;
   };
   struct Page;
+  /// The rows that were laid last, beside each other, for the page they were tried on.
+  struct LaidRow {
+    Spot at{0, -1};
+    int page = 0, pageCount = 0;
+    double top = 0, height = 0;
+    bool hasItems = false;
+    PageItems items = {};
+  };
 
   State startOf(size_t part) const;
+  Page pageNumbered(int number) const;
   bool flow(State& state, Page& page);
   bool flowBlock(State& state, Page& page, const Blocks& blocks);
   bool turnsPage(const State& state, const Blocks& blocks) const;
@@ -92,6 +109,7 @@ class Layout {
   double needed(const State& state, Page& page);
   double lay(const State& state, const Block& block, int span, double top, Page& page, PageItems* out);
   double layRows(const State& state, int span, double top, Page& page, PageItems* out);
+  void layRowsAnew(const State& state, int span, double top, const Page& page);
   double layGroupHead(const State& state, int level, double top, Page& page, PageItems* out);
   double layGroupFoot(const State& state, int level, double top, Page& page, PageItems* out);
   double laySum(const State& state, const Template& label, int level, double top, Page& page, PageItems* out);
@@ -99,7 +117,7 @@ class Layout {
   double layLine(const QString& text, int font, const QColor& colour, double above, double top,
                  PageItems* out);
   void account(State& state, const Block& block, int span);
-  void beginPage(Page& page);
+  void beginPage(Page& page, PageItems* frame = nullptr);
 
   Definition report_;
   ReportData& data_;
@@ -113,9 +131,9 @@ class Layout {
   int rowsLaidOut_ = 0;
   std::deque<DecodedRow> decoded_;
   std::deque<Blocks> blocks_;
-  State ahead_;           // walks before the state that it began with
-  Spot measured_{0, -1};  // the rows that were measured last
-  double measuredHeight_ = 0;
+  State ahead_;  // walks before the state that it began with
+  LaidRow laid_;
+  bool bodyNamesPageCount_ = false;
 };
 
 }  // namespace qk::report

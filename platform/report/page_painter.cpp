@@ -36,10 +36,7 @@ class PagePainter {
   void operator()(const BarItem& item) {
     const std::vector<bool> modules = barModules(item.kind, item.text);
     if (!modules.empty()) return paintBars(painter_, item.place, modules);
-    const QString problem =
-        QString("(\"%1\" lässt sich nicht als %2 drucken)").arg(item.text, nameOf(item.kind));
-    const QString shown = fonts_.elided(0, problem, item.place.width());
-    (*this)(TextItem{item.place.topLeft() + QPointF(0, fonts_.ascent(0)), {}, shown, 0, Qt::darkGray});
+    (*this)(whyNoBars(item, fonts_));
   }
 
  private:
@@ -58,6 +55,16 @@ class PagePainter {
 };
 
 }  // namespace
+
+TextItem whyNoBars(const BarItem& item, const Fonts& fonts) {
+  const QString problem =
+      QString("(\"%1\" lässt sich nicht als %2 drucken)").arg(item.text, nameOf(item.kind));
+  return {item.place.topLeft() + QPointF(0, fonts.ascent(0)),
+          {},
+          fonts.elided(0, problem, item.place.width()),
+          0,
+          Qt::darkGray};
+}
 
 void paintPage(QPainter& painter, const PageItems& page, const Fonts& fonts) {
   painter.setRenderHint(QPainter::Antialiasing);

@@ -12,6 +12,7 @@
 #include "platform/report/page_painter.h"
 #include "platform/report/parser.h"
 #include "platform/runtime/money.h"
+#include "tests/platform/report/pdf_reader.h"
 #include "tests/platform/report/printed.h"
 #include "tests/support/read_bars.h"
 #include "tests/support/test_store.h"
@@ -83,6 +84,18 @@ Input inputFor(const QString& path) {
 
 std::unique_ptr<Document> made(const Store& store, const QString& text) {
   return std::make_unique<Document>(parseReport(text, "x.rpt"), inputFor(store.path()));
+}
+
+QByteArray pdfOf(Document& document) {
+  QBuffer pdf;
+  pdf.open(QIODevice::WriteOnly);
+  if (!document.writePdf(pdf, "Liste")) failTest("no PDF");
+  return pdf.data();
+}
+
+QStringList sorted(QStringList lines) {
+  lines.sort();
+  return lines;
 }
 
 /// A page as a printer of 203 dpi draws it.
@@ -457,18 +470,61 @@ class TestReportPages : public QObject {
     QVERIFY(report->isComplete());
   }
 
+  /// Written while it is laid out, and again when all pages are known: the same file.
   void thePdfHasAllPages() {
     const Store store;
     const auto report = made(store, kHead + kTable + "Spalten\n  \"Nr.\" ID 20\n  \"Betrag\" Betrag 30\n");
+    const QByteArray pdf = pdfOf(*report);
+    const int pages = report->pageCount();
+    QVERIFY(pages > 5);
+    QStringList expected;
+    for (const QStringList& page : printedPages(*report)) expected << page;
+    QCOMPARE(sorted(PdfReader(pdf).lines()), sorted(expected.replaceInStrings("|", " ")));
+    QVERIFY(expected.contains(QString("Seite %1 von %1").arg(pages)));
+    QCOMPARE(pdfOf(*report), pdf);
+  }
+
+  void aPdfSaysHowFarItIsAndCanBeStopped() {
+    const Store store;
+    const auto report = made(store, kHead + kTable + "Spalten\n  \"Nr.\" ID 20\n");
     QBuffer pdf;
     pdf.open(QIODevice::WriteOnly);
-    QVERIFY(report->writePdf(pdf, "Liste"));
-    QVERIFY(pdf.data().startsWith("%PDF"));
-    QVERIFY(pdf.data().contains("/Count " + QByteArray::number(report->pageCount())));
-    QVERIFY(report->pageCount() > 5);
-    QBuffer stopped;
-    stopped.open(QIODevice::WriteOnly);
-    QVERIFY(!report->writePdf(stopped, "Liste", [](int done, int) { return done < 2; }));
+    int asked = 0;
+    QVERIFY(report->writePdf(pdf, "Liste", [&](int done, int all) {
+      ++asked;
+      return done == asked && all == (report->isComplete() ? report->pageCount() : 0);
+    }));
+    QCOMPARE(asked, report->pageCount());
+    const auto other = made(store, kHead + kTable + "Spalten\n  \"Nr.\" ID 20\n");
+    QVERIFY(!other->writePdf(pdf, "Liste", [](int done, int) { return done < 2; }));
+    QCOMPARE(other->pageCount(), 2);
+  }
+
+  /// Rows too may name the number of pages: nothing is written before it is known.
+  void rowsThatNameTheNumberOfPagesAreRight() {
+    const Store store;
+    const QString rows = "Zeile\n  Text 0 0 * 40 \"{ID}: {Seite} von {Seiten}\"\n";
+    const auto report = made(store, "Abfrage\n  SELECT ID FROM Posten WHERE ID < 20 ORDER BY ID\n" + rows);
+    const QStringList lines = PdfReader(pdfOf(*report)).lines();
+    QCOMPARE(lines.size(), 19);
+    QCOMPARE(report->pageCount(), 4);
+    QCOMPARE(lines.first(), "1: 1 von 4");
+    QCOMPARE(lines[6], "7: 2 von 4");  // it was tried on the first page before
+    QCOMPARE(lines.last(), "19: 4 von 4");
+    const auto stopped = made(store, kHead + kTable + rows);
+    QBuffer pdf;
+    pdf.open(QIODevice::WriteOnly);
+    QVERIFY(!stopped->writePdf(pdf, "Liste", [](int done, int all) { return done > 0 || all > 0; }));
+  }
+
+  void aStoppedReportIsWrittenAsFarAsItIs() {
+    const Store store;
+    const auto report = made(store, kHead + kTable + "Spalten\n  \"Nr.\" ID 20\n");
+    QVERIFY(report->waitForPage(1));
+    report->stop();
+    const QStringList lines = PdfReader(pdfOf(*report)).lines();
+    QVERIFY(lines.contains("Seite 2 von …"));
+    QVERIFY(!lines.contains("Seite 3 von …"));
   }
 
   void theCsvIsGerman() {
