@@ -46,6 +46,8 @@ class TestJudge : public QObject {
     row("somebody else's number", usual, "101;Ganz;Anders;01.01.1999;w;",
         "fehlerhaft 0! Die Startnummer gehört im Wettkampf zu Müller Jörg (Startnummer 101, geb. "
         "14.05.1980).");
+    row("the family name agrees", "Startnummer;Nachname;Vorname", "101;Müller;Georg",
+        "geändert Name: Müller Jörg>Müller Georg Vorname: Jörg>Georg");
     row("married", usual, "102;Neu;Käthe;;w;", "geändert Name: Böhm Käthe>Neu Käthe");
     row("name corrected, date agrees", usual, "101;Mueller;Joerg;14.05.1980;m;",
         "geändert Name: Müller Jörg>Mueller Joerg Vorname: Jörg>Joerg");
@@ -276,6 +278,18 @@ class TestJudge : public QObject {
         QString("fehlerhaft 0! Die Mannschaft »Doppelt I« gibt es mehrmals; welche Zeile gemeint ist, steht "
                 "nicht fest."));
     QVERIFY2(all[3].startsWith("neu"), qPrintable(all[3]));
+  }
+
+  void aFaultyTeamMakesNoClub() {
+    ListPlace place;
+    for (int i = 0; i < 2; ++i)
+      place.store().execute("INSERT INTO MannschaftsGruppen (Bezeichnung) VALUES ('Zweimal')");
+    const Judgement judgement =
+        place.judged("Mannschaft;Verein;Gruppe\nNeu;SV Neu;Zweimal\n", ListKind::Teams);
+    QCOMPARE(shown(judgement.rows.front()),
+             QString("fehlerhaft 0! Die Mannschaftsgruppe »Zweimal« gibt es mehrmals; "
+                     "welche Zeile gemeint ist, steht nicht fest."));
+    QVERIFY(judgement.plan.empty());
   }
 
   void canBeStopped() {
