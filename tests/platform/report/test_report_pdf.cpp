@@ -221,6 +221,15 @@ class TestReportPdf : public QObject {
     }
   }
 
+  /// Some readers take a bare end of line in a string for another one.
+  void bytesThatMeanSomethingAreTold() {
+    const PdfFace face(QRawFont::fromFont(QFont("Liberation Sans")), 0);
+    std::string codes;
+    for (const int code : {int('('), int(')'), int('\\'), int('\r'), 0x0141}) face.append(codes, code);
+    const char told[] = "\0\\(\0\\)\0\\\\\0\\r\1A";
+    QCOMPARE(codes, std::string(told, sizeof told - 1));
+  }
+
   void lettersStandWhereTheScreenShowsThem_data() {
     QTest::addColumn<QString>("family");
     QTest::addColumn<bool>("bold");
