@@ -29,12 +29,14 @@ qsizetype placeOf(const QString& table) {
   return -1;
 }
 
-/// Comment lines at the top, without their signs.
+/// Comment lines at the top down to an empty one, without their signs: what is below tells how the file is
+/// written.
 QStringList headOf(const QString& text) {
   QStringList head;
   for (const QString& line : text.split('\n')) {
-    if (!line.startsWith('#')) break;
-    head.append(line.mid(1).trimmed());
+    const QString said = line.mid(1).trimmed();
+    if (!line.startsWith('#') || (said.isEmpty() && !head.isEmpty())) break;
+    head.append(said);
   }
   return head;
 }

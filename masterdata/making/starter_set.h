@@ -17,7 +17,7 @@ class Files;
 struct StarterSet {
   QString name;   ///< the file's, without folder and extension
   QString title;  ///< its first comment line, or the name
-  QString about;  ///< the comment lines behind it, in one line; may be empty
+  QString about;  ///< the comment lines behind it down to an empty one, in one line; may be empty
   QString path;
 };
 

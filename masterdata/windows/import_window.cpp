@@ -60,6 +60,8 @@ ImportWindow::ImportWindow(const Workplace& workplace, dao::Database& database, 
       ui_(std::make_unique<Ui::ImportWindow>()),
       session_(workplace, database) {
   ui_->setupUi(this);
+  ui_->splitListen->setStretchFactor(0, 2);
+  ui_->splitListen->setStretchFactor(1, 3);
   for (const ListKind one : {ListKind::Shooters, ListKind::Clubs, ListKind::Teams})
     ui_->cboArt->addItem(lists::kindName(one), static_cast<int>(one));
   ui_->cboArt->setCurrentIndex(ui_->cboArt->findData(static_cast<int>(kind)));

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kStopped = 3059;
 const QString kTitle = "Neuer Wettkampf";
+constexpr int kLinesAbout = 3;  // that a starter set may say of itself
 const QString kFilter = "Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*";
 
 /// A file's name of what the competition is called: nothing that a file system or another program stumbles
@@ -36,6 +37,7 @@ NewCompetition::NewCompetition(const Workplace& workplace, const QString& folder
       ui_(std::make_unique<Ui::NewCompetition>()),
       folder_(withTrailingSeparator(folder)) {
   ui_->setupUi(this);
+  ui_->lblBeginn->setMinimumHeight(kLinesAbout * fontMetrics().lineSpacing());
   fillStarters();
   ui_->txtFrueher->setText(earlier);
   ui_->txtStichtag->setText(workplace_.clock.now().date().toString("dd.MM.yyyy"));

@@ -90,6 +90,7 @@ class TestCompetitionMaking : public QObject {
     QCOMPARE(sets[0].name, QString("preisschiessen"));
     QCOMPARE(sets[0].title, QString("Preisschießen"));
     QVERIFY(sets[0].about.startsWith("Meister, Glück, Punkt"));
+    QVERIFY(sets[0].about.endsWith("für jeden Preis."));
     QCOMPARE(sets[1].title, QString("Verein (Luftgewehr und Luftpistole)"));
     QVERIFY(starterSets(files, path("fehlt")).empty());
   }
