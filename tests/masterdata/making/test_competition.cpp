@@ -151,7 +151,7 @@ class TestCompetition : public QObject {
     return path(name);
   }
 
-  QTemporaryDir folder_{QDir::tempPath() + "/wettkampfXXXXXX"};
+  QTemporaryDir folder_;
   std::unique_ptr<Database> empty_;
   std::unique_ptr<Database> demo_;
 };

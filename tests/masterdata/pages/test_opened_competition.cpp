@@ -20,7 +20,7 @@ class TestOpenedCompetition : public QObject {
 
  private Q_SLOTS:
   void init() {
-    folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/qkXXXXXX");
+    folder_ = std::make_unique<QTemporaryDir>();
     path_ = folder_->filePath("Pokal.qkk");
     static const StoreOriginal original(makeDemoCompetition);
     original.copyTo(path_);

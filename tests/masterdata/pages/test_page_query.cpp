@@ -104,7 +104,7 @@ class TestPageQuery : public QObject {
   }
 
  private:
-  QTemporaryDir folder_{QDir::tempPath() + "/qkXXXXXX"};
+  QTemporaryDir folder_;
   QString path_;
   std::unique_ptr<dao::Database> database_;
 };

@@ -27,7 +27,7 @@ class TestRowEdit : public QObject {
 
  private Q_SLOTS:
   void init() {
-    folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/qkXXXXXX");
+    folder_ = std::make_unique<QTemporaryDir>();
     static const StoreOriginal original(makeDemoCompetition);
     path_ = folder_->filePath("Pokal.qkk");
     original.copyTo(path_);
