@@ -110,9 +110,9 @@ void TestStartCard::paidDisciplinesInTheOrderOfTheDesk() {
     found << QString("%1 %2 %3").arg(line.kombi ? "K" : "D", line.Bezeichnung).arg(line.Anzahl);
   QCOMPARE(found, (QStringList{"D LP 1", "D LG Meister 4"}));
   show("108");
-  const std::vector<StartCard::Zeile> lines = startkarteFuer(*desk).Disziplinen;
-  QCOMPARE(lines.size(), size_t(1));
-  QVERIFY(lines[0].kombi && lines[0].Bezeichnung == "Pokal" && lines[0].Anzahl == 4);
+  const std::vector<StartCard::Zeile> paid = startkarteFuer(*desk).Disziplinen;
+  QCOMPARE(paid.size(), size_t(1));
+  QVERIFY(paid[0].kombi && paid[0].Bezeichnung == "Pokal" && paid[0].Anzahl == 4);
 }
 
 void TestStartCard::whatIsPrinted() {

@@ -17,7 +17,7 @@ struct RangeOptions {
   QString activeLines = "111";
   int pace = 60;  ///< milliseconds between two shots of a station
   int seed = 1;
-  QStringList stationArguments;
+  QStringList stationArguments = {};
   bool demo = true;  ///< false: who walks makes the competition himself
 };
 
