@@ -156,6 +156,7 @@ void TestResultActs::hiddenRowsStay() {
   desk->open();
   trigger(desk->window(), "mnuEditSelAlle");
   type(desk->window(), "filter_Waffe_1", "LP");
+  desk->rows().waitForAll();
   expectDeletion("Wollen Sie den Teiler: 7,5 wirklich löschen?");
   click(desk->window(), "cmdDelete");
   QCOMPARE(desk->ids("Schuss"), "1 2 3 4 5 6");
@@ -353,6 +354,7 @@ void TestResultActs::movingAllOfADiscipline() {
   desk->open();
   desk->showSerien();
   type(desk->window(), "filter_Ergebnis_2", "380");
+  desk->rows().waitForAll();
   expectChoice("LG Zehntel", false, true);
   expectQuestion("Alle Ergebnisse des Schützen wirklich der neuen Disziplin zuordnen?");
   click(desk->window(), "cmdChangeDiszi");
