@@ -42,10 +42,10 @@ void startShooting(const Range& range, const Desk& desk) {
     walk.selectLine(line);
     walk.chooseShooter(line, QString::number(100 + line));
     walk.priceModeOn(line);
-    range.waitUntilTaken(*desk.program, line, "76");
+    range.waitUntilTaken(*desk.program, line, {"76"});
     walk.tickAllStationDisciplines(line);
     walk.sendShooter(line);
-    range.waitUntilTaken(*desk.program, line, "75");
+    range.waitUntilTaken(*desk.program, line, {"75"});
   }
 }
 

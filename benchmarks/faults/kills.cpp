@@ -35,10 +35,10 @@ void goOnShooting(Range& range, DrivenProgram& program) {
     walk.selectLine(line);
     if (!walk.hasShooter(line)) walk.chooseShooter(line, QString::number(104 + line));
     walk.priceModeOn(line);
-    range.waitUntilTaken(program, line, "76");
+    range.waitUntilTaken(program, line, {"76"});
     walk.tickAllStationDisciplines(line);
     walk.sendShooter(line);
-    range.waitUntilTaken(program, line, "75");
+    range.waitUntilTaken(program, line, {"75"});
   }
 }
 

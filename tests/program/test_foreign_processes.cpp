@@ -40,7 +40,7 @@ class TestForeignProcesses : public QObject {
     walk.selectLine(line);
     if (!walk.hasShooter(line)) walk.chooseShooter(line, QString::number(104 + line));
     walk.priceModeOn(line);
-    place.range.waitUntilTaken(program, line, "76");
+    place.range.waitUntilTaken(program, line, {"76"});
     walk.tickAllStationDisciplines(line);
     walk.sendShooter(line);
   }

@@ -59,14 +59,14 @@ void Desk::tickStationDisciplines(const QStringList& names) {
 
 void Desk::startShooting() {
   walk_.priceModeOn(line_);
-  range_.waitUntilTaken(program_, line_, "76");
+  range_.waitUntilTaken(program_, line_, {"76"});
   walk_.sendShooter(line_);
-  range_.waitUntilTaken(program_, line_, "75");
+  range_.waitUntilTaken(program_, line_, {"75", "80"});  // shots beyond the registration follow it
 }
 
 void Desk::sendExtraShots() {
   walk_.sendExtraShots(line_);
-  range_.waitUntilTaken(program_, line_, "80");
+  range_.waitUntilTaken(program_, line_, {"80"});
 }
 
 // ---- what counts, and for what ----

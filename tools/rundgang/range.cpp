@@ -118,13 +118,14 @@ QString Range::lastCommand(int line) const {
   return data.open(QIODevice::ReadOnly) ? fromWindows1252(data.readAll()).remove('"').trimmed() : QString();
 }
 
-void Range::waitUntilTaken(DrivenProgram& program, int line, const QString& command) const {
+void Range::waitUntilTaken(DrivenProgram& program, int line, const QStringList& commands) const {
+  const QString what = "command " + commands.join(" or ");
   // The click only stands in the program's queue: as long as the command isn't written, no flag means
   // nothing.
-  program.waitUntil("command " + command, [&] { return lastCommand(line).startsWith(command); });
+  program.waitUntil(what, [&] { return commands.contains(lastCommand(line).left(2)); });
   // The flag is written in the same turn of the program's event loop, and this answer comes after that.
   program.modal();
-  program.waitUntil("command " + command + " taken", [&] { return !commandPending(line); });
+  program.waitUntil(what + " taken", [&] { return !commandPending(line); });
 }
 
 bool Range::commandPending(int line) const {

@@ -48,8 +48,8 @@ class Range {
   QString picture(const QString& name) const { return file(name + ".png"); }
   QProcessEnvironment environment() const { return environmentOf(options_.folder); }
   /// Waits until the station has taken the command that a click on the program's window has just called for;
-  /// the command before it was another one.
-  void waitUntilTaken(DrivenProgram& program, int line, const QString& command) const;
+  /// the command before it was another one. Where the click calls for several, all that may be the last.
+  void waitUntilTaken(DrivenProgram& program, int line, const QStringList& commands) const;
   /// Whether the program has a command waiting for a station.
   bool commandPending(int line) const;
   /// Whether a station's report waits for the program.
