@@ -18,6 +18,8 @@ Official::Official(DrivenProgram& program, ResultJournal& journal, const QString
     : program_(program), journal_(journal), shooter_(shooter) {
   program_.click("mnuEditErgebnisse");
   waitForModal(program_, kWindow);
+  // Shown isn't active yet: what is typed before the window manager says so goes nowhere.
+  program_.waitUntil("active window", [this] { return program_.get(kWindow, "isActiveWindow").toBool(); });
 }
 
 QString Official::grid() const {
