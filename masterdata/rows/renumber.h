@@ -16,9 +16,8 @@ enum class Renumbering {
 /// Gives the shooter of that key the number, in one transaction. Error 5 with a German text, and nothing is
 /// changed:
 /// - the number is empty or too long, or a shooter has it, or results or payments bear it
-/// - open shots bear the present one: a line and its station hold it (names both). Asked while nobody stores
-/// a
-///   shot
+/// - open shots bear the present one: a line and its station hold it (names both); asked while nobody stores
+///   a shot
 /// - WithResults, and another shooter bears the present number as well
 /// A line of the office program that has chosen him, and no shot of his yet, isn't known here: there he is to
 /// be chosen anew. 3167 when the shooter is gone, RowChanged when somebody has renumbered him meanwhile.

@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <QTabBar>
 
+#include "masterdata/pages/page.h"
 #include "masterdata/people/birth_date.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/look/alert.h"
@@ -47,6 +48,9 @@ ShooterForm::ShooterForm(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
   connect(ui_->cboKlasse, &QComboBox::currentIndexChanged, this, &ShooterForm::edited);
   connect(ui_->chkKlasseManuell, &QCheckBox::toggled, this, &ShooterForm::showClass);
   connect(ui_->chkKlasseManuell, &QCheckBox::toggled, this, &ShooterForm::edited);
+  // What a column does to results: there is no room for a line below, as the other pages have it.
+  for (const PageColumn& column : masterDataPage("Schuetzen").columns)
+    if (QWidget* control = controlOf(column.column)) control->setToolTip(column.effect);
   setEnabled(false);
 }
 
@@ -258,17 +262,24 @@ void ShooterForm::chooseClass(qint32 id) {
   ui_->cboKlasse->setCurrentIndex(ui_->cboKlasse->findData(id));
 }
 
+QWidget* ShooterForm::controlOf(const QString& column) const {
+  static const QHash<QString, QString> names = {{"Name", "txtNachname"},
+                                                {"Gebdat", "txtGeburtsdatum"},
+                                                {"Geschlecht", "cboGeschlecht"},
+                                                {"VereinsID", "txtVerein"},
+                                                {"lMannID", "txtMannschaft"},
+                                                {"KlassenID", "cboKlasse"},
+                                                {"bGebKlasseManuell", "chkKlasseManuell"}};
+  return findChild<QWidget*>(names.value(column, "txt" + column));
+}
+
 void ShooterForm::focusOn(const QString& column) {
-  static const QHash<QString, QString> fields = {{"Name", "txtNachname"},
-                                                 {"Gebdat", "txtGeburtsdatum"},
-                                                 {"VereinsID", "txtVerein"},
-                                                 {"lMannID", "txtMannschaft"}};
-  auto* field = findChild<QLineEdit*>(fields.value(column, "txt" + column));
+  QWidget* field = controlOf(column);
   if (!field) return;
   ui_->tabsSchuetze->setCurrentWidget(ui_->tabWeitere->isAncestorOf(field) ? ui_->tabWeitere
                                                                            : ui_->tabPerson);
   field->setFocus();
-  field->selectAll();
+  if (auto* line = qobject_cast<QLineEdit*>(field)) line->selectAll();
 }
 
 bool ShooterForm::store() {

@@ -35,6 +35,9 @@ class ShooterForm : public QWidget {
   /// What was typed is given up. Errors pass.
   void reset();
 
+  /// Where a column of the table is entered; nullptr where it isn't.
+  QWidget* controlOf(const QString& column) const;
+
   /// The keyboard goes to the name.
   void begin();
   qint64 id() const { return entry_.id; }  ///< 0: a new one

@@ -27,8 +27,7 @@ class PdfTexts {
  public:
   explicit PdfTexts(const Fonts& fonts) : fonts_(fonts) {}
 
-  /// What shows a text; valid until the next is asked for.  /// What shows a text; valid until the next is
-  /// asked for.
+  /// What shows a text; valid until the next is asked for.
   const std::vector<PdfString>& strings(const TextItem& item);
   /// Writes all faces that were used. Gives the entries that lead to them.
   QByteArray write(PdfFile& file) const;

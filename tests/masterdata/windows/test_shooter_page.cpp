@@ -10,6 +10,7 @@
 #include <QTest>
 #include <memory>
 
+#include "masterdata/pages/page.h"
 #include "masterdata/windows/shooter_form.h"
 #include "masterdata/windows/shooter_page.h"
 #include "platform/grid/bound_grid.h"
@@ -85,6 +86,7 @@ class TestShooterPage : public QObject {
   void aNumberIsOnlyChangedByItsAct();
   void filterAndOrder();
   void deletingFromTheList();
+  void everyColumnThatIsReadIsEntered();
   void anEmptyCompetition();
   void manners();
 
@@ -344,6 +346,19 @@ void TestShooterPage::deletingFromTheList() {
   bench->place.dialogs.expect("Soll der Schütze " + number + "  Huber gelöscht werden?", BoxAnswer::Yes);
   press(*page, "gridSchuetzen", Qt::Key_Delete);
   QCOMPARE(bench->count("Schützen", "Startnummer = '" + number + "'"), 0);
+}
+
+/// And its control says what it does to results.
+void TestShooterPage::everyColumnThatIsReadIsEntered() {
+  const auto& form = the<ShooterForm>(*page, "formSchuetze");
+  const Page& description = masterDataPage("Schuetzen");
+  const QString unread = description.column("AmateurSchuetze")->effect;
+  QStringList missing;
+  for (const PageColumn& column : description.columns) {
+    const QWidget* control = form.controlOf(column.column);
+    if (control ? control->toolTip() != column.effect : column.effect != unread) missing << column.column;
+  }
+  QCOMPARE(missing.join(' '), QString());
 }
 
 void TestShooterPage::anEmptyCompetition() {
