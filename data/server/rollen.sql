@@ -8,7 +8,7 @@
 --   qk_besitzer  owns the competition: makes it (qk-wettkampf neu, demo), moves it in and out (umziehen)
 --   qk_buero     what the desks work with: reads and writes rows; makes the program's own tables where they are
 --                missing; can't drop, empty, alter or index a table of the owner, make roles or databases, or open
---                another competition
+--                another competition; sees the server's figures
 
 \set ON_ERROR_STOP on
 \if :{?datenbank}
@@ -48,3 +48,6 @@ ALTER DEFAULT PRIVILEGES FOR ROLE qk_besitzer GRANT USAGE, SELECT, UPDATE ON SEQ
 -- And the other way round: what a desk made, the owner works with and moves out.
 ALTER DEFAULT PRIVILEGES FOR ROLE qk_buero GRANT SELECT, INSERT, UPDATE, DELETE ON TABLES TO qk_besitzer;
 ALTER DEFAULT PRIVILEGES FOR ROLE qk_buero GRANT USAGE, SELECT, UPDATE ON SEQUENCES TO qk_besitzer;
+
+-- Whether the standby follows, and how far it is behind, is told to those alone who may read the server's figures.
+GRANT pg_read_all_stats TO qk_buero, qk_besitzer;

@@ -30,6 +30,10 @@ void cluster(const QStringList& arguments) {
     throw std::runtime_error("postgres-cluster " + arguments.join(' ').toStdString());
 }
 
+QString owner() {
+  return QString::number(QCoreApplication::applicationPid());
+}
+
 /// The cluster of the CTest run, or this program's own.
 const QString& sharedFolder() {
   static const QString given = qEnvironmentVariable("QK_TEST_POSTGRES");
@@ -62,10 +66,19 @@ QStringList run(const QString& folder, const QString& database, const QString& u
 
 }  // namespace
 
+PostgresServer::PostgresServer(const QString& folder, const QStringList& action) : folder_(folder) {
+  cluster(action + QStringList{owner()});
+}
+
 PostgresServer::PostgresServer(Storage storage) : folder_(newFolder(storage)) {
   if (storage == Storage::Disk) qputenv("QK_TEST_FSYNC", "on");
-  cluster({"start", folder_, QString::number(QCoreApplication::applicationPid())});
+  cluster({"start", folder_, owner()});
   qunsetenv("QK_TEST_FSYNC");
+}
+
+std::unique_ptr<PostgresServer> PostgresServer::standbyOf(const QString& folder) {
+  const QString own = newFolder(Storage::Memory);
+  return std::unique_ptr<PostgresServer>(new PostgresServer(own, {"copy", own, folder}));
 }
 
 PostgresServer::~PostgresServer() {
@@ -78,6 +91,19 @@ void PostgresServer::kill() {
 
 void PostgresServer::again() {
   cluster({"again", folder_});
+}
+
+void PostgresServer::promote() {
+  cluster({"promote", folder_});
+}
+
+QStringList PostgresServer::native(const QString& text, const QString& database) const {
+  return run(folder_, database, "postgres", text);
+}
+
+void PostgresServer::waitForStandby(const QString& name) {
+  native("ALTER SYSTEM SET synchronous_standby_names = '" + name + "'");
+  native("SELECT pg_reload_conf()");
 }
 
 ServerDatabase::ServerDatabase() : ServerDatabase(sharedFolder()) {}

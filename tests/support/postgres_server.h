@@ -19,15 +19,24 @@ class PostgresServer {
   /// In memory, where a commit waits for nothing; or on the disk, where it is durable.
   enum class Storage { Memory, Disk };
   explicit PostgresServer(Storage storage = Storage::Memory);  ///< starts it
+  /// A standby of the server in that folder, which calls it "zweiter".
+  static std::unique_ptr<PostgresServer> standbyOf(const QString& folder);
   ~PostgresServer();
   PostgresServer(const PostgresServer&) = delete;
   PostgresServer& operator=(const PostgresServer&) = delete;
 
   const QString& folder() const { return folder_; }
-  void kill();   ///< SIGKILL
-  void again();  ///< starts it again, and waits until it answers
+  void kill();     ///< SIGKILL
+  void again();    ///< starts it again, and waits until it answers
+  void promote();  ///< makes a primary of a standby
+  /// Runs a native statement as the superuser, as ServerDatabase::native().
+  QStringList native(const QString& text, const QString& database = "postgres") const;
+  /// From now on a commit waits for the standby of that name; for none with the empty name.
+  void waitForStandby(const QString& name);
 
  private:
+  PostgresServer(const QString& folder, const QStringList& action);
+
   QString folder_;
 };
 
