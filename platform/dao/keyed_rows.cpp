@@ -163,7 +163,9 @@ bool KeyedRows::readRow(const Key& key, QVariantList& row) {
 void KeyedRows::find(const QString& criterion, const std::function<bool(const Key&)>& take) {
   const sql::ExpressionPtr parsed = sql::parseCriterion(criterion);
   sql::resolveCriterion(*parsed, *plan_->select, *plan_->catalogue);
-  const sql::NativeQuery condition = engine_->writer().condition(*parsed);
+  const sql::Writer& writer = engine_->writer();
+  const sql::NativeQuery condition =
+      paged() ? writer.conditionInKeyOrder(*parsed) : writer.condition(*parsed);
   bool more = false;
   readFirst(condition, false, [&](const Key& key) {
     more = take(key);

@@ -113,7 +113,8 @@ void writeParts(SelectPlan& plan, const Writer& writer) {
   QStringList froms;
   for (const SourcePtr& source : select.from) froms.append(writer.source(*source, plan.from.values));
   plan.from.text = " FROM " + froms.join(", ");
-  if (select.where) plan.where = writer.condition(*select.where);
+  if (select.where)
+    plan.where = plan.paged ? writer.conditionInKeyOrder(*select.where) : writer.condition(*select.where);
 
   QStringList terms;
   for (const OrderItem& item : select.orderBy) {

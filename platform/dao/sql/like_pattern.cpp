@@ -1,14 +1,18 @@
 #include "platform/dao/sql/like_pattern.h"
 
+#include <algorithm>
 #include <array>
 
 namespace qk::dao::sql {
 namespace {
 
+/// "ſ" and the sign of Kelvin stay themselves: they equal no letter of ASCII in any other comparison of the
+/// stores either, and so a beginning of ASCII is one range of an index.
 char16_t folded(QChar c) {
   const char16_t unit = c.unicode();
   if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? char16_t(unit + (u'a' - u'A')) : unit;
-  return c.toCaseFolded().unicode();
+  const char16_t folded = c.toCaseFolded().unicode();
+  return folded < 0x80 ? unit : folded;
 }
 
 /// Hands over the folded characters of a text one by one; a place in it can be returned to.
@@ -184,6 +188,12 @@ std::optional<bool> LikePattern::walk(Reader text) const {
 
 bool LikePattern::matches(QStringView text) const {
   return *walk(Utf16Reader(text));
+}
+
+QByteArray LikePattern::plainBeginning() const {
+  const auto isPlain = [](char byte) { return byte >= ' ' && byte <= '~'; };
+  return QByteArray(beginning_.begin(),
+                    std::find_if_not(beginning_.begin(), beginning_.end(), isPlain) - beginning_.begin());
 }
 
 /// The usual filter asks for a beginning, and most rows fail in its first bytes.

@@ -25,6 +25,8 @@ class LikePattern {
   bool matches(QByteArrayView utf8) const;
 
   const std::vector<Element>& elements() const { return elements_; }
+  /// Printable ASCII, folded, that every matching text begins with in some case; may be empty.
+  QByteArray plainBeginning() const;
   /// Whether an element for one character takes this folded one.
   static bool matches(const Element& element, char16_t folded);
   static char16_t folded(QChar character);

@@ -31,6 +31,8 @@ class Printer {
   void insert(const Insert& insert);
   virtual void orderItem(const OrderItem& item) = 0;
 
+  /// From now on nothing is printed that is only there to lead the engine to an index.
+  void keepToKeys() { keepsToKeys_ = true; }
   /// Where a truth is asked for.
   void condition(const Expression& expression);
   /// Where a value is asked for; a literal takes the form of the wanted kind.
@@ -107,7 +109,8 @@ class Printer {
   const Literals literals_;
   bool qualified_ = true;  ///< whether columns stand with their source's name
   bool storing_ = false;   ///< the rows of the select go into a table
-  int unnamed_ = 0;        ///< names given to subselects that have none
+  bool keepsToKeys_ = false;
+  int unnamed_ = 0;  ///< names given to subselects that have none
 
  private:
   void bracketed(const Source& source);

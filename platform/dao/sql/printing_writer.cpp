@@ -41,6 +41,13 @@ NativeQuery PrintingWriter::condition(const Expression& expression) const {
   return printed([&](Printer& printer) { printer.condition(expression); });
 }
 
+NativeQuery PrintingWriter::conditionInKeyOrder(const Expression& expression) const {
+  return printed([&](Printer& printer) {
+    printer.keepToKeys();
+    printer.condition(expression);
+  });
+}
+
 NativeQuery PrintingWriter::orderTerm(const OrderItem& item) const {
   return printed([&](Printer& printer) { printer.orderItem(item); });
 }

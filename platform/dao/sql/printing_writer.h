@@ -16,6 +16,7 @@ class PrintingWriter : public Writer {
   NativeQuery bare(const Select& select) const override;
   /// Columns stand with their source's name.
   NativeQuery condition(const Expression& expression) const override;
+  NativeQuery conditionInKeyOrder(const Expression& expression) const override;
   NativeQuery orderTerm(const OrderItem& item) const override;
   QString source(const Source& source, QVariantList& values) const override;
   QString identifier(const QString& name) const override;

@@ -121,9 +121,28 @@ void qkTextDate(sqlite3_context* context, int, sqlite3_value** arguments) {
   answer(context, germanDateText(arguments[0]));
 }
 
+/// What nearly every number of a shooter, target or licence is: digits, few enough to be exact.
+std::optional<double> plainNumber(QByteArrayView text) {
+  constexpr qsizetype kExact = 15;
+  if (text.isEmpty() || text.size() > kExact) return {};
+  qint64 number = 0;
+  for (const char digit : text) {
+    if (digit < '0' || digit > '9') return {};
+    number = number * 10 + (digit - '0');
+  }
+  return double(number);
+}
+
 void qkVal(sqlite3_context* context, int, sqlite3_value** arguments) {
   if (isNull(arguments[0])) return sqlite3_result_null(context);
-  sqlite3_result_double(context, parsePrefix(germanText(arguments[0])));
+  if (isText(arguments[0]))
+    if (const auto number = plainNumber(bytesOf(arguments[0])))
+      return sqlite3_result_double(context, *number);
+  try {
+    sqlite3_result_double(context, parsePrefix(germanText(arguments[0])));
+  } catch (const Error&) {
+    sqlite3_result_error(context, kOverflow, -1);
+  }
 }
 
 void qkDateValue(sqlite3_context* context, int, sqlite3_value** arguments) {
@@ -220,13 +239,14 @@ struct Registration {
   const char* name;
   int arguments;
   void (*function)(sqlite3_context*, int, sqlite3_value**);
+  int encoding = SQLITE_UTF16;
 };
 constexpr Registration kRegistrations[] = {
-    {"qk_like", 2, qkLike},
+    {"qk_like", 2, qkLike, SQLITE_UTF8},  // as it is stored: these look at every row
     {"qk_like_date", 2, qkLikeDate},
     {"qk_text", 1, qkText},
     {"qk_text_date", 1, qkTextDate},
-    {"qk_val", 1, qkVal},
+    {"qk_val", 1, qkVal, SQLITE_UTF8},
     {"qk_datevalue", 1, qkDateValue},
     {"qk_date", 1, qkDate},
     {"qk_serial", 1, qkSerial},
@@ -257,8 +277,7 @@ void check(sqlite3* database, int code) {
 void registerSqliteFunctions(sqlite3* database) {
   constexpr int kFlags = SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
   for (const Registration& entry : kRegistrations) {
-    const int encoding = entry.function == qkLike ? SQLITE_UTF8 : SQLITE_UTF16;
-    check(database, sqlite3_create_function_v2(database, entry.name, entry.arguments, encoding | kFlags,
+    check(database, sqlite3_create_function_v2(database, entry.name, entry.arguments, entry.encoding | kFlags,
                                                nullptr, entry.function, nullptr, nullptr, nullptr));
   }
   // SQLite deletes it with the connection, but for one that it refuses.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/dao/sql/like_pattern.h"
 #include "platform/dao/sql/native_values.h"
 
 namespace qk::dao::sql {
@@ -179,7 +180,33 @@ void SqlitePrinter::comparison(const Expression& left, BinaryOperator op, const 
   side(right, kind);
 }
 
+/// What a pattern begins with is a range of an index on the column, which the engine can't see in a call.
 void SqlitePrinter::like(const Binary& binary) {
+  const QByteArray beginning = keepsToKeys_ ? QByteArray() : beginningOf(binary);
+  if (beginning.isEmpty()) return matches(binary);
+  QByteArray behind = beginning;
+  ++behind.back();  // printable ASCII, so it has a follower
+  const auto bound = [&](const char* comparison, const QByteArray& limit) {
+    print(*binary.left);
+    text_ += QString(" COLLATE NOCASE ") + comparison + u' ';
+    literal(QString::fromLatin1(limit), Kind::Text);
+    text_ += " AND ";
+  };
+  text_ += u'(';
+  bound(">=", beginning);
+  bound("<", behind);
+  matches(binary);
+  text_ += u')';
+}
+
+QByteArray SqlitePrinter::beginningOf(const Binary& like) {
+  const auto* pattern = as<Literal>(*like.right);
+  if (!pattern || pattern->value.isNull() || like.left->kind != Kind::Text || !as<Column>(*like.left))
+    return {};
+  return LikePattern(toNative(pattern->value, Kind::Text).toString()).plainBeginning();
+}
+
+void SqlitePrinter::matches(const Binary& binary) {
   text_ += binary.left->kind == Kind::Date ? "qk_like_date(" : "qk_like(";
   value(*binary.left);
   text_ += ", ";

@@ -26,6 +26,8 @@ class SqlitePrinter final : public Printer {
   void quotient(const Binary& binary) override;
   void comparison(const Expression& left, BinaryOperator op, const Expression& right) override;
   void like(const Binary& binary) override;
+  static QByteArray beginningOf(const Binary& like);
+  void matches(const Binary& like);
   void rounded(const Expression& expression, Kind wanted) override;
   void list(const In& in) override;
   void textOfIn(const Expression& value) override;

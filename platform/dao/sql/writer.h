@@ -22,6 +22,9 @@ class Writer {
   /// The select's items and sources alone, so that a condition of the caller's can follow.
   virtual NativeQuery bare(const Select& select) const = 0;
   virtual NativeQuery condition(const Expression& expression) const = 0;
+  /// The same for rows that are read in the order of their keys, a page after the other: nothing that would
+  /// let the engine gather and sort all matching rows for each page.
+  virtual NativeQuery conditionInKeyOrder(const Expression& expression) const = 0;
   virtual NativeQuery orderTerm(const OrderItem& item) const = 0;
   virtual QString source(const Source& source, QVariantList& values) const = 0;
   virtual QString identifier(const QString& name) const = 0;

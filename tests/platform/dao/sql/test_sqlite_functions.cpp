@@ -65,6 +65,10 @@ class TestSqliteFunctions : public QObject {
     row("10.10.2026", "10.*", true);
     row("100%", "100%", true);
     row("a_c", "abc", false);
+    row("ſo", "so", false);
+    row("ſo", "ſO", true);
+    row("\u212a", "k", false);
+    row("ẞ", "ß", true);
   }
   void matchesPatterns() {
     QFETCH(QString, text);
@@ -77,7 +81,7 @@ class TestSqliteFunctions : public QObject {
   }
 
   void bytesMatchAsCharactersDo() {
-    // Of one to four bytes; "ſ", "K" (Kelvin) and "ẞ" fold to letters of another length.
+    // Of one to four bytes; "ẞ" folds to a letter of another length.
     const QString some = "aAzZ059 *?#[]!-äÄßẞÉſK€Ωω\ufeff😀";
     QRandomGenerator random(1);
     const auto text = [&](int longest) {
@@ -97,6 +101,36 @@ class TestSqliteFunctions : public QObject {
         QFAIL(qPrintable(value + " like " + pattern));
     }
     QVERIFY(matched > 1000);
+  }
+
+  /// A range of an index that begins with ASCII holds whatever a pattern with that beginning takes.
+  void onlyAsciiMatchesAscii() {
+    for (int unit = 0x80; unit < 0x10000; ++unit)
+      if (LikePattern::folded(QChar(unit)) < 0x80) QFAIL(qPrintable(QString::number(unit, 16)));
+  }
+
+  void beginsPlainly_data() {
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QByteArray>("beginning");
+    const auto row = [](const char* pattern, const char* beginning) {
+      QTest::newRow(pattern) << QString(pattern) << QByteArray(beginning);
+    };
+    row("Schmidt*", "schmidt");
+    row("A@[b]", "a@");
+    row("10?", "10");
+    row("Mül*", "m");
+    row("Name 9", "name 9");
+    row("a\x1f"
+        "b",
+        "a");
+    row("*a", "");
+    row("ä", "");
+    row("#1", "");
+    row("", "");
+  }
+  void beginsPlainly() {
+    QFETCH(QString, pattern);
+    QTEST(LikePattern(pattern).plainBeginning(), "beginning");
   }
 
   void malformedBytesMatchTheirReplacement_data() {
@@ -151,6 +185,13 @@ class TestSqliteFunctions : public QObject {
     };
     row("qk_val('107')", "107.0");
     row("qk_val(' 12,5')", "12.0");
+    row("qk_val('007')", "7.0");
+    row("qk_val('-7')", "-7.0");
+    row("qk_val('7a')", "7.0");
+    row("qk_val('٣')", "0.0");
+    row("qk_val('999999999999999')", "999999999999999.0");
+    row("qk_val('12345678901234567890') = 12345678901234567890.0", "1");
+    row("qk_val(107)", "107.0");
     row("qk_val('12.5x')", "12.5");
     row("qk_val('')", "0.0");
     row("qk_val(9.5)", "9.0");
@@ -195,6 +236,16 @@ class TestSqliteFunctions : public QObject {
     QFETCH(QString, expression);
     QFETCH(QString, result);
     QCOMPARE(store_.native("SELECT " + expression), QStringList{result});
+  }
+
+  void aNumberBeyondAllMeasureIsAnOverflow() {
+    const QString text = QString("9").repeated(400);
+    try {
+      store_.native("SELECT qk_val(?)", {text});
+      QFAIL("went through");
+    } catch (const qk::Error& error) {
+      QVERIFY2(error.description().contains("overflow"), qPrintable(error.description()));
+    }
   }
 
   void sortsAsGermanDoes() {

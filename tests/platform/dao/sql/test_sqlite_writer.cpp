@@ -2,6 +2,7 @@
 // text.
 #include <QTest>
 
+#include "platform/dao/sql/like_pattern.h"
 #include "platform/dao/sql/parser.h"
 #include "platform/runtime/error.h"
 #include "tests/platform/dao/sql/statements.h"
@@ -233,6 +234,60 @@ class TestSqliteWriter : public QObject {
                 .contains("SEARCH Verein"));
     store_->native("CREATE INDEX s ON \"Schützen\" (Startnummer COLLATE NOCASE)");
     QVERIFY(plan("select * from Schützen where Startnummer = '107'").contains("SEARCH"));
+  }
+
+  void aBeginningIsFoundByAnIndex() {
+    store_->native("CREATE INDEX n ON \"Schützen\" (Name)");
+    const auto plan = [this](const QString& condition) {
+      const NativeQuery query = store_->translate("select ID from Schützen where " + condition);
+      return store_->native("EXPLAIN QUERY PLAN " + query.text, query.values).join(u' ');
+    };
+    QVERIFY(plan("Name like 'Mü*'").contains("SEARCH"));
+    QVERIFY(plan("Name like 'A@' and ID > 0").contains("SEARCH"));
+    QVERIFY(!plan("Name like '*m'").contains("SEARCH"));
+    QVERIFY(!plan("Name like Startnummer").contains("SEARCH"));
+    QVERIFY(!plan("not Name like 'M*'").contains("SEARCH"));
+    QVERIFY(!plan("Name like 'M*' or Startnummer like 'M*'").contains("SEARCH"));
+  }
+
+  /// Whatever stands around it, the range takes and refuses nothing by itself.
+  void aBeginningTakesWhatItsPatternTakes() {
+    const QStringList texts = {"Sch", "SCHMIDT",   "schu",   "ſch", "Sci", "Scg~", "S",
+                               "",    "sch\u00e4", "@",      "@a",  "A@",  "[x",   "zz",
+                               "Z{",  "kz",        "\u212a", "~",   "~~"};
+    store_->native("DELETE FROM \"Schützen\"");
+    for (const QString& text : texts) store_->native("INSERT INTO \"Schützen\" (Name) VALUES (?)", {text});
+    store_->native("INSERT INTO \"Schützen\" (Name) VALUES (NULL)");
+    for (const char* pattern :
+         {"sch*", "SCH", "S?h*", "s*", "@*", "@", "Z*", "z?", "k*", "K", "~*", "[[]x", "A@"}) {
+      QStringList expected, refused;
+      for (const QString& text : texts)
+        (LikePattern(QString(pattern)).matches(text) ? expected : refused) << text;
+      const auto names = [&](const QString& condition) {
+        return store_->run("select Name from Schützen where " + condition.arg(pattern) + " order by ID");
+      };
+      QCOMPARE(names("Name like '%1'"), expected);
+      QCOMPARE(names("not Name like '%1'"), refused);
+      QCOMPARE(names("iif(Name like '%1', 1, 0) = 1"), expected);
+      QCOMPARE(names("(Name like '%1') = True"), expected);
+      QCOMPARE(
+          store_->run(QString("select N from (select ID, Name & '' as N from Schützen where ID > 0) as made "
+                              "where N like '%1' order by ID")
+                          .arg(pattern)),
+          expected);
+      QCOMPARE(names("ID < 0 or Name like '%1' and ID > 0"), expected);
+    }
+  }
+
+  /// A page of keys after the other: were the matching rows gathered for each, a long list would take ages.
+  void rowsInKeyOrderKeepToTheirKeys() {
+    Statement statement = parseStatement("select ID from Schützen where Name like 'M*'");
+    resolve(statement, *store_);
+    const Expression& condition = *std::get<Select>(statement).where;
+    QCOMPARE(SqliteWriter().conditionInKeyOrder(condition).text,
+             QString("qk_like(\"Schützen\".\"Name\", ?)"));
+    QCOMPARE(SqliteWriter().conditionInKeyOrder(condition).values, QVariantList{"M*"});
+    QCOMPARE(SqliteWriter().condition(condition).values, QVariantList({"m", "n", "M*"}));
   }
 
   void piecesPrintAlone() {
