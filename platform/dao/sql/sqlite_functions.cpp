@@ -121,7 +121,7 @@ void qkTextDate(sqlite3_context* context, int, sqlite3_value** arguments) {
   answer(context, germanDateText(arguments[0]));
 }
 
-/// What nearly every number of a shooter, target or licence is: digits, few enough to be exact.
+/// What nearly every text is that is asked for its number: digits, few enough to be exact.
 std::optional<double> plainNumber(QByteArrayView text) {
   constexpr qsizetype kExact = 15;
   if (text.isEmpty() || text.size() > kExact) return {};
