@@ -7,7 +7,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-from children import adopt_orphans
+from children import adopt_orphans, end_orphans
 from explained import ListError
 from rooms import ROOMS, UnknownSource
 from session import Session
@@ -50,6 +50,8 @@ def main() -> int:
     except (WorkshopError, ListError, UnknownSource) as error:
         print(f"qk bruch: {error}", file=sys.stderr)
         return 1
+    finally:
+        end_orphans(set())
 
 
 sys.exit(main())

@@ -47,8 +47,8 @@ def run(command: list[str], folder: Path, environment: dict[str, str], limit: fl
         try:
             return watched(process, limit, log, enough)
         except KeyboardInterrupt:
-            os.killpg(process.pid, signal.SIGINT)  # the build takes half-written files away
-            with contextlib.suppress(subprocess.TimeoutExpired):
+            with contextlib.suppress(ProcessLookupError, subprocess.TimeoutExpired):
+                os.killpg(process.pid, signal.SIGINT)  # the build takes half-written files away
                 process.wait(timeout=5)
             raise
         finally:
