@@ -28,7 +28,6 @@ class Children(support.TemporaryFolder):
     def test_it_can_not_fill_the_disk(self):
         self.assertNotEqual(self.run_shell("truncate -s 3G filled", 60), 0)
 
-    @unittest.skipUnless(sys.platform == "linux", "orphans are adopted on Linux only")
     def test_its_orphans_end_too(self):
         script = (f"import sys; sys.path.insert(0, {str(support.TOOL)!r}); import children, os, pathlib\n"
                   "children.adopt_orphans()\n"
