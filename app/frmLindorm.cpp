@@ -3,7 +3,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
-#include <algorithm>
+#include <utility>
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
@@ -14,7 +14,8 @@
 
 namespace qk {
 
-frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWidget* parent)
+frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWidget* parent,
+                       std::shared_ptr<Storage> storage)
     : QMainWindow(parent),
       workplace_(workplace),
       global_(global),
@@ -25,10 +26,7 @@ frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWid
              [this](int nIndex) -> UserControl1* {
                return nIndex >= 0 && nIndex < lineCount() ? &cLine(nIndex) : nullptr;
              }),
-      exchangeWatch_(
-          workplace,
-          [this] { return std::any_of(lines_.begin(), lines_.end(), std::mem_fn(&UserControl1::isPolling)); },
-          this) {
+      watch_(workplace, std::move(storage), {*this, *ui_->statusbar}) {
   noLine_ = new QLabel("Keine Linie eingerichtet.\n\nOptionen - Schießstände legt die Linien fest.",
                        ui_->panelLinien);
   noLine_->setObjectName("lblKeineLinie");
@@ -50,7 +48,7 @@ frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWid
     reported(clickReport("tree_NodeClick"), [&](Steps&) { ShowControl(key.remove("Linie").toShort()); });
   });
   connect(&marks_, &LineMarks::shooterChosen, this, &frmLindorm::Zeige_Schuetzen);
-  connect(&exchangeWatch_, &ExchangeWatch::changed, this, &frmLindorm::showExchangeFolder);
+  connectWatch();
 }
 
 frmLindorm::~frmLindorm() = default;
@@ -114,6 +112,7 @@ bool frmLindorm::Form_QueryUnload() {
 void frmLindorm::Form_Unload() {
   reported(fehlerReport(workplace_.dialogs, "Fehler beim Klick Form_Unload_err!"), [&](Steps&) {
     clearLines();
+    watch_.watchCompetition({});
     opening_.close();
   });
 }

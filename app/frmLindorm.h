@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "app/competition_opening.h"
-#include "app/exchange_watch.h"
 #include "app/ground/control_door.h"
 #include "app/ground/global_variablen.h"
 #include "app/ground/printing.h"
@@ -19,6 +18,7 @@
 #include "app/line_marks.h"
 #include "app/line_tree.h"
 #include "app/shell/success_line.h"
+#include "app/watch/office_watch.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/workplace.h"
 
@@ -33,7 +33,9 @@ class frmLindorm : public QMainWindow {
   Q_OBJECT
 
  public:
-  frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWidget* parent = nullptr);
+  /// `storage` is what the watch looks at.
+  frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWidget* parent = nullptr,
+             std::shared_ptr<Storage> storage = std::make_shared<Storage>());
   ~frmLindorm() override;
 
   /// Everything between construction and the ready window. False when no competition could be opened: the
@@ -52,11 +54,13 @@ class frmLindorm : public QMainWindow {
   /// Index in cLine of the first visible line control; their number when none is visible.
   qint16 Get_AktLinienNummer() const;
 
-  bool setWettkampf(const QString& path) { return opening_.setWettkampf(path); }
+  bool setWettkampf(const QString& path);
   const QString& sWettkampf() const { return opening_.sWettkampf(); }
 
   UserControl1& cLine(int nIndex) const;  ///< Error 9 outside
   int lineCount() const { return static_cast<int>(lines_.size()); }
+
+  OfficeWatch& watch() { return watch_; }
 
   /// Stops the poll of every line: the program is about to end with a fatal error.
   void stopPolling();
@@ -92,6 +96,7 @@ class frmLindorm : public QMainWindow {
   void explain(QAction* action, bool enabled, const QString& why);
   void showLineActions();
   ErrorReport clickReport(const QString& routine) const;
+  void connectWatch();
   void showExchangeFolder();
 
   // Lines.
@@ -133,9 +138,6 @@ class frmLindorm : public QMainWindow {
   void mnuHaeringTransferClear_Click();
   void mnuHaeringEsaPreisIni_Click();
   void mnuHaeringGruppenDisziplinen_Click(Steps& step);
-  void mnuHilfe_Click();
-  /// The handbook beside a window, even one that keeps all others waiting; without a page where it was left.
-  void showHandbook(QWidget& beside, const QString& page);
   void chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&));
 
   bool Form_QueryUnload();
@@ -152,11 +154,10 @@ class frmLindorm : public QMainWindow {
   LineTree tree_;
   LineMarks marks_;
   SuccessLine success_{*this};
-  ExchangeWatch exchangeWatch_;
+  OfficeWatch watch_;
   std::vector<UserControl1*> lines_;
   int generation_ = 0;  // counts the rebuildings of lines_
   QLabel* noLine_ = nullptr;
-  QLabel* exchangeTrouble_ = nullptr;
   bool starting_ = false;
   bool evaluating_ = false;  // events run meanwhile
 };

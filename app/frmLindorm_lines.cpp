@@ -40,7 +40,7 @@ void frmLindorm::Load_Settings() {
       loadLine(position, LinienAktiv.at(position - 1) == '1', fonts);
     }
     statusBar()->clearMessage();
-    if (exchangeWatch_.isMissing()) exchangeWatch_.look();  // perhaps another folder was chosen
+    if (watch_.isExchangeFolderDeaf()) watch_.lookAtExchangeFolder();  // perhaps another one was chosen
     if (tree_.count() > 0) {
       tree_.select(1);
       ShowControl(tree_.key(1).remove("Linie").toShort());
@@ -80,8 +80,8 @@ UserControl1* frmLindorm::addLine(int nIndex) {
   });
   for (auto event : {&UserControl1::cmdXPreisModusGestartet, &UserControl1::XPreisModusBeendetClick,
                      &UserControl1::cmdXWettkampfBeendet})
-    connect(line, event, &exchangeWatch_, &ExchangeWatch::look);
-  line->showExchangeFolder(exchangeWatch_.isMissing());
+    connect(line, event, &watch_, &OfficeWatch::lookAtExchangeFolder);
+  line->showExchangeFolder(watch_.isExchangeFolderDeaf());
   return line;
 }
 

@@ -61,7 +61,7 @@ void frmLindorm::connectMenus() {
   connectAllLines();
   connectCurrentLine();
   connectToolbar();
-  on(ui_->mnuHilfe, [this] { mnuHilfe_Click(); });
+  on(ui_->mnuHilfe, [this] { frmHilfe::showBeside(workplace_, *this, {}); });
 }
 
 void frmLindorm::connectFileMenus() {
@@ -266,7 +266,7 @@ void frmLindorm::mnuEditErgebnisse_Click() {
   if (number.isEmpty()) return workplace_.dialogs.note("Kein Schütze gewählt!");
   frmSchuetzeErg editor(workplace_, global_, {papers_.current, papers_.asking}, this);
   connect(&editor, &frmSchuetzeErg::helpWanted, this,
-          [this, &editor] { showHandbook(editor, "ergebnisse.html"); });
+          [this, &editor] { frmHilfe::showBeside(workplace_, editor, "ergebnisse.html"); });
   editor.setStartnummer(number);
   editor.setWettkampf(sWettkampf());
   if (editor.LoadSchuetzen() && editor.LoadErgebnisse()) editor.exec();
@@ -368,19 +368,6 @@ void frmLindorm::mnuHaeringEsaPreisIni_Click() {
 void frmLindorm::mnuHaeringGruppenDisziplinen_Click(Steps& step) {
   frmHaeringGruppenDisziplinen(workplace_, *global_.Datenbank, this).exec();
   forAllLines(step, std::mem_fn(&UserControl1::Fill_HaeringGruppen));
-}
-
-void frmLindorm::mnuHilfe_Click() {
-  showHandbook(*this, {});
-}
-
-void frmLindorm::showHandbook(QWidget& beside, const QString& page) {
-  auto* help = beside.findChild<frmHilfe*>({}, Qt::FindDirectChildrenOnly);
-  if (!help) help = new frmHilfe(workplace_, Programmverzeichnis() + "handbuch", &beside);
-  if (!page.isEmpty()) help->open(page);
-  help->show();
-  help->raise();
-  help->activateWindow();
 }
 
 void frmLindorm::chooseFont(const QString& setting, void (UserControl1::*apply)(const Schrift&)) {

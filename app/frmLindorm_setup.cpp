@@ -9,7 +9,6 @@
 
 #include "app/frmLindorm.h"
 #include "data/icons/icons.h"
-#include "platform/look/alert.h"
 #include "platform/widgets/elided_label.h"
 #include "platform/widgets/empty_text.h"
 #include "ui_frmLindorm.h"
@@ -100,11 +99,6 @@ void frmLindorm::makeKeys() {
       "F8 Übertragen   F9 Speichern + Verbuchen   F10 Schüsse   F11 Disziplinen   F12 Abmelden   "
       "Umschalt+F9 Kurzauswertung");
   statusBar()->addWidget(keys, 1);
-  exchangeTrouble_ = new ElidedLabel;
-  exchangeTrouble_->setObjectName("lblAustausch");
-  look::makeAlert(*exchangeTrouble_);
-  exchangeTrouble_->hide();
-  statusBar()->addPermanentWidget(exchangeTrouble_);
 }
 
 void frmLindorm::onFocusKey(int key, const QStringList& controls) {
@@ -115,13 +109,6 @@ void frmLindorm::onFocusKey(int key, const QStringList& controls) {
       if (auto* control = cLine(index).findChild<QWidget*>(name); control->isVisible())
         return control->setFocus(Qt::ShortcutFocusReason);
   });
-}
-
-void frmLindorm::showExchangeFolder() {
-  const bool missing = exchangeWatch_.isMissing();
-  exchangeTrouble_->setText("Austauschordner fehlt: " + exchangeWatch_.folder());
-  exchangeTrouble_->setVisible(missing);
-  for (UserControl1* line : lines_) line->showExchangeFolder(missing);
 }
 
 void frmLindorm::explain(QAction* action, bool enabled, const QString& why) {

@@ -92,9 +92,13 @@ bool DateiLoeschen(Files& files, const QString& path, bool lockFile) {
   }
 }
 
+QString TempVerzeichnis() {
+  const QString folder = qEnvironmentVariable("temp");
+  return folder.isEmpty() ? QDir::tempPath() : folder;
+}
+
 QString TempDateiName(const Workplace& workplace, const QString& prefix) {
-  QString folder = qEnvironmentVariable("temp");
-  if (folder.isEmpty()) folder = QDir::tempPath();
+  const QString folder = TempVerzeichnis();
   const QString process = QString::number(QCoreApplication::applicationPid(), 16);
   for (;;) {
     const auto chance = static_cast<uint>(workplace.random.next() * 65536.0);

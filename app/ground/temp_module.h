@@ -29,7 +29,9 @@ void VerzeichnisAnlegen(Files& files, const QString& path);
 /// Deletes a file, and with `lockFile` also the lock file beside a database (last three characters "LDB").
 /// False when the name is blank or the file couldn't be deleted; a missing lock file is no failure.
 bool DateiLoeschen(Files& files, const QString& path, bool lockFile = false);
-/// The name of a fresh, empty file in the folder of the environment variable "temp".
+/// The folder of the environment variable "temp", or the system's.
+QString TempVerzeichnis();
+/// The name of a fresh, empty file there.
 QString TempDateiName(const Workplace& workplace, const QString& prefix);
 
 /// Now as text; with the setting SpeichernVortag the day before until 05:59.

@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <QUrl>
 
+#include "app/ground/temp_module.h"
 #include "platform/widgets/empty_text.h"
 #include "ui_frmHilfe.h"
 
@@ -50,6 +51,15 @@ frmHilfe::frmHilfe(const Workplace& workplace, const QString& folder, QWidget* p
 }
 
 frmHilfe::~frmHilfe() = default;
+
+void frmHilfe::showBeside(const Workplace& workplace, QWidget& window, const QString& page) {
+  auto* help = window.findChild<frmHilfe*>({}, Qt::FindDirectChildrenOnly);
+  if (!help) help = new frmHilfe(workplace, Programmverzeichnis() + "handbuch", &window);
+  if (!page.isEmpty()) help->open(page.section('#', 0, 0), page.section('#', 1));
+  help->show();
+  help->raise();
+  help->activateWindow();
+}
 
 void frmHilfe::makeKeys() {
   const auto key = [this](const QKeySequence& sequence, auto routine) {

@@ -20,6 +20,10 @@ class frmHilfe : public QDialog {
   frmHilfe(const Workplace& workplace, const QString& folder, QWidget* parent = nullptr);
   ~frmHilfe() override;
 
+  /// The one handbook beside a window, even one that keeps all others waiting. Without a page ("linie.html",
+  /// "stoerungen.html#platz") it stays where it was left.
+  static void showBeside(const Workplace& workplace, QWidget& window, const QString& page);
+
   /// Opens a page and forgets what lay ahead.
   void open(const QString& file, const QString& anchor = {});
 

@@ -67,7 +67,7 @@ void MasterDataWindow::makeMenus() {
   });
   makeOwnMenus();
   makeToolbar();
-  on(ui_->mnuHandbuch, [this] { showHandbook("stammdaten.html"); });
+  on(ui_->mnuHandbuch, [this] { frmHilfe::showBeside(workplace_, *this, "stammdaten.html"); });
 }
 
 void MasterDataWindow::makeToolbar() {
@@ -216,15 +216,6 @@ void MasterDataWindow::chooseCompetition() {
   const QString path = chosenCompetition(workplace_, this->path());
   if (path.isEmpty() || (page() && !page()->leave())) return;
   openCompetition(path);
-}
-
-void MasterDataWindow::showHandbook(const QString& page) {
-  auto* help = findChild<frmHilfe*>({}, Qt::FindDirectChildrenOnly);
-  if (!help) help = new frmHilfe(workplace_, Programmverzeichnis() + "handbuch", this);
-  if (!page.isEmpty()) help->open(page);
-  help->show();
-  help->raise();
-  help->activateWindow();
 }
 
 }  // namespace qk

@@ -57,7 +57,6 @@ class MasterDataWindow : public QMainWindow {
   void showTitle();
   void refresh();
   QString lastCompetition() const;
-  void showHandbook(const QString& page);
   ErrorReport report(const QString& what) const;
 
   Workplace workplace_;

@@ -88,6 +88,15 @@ void RangeOffice::markForTestImport() {
 
 bool RangeOffice::open(const QString& commandLine) {
   window_ = std::make_unique<frmLindorm>(workplace(), global_);
+  return loadAndShow(commandLine);
+}
+
+bool RangeOffice::openWith(std::shared_ptr<Storage> storage) {
+  window_ = std::make_unique<frmLindorm>(workplace(), global_, nullptr, std::move(storage));
+  return loadAndShow(competition);
+}
+
+bool RangeOffice::loadAndShow(const QString& commandLine) {
   const bool loaded = window_->form_load(commandLine);
   window_->resize(1366, 740);
   window_->show();

@@ -29,6 +29,8 @@ class RangeOffice {
   /// The main window, loaded and shown. False when the load failed; the window is there all the same.
   bool open(const QString& commandLine);
   bool open() { return open(competition); }
+  /// The same with a watch that looks at this.
+  bool openWith(std::shared_ptr<Storage> storage);
   /// Ends the window without a question, as a crash would.
   void drop();
   frmLindorm& window() { return *window_; }
@@ -90,6 +92,8 @@ class RangeOffice {
  private:
   MessageBoxes messageBoxes_{place.clock};
   GlobalVariablen global_;
+  bool loadAndShow(const QString& commandLine);
+
   std::unique_ptr<frmLindorm> window_;
 };
 

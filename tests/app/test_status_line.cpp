@@ -6,13 +6,19 @@
 #include <QTest>
 #include <QTimer>
 #include <QTimerEvent>
+#include <QToolButton>
 
-#include "app/exchange_watch.h"
 #include "targetconfig/station_files.h"
 #include "tests/app/range_office.h"
 
 using namespace qk;
 using namespace qk::test;
+
+namespace {
+
+const QString kMissing = "Austauschordner fehlt";
+
+}  // namespace
 
 class TestStatusLine : public QObject {
   Q_OBJECT
@@ -34,18 +40,20 @@ class TestStatusLine : public QObject {
   static bool visibleIn(RangeOffice& office, QWidget& where) {
     return the<QLabel>(where, "lblAustausch").isVisible() && office.hasWindow();
   }
-  static QLabel& inStatusBar(RangeOffice& office) {
-    return the<QLabel>(*office.window().statusBar(), "lblAustausch");
-  }
-  static QTimer& watchTimer(RangeOffice& office) {
-    return *office.window().findChild<ExchangeWatch*>()->findChild<QTimer*>();
+  /// What the watch says, once it has looked.
+  static QString inStatusBar(RangeOffice& office) {
+    if (!QTest::qWaitFor([&] { return !office.window().watch().keeper().isLooking(); }))
+      failTest("a look doesn't come back");
+    const auto& line = the<QToolButton>(*office.window().statusBar(), "cmdWarnungen");
+    return line.isVisible() ? line.text() : QString();
   }
   /// A second goes by.
   static void second(RangeOffice& office) {
-    QTimer& timer = watchTimer(office);
-    if (!timer.isActive()) return;
-    QTimerEvent event(timer.timerId());
-    QCoreApplication::sendEvent(&timer, &event);
+    inStatusBar(office);
+    office.place.clock.advance(1000);
+    auto* timer = office.window().watch().keeper().findChild<QTimer*>();
+    QTimerEvent event(timer->timerId());
+    QCoreApplication::sendEvent(timer, &event);
   }
   static void takeAway(RangeOffice& office) {
     QVERIFY(QDir().rename(office.folder, office.folder + "-fort"));
@@ -58,19 +66,18 @@ class TestStatusLine : public QObject {
 void TestStatusLine::aMissingFolderShowsWhileItLasts() {
   RangeOffice office("11");
   QVERIFY(office.open());
-  QVERIFY(!inStatusBar(office).isVisible());
+  QVERIFY(inStatusBar(office) != kMissing);
   takeAway(office);
   QTest::keyClick(&office.window(), Qt::Key_F5);
-  QVERIFY(inStatusBar(office).isVisible());
-  QCOMPARE(inStatusBar(office).text(), "Austauschordner fehlt: " + office.folder + "/");
+  QCOMPARE(inStatusBar(office), kMissing);
   QVERIFY(visibleIn(office, office.line(1)));
   office.show(2);
   QVERIFY(visibleIn(office, office.line(2)));
   second(office);
-  QVERIFY(inStatusBar(office).isVisible());
+  QCOMPARE(inStatusBar(office), kMissing);
   bringBack(office);
   second(office);
-  QVERIFY(!inStatusBar(office).isVisible());
+  QVERIFY(inStatusBar(office) != kMissing);
   QVERIFY(!visibleIn(office, office.line(2)));
   office.show(1);
   QVERIFY(!visibleIn(office, office.line(1)));
@@ -82,22 +89,24 @@ void TestStatusLine::aFolderThatGoesInPriceModeShows() {
   office.press(1, "cmdPreisModus");
   takeAway(office);
   second(office);
-  QVERIFY(inStatusBar(office).isVisible());
+  QCOMPARE(inStatusBar(office), kMissing);
   trigger(office.window(), "linienfrei");
   bringBack(office);
   second(office);
-  QVERIFY(!inStatusBar(office).isVisible());
+  QVERIFY(inStatusBar(office) != kMissing);
 }
 
 void TestStatusLine::nobodyLooksWithoutNeed() {
   RangeOffice office("1");
   QVERIFY(office.open());
-  QVERIFY(!watchTimer(office).isActive());
-  office.press(1, "cmdPreisModus");
-  QVERIFY(watchTimer(office).isActive());
-  trigger(office.window(), "linienfrei");
+  takeAway(office);
   second(office);
-  QVERIFY(!watchTimer(office).isActive());
+  QVERIFY(inStatusBar(office) != kMissing);
+  bringBack(office);
+  office.press(1, "cmdPreisModus");
+  takeAway(office);
+  second(office);
+  QCOMPARE(inStatusBar(office), kMissing);
 }
 
 void TestStatusLine::anotherFolderEndsTheTrouble() {
@@ -105,6 +114,7 @@ void TestStatusLine::anotherFolderEndsTheTrouble() {
   QVERIFY(office.open());
   takeAway(office);
   QTest::keyClick(&office.window(), Qt::Key_F5);
+  QCOMPARE(inStatusBar(office), kMissing);
   QVERIFY(visibleIn(office, office.line(1)));
   // Lines that are built meanwhile say it as well.
   office.boxes.expect(iniMissingText(office.folder + "/" + EsaPreisIni));
@@ -112,7 +122,7 @@ void TestStatusLine::anotherFolderEndsTheTrouble() {
   QVERIFY(visibleIn(office, office.line(1)));
   office.set("Netzverzeichnis", office.folder + "-fort/");
   office.window().Load_Settings();
-  QVERIFY(!inStatusBar(office).isVisible());
+  QVERIFY(inStatusBar(office) != kMissing);
   QVERIFY(!visibleIn(office, office.line(1)));
 }
 

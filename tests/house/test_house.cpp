@@ -12,10 +12,23 @@ namespace {
 constexpr int kLongestFile = 600;
 
 // From the ground up. A file may include its own room and those before it.
-const QStringList kRooms = {"platform/runtime",  "platform/", "data/icons/", "app/ground/",
-                            "targetconfig/",     "link/",     "capture/",    "shooters/",
-                            "link/linecontrol/", "cash/",     "evaluation/", "app/shell/",
-                            "masterdata/",       "app/",      "tools/",      "tests/"};
+const QStringList kRooms = {"platform/runtime",
+                            "platform/",
+                            "data/icons/",
+                            "app/ground/",
+                            "targetconfig/",
+                            "link/",
+                            "capture/",
+                            "shooters/",
+                            "link/linecontrol/",
+                            "cash/",
+                            "evaluation/",
+                            "app/shell/",
+                            "app/watch/",
+                            "masterdata/",
+                            "app/",
+                            "tools/",
+                            "tests/"};
 // Rooms above app/ that only end in programs.
 const QStringList kRoofs = {"data/", "benchmarks/"};
 
@@ -97,6 +110,8 @@ class TestHouse : public QObject {
     QVERIFY(mayInclude("app/a.cpp", "app/shell/b.h"));
     QVERIFY(!mayInclude("masterdata/a.cpp", "app/b.h"));
     QVERIFY(!mayInclude("app/shell/a.cpp", "masterdata/b.h"));
+    QVERIFY(mayInclude("masterdata/a.cpp", "app/watch/b.h"));
+    QVERIFY(!mayInclude("app/shell/a.cpp", "app/watch/b.h"));
   }
 
   void noIncludePointsUp() {
