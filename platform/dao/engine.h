@@ -7,9 +7,11 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/dao/catalogue.h"
 #include "platform/dao/database.h"
+#include "platform/dao/page_witness.h"
 #include "platform/dao/sql/writer.h"
 
 namespace qk::dao {
@@ -49,6 +51,23 @@ class Engine {
   /// Another connection to the same store, for reading in another thread. A read on it ends with 3059 as soon
   /// as `cancelled`, asked now and then from that thread, says so.
   virtual std::unique_ptr<Engine> reader(std::function<bool()> cancelled) const = 0;
+
+  /// For a reader: all reads until release() see the store as it is now, whoever changes it meanwhile.
+  virtual void hold() = 0;
+  /// Fails with nothing.
+  virtual void release() = 0;
+  /// False once what its reads see has been taken away from under it. May be asked while a read runs.
+  virtual bool stands() const = 0;
+  /// A text that stays the same as long as nobody commits a change. Two of them can be compared only when
+  /// both are from this connection.
+  virtual QString stamp() = 0;
+  /// Where the store is a file of pages: writes the held ones into a file (sqlite_pages.h). Nothing
+  /// otherwise.
+  virtual std::optional<PageWitness> copyHeldPages(const QString& /*file*/,
+                                                   const std::function<bool()>& /*cancelled*/,
+                                                   const PartDone& /*done*/) {
+    return {};
+  }
 
   /// Hands over row after row until `take` says false. `take` runs no statement of this engine.
   virtual void read(const QString& text, const QVariantList& values,

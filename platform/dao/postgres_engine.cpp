@@ -140,6 +140,23 @@ std::unique_ptr<Engine> PostgresEngine::reader(std::function<bool()> cancelled) 
   return engine;
 }
 
+void PostgresEngine::hold() {
+  connection_->begin();
+  connection_->write("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ");
+}
+
+void PostgresEngine::release() {
+  connection_->rollback();
+}
+
+/// How far the server's log is, and which run of the server wrote it. What others do on the same server moves
+/// it, too.
+QString PostgresEngine::stamp() {
+  return connection_
+      ->value("SELECT pg_postmaster_start_time()::text || ' ' || pg_current_wal_insert_lsn()::text")
+      .toString();
+}
+
 /// The server's own workers have no user.
 bool PostgresEngine::isOpenElsewhere() {
   return connection_

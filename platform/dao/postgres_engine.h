@@ -48,6 +48,10 @@ class PostgresEngine final : public Engine {
   void createQuery(const QString& name, const sql::Select& select, const QString& text) override;
 
   std::unique_ptr<Engine> reader(std::function<bool()> cancelled) const override;
+  void hold() override;
+  void release() override;
+  bool stands() const override { return true; }  // a connection that is lost says so by itself
+  QString stamp() override;
   void read(const QString& text, const QVariantList& values,
             const std::function<bool(const NativeRow&)>& take) override;
   int write(const QString& text, const QVariantList& values) override;

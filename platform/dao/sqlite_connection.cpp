@@ -181,7 +181,7 @@ void SqliteConnection::beforeCommit() {
 }
 
 void SqliteConnection::afterCommit() {
-  if (handle_ && !file_->isLost() && file_->logStands()) return;
+  if (isLogThere()) return;
   file_->lose();
   throw Error(3043, QString("Die Datei »%1« oder ihre Protokolldatei (-wal) wurde von außen entfernt oder "
                             "ersetzt. Was gerade gespeichert wurde, ist nicht sicher gespeichert. Beim "

@@ -51,6 +51,9 @@ class SqliteConnection final : private SqliteFile::Member {
   /// connections of the process to the file are opened anew with their next statement.
   void beforeCommit();
   void afterCommit();
+  /// Whether the file and the log that this connection reads are the ones that lie there; two looks at the
+  /// disk. From any thread.
+  bool isLogThere() const { return handle_ && !file_->isLost() && file_->logStands(); }
   bool isOpenElsewhere() const { return file_->isOpenElsewhere(); }
 
  private:

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/dao/sql/sqlite_functions.h"
+#include "platform/dao/sqlite_pages.h"
 #include "platform/dao/sqlite_schema.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
@@ -106,6 +107,32 @@ std::shared_ptr<const Catalogue> SqliteEngine::catalogue() {
 std::unique_ptr<Engine> SqliteEngine::reader(std::function<bool()> cancelled) const {
   return std::unique_ptr<SqliteEngine>(new SqliteEngine(
       path_, OpenOptions{true, true}, SqliteConnection::Access::ReadOnly, std::move(cancelled)));
+}
+
+void SqliteEngine::hold() {
+  connection_->write("BEGIN");
+  connection_->value("PRAGMA schema_version");  // the first read begins it
+  forgetWhatIsLost();
+}
+
+void SqliteEngine::release() {
+  try {
+    if (connection_->inTransaction()) connection_->write("ROLLBACK");
+  } catch (const Error&) {
+    return;  // what was lost is opened anew with the next need
+  }
+}
+
+/// The engine counts the commits of others for each connection; after a loss the counting begins anew.
+QString SqliteEngine::stamp() {
+  const QString version = connection_->value("PRAGMA data_version").toString();
+  return QString("%1 %2").arg(state_->openings).arg(version);
+}
+
+std::optional<PageWitness> SqliteEngine::copyHeldPages(const QString& file,
+                                                       const std::function<bool()>& cancelled,
+                                                       const PartDone& done) {
+  return copyPages(connection_->handle(), file, cancelled, done);
 }
 
 void SqliteEngine::read(const QString& text, const QVariantList& values,

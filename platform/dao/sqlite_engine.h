@@ -31,6 +31,12 @@ class SqliteEngine final : public Engine {
   void createQuery(const QString& name, const sql::Select& select, const QString& text) override;
 
   std::unique_ptr<Engine> reader(std::function<bool()> cancelled) const override;
+  void hold() override;
+  void release() override;
+  bool stands() const override { return connection_->isLogThere(); }
+  QString stamp() override;
+  std::optional<PageWitness> copyHeldPages(const QString& file, const std::function<bool()>& cancelled,
+                                           const PartDone& done) override;
   void read(const QString& text, const QVariantList& values,
             const std::function<bool(const NativeRow&)>& take) override;
   int write(const QString& text, const QVariantList& values) override;

@@ -57,8 +57,8 @@ class RowInserter {
 
 }  // namespace
 
-qint64 copyTable(Database& source, Database& target, const QString& table, const RowProgress& progress) {
-  RowPages pages(source.engine(), table);
+qint64 copyTable(Engine& source, Database& target, const QString& table, const RowProgress& progress) {
+  RowPages pages(source, table);
   target.createTable(pages.def());
   RowInserter inserter(target.engine(), pages.def());
   qint64 copied = 0;
@@ -77,8 +77,16 @@ qint64 copyTable(Database& source, Database& target, const QString& table, const
   return copied;
 }
 
+qint64 copyTable(Database& source, Database& target, const QString& table, const RowProgress& progress) {
+  return copyTable(source.engine(), target, table, progress);
+}
+
 void copyQueries(Database& source, Database& target) {
-  const auto catalogue = source.engine().catalogue();
+  copyQueries(source.engine(), target);
+}
+
+void copyQueries(Engine& source, Database& target) {
+  const auto catalogue = source.catalogue();
   QStringList waiting = catalogue->queryNames();
   // A query may stand on another one: what can't be made yet waits for the next round.
   while (!waiting.isEmpty()) {

@@ -98,7 +98,11 @@ QString differenceOf(const std::vector<Definition>& expected, const std::vector<
 }  // namespace
 
 TableFigures figuresOf(Database& store, const QString& table, const RowProgress& progress) {
-  RowPages pages(store.engine(), table);
+  return figuresOf(store.engine(), table, progress);
+}
+
+TableFigures figuresOf(Engine& engine, const QString& table, const RowProgress& progress) {
+  RowPages pages(engine, table);
   TableFigures figures;
   figures.columns.resize(pages.def().fields.size());
   std::vector<QVariantList> rows;

@@ -30,6 +30,7 @@ using RowProgress = std::function<void(qint64 rows)>;
 
 /// 3078 when the table is missing.
 TableFigures figuresOf(Database& store, const QString& table, const RowProgress& progress = {});
+TableFigures figuresOf(Engine& engine, const QString& table, const RowProgress& progress = {});
 
 /// The first thing that two tables of one name differ in, as a German sentence; empty when they are equal.
 QString differenceOf(const TableDef& expected, const TableDef& found);

@@ -1,0 +1,45 @@
+// The copies in a folder: which there are, how they are called, which are needed no longer.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "backup/evidence.h"
+
+namespace qk {
+
+class Files;
+
+/// How many of the last are kept besides the last of each day.
+inline constexpr int kKeptCopies = 9;
+
+/// A copy that counts: it lies there with its evidence, in the size that this tells.
+struct ProvenCopy {
+  QString path;
+  Evidence evidence;
+};
+
+/// The name that copies of a competition begin with: its own, without dots (no competition opens from a path
+/// with one), and without the time of a copy that is worked with.
+QString copyBaseOf(const QString& source);
+/// The path of a copy, without its ending. Sorting by name sorts by time.
+QString copyStemOf(const QString& folder, const QString& source, const QDateTime& moment);
+
+/// All proven copies of the competition in the folder, the oldest first. Reads their evidence, not them.
+std::vector<ProvenCopy> provenCopies(Files& files, const QString& folder, const QString& source);
+
+/// Those that are neither among the last kKeptCopies nor the last of their day. `copies` in the order of
+/// time.
+std::vector<ProvenCopy> superfluous(const std::vector<ProvenCopy>& copies);
+
+/// Whether the copy is, byte by byte, what was proven. False, too, when it can't be read or this process has
+/// it open.
+bool isUnchanged(const ProvenCopy& copy);
+
+/// Deletes superfluous copies, but none that somebody works in or has changed. What can't be deleted stays.
+void thinOut(Files& files, const std::vector<ProvenCopy>& copies);
+
+/// What a making of copies of this competition that was ended by force left behind. Nobody may be making one.
+void removeDrafts(Files& files, const QString& folder, const QString& source);
+
+}  // namespace qk
