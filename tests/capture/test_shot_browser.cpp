@@ -62,6 +62,7 @@ class TestShotBrowser : public QObject {
   void aSortSaysSoAndKnowsTheCount();
   void aReadingThatFailsLaterIsReported();
   void aMissingFileIsReported();
+  void usualTextsAreShownWhole();
   void manners();
 
  private:
@@ -441,6 +442,19 @@ void TestShotBrowser::aMissingFileIsReported() {
   clickTitle("Datum");
   bench->dialogs.expect(kQuestion, BoxAnswer::Yes);
   click(*window, "cmdDeleteHaering");
+}
+
+void TestShotBrowser::usualTextsAreShownWhole() {
+  open();
+  const QMap<QString, int> lengths{
+      {"KlasseBezeichnung", 20}, {"Schütze", 20}, {"Key", 18},   {"BuchungsZeitpunkt", 18},
+      {"Wettbewerb", 11},        {"Klasse", 11},  {"Datum", 11}, {"ZeitAbsolut", 11}};
+  QStringList cut;
+  for (const QString& name : shotBrowserColumns()) {
+    const QString usual(lengths.value(name, 7), 'n');
+    if (grid().columnWidth(columnOf(name)) < grid().fontMetrics().horizontalAdvance(usual)) cut << name;
+  }
+  QCOMPARE(cut, QStringList());
 }
 
 void TestShotBrowser::manners() {

@@ -459,8 +459,9 @@ void TestUserControl1::pendingCommandShowsTheSendLabel() {
 void TestUserControl1::testData() {
   const QString file = office_->place.path("Schuesse.txt");
   office_->line(1).Fill_Testdaten(file);
-  office_->place.files.write(file, (shotRecord(1, 1, "9,7", "123,4") + "\r\n" +
-                                    shotRecord(1, 2, "8,1", "400") + "\r\n\"22;Serie 17\"\r\nirgendwas\r\n")
+  const QString beginsAsASum = "22" + shotRecord(1, 2, "8,1", "400").mid(2);
+  office_->place.files.write(file, (shotRecord(1, 1, "9,7", "123,4") + "\r\n" + beginsAsASum +
+                                    "\r\n\"22;Serie 17\"\r\nirgendwas\r\n")
                                        .toLatin1());
   office_->boxes.expect("Kein Schütze gewählt!").titled("Hinweis");
   office_->line(1).Fill_Testdaten(file);
