@@ -36,7 +36,8 @@ def main() -> int:
     root = Path(subprocess.run(["git", "rev-parse", "--show-toplevel"], check=True, stdout=subprocess.PIPE,
                                text=True).stdout.strip())
     adopt_orphans()
-    signal.signal(signal.SIGTERM, signal.default_int_handler)
+    for one in (signal.SIGINT, signal.SIGTERM):  # also where the caller has it ignored
+        signal.signal(one, signal.default_int_handler)
     try:
         session = Session(root, root / "build/bruch", sys.stdout)
         status = 0

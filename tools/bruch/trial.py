@@ -129,6 +129,7 @@ class Trial:
     def _run(self, test: Test, limit: float) -> int:
         self._set_up(test)
         room = Path(tempfile.mkdtemp(prefix="qk-bruch-"))
+        room.chmod(0o755)  # some start servers that run as users of their own
         environment = dict(os.environ, TMPDIR=str(room), XDG_RUNTIME_DIR=str(self._runtime))
         environment.update(line.split("=", 1) for line in test.environment)
         try:
