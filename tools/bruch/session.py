@@ -2,7 +2,7 @@
 
 import random
 from pathlib import Path
-from typing import TextIO
+from typing import Iterator, TextIO
 
 from drawing import of_a_room
 from explained import Explained
@@ -23,13 +23,14 @@ class Session:
         self.explained = Explained(root / "tools/bruch/gleichwertig.txt")
         self.results: list[tuple[str, Break, Verdict]] = []
         self.replaced = 0  # breaks that didn't compile
+        self.trial: Trial | None = None
 
     def run(self, wanted: list[str], most: int, seed: int | None) -> None:
         seed = random.randrange(1, 10000) if seed is None else seed
         self._say(f"seed {seed}: preparing {self.workshop.tree}")
         self.workshop.prepare()
         project = Project(self.workshop.tree, self.workshop.build_folder)
-        lots = {}
+        lots: dict[str, Iterator[Break]] = {}
         for room, paths in sources_of(self.workshop.tree, wanted).items():
             found = [one for path in paths if project.compile_command(path) for one in self._breaks(path)]
             lots[room] = of_a_room(found, seed) if found else iter(())
@@ -45,7 +46,7 @@ class Session:
     def _breaks(self, path: str) -> list[Break]:
         return breaks(path, self.workshop.source(path))
 
-    def _next_of(self, room: str, lots, most: int) -> bool:
+    def _next_of(self, room: str, lots: Iterator[Break], most: int) -> bool:
         """Tries the room's lots until one counts. False when it has no more."""
         for one in lots:
             verdict = Verdict(EXPLAINED) if self.explained.reason(one) else self.trial.judge(one, room)
@@ -67,7 +68,7 @@ class Session:
         for one, verdict in survivors:
             self._say(f"\n{one.path}:{one.line} {one.kind}, {len(verdict.passed)} tests\n- {one.before}\n+ {one.after}")
         self._tell_figures()
-        if hasattr(self, "trial") and self.trial.red:
+        if self.trial and self.trial.red:
             self._say("\nred on unbroken sources, and not asked: " + ", ".join(sorted(self.trial.red)))
         for path in self.explained.paths():
             if (self.workshop.tree / path).exists():
