@@ -9,6 +9,7 @@
 #include "app/watch/disk_source.h"
 #include "app/watch/exchange_source.h"
 #include "app/watch/frmWarnungen.h"
+#include "app/watch/server_source.h"
 #include "platform/dao/server_address.h"
 #include "platform/runtime/files.h"
 
@@ -65,7 +66,11 @@ OfficeWatch::Source OfficeWatch::diskOf(const QString& thing, const QString& con
 void OfficeWatch::watchCompetition(const QString& path) {
   if (std::exchange(competition_, path) == path) return;
   for (const Source& source : std::exchange(ofCompetition_, {})) keeper_.remove(source.get());
-  if (path.isEmpty() || dao::isServerFile(path)) return;
+  if (path.isEmpty()) return;
+  if (dao::isServerFile(path)) {
+    ofCompetition_.push_back(add(std::make_shared<ServerSource>([path] { return dao::standbyOf(path); })));
+    return;
+  }
   ofCompetition_.push_back(
       add(diskOf("der Wettkampf",
                  "Ist er voll, nimmt der Wettkampf keinen Schuss mehr auf. Die Stationen halten ihre Schüsse "

@@ -3,8 +3,10 @@
 
 #include "app/watch/disk_source.h"
 #include "app/watch/exchange_source.h"
+#include "app/watch/server_source.h"
 #include "app/watch/threat_book.h"
 #include "app/watch/watch_texts.h"
+#include "platform/runtime/error.h"
 #include "tests/app/watch/test_storage.h"
 
 using namespace qk;
@@ -64,6 +66,13 @@ class TestWatchSources : public QObject {
   void aSlowFolderIsFoundAndEnds();
   void anotherFolderForgetsTheTimes();
   void listingsAreRare();
+
+  // The server.
+  void aServerWithoutStandbyIsCalm();
+  void aMissingStandbyIsFound();
+  void aServerThatWaitsIsGrave();
+  void aStandbyThatFallsBehindIsFoundAndCatchesUp();
+  void theSecondMissingAnswerCounts();
 
   // Texts.
   void sizesAndTimes();
@@ -321,6 +330,89 @@ void TestWatchSources::listingsAreRare() {
   ExchangeSource source(storage, [] { return QString("/esa/"); });
   for (int i = 0; i < 60; ++i) source.look(at("10:00"));
   QCOMPARE(storage->listings, 12);
+}
+
+namespace {
+
+using State = std::optional<dao::StandbyState>;
+
+State caughtUp() {
+  dao::StandbyState state;
+  state.connected = true;
+  state.synchronous = true;
+  state.bytesBehind = 0;
+  state.behind = std::chrono::seconds(0);
+  return state;
+}
+
+QString lineOf(ServerSource& source) {
+  const std::vector<Threat> found = source.look(at("10:00"));
+  return found.empty() ? QString() : found.front().line;
+}
+
+}  // namespace
+
+void TestWatchSources::aServerWithoutStandbyIsCalm() {
+  ServerSource source([] { return State(); });
+  QCOMPARE(lineOf(source), QString());
+}
+
+void TestWatchSources::aMissingStandbyIsFound() {
+  State state = caughtUp();
+  ServerSource source([&state] { return state; });
+  QCOMPARE(lineOf(source), QString());
+  state = dao::StandbyState();
+  const std::vector<Threat> found = source.look(at("10:00"));
+  QCOMPARE(found[0].line, QString("Ersatzserver fehlt"));
+  QCOMPARE(found[0].level, ThreatLevel::Warning);
+  state = caughtUp();
+  QCOMPARE(lineOf(source), QString());
+}
+
+void TestWatchSources::aServerThatWaitsIsGrave() {
+  State state = dao::StandbyState();
+  state->synchronous = state->commitsWait = true;
+  ServerSource source([&state] { return state; });
+  QCOMPARE(lineOf(source), QString("Server wartet auf Ersatz"));
+  QCOMPARE(source.look(at("10:00"))[0].level, ThreatLevel::Grave);
+}
+
+void TestWatchSources::aStandbyThatFallsBehindIsFoundAndCatchesUp() {
+  State state = caughtUp();
+  ServerSource source([&state] { return state; });
+  state->behind = std::chrono::seconds(60);
+  QCOMPARE(lineOf(source), QString());
+  state->behind = std::chrono::seconds(61);
+  QCOMPARE(lineOf(source), QString("Ersatzserver im Rückstand"));
+  QCOMPARE(source.look(at("10:00"))[0].what,
+           QString("Der Ersatzserver ist im Rückstand: 61 Sekunden, 0 Bytes."));
+  state->behind = std::chrono::seconds(31);
+  QCOMPARE(lineOf(source), QString("Ersatzserver im Rückstand"));
+  state->behind = std::chrono::seconds(30);
+  QCOMPARE(lineOf(source), QString());
+  state->bytesBehind = 65 * kMegabyte;
+  QCOMPARE(lineOf(source), QString("Ersatzserver im Rückstand"));
+  // Who may not know, is told nothing.
+  state->bytesBehind = {};
+  state->behind = {};
+  QCOMPARE(lineOf(source), QString());
+}
+
+void TestWatchSources::theSecondMissingAnswerCounts() {
+  bool answers = false;
+  ServerSource source([&answers]() -> State {
+    if (!answers) throw Error(3043, "Der Server ist weg.");
+    return {};
+  });
+  QCOMPARE(lineOf(source), QString());
+  const std::vector<Threat> found = source.look(at("10:00"));
+  QCOMPARE(found[0].line, QString("Server antwortet nicht"));
+  QCOMPARE(found[0].level, ThreatLevel::Grave);
+  QCOMPARE(found[0].what, QString("Der Server ist weg."));
+  answers = true;
+  QCOMPARE(lineOf(source), QString());
+  answers = false;
+  QCOMPARE(lineOf(source), QString());
 }
 
 void TestWatchSources::sizesAndTimes() {
