@@ -1,5 +1,6 @@
 #include "link/commands.h"
 
+#include "link/station_commands.h"
 #include "platform/runtime/numbers.h"
 
 namespace qk {
@@ -36,8 +37,8 @@ QString disziplinMaske(const DisziplinZeilen& zeilen) {
 QString anmeldeBefehl(const QString& sStartnummer, const QString& schuetzenName, const QString& maske) {
   if (sStartnummer.isEmpty()) return {};
   const QString separator = " ; ";
-  return BefehlAnmelden + sStartnummer + separator + schuetzenName + separator + sStartnummer + separator +
-         sStartnummer + separator + maske;
+  return stationCommand(Befehl::Anmelden).text() + sStartnummer + separator + schuetzenName + separator +
+         sStartnummer + separator + sStartnummer + separator + maske;
 }
 
 bool hatNachkauf(const QString& nachkauf) {
@@ -46,7 +47,8 @@ bool hatNachkauf(const QString& nachkauf) {
 
 QString nachkaufBefehl(int zeile, const QString& nachkauf) {
   const qint64 row = toInt16(zeile);
-  return BefehlNachkauf + numberText(row) + ";" + numberText(parseStrict(nachkauf.trimmed()));
+  return stationCommand(Befehl::Nachkauf).text() + numberText(row) + ";" +
+         numberText(parseStrict(nachkauf.trimmed()));
 }
 
 QString disziplinAuswahlNamen(const DisziplinZeilen& zeilen, bool bNachkauf) {

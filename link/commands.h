@@ -1,28 +1,11 @@
-// The command vocabulary of a firing line, and the texts built from the line's discipline grid.
-// Texts may carry a comment behind an apostrophe: it is part of what is sent.
+// The texts for a station that are built from the line's discipline grid, and what is asked before they go
+// out. The commands themselves are rows of link/station_commands.h.
 #pragma once
 
 #include <QString>
 #include <vector>
 
 namespace qk {
-
-inline const QString BefehlVorPreismodus = "H014";
-inline const QString BefehlPreismodusEin = "76 'Umschalten auf Preismodus";
-inline const QString BefehlPreismodusAus = "77 'UmschaltenAuf Fernbedienung";
-inline const QString BefehlAnmelden = "75";   ///< followed by the shooter string, see anmeldeBefehl()
-inline const QString BefehlNachkauf = "80";   ///< followed by row and count, see nachkaufBefehl()
-inline const QString BefehlAbmelden1 = "52";  ///< signing off is 52, 66, 53
-inline const QString BefehlAbmelden2 = "66";
-inline const QString BefehlAbmelden3 = "53";
-inline const QString BefehlStoppen = "52";
-inline const QString BefehlVorbereiten = "12";
-inline const QString BefehlStarten = "13";
-inline const QString BefehlAntwort78 = "67";         ///< the answer to a record of code 78 is 67, 13, 67
-inline const QString BefehlWerbefensterEin = "45 ";  ///< followed by the advert's text
-inline const QString BefehlWerbefensterAus = "46 'Werbefenster ausblenden";
-inline const QString BefehlWindows = "50 'Zurück zu Windows";
-inline const QString BefehlHerunterfahren = "99 'Rechner herunterfahren";
 
 /// Pause between the commands of a sequence, milliseconds.
 inline constexpr int BefehlsPause = 200;

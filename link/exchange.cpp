@@ -5,6 +5,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "link/commands.h"
+#include "link/station_commands.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/datetext.h"
@@ -208,16 +209,16 @@ bool LineExchange::takeLine(const QString& line, const std::shared_ptr<HaeringSc
 }
 
 void LineExchange::answer78(const Life& life) {
-  Waits& waits = workplace_.waits;
-  Output_2_ESA(BefehlAntwort78, true);
-  if (life.expired()) return;
-  waits.sleep(BefehlsPause);
-  if (life.expired()) return;
-  Output_2_ESA(BefehlStarten, true);
-  if (life.expired()) return;
-  waits.sleep(BefehlsPause);
-  if (life.expired()) return;
-  Output_2_ESA(BefehlAntwort78, true);
+  const auto send = [&](Befehl befehl) {
+    const StationCommand& command = stationCommand(befehl);
+    Output_2_ESA(command.text(), command.wait);
+    return !life.expired();
+  };
+  const auto pause = [&] {
+    workplace_.waits.sleep(BefehlsPause);
+    return !life.expired();
+  };
+  if (send(Befehl::Antwort78) && pause() && send(Befehl::Starten) && pause()) send(Befehl::Antwort78);
 }
 
 void LineExchange::logIncoming(const QString& line) {

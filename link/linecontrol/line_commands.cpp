@@ -11,6 +11,13 @@ namespace qk {
 LineCommands::LineCommands(const Workplace& workplace, LineSide& line, LineDisciplines& disciplines)
     : workplace_(workplace), line_(line), disciplines_(disciplines) {}
 
+void LineCommands::send(Befehl befehl) {
+  send(befehl, stationCommand(befehl).text());
+}
+void LineCommands::send(Befehl befehl, const QString& text) {
+  line_.Output_2_ESA(text, stationCommand(befehl).wait);
+}
+
 bool LineCommands::quietly(const std::function<void()>& statement) {
   try {
     statement();
@@ -21,25 +28,25 @@ bool LineCommands::quietly(const std::function<void()>& statement) {
 }
 
 void LineCommands::Set_Linie_PreisModus_ON() {
-  if (!quietly([&] { line_.Output_2_ESA(BefehlVorPreismodus, false); })) return;
-  if (!quietly([&] { line_.Output_2_ESA(BefehlPreismodusEin, false); })) return;
+  if (!quietly([&] { send(Befehl::VorPreismodus); })) return;
+  if (!quietly([&] { send(Befehl::PreismodusEin); })) return;
   line_.setTimerEnabled(true);
   quietly([&] { line_.raise(LineEvent::PreisModusGestartet); });
 }
 
 void LineCommands::Set_Linie_PreisModus_OFF() {
-  if (!quietly([&] { line_.Output_2_ESA(BefehlPreismodusAus, false); })) return;
+  if (!quietly([&] { send(Befehl::PreismodusAus); })) return;
   if (!quietly([&] { line_.raise(LineEvent::PreisModusBeendet); })) return;
   line_.setTimerEnabled(false);
 }
 
 void LineCommands::Set_Abmelden_Schuetze() {
   const auto pause = [&] { workplace_.waits.sleep(BefehlsPause); };
-  if (!quietly([&] { line_.Output_2_ESA(BefehlAbmelden1, false); })) return;
+  if (!quietly([&] { send(Befehl::Abmelden1); })) return;
   if (!quietly(pause)) return;
-  if (!quietly([&] { line_.Output_2_ESA(BefehlAbmelden2, false); })) return;
+  if (!quietly([&] { send(Befehl::Abmelden2); })) return;
   if (!quietly(pause)) return;
-  if (!quietly([&] { line_.Output_2_ESA(BefehlAbmelden3, false); })) return;
+  if (!quietly([&] { send(Befehl::Abmelden3); })) return;
   if (!quietly([&] { line_.raise(LineEvent::WettkampfBeendet); })) return;
   line_.clearShooterInput();
   line_.clearShooterLabels();
@@ -52,22 +59,21 @@ bool LineCommands::wantsToSend(bool bFrage) {
 }
 
 void LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
-  reported(
-      fehlerReport(workplace_.dialogs, "Fehler bei Set_Anmelden_SchuetzeDisziplinen_err!"), [&](Steps& step) {
-        if (line_.startnummer().isEmpty())
-          return workplace_.dialogs.note("Bitte Schützen wählen!", BoxIcon::Exclamation);
-        if (!wantsToSend(bFrage) || !line_.lives()) return;
-        workplace_.waits.runMessageLoop();
-        if (!line_.lives()) return;
-        step([&] {
-          line_.Output_2_ESA(
-              anmeldeBefehl(line_.startnummer(), line_.schuetzenName(), disziplinMaske(disciplines_.rows())),
-              false);
-        });
-        if (!line_.lives()) return;
-        Nachkauf_Senden(false);
-        if (line_.lives()) step([&] { line_.raise(LineEvent::SchuetzeGesendet); });
-      });
+  reported(fehlerReport(workplace_.dialogs, "Fehler bei Set_Anmelden_SchuetzeDisziplinen_err!"),
+           [&](Steps& step) {
+             if (line_.startnummer().isEmpty())
+               return workplace_.dialogs.note("Bitte Schützen wählen!", BoxIcon::Exclamation);
+             if (!wantsToSend(bFrage) || !line_.lives()) return;
+             workplace_.waits.runMessageLoop();
+             if (!line_.lives()) return;
+             step([&] {
+               send(Befehl::Anmelden, anmeldeBefehl(line_.startnummer(), line_.schuetzenName(),
+                                                    disziplinMaske(disciplines_.rows())));
+             });
+             if (!line_.lives()) return;
+             Nachkauf_Senden(false);
+             if (line_.lives()) step([&] { line_.raise(LineEvent::SchuetzeGesendet); });
+           });
 }
 
 void LineCommands::Nachkauf_Senden(bool bFrage) {
@@ -85,7 +91,7 @@ void LineCommands::sendExtras(Steps& step) {
   for (int row = 1; line_.lives() && row < table.rows(); ++row) {
     const QString extra = table.text(row, LineDisciplines::Nachkauf).trimmed();
     if (!hatNachkauf(extra)) continue;
-    step([&] { line_.Output_2_ESA(nachkaufBefehl(row, extra), true); });
+    step([&] { send(Befehl::Nachkauf, nachkaufBefehl(row, extra)); });
     if (line_.lives() && row < table.rows()) disciplines_.extraSent(row);
   }
 }
@@ -98,25 +104,25 @@ QString LineCommands::Get_HaeringDisziplinAuswahlNamen(bool bNachkauf) {
 }
 
 void LineCommands::Wettkampf_Vorbereiten() {
-  line_.Output_2_ESA(BefehlVorbereiten, true);
+  send(Befehl::Vorbereiten);
 }
 void LineCommands::Wettkampf_Starten() {
-  line_.Output_2_ESA(BefehlStarten, true);
+  send(Befehl::Starten);
 }
 void LineCommands::Wettkampf_Stoppen() {
-  line_.Output_2_ESA(BefehlStoppen, true);
+  send(Befehl::Stoppen);
 }
 void LineCommands::Set_Linie_Werbefenster_EIN(const QString& text) {
-  line_.Output_2_ESA(BefehlWerbefensterEin + text, false);
+  send(Befehl::WerbefensterEin, stationCommand(Befehl::WerbefensterEin).text() + text);
 }
 void LineCommands::Set_Linie_Werbefenster_AUS() {
-  line_.Output_2_ESA(BefehlWerbefensterAus, false);
+  send(Befehl::WerbefensterAus);
 }
 void LineCommands::Set_Linie_ZurueckWindows() {
-  line_.Output_2_ESA(BefehlWindows, false);
+  send(Befehl::Windows);
 }
 void LineCommands::Set_Linie_ShutDown() {
-  line_.Output_2_ESA(BefehlHerunterfahren, false);
+  send(Befehl::Herunterfahren);
 }
 
 }  // namespace qk

@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "link/linecontrol/line_disciplines.h"
+#include "link/station_commands.h"
 #include "platform/runtime/retry.h"
 #include "platform/workplace.h"
 
@@ -60,6 +61,9 @@ class LineCommands {
   void Set_Linie_ShutDown();
 
  private:
+  /// A failure passes to the caller.
+  void send(Befehl befehl);
+  void send(Befehl befehl, const QString& text);
   bool wantsToSend(bool bFrage);
   void sendExtras(Steps& step);
   /// Runs a statement whose failure disturbs nobody; false once the line is gone.

@@ -9,17 +9,6 @@ class TestCommands : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
-  void texts() {
-    QCOMPARE(BefehlVorPreismodus, "H014");
-    QCOMPARE(BefehlPreismodusEin, "76 'Umschalten auf Preismodus");
-    QCOMPARE(BefehlPreismodusAus, "77 'UmschaltenAuf Fernbedienung");
-    QCOMPARE(BefehlAbmelden1 + BefehlAbmelden2 + BefehlAbmelden3, "526653");
-    QCOMPARE(BefehlWerbefensterEin + "bild.bmp", "45 bild.bmp");
-    QCOMPARE(BefehlWerbefensterAus, "46 'Werbefenster ausblenden");
-    QCOMPARE(BefehlWindows, "50 'Zurück zu Windows");
-    QCOMPARE(BefehlHerunterfahren, "99 'Rechner herunterfahren");
-  }
-
   void maskOfAnEmptyGrid() { QCOMPARE(disziplinMaske({}), QString(30, '-')); }
 
   void maskWithoutSelection() {

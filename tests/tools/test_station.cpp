@@ -1,9 +1,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "link/station_commands.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/textcodec.h"
+#include "tests/support/compare_lines.h"
 #include "tools/station/station.h"
 
 using namespace qk;
@@ -36,7 +38,7 @@ class TestStation : public QObject {
   std::unique_ptr<QTemporaryDir> dir_;
   StubbornFiles files_;
   HandClock clock_;
-  QStringList log_;
+  QStringList log_, notes_;
   std::unique_ptr<Station> station_;
   StationSetup setup_;
 
@@ -45,8 +47,9 @@ class TestStation : public QObject {
   QString reported() { return fromWindows1252(files_.read(path("HSlav3.nrt"))).remove('"').remove("\r\n"); }
 
   void makeStation() {
-    station_ =
-        std::make_unique<Station>(setup_, files_, clock_, [this](const QString& line) { log_ << line; });
+    station_ = std::make_unique<Station>(
+        setup_, files_, clock_, [this](const QString& line) { log_ << line; },
+        [this](const QString& note) { notes_ << note; });
   }
   void order(const QString& command) {
     files_.write(path("HServ3.nrt"), '"' + toWindows1252(command) + "\"\r\n");
@@ -70,6 +73,18 @@ class TestStation : public QObject {
     QStringList all;
     for (QString text = take(); !text.isEmpty(); text = take()) all << text;
     return all;
+  }
+  /// What an onlooker sees of the station.
+  QStringList state() {
+    QStringList seen;
+    if (station_->isInPriceMode()) seen << "Preismodus";
+    if (!station_->startnummer().isEmpty()) seen << "Schütze " + station_->startnummer();
+    for (int former = 0; former < 2; ++former) take();  // what it had ready before
+    if (!take().isEmpty()) seen << "schießt";
+    if (!station_->advert().isEmpty()) seen << "Werbung " + station_->advert();
+    order("76");
+    if (exists("HServ3.ctl")) seen << "aus";
+    return seen;
   }
   static QStringList shotsOf(const QStringList& lines) { return lines.filter(" ; "); }
   static QStringList fields(const QString& record) { return record.split(" ; "); }
@@ -95,6 +110,7 @@ class TestStation : public QObject {
     files_.refused.clear();
     clock_ = {};
     log_.clear();
+    notes_.clear();
     setup_ = {};
     setup_.line = 3;
     setup_.folder = path("");
@@ -113,18 +129,64 @@ class TestStation : public QObject {
     QVERIFY(!station_->isInPriceMode());
   }
 
-  void knowsTheVocabulary() {
-    order("H014");
-    order("67");
-    order("45 bild.bmp");
-    QCOMPARE(station_->advert(), "bild.bmp");
-    order("46 'Werbefenster ausblenden");
-    QCOMPARE(station_->advert(), QString());
-    order("76");
-    order("50 'Zurück zu Windows");
-    QVERIFY(!station_->isInPriceMode());
+  void doesWhatTheTableSays_data() {
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<QStringList>("after");
+    const QString on = "Preismodus", shooter = "Schütze 107", shoots = "schießt", advert = "Werbung a.bmp";
+    const QStringList working = {on, shooter, shoots, advert};
+    struct Row {
+      Befehl befehl;
+      QStringList before;  // what was ordered after the registration, which begins to shoot
+      QString argument;
+      QStringList after;
+    };
+    const Row rows[] = {
+        {Befehl::VorPreismodus, {}, "", working},
+        {Befehl::PreismodusEin, {"77"}, "", working},
+        {Befehl::PreismodusAus, {}, "", {shooter, advert}},
+        {Befehl::Anmelden, {"66"}, QString(registration + "1").sliced(2), working},
+        {Befehl::Nachkauf, {registration + "-"}, "1;1", working},
+        {Befehl::Abmelden1, {}, "", {on, shooter, advert}},
+        {Befehl::Abmelden2, {}, "", {on, advert}},
+        {Befehl::Abmelden3, {}, "", {on, advert}},
+        {Befehl::Vorbereiten, {}, "", {on, shooter, advert}},
+        {Befehl::Starten, {"52"}, "", working},
+        {Befehl::Stoppen, {}, "", {on, shooter, advert}},
+        {Befehl::Antwort78, {}, "", working},
+        {Befehl::WerbefensterEin, {}, "b.bmp", {on, shooter, shoots, "Werbung b.bmp"}},
+        {Befehl::WerbefensterAus, {}, "", {on, shooter, shoots}},
+        {Befehl::Windows, {}, "", {shooter, advert}},
+        {Befehl::Herunterfahren, {}, "", {on, shooter, advert, "aus"}},
+    };
+    for (const StationCommand& command : stationCommands()) {
+      const auto row = std::find_if(std::begin(rows), std::end(rows),
+                                    [&](const Row& each) { return each.befehl == command.befehl; });
+      const bool known = row != std::end(rows);
+      QTest::newRow(qPrintable(command.text() + ": " + command.meaning))
+          << (known ? row->before : QStringList()) << command.text() + (known ? row->argument : QString())
+          << (known ? row->after : QStringList("nobody has said what the station does"));
+    }
+  }
+  void doesWhatTheTableSays() {
+    QFETCH(QStringList, before);
+    QFETCH(QString, argument);
+    QFETCH(QStringList, after);
+    registerFor("1");
+    order("45 a.bmp");
+    for (const QString& command : before) order(command);
+    order(argument);
+    COMPARE_LINES(state(), after);
+    COMPARE_LINES(notes_.filter("unbekannt"), QStringList());
+  }
+
+  void saysWhatItDoesNotUnderstand() {
+    order("44 'nichts");
+    QCOMPARE(notes_, QStringList("Linie 3: unbekannter Befehl: 44 'nichts"));
+  }
+
+  void heardNothingMoreOnceShutDown() {
     order("99 'Rechner herunterfahren");
-    QVERIFY(station_->isFinished());
     order("76");
     QVERIFY(exists("HServ3.ctl"));
   }

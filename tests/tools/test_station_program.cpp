@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include "link/commands.h"
+#include "link/station_commands.h"
 #include "platform/runtime/textcodec.h"
 #include "targetconfig/station_files.h"
 #include "tests/link/plain_line.h"
@@ -79,8 +80,9 @@ class TestStationProgram : public QObject {
       exchanges.back()->setNetzverzeichnis(folder());
       exchanges.back()->setLinie(n);
     }
-    for (const QString& command : {BefehlVorPreismodus, BefehlPreismodusEin,
-                                   anmeldeBefehl("107", "Müller", disziplinMaske({{"1"}}))}) {
+    for (const QString& command :
+         {stationCommand(Befehl::VorPreismodus).text(), stationCommand(Befehl::PreismodusEin).text(),
+          anmeldeBefehl("107", "Müller", disziplinMaske({{"1"}}))}) {
       for (const auto& exchange : exchanges) exchange->Output_2_ESA(command, false);
       QTRY_VERIFY(place_->files.list(folder(), "HServ*.ctl").isEmpty());
     }

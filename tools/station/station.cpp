@@ -1,5 +1,6 @@
 #include "tools/station/station.h"
 
+#include "link/station_commands.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/numbers.h"
@@ -111,32 +112,42 @@ std::optional<QString> Station::pendingCommand() {
 }
 
 void Station::obey(const QString& command) {
-  const QString code = command.first(std::min<qsizetype>(2, command.size()));
-  if (code == "76") {
-    priceMode_ = true;
-    say("Preismodus ein");
-  } else if (code == "77" || code == "50") {
-    priceMode_ = false;
-    say(code == "77" ? QString("Preismodus aus") : QString("zurück zu Windows"));
-  } else if (code == "75") {
-    registerShooter(command.sliced(2));
-  } else if (code == "80") {
-    addShots(command.sliced(2));
-  } else if (code == "52" || code == "12") {
-    running_ = false;
-  } else if (code == "13") {
-    running_ = true;
-  } else if (code == "66" || code == "53") {
-    signOff();
-  } else if (code == "45") {
-    advert_ = command.sliced(2).trimmed();
-  } else if (code == "46") {
-    advert_.clear();
-  } else if (code == "99") {
-    off_ = finished_ = true;
-    say("heruntergefahren");
-  } else if (code != "67" && command != "H014") {
-    say("unbekannter Befehl: " + command);
+  const StationCommand* row = readCommand(command);
+  if (!row) return say("unbekannter Befehl: " + command);
+  const QString argument = command.sliced(row->code.size());
+  switch (row->act) {
+    case StationAct::Nothing:
+      return;
+    case StationAct::EnterPriceMode:
+      priceMode_ = true;
+      return say("Preismodus ein");
+    case StationAct::LeavePriceMode:
+      priceMode_ = false;
+      return say("Preismodus aus");
+    case StationAct::LeaveToDesktop:
+      priceMode_ = false;
+      return say("zurück zu Windows");
+    case StationAct::Register:
+      return registerShooter(argument);
+    case StationAct::AddShots:
+      return addShots(argument);
+    case StationAct::Pause:
+      running_ = false;
+      return;
+    case StationAct::GoOn:
+      running_ = true;
+      return;
+    case StationAct::SignOff:
+      return signOff();
+    case StationAct::ShowAdvert:
+      advert_ = argument.trimmed();
+      return;
+    case StationAct::HideAdvert:
+      advert_.clear();
+      return;
+    case StationAct::ShutDown:
+      off_ = finished_ = true;
+      return say("heruntergefahren");
   }
 }
 

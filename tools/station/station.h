@@ -6,6 +6,8 @@
 //   off --76--> price mode --75--> shooting --(all fired)--> ready --75--> shooting ...
 //   52, 12 pause the shooting, 13 goes on with it; 66 or 53 sign the shooter off; 77 or 50 leave price mode;
 //   80 adds shots to a discipline; 99 shuts down.
+//
+// What each code means stands in link/station_commands.h, by which the office sends.
 #pragma once
 
 #include <QByteArray>

@@ -6,6 +6,8 @@
 #include <QTest>
 
 #include "app/shell/handbook.h"
+#include "link/station_commands.h"
+#include "tests/support/compare_lines.h"
 
 using namespace qk;
 
@@ -87,6 +89,7 @@ class TestHandbook : public QObject {
  private Q_SLOTS:
   void findsTheMessagesOfASource();
   void everyMessageHasItsEntry();
+  void everyStationCommandIsExplained();
   void noLinkIsDead();
   void everyPlaceThatTheProgramOpensIsThere();
   void everyPageIsInTheContents();
@@ -139,8 +142,23 @@ void TestHandbook::everyMessageHasItsEntry() {
       }
     }
   }
-  QVERIFY2(missing.isEmpty(), qPrintable(missing.join('\n')));
+  COMPARE_LINES(missing, QStringList());
   QVERIFY(known > 80);
+}
+
+/// The page's table is the one that is sent and read by, row for row.
+void TestHandbook::everyStationCommandIsExplained() {
+  static const QRegularExpression row("<tr><td><code>(.*)</code></td><td>(.*)</td><td>(.*)</td></tr>");
+  QStringList explained, sent;
+  const QString page = handbook_.html("befehle-von-hand.html");
+  for (auto match = row.globalMatch(page); match.hasNext();) {
+    const auto found = match.next();
+    explained << found.captured(1).remove("<i>").remove("</i>") + "|" + found.captured(2) + "|" +
+                     found.captured(3);
+  }
+  for (const StationCommand& command : stationCommands())
+    sent << command.text() + command.argument + "|" + (command.wait ? "wartet" : "") + "|" + command.meaning;
+  COMPARE_LINES(explained, sent);
 }
 
 void TestHandbook::noLinkIsDead() {
@@ -184,7 +202,7 @@ void TestHandbook::everyPageIsInTheContents() {
     QVERIFY2(page.text.size() > 100, qPrintable(page.file));
   }
   listed.sort();
-  QCOMPARE(listed, files_.list(QK_HANDBOOK, "*.html"));
+  COMPARE_LINES(listed, files_.list(QK_HANDBOOK, "*.html"));
 }
 
 void TestHandbook::aMissingHandbookSaysSo() {
