@@ -6,30 +6,35 @@
 namespace qk::dao::sql {
 namespace {
 
+using Id = Function::Id;
 using Result = Function::Result;
 constexpr std::array kFunctions = {
-    Function{u"abs", 1, 1, Result::Amount},
-    Function{u"avg", 1, 1, Result::Amount, 0, true},
-    Function{u"count", 1, 1, Result::Whole, 0, true},
-    Function{u"datevalue", 1, 1, Result::Date},
-    Function{u"day", 1, 1, Result::Whole},
-    Function{u"fix", 1, 1, Result::Amount},
-    Function{u"iif", 3, 3, Result::OfArgument, 1},
-    Function{u"int", 1, 1, Result::Amount},
-    Function{u"isnull", 1, 1, Result::Boolean},
-    Function{u"lcase", 1, 1, Result::Text},
-    Function{u"len", 1, 1, Result::Whole},
-    Function{u"max", 1, 1, Result::OfArgument, 0, true},
-    Function{u"min", 1, 1, Result::OfArgument, 0, true},
-    Function{u"month", 1, 1, Result::Whole},
-    Function{u"nz", 2, 2, Result::OfArgument},
-    Function{u"sum", 1, 1, Result::Amount, 0, true},
-    Function{u"ucase", 1, 1, Result::Text},
-    Function{u"val", 1, 1, Result::Number},
-    Function{u"year", 1, 1, Result::Whole},
+    Function{Id::Abs, u"abs", 1, 1, Result::Amount},
+    Function{Id::Avg, u"avg", 1, 1, Result::Amount, 0, true},
+    Function{Id::Count, u"count", 1, 1, Result::Whole, 0, true},
+    Function{Id::DateValue, u"datevalue", 1, 1, Result::Date},
+    Function{Id::Day, u"day", 1, 1, Result::Whole},
+    Function{Id::Fix, u"fix", 1, 1, Result::Amount},
+    Function{Id::IIf, u"iif", 3, 3, Result::OfArgument, 1},
+    Function{Id::Int, u"int", 1, 1, Result::Amount},
+    Function{Id::IsNull, u"isnull", 1, 1, Result::Boolean},
+    Function{Id::LCase, u"lcase", 1, 1, Result::Text},
+    Function{Id::Len, u"len", 1, 1, Result::Whole},
+    Function{Id::Max, u"max", 1, 1, Result::OfArgument, 0, true},
+    Function{Id::Min, u"min", 1, 1, Result::OfArgument, 0, true},
+    Function{Id::Month, u"month", 1, 1, Result::Whole},
+    Function{Id::Nz, u"nz", 2, 2, Result::OfArgument},
+    Function{Id::Sum, u"sum", 1, 1, Result::Amount, 0, true},
+    Function{Id::UCase, u"ucase", 1, 1, Result::Text},
+    Function{Id::Val, u"val", 1, 1, Result::Number},
+    Function{Id::Year, u"year", 1, 1, Result::Whole},
 };
 
 }  // namespace
+
+std::span<const Function> allFunctions() {
+  return kFunctions;
+}
 
 const Function* findFunction(QStringView name) {
   const std::u16string_view wanted(name.utf16(), std::size_t(name.size()));
@@ -54,7 +59,7 @@ bool hasAggregate(const Expression& expression) {
     bool operator()(const In& in) const { return any(in.value) || any(in.list); }
     bool operator()(const IsNull& isNull) const { return any(isNull.value); }
     bool operator()(const Call& call) const {
-      const Function* function = findFunction(call.function);
+      const Function* function = findFunction(call.name);
       return (function && function->aggregate) || any(call.arguments);
     }
   };

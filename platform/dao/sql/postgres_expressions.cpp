@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/dao/sql/functions.h"
 #include "platform/dao/sql/native_values.h"
 #include "platform/dao/sql/postgres_like.h"
 #include "platform/dao/sql/postgres_printer.h"
@@ -194,24 +195,24 @@ void PostgresPrinter::rounded(const Expression& expression, Kind wanted) {
 void PostgresPrinter::aggregate(const Expression& whole, const Call& function) {
   const Select* grouped = std::exchange(grouped_, nullptr);
   const Expression& first = *function.arguments[0];
-  const bool adds = function.function == "sum" || function.function == "avg";
+  const bool adds = addsUp(function);
   if (adds && whole.kind == Kind::Money) {
-    text_ += "qk_money(CAST(" + function.function + "(CAST(";
+    text_ += "qk_money(CAST(" + function.name + "(CAST(";
     value(first);
     text_ += " AS numeric)) AS float8))";
   } else if (adds) {
-    text_ += function.function + u'(';
+    text_ += function.name + u'(';
     number(first);
     text_ += u')';
-  } else if (first.kind == Kind::Text && function.function != "count") {
+  } else if (first.kind == Kind::Text && function.function->id != Function::Id::Count) {
     // The least without regard to case, as it is spelled.
     text_ += "(array_agg(";
     value(first);
     text_ += " ORDER BY ";
     folded(first);
-    text_ += function.function == "max" ? " DESC NULLS LAST))[1]" : " NULLS LAST))[1]";
+    text_ += function.function->id == Function::Id::Max ? " DESC NULLS LAST))[1]" : " NULLS LAST))[1]";
   } else {
-    text_ += function.function + u'(';
+    text_ += function.name + u'(';
     value(first);
     text_ += u')';
   }

@@ -78,12 +78,7 @@ void PostgresPrinter::core(const Select& select, const std::vector<Kind>& wanted
   where(select.where);
   for (std::size_t i = 0; i < select.groupBy.size(); ++i) {
     text_ += i == 0 ? " GROUP BY " : ", ";
-    const Expression& group = *select.groupBy[i];
-    if (group.kind == Kind::Text && as<Column>(group)) {
-      folded(group);
-    } else {
-      sortable(group);
-    }
+    group(*select.groupBy[i]);
   }
   if (!select.having) return;
   const Set<const Select*> grouping(grouped_, select.groupBy.empty() ? nullptr : &select);
@@ -92,16 +87,31 @@ void PostgresPrinter::core(const Select& select, const std::vector<Kind>& wanted
 }
 
 void PostgresPrinter::print(const Expression& expression) {
-  const auto* column = grouped_ && expression.kind == Kind::Text ? as<Column>(expression) : nullptr;
-  const bool shownByOne =
-      column &&
-      std::any_of(grouped_->groupBy.begin(), grouped_->groupBy.end(), [&](const ExpressionPtr& group) {
-        const auto* grouping = as<Column>(*group);
-        return grouping && grouping->source == column->source && grouping->name == column->name;
-      });
-  if (shownByOne) text_ += "min(";
+  const qsizetype start = text_.size();
   Printer::print(expression);
-  if (shownByOne) text_ += u')';
+  if (!grouped_ || expression.kind != Kind::Text || !isGroup(text_.sliced(start))) return;
+  text_.insert(start, "min(");
+  text_ += u')';
+}
+
+/// Whether one of the groups is printed so.
+bool PostgresPrinter::isGroup(const QString& printed) {
+  const Select* grouped = std::exchange(grouped_, nullptr);
+  const qsizetype start = text_.size();
+  const bool found = std::any_of(grouped->groupBy.begin(), grouped->groupBy.end(), [&](const auto& group) {
+    if (group->kind != Kind::Text) return false;
+    Printer::print(*group);
+    const bool same = QStringView(text_).sliced(start) == printed;
+    text_.truncate(start);
+    return same;
+  });
+  grouped_ = grouped;
+  return found;
+}
+
+void PostgresPrinter::group(const Expression& expression) {
+  if (expression.kind == Kind::Text) return folded(expression);
+  sortable(expression);
 }
 
 /// A bare constant would be the number of a column.
@@ -131,13 +141,9 @@ void PostgresPrinter::order(const Select& select) {
       orderItem(item);
     }
   }
-  for (const ExpressionPtr& group : select.groupBy) {
+  for (const ExpressionPtr& term : select.groupBy) {
     text_ += ", ";
-    if (group->kind == Kind::Text && as<Column>(*group)) {
-      folded(*group);
-    } else {
-      sortable(*group);
-    }
+    group(*term);
     text_ += nullsOf(false);
   }
   if (select.groupBy.empty())

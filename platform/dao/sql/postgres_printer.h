@@ -45,6 +45,8 @@ class PostgresPrinter final : public Printer {
   void differs(const TableSource& target, const Assignment& assignment) override;
   void rowOfJoin(const Delete& remove, const TableSource& target) override;
   void groupOfAll() override {}
+  void group(const Expression& expression) override;
+  bool isGroup(const QString& printed);
 
   void print(const Expression& expression) override;
   void literal(const QVariant& value, Kind wanted) override;

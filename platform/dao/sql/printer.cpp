@@ -99,7 +99,7 @@ void Printer::items(const Select& select, const std::vector<Kind>& wanted) {
 void Printer::groups(const Select& select) {
   for (std::size_t i = 0; i < select.groupBy.size(); ++i) {
     text_ += i == 0 ? " GROUP BY " : ", ";
-    value(*select.groupBy[i]);
+    group(*select.groupBy[i]);
   }
   if (!select.having) return;
   if (select.groupBy.empty()) groupOfAll();
@@ -112,7 +112,7 @@ void Printer::item(const SelectItem& item, const Select& select, Kind wanted) {
   if (storing_) {
     stored(*item.expression, wanted);
   } else {
-    assigned(*item.expression, wanted);
+    resultValue(*item.expression, wanted);
   }
   if (item.alias.isEmpty()) return;
   text_ += " AS ";

@@ -51,6 +51,10 @@ class Printer {
   virtual void rowOfJoin(const Delete& remove, const TableSource& target) = 0;
   /// HAVING without GROUP BY: the whole result is one group.
   virtual void groupOfAll() = 0;
+  /// A term of GROUP BY.
+  virtual void group(const Expression& expression) { value(expression); }
+  /// A value of a result.
+  virtual void resultValue(const Expression& expression, Kind wanted) { assigned(expression, wanted); }
 
   // --- hooks: expressions
   virtual void literal(const QVariant& value, Kind wanted) = 0;
@@ -124,8 +128,10 @@ class Printer {
   void node(const Expression& whole, const In& in);
   void node(const Expression& whole, const IsNull& isNull);
   void node(const Expression& whole, const Call& call);
-  bool scalar(const Call& call);
-  bool ofText(const Call& call);
+  void numberCall(const char* function, const Expression& argument, const char* tail = ")");
+  void textCall(const char* function, const Expression& argument);
+  void choice(const Call& iif, Kind wanted);
+  void firstOf(const Call& nz, Kind wanted);
   void logic(const Binary& binary);
   void sum(const Expression& whole, const Binary& binary);
 };
@@ -149,6 +155,8 @@ inline const QString& nameOf(const TableSource& table) {
 /// Whether the expression is a condition by itself, whose value is -1 or 0.
 bool isTruth(const Expression& expression);
 bool isComposite(const Expression& expression);
+/// Whether it is the sum or the mean of a group.
+bool addsUp(const Call& aggregate);
 bool hasForeignLetter(const Expression& expression);
 const char* symbolOf(BinaryOperator op);
 /// What a literal beside an expression of this kind is meant as.

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/dao/sql/functions.h"
 #include "platform/dao/sql/native_values.h"
 #include "platform/dao/sql/printer.h"
 
@@ -36,8 +37,12 @@ Chain chainOf(const Expression& expression) {
 bool isTruth(const Expression& expression) {
   if (const auto* binary = as<Binary>(expression)) return binary->op <= BinaryOperator::Like;
   if (const auto* unary = as<Unary>(expression)) return unary->op == UnaryOperator::Not;
-  if (const auto* call = as<Call>(expression)) return call->function == "isnull";
+  if (const auto* call = as<Call>(expression)) return call->function->id == Function::Id::IsNull;
   return as<Between>(expression) || as<In>(expression) || as<IsNull>(expression);
+}
+
+bool addsUp(const Call& aggregate) {
+  return aggregate.function->id == Function::Id::Sum || aggregate.function->id == Function::Id::Avg;
 }
 
 bool isComposite(const Expression& expression) {
@@ -335,78 +340,81 @@ void Printer::node(const Expression&, const IsNull& isNull) {
   text_ += isNull.negated ? " IS NOT NULL" : " IS NULL";
 }
 
-/// The functions that every engine has, and those of our own that bear one name everywhere.
-bool Printer::scalar(const Call& function) {
-  struct Own {
-    const char* name;
-    const char* opening;
-    const char* tail;
-    bool number;  ///< its argument is one
-  };
-  static constexpr Own kOwn[] = {
-      {"datevalue", "qk_datevalue(", ")", false},
-      {"year", "qk_datepart(", ", 0)", false},
-      {"month", "qk_datepart(", ", 1)", false},
-      {"day", "qk_datepart(", ", 2)", false},
-      {"int", "qk_round(", ", 0)", true},
-      {"fix", "qk_round(", ", 1)", true},
-      {"abs", "abs(", ")", true},
-  };
-  const Expression& first = *function.arguments[0];
-  for (const Own& own : kOwn) {
-    if (function.function != QLatin1String(own.name)) continue;
-    text_ += own.opening;
-    if (own.number) {
-      number(first);
-    } else {
-      value(first);
-    }
-    text_ += own.tail;
-    return true;
-  }
-  return ofText(function);
+void Printer::numberCall(const char* function, const Expression& argument, const char* tail) {
+  text_ += function;
+  number(argument);
+  text_ += tail;
 }
 
-/// The functions of a text; whatever else they meet is taken by its German text.
-bool Printer::ofText(const Call& function) {
-  static constexpr std::pair<const char*, const char*> kOfText[] = {
-      {"val", "qk_val("}, {"len", "length("}, {"ucase", "qk_ucase("}, {"lcase", "qk_lcase("}};
-  for (const auto& [name, opening] : kOfText) {
-    if (function.function != QLatin1String(name)) continue;
-    text_ += opening;
-    value(*function.arguments[0], Kind::Text);
-    text_ += u')';
-    return true;
-  }
-  return false;
+/// Whatever else than a text it meets is taken by its German text.
+void Printer::textCall(const char* function, const Expression& argument) {
+  text_ += function;
+  value(argument, Kind::Text);
+  text_ += u')';
+}
+
+void Printer::choice(const Call& function, Kind wanted) {
+  text_ += "CASE WHEN ";
+  condition(*function.arguments[0]);
+  text_ += " THEN ";
+  converted(*function.arguments[1], wanted);
+  text_ += " ELSE ";
+  converted(*function.arguments[2], wanted);
+  text_ += " END";
+}
+
+void Printer::firstOf(const Call& function, Kind wanted) {
+  text_ += "coalesce(";
+  converted(*function.arguments[0], wanted);
+  text_ += ", ";
+  converted(*function.arguments[1], wanted);
+  text_ += u')';
 }
 
 void Printer::node(const Expression& whole, const Call& function) {
-  const QString& called = function.function;
   if (function.star) {
     text_ += "count(*)";
     return;
   }
   const Expression& first = *function.arguments[0];
-  if (called == "iif") {
-    text_ += "CASE WHEN ";
-    condition(first);
-    text_ += " THEN ";
-    converted(*function.arguments[1], whole.kind);
-    text_ += " ELSE ";
-    converted(*function.arguments[2], whole.kind);
-    text_ += " END";
-  } else if (called == "nz") {
-    text_ += "coalesce(";
-    converted(first, whole.kind);
-    text_ += ", ";
-    converted(*function.arguments[1], whole.kind);
-    text_ += u')';
-  } else if (called == "isnull") {
-    operand(first);
-    text_ += " IS NULL";
-  } else if (!scalar(function)) {
-    aggregate(whole, function);
+  switch (function.function->id) {
+    using enum Function::Id;
+    case Abs:
+      return numberCall("abs(", first);
+    case Int:
+      return numberCall("qk_round(", first, ", 0)");
+    case Fix:
+      return numberCall("qk_round(", first, ", 1)");
+    case DateValue:
+      return call("qk_datevalue(", first);
+    case Year:
+      return call("qk_datepart(", first, ", 0)");
+    case Month:
+      return call("qk_datepart(", first, ", 1)");
+    case Day:
+      return call("qk_datepart(", first, ", 2)");
+    case Val:
+      return textCall("qk_val(", first);
+    case Len:
+      return textCall("length(", first);
+    case UCase:
+      return textCall("qk_ucase(", first);
+    case LCase:
+      return textCall("qk_lcase(", first);
+    case IIf:
+      return choice(function, whole.kind);
+    case Nz:
+      return firstOf(function, whole.kind);
+    case IsNull:
+      operand(first);
+      text_ += " IS NULL";
+      return;
+    case Avg:
+    case Count:
+    case Max:
+    case Min:
+    case Sum:
+      return aggregate(whole, function);
   }
 }
 

@@ -314,16 +314,16 @@ Kind Resolver::node(IsNull& isNull, Place place) {
 }
 
 Kind Resolver::node(Call& call, Place place) {
-  const Function* function = findFunction(call.function);
-  if (!function) throw Error(3085, QString("Undefinierte Funktion '%1' im Ausdruck.").arg(call.function));
+  const Function* function = call.function = findFunction(call.name);
+  if (!function) throw Error(3085, QString("Undefinierte Funktion '%1' im Ausdruck.").arg(call.name));
   if (function->aggregate && place == Place::Row) {
-    throw Error(3096, QString("Die Aggregatfunktion '%1' ist hier nicht möglich.").arg(call.function));
+    throw Error(3096, QString("Die Aggregatfunktion '%1' ist hier nicht möglich.").arg(call.name));
   }
   aggregated_ |= function->aggregate;
   const int count = int(call.arguments.size());
-  const bool starred = call.star && call.function == "count";
+  const bool starred = call.star && function->id == Function::Id::Count;
   if (call.star ? !starred : count < function->least || count > function->most) {
-    throw Error(3075, QString("Falsche Anzahl von Argumenten in der Funktion '%1'.").arg(call.function));
+    throw Error(3075, QString("Falsche Anzahl von Argumenten in der Funktion '%1'.").arg(call.name));
   }
   for (const ExpressionPtr& argument : call.arguments) {
     expression(argument, function->aggregate ? Place::Row : place);

@@ -46,10 +46,10 @@ FieldType typeOf(const Expression& expression, const Bindings& bindings) {
     if (literal->value.userType() == QMetaType::LongLong) return FieldType::Long;
   }
   if (const auto* call = std::get_if<Call>(&expression.node)) {
-    const Function* function = findFunction(call->function);
-    if (function && function->result == Function::Result::Whole) return FieldType::Long;
+    if (call->function->result == Function::Result::Whole) return FieldType::Long;
     // The greatest of a column is of the column's type; a sum may outgrow it.
-    if (call->function == "max" || call->function == "min") return typeOf(*call->arguments[0], bindings);
+    const Function::Id id = call->function->id;
+    if (id == Function::Id::Max || id == Function::Id::Min) return typeOf(*call->arguments[0], bindings);
   }
   return typeOf(expression.kind);
 }

@@ -112,6 +112,23 @@ void SqlitePrinter::groupOfAll() {
   text_ += " GROUP BY NULL";
 }
 
+/// A stored text brings the order along by which texts are one; a computed one is told it, for DISTINCT, for
+/// unions, and for whoever selects from this select.
+void SqlitePrinter::resultValue(const Expression& expression, Kind wanted) {
+  const Kind kind = wanted == Kind::Unknown ? expression.kind : wanted;
+  if (kind != Kind::Text || as<Column>(expression)) return assigned(expression, wanted);
+  text_ += u'(';
+  assigned(expression, wanted);
+  text_ += ") COLLATE NOCASE";
+}
+
+void SqlitePrinter::group(const Expression& expression) {
+  if (expression.kind != Kind::Text || as<Column>(expression)) return value(expression);
+  text_ += u'(';
+  value(expression);
+  text_ += ") COLLATE NOCASE";
+}
+
 void SqlitePrinter::orderItem(const OrderItem& item) {
   value(*item.expression);
   if (item.expression->kind == Kind::Text) text_ += " COLLATE german";
@@ -266,10 +283,10 @@ void SqlitePrinter::list(const In& in) {
 
 void SqlitePrinter::aggregate(const Expression& whole, const Call& function) {
   const Expression& first = *function.arguments[0];
-  const bool adds = function.function == "sum" || function.function == "avg";
+  const bool adds = addsUp(function);
   const bool money = whole.kind == Kind::Money && adds;
   if (money) text_ += "qk_money(";
-  text_ += function.function + u'(';
+  text_ += function.name + u'(';
   if (adds) {
     number(first);
   } else {

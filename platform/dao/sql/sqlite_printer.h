@@ -18,6 +18,8 @@ class SqlitePrinter final : public Printer {
   void differs(const TableSource& target, const Assignment& assignment) override;
   void rowOfJoin(const Delete& remove, const TableSource& target) override;
   void groupOfAll() override;
+  void group(const Expression& expression) override;
+  void resultValue(const Expression& expression, Kind wanted) override;
 
   void literal(const QVariant& value, Kind wanted) override;
   void truthAsValue(const Expression& expression) override;

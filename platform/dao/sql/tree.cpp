@@ -43,7 +43,7 @@ IsNull copy(const IsNull& node) {
   return {copy(node.value), node.negated};
 }
 Call copy(const Call& node) {
-  return {node.function, copy(node.arguments), node.star};
+  return {node.name, copy(node.arguments), node.star, node.function};
 }
 
 TableSource copy(const TableSource& node) {

@@ -16,6 +16,7 @@
 namespace qk::dao::sql {
 
 struct Expression;
+struct Function;
 struct Select;
 using ExpressionPtr = std::unique_ptr<Expression>;
 using SelectPtr = std::unique_ptr<Select>;
@@ -73,9 +74,10 @@ struct IsNull {
   bool negated = false;
 };
 struct Call {
-  QString function;  ///< in lower case
+  QString name;  ///< in lower case
   std::vector<ExpressionPtr> arguments;
-  bool star = false;  ///< Count(*)
+  bool star = false;                   ///< Count(*)
+  const Function* function = nullptr;  ///< resolved
 };
 
 struct Expression {

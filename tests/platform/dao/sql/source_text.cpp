@@ -67,7 +67,7 @@ QString text(const IsNull& node) {
 }
 
 QString text(const Call& node) {
-  return node.function + u'(' + (node.star ? "*" : joined(node.arguments)) + u')';
+  return node.name + u'(' + (node.star ? "*" : joined(node.arguments)) + u')';
 }
 
 QString text(const TableSource& node) {
