@@ -17,6 +17,8 @@ namespace {
 /// Guards the furnishing of one database against another program that does the same.
 constexpr auto kFurnishLock = "SELECT pg_advisory_xact_lock(7113)";
 
+constexpr int kNoRight = 3112;
+
 /// Where the row's auto number stands among its values; -1 when the server gives it one.
 qsizetype numberColumn(const TableInfo& table, const NewRow& row) {
   if (table.autoNumber < 0) return -1;
@@ -66,8 +68,22 @@ void PostgresEngine::requireFurnished() {
   if (functions == 0)
     throw Error(3343, "Die Datenbank " + placeOf(connection_->address()) + " ist noch nicht eingerichtet.");
   if (options_.readOnly) return;
-  if (functions < sql::kPostgresFunctionsVersion) furnish();
+  if (functions < sql::kPostgresFunctionsVersion) renewFunctions();
   makeMarks();
+}
+
+/// Only who owns functions may replace them.
+void PostgresEngine::renewFunctions() {
+  try {
+    furnish();
+  } catch (const Error& error) {
+    if (error.number() != kNoRight) throw;
+    throw Error(
+        kNoRight,
+        "Die Datenbank " + placeOf(connection_->address()) +
+            " wurde mit einem früheren Programm eingerichtet. Ihr Besitzer muss sie einmal mit diesem "
+            "öffnen, danach kann es jeder. Wer noch das frühere hat, arbeitet dabei und danach weiter.");
+  }
 }
 
 /// A store of before has no table for them yet; a desk may make it like the program's own ones. Without that

@@ -77,6 +77,7 @@ class PostgresEngine final : public Engine {
   PostgresEngine(const QString& path, const ServerAddress& address, const OpenOptions& options);
   void furnish();
   void requireFurnished();
+  void renewFunctions();
   void makeMarks();
   sql::StoredTable storedTable(const QString& name) const;
   void define(const std::function<void()>& body);

@@ -15,6 +15,7 @@
 #include "platform/schema/schema_build.h"
 #include "tests/support/postgres_server.h"
 #include "tests/support/test_workplace.h"
+#include "tools/wettkampf/commands.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -69,6 +70,8 @@ class TestServerOpening : public QObject {
   }
 
   void aDeskWorksWithTheRightsOfTheScript();
+  void afterARaiseTheOwnerOpensFirst();
+  void aDeskOfBeforeGoesOnAfterARaise();
   void aDeskCanDoNoMore_data();
   void aDeskCanDoNoMore();
   void aMissingRightToWriteIsNoMissingRightToRead();
@@ -90,6 +93,11 @@ class TestServerOpening : public QObject {
     place_->dialogs
         .expect("Fehler: " + QString::number(number) + " - " + text + "\r\nBitte anderen Wettkampf wählen!!!")
         .titled("Fehler");
+  }
+  void setFunctionsVersion(const QString& version) {
+    QCOMPARE(psql(server_->folder(), "postgres", "pokal2026",
+                  {"-c", "UPDATE dao_version SET functions = " + version}),
+             QString());
   }
   /// What opening the competition says.
   Error errorOfOpening() const {
@@ -137,6 +145,33 @@ void TestServerOpening::aDeskWorksWithTheRightsOfTheScript() {
   opening_->close();
   moveCompetition({place_->path("besitzer.qkk"), place_->path("daheim.qkk")}, [](const MoveStep&) {});
   QVERIFY(Database::open(place_->path("daheim.qkk"))->hasTable("Haering_Daten"));
+}
+
+/// The desks' role may not replace the functions of a newer program; the owner's command does it for all.
+void TestServerOpening::afterARaiseTheOwnerOpensFirst() {
+  furnish();
+  setFunctionsVersion("1");
+  const Error refused = errorOfOpening();
+  QCOMPARE(refused.number(), 3112);
+  QVERIFY2(refused.description().contains("Ihr Besitzer muss sie einmal mit diesem öffnen"),
+           qPrintable(refused.description()));
+
+  QString said;
+  QTextStream out(&said), errors(&said);
+  QCOMPARE(runCompetitionTool({"einrichten", path_}, out, errors), 1);
+  QVERIFY2(said.contains("3112"), qPrintable(said));
+  said.clear();
+  QCOMPARE(runCompetitionTool({"einrichten", place_->path("besitzer.qkk")}, out, errors), 0);
+  QCOMPARE(
+      said,
+      QString("Die Datenbank pokal2026 auf %1 ist auf dem Stand dieses Programms.\n").arg(server_->folder()));
+  QCOMPARE(errorOfOpening().number(), 0);
+}
+
+void TestServerOpening::aDeskOfBeforeGoesOnAfterARaise() {
+  furnish();
+  setFunctionsVersion("99");
+  QCOMPARE(errorOfOpening().number(), 0);
 }
 
 void TestServerOpening::aDeskCanDoNoMore_data() {

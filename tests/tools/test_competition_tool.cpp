@@ -65,7 +65,7 @@ void TestCompetitionTool::helpIsGerman() {
 void TestCompetitionTool::refusesWrongCalls_data() {
   QTest::addColumn<QStringList>("arguments");
   QTest::addColumn<QString>("message");
-  QTest::newRow("nothing") << QStringList{} << "Es fehlt ein Befehl: neu, demo oder umziehen.";
+  QTest::newRow("nothing") << QStringList{} << "Es fehlt ein Befehl: neu, demo, umziehen oder einrichten.";
   QTest::newRow("command") << QStringList{"alt", "a.qkk"} << "Unbekannter Befehl »alt«.";
   QTest::newRow("no file") << QStringList{"neu"} << "Es fehlt der Name der Datei.";
   QTest::newRow("two files") << QStringList{"neu", "a.qkk", "b.qkk"} << "Mehr als eine Datei: »b.qkk«.";
@@ -75,6 +75,10 @@ void TestCompetitionTool::refusesWrongCalls_data() {
                                << "Unbekannte Angabe »--name«.";
   QTest::newRow("no value") << QStringList{"demo", "a.qkk", "--austausch"}
                             << "Hinter »--austausch« fehlt der Wert.";
+  QTest::newRow("furnish nothing") << QStringList{"einrichten"}
+                                   << "Es fehlt die eine Serverdatei: einrichten SERVERDATEI.";
+  QTest::newRow("furnish no server") << QStringList{"einrichten", "gibtesnicht.qkk"}
+                                     << "»gibtesnicht.qkk« ist keine Serverdatei.";
   QTest::newRow("move to nowhere") << QStringList{"umziehen", "a.qkk"}
                                    << "Es fehlt, von wo und wohin: umziehen VON NACH.";
   QTest::newRow("move option") << QStringList{"umziehen", "a.qkk", "b.qkk", "--schnell"}

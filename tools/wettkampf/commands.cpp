@@ -11,6 +11,7 @@
 #include "platform/runtime/files.h"
 #include "platform/runtime/program_call.h"
 #include "tools/wettkampf/exchange.h"
+#include "tools/wettkampf/furnish_command.h"
 #include "tools/wettkampf/move_command.h"
 #include "tools/wettkampf/usage_error.h"
 
@@ -51,6 +52,10 @@ const QString Help =
     "      vergleicht danach beide. VON wird nur gelesen. NACH ist eine Datei, die es noch nicht gibt, oder\n"
     "      eine Serverdatei, deren Datenbank leer ist. Solange muss überall QK-Intarso geschlossen sein.\n"
     "      --von-vorn  verwirft, was ein abgebrochener Umzug am Ziel liegen ließ, und beginnt neu\n"
+    "  qk-wettkampf einrichten SERVERDATEI\n"
+    "      erneuert, was das Programm auf dem Server braucht, nachdem es selbst erneuert wurde. Nur der "
+    "Besitzer\n"
+    "      der Datenbank darf das; die anderen Arbeitsplätze dürfen dabei arbeiten.\n"
     "  qk-wettkampf --hilfe | --version\n"
     "      zeigt diese Hilfe oder die Version.\n"
     "\n"
@@ -146,7 +151,7 @@ Request parseRequest(QStringList arguments) {
   if (command == "demo")
     request.kind = Request::Kind::Demo;
   else if (command != "neu")
-    throw UsageError{command.isEmpty() ? QString("Es fehlt ein Befehl: neu, demo oder umziehen.")
+    throw UsageError{command.isEmpty() ? QString("Es fehlt ein Befehl: neu, demo, umziehen oder einrichten.")
                                        : QString("Unbekannter Befehl »%1«.").arg(command)};
   while (!arguments.isEmpty()) {
     const QString argument = arguments.takeFirst();
@@ -219,6 +224,10 @@ int runCompetitionTool(const QStringList& arguments, QTextStream& out, QTextStre
     return 0;
   }
   try {
+    if (arguments.value(0) == "einrichten") {
+      runFurnishCommand(arguments.mid(1), out);
+      return 0;
+    }
     if (arguments.value(0) == "umziehen") {
       runMoveCommand(arguments.mid(1), out);
       return 0;

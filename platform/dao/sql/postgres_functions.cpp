@@ -64,11 +64,9 @@ END $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_round(n float8, part int) RETURNS float8 LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
   SELECT CASE part WHEN 0 THEN floor(n) ELSE trunc(n) END $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_idiv(a float8, b float8) RETURNS bigint LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
-  SELECT CASE WHEN round(b) <> 0 AND abs(a) <= 9e15 AND abs(b) <= 9e15
-              THEN round(a)::bigint / round(b)::bigint END $$)sql",
+  SELECT CASE WHEN round(b) <> 0 THEN round(a)::bigint / round(b)::bigint END $$)sql",
     R"sql(CREATE OR REPLACE FUNCTION qk_mod(a float8, b float8) RETURNS bigint LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
-  SELECT CASE WHEN round(b) <> 0 AND abs(a) <= 9e15 AND abs(b) <= 9e15
-              THEN round(a)::bigint % round(b)::bigint END $$)sql",
+  SELECT CASE WHEN round(b) <> 0 THEN round(a)::bigint % round(b)::bigint END $$)sql",
     // A pattern that differs by row: one character after the other, as like_pattern.cpp does it.
     R"sql(CREATE OR REPLACE FUNCTION qk_like(t text, pattern text) RETURNS boolean LANGUAGE plpgsql IMMUTABLE STRICT
 PARALLEL SAFE AS $$

@@ -6,8 +6,10 @@
 
 namespace qk::dao::sql {
 
-/// Raised with every change below: an older store is furnished anew when it is opened.
-inline constexpr int kPostgresFunctionsVersion = 2;
+/// Raised with every change below: an older store is furnished anew when its owner opens it. Desks of before
+/// go on with the newer functions; so a function keeps its name, its parameters and, for what it knew, its
+/// answers.
+inline constexpr int kPostgresFunctionsVersion = 3;
 
 /// Statements that make them, or make them anew, in the first schema of the search path.
 QStringList postgresFunctions();

@@ -177,8 +177,10 @@ void wholeDivision(sqlite3_context* context, sqlite3_value** arguments, bool rem
   // nearbyint rounds halves to even, as every conversion to a whole number does.
   const double left = std::nearbyint(sqlite3_value_double(arguments[0]));
   const double right = std::nearbyint(sqlite3_value_double(arguments[1]));
-  const bool unusable = isNull(arguments[0]) || isNull(arguments[1]) || right == 0;
-  if (unusable || std::abs(left) > 9e15 || std::abs(right) > 9e15) return sqlite3_result_null(context);
+  if (isNull(arguments[0]) || isNull(arguments[1]) || right == 0) return sqlite3_result_null(context);
+  constexpr double kBeyond = 9223372036854775808.0;  // all whole numbers
+  if (!(std::abs(left) < kBeyond && std::abs(right) < kBeyond))
+    return sqlite3_result_error(context, kOverflow, -1);
   const auto a = sqlite3_int64(left), b = sqlite3_int64(right);
   sqlite3_result_int64(context, remainder ? a % b : a / b);
 }

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "platform/dao/postgres_engine.h"
+#include "platform/dao/sql/postgres_functions.h"
 #include "tests/platform/dao/store_factory.h"
 #include "tests/support/postgres_server.h"
 
@@ -47,6 +48,15 @@ class TestPostgresEngine : public QObject {
     QCOMPARE(errorOf([&] { Database::create(path); }), 3204);
     QCOMPARE(errorOf([&] { Database::open(path); }), 0);
     QCOMPARE(Database::open(path)->path(), path);
+  }
+
+  /// Servers that stand already would keep the former functions.
+  void changedFunctionsHaveANewVersion() {
+    const QByteArray digest =
+        QCryptographicHash::hash(sql::postgresFunctions().join('\n').toUtf8(), QCryptographicHash::Sha256)
+            .toHex();
+    QCOMPARE(QString("%1: %2").arg(sql::kPostgresFunctionsVersion).arg(QString::fromLatin1(digest)),
+             QString("3: 9e20ee8c8d6590927bcef30ab2888b2122121975d7664db84a7c8b18056f807e"));
   }
 
   void aServerThatIsNotThereIsTold() {

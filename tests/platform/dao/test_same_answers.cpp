@@ -93,6 +93,18 @@ class TestSameAnswers : public QObject {
     QCOMPARE(read(twins_->server(), text).rows, QStringList{expected});
   }
 
+  void wholeNumbersHaveAnEnd_data() {
+    QTest::addColumn<QString>("expression");
+    for (const char* expression : {"1E300 \\ 1", "1 \\ 1E300", "-1E300 MOD 7", "1E19 \\ 2"})
+      QTest::newRow(expression) << QString(expression);
+  }
+  void wholeNumbersHaveAnEnd() {
+    QFETCH(QString, expression);
+    const QString text = "SELECT TOP 1 ID + " + expression + " AS A FROM Orte ORDER BY ID";
+    QCOMPARE(read(twins_->file(), text).error, 6);
+    QCOMPARE(read(twins_->server(), text).error, 6);
+  }
+
   /// A function that one of the engines doesn't know, or that is printed as another, shows here.
   void everyFunctionIsAnswered() {
     const QHash<QString, std::pair<QString, QString>> samples{

@@ -228,7 +228,7 @@ class TestSqliteFunctions : public QObject {
     row("qk_idiv(2.5, 1)", "2");
     row("qk_mod(7, 4)", "3");
     row("qk_mod(7, 0)", "NULL");
-    row("qk_mod(1e300, 3)", "NULL");
+    row("qk_mod(0, 1e18)", "0");
     row("qk_ucase('äß')", "ÄSS");
     row("qk_lcase('ÄB')", "äb");
   }
