@@ -75,6 +75,7 @@ class frmLindorm : public QMainWindow {
   static constexpr int kStatusMilliseconds = 8000;
   using Routine = std::function<void()>;
   using SteppedRoutine = std::function<void(Steps&)>;
+  using Command = QString (LineCommands::*)();
 
   // How the window is put together.
   void makeToolbar();
@@ -90,6 +91,7 @@ class frmLindorm : public QMainWindow {
   /// Runs `routine` on the action; failures are reported under the action's name.
   void on(QAction* action, Routine routine);
   void onInSteps(QAction* action, SteppedRoutine routine);
+  void onCurrent(QAction* action, Command command);
   void onKey(int key, const QString& control);
   /// The key that leads to a control of the current line: the first of those in sight.
   void onFocusKey(int key, const QStringList& controls);

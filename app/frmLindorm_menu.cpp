@@ -37,6 +37,14 @@
 
 namespace qk {
 
+namespace {
+
+void sendAdvert(UserControl1& line, const QString& text) {
+  line.command([&](LineCommands& commands) { return commands.Set_Linie_Werbefenster_EIN(text); });
+}
+
+}  // namespace
+
 ErrorReport frmLindorm::clickReport(const QString& routine) const {
   return fehlerReport(workplace_.dialogs, "Fehler beim Klick " + routine + "_err!");
 }
@@ -49,6 +57,10 @@ void frmLindorm::onInSteps(QAction* action, SteppedRoutine routine) {
   connect(action, &QAction::triggered, this, [this, action, routine = std::move(routine)] {
     reported(clickReport(action->objectName() + "_Click"), routine);
   });
+}
+
+void frmLindorm::onCurrent(QAction* action, Command command) {
+  on(action, [this, command] { currentLine().command(command); });
 }
 
 bool frmLindorm::asked(const QString& question, std::optional<BoxAnswer> preset) const {
@@ -129,42 +141,49 @@ void frmLindorm::connectOptions() {
 // A repeated statement sends again; it doesn't ask again. What takes a station away from its shooter isn't
 // done by an Enter too many.
 void frmLindorm::connectAllLines() {
-  using Call = void (UserControl1::*)();
-  const auto all = [this](QAction* action, Call call, AfterEach after = AfterEach::Nothing) {
-    onInSteps(action, [this, call, after](Steps& step) { forAllLines(step, std::mem_fn(call), after); });
+  const auto send = [this](Steps& step, Command command, AfterEach after) {
+    forAllLines(
+        step, [command](UserControl1& line) { line.command(command); }, after);
   };
-  const auto askAll = [this](QAction* action, const QString& question, Call call) {
-    onInSteps(action, [this, question, call](Steps& step) {
-      if (asked(question, BoxAnswer::No)) forAllLines(step, std::mem_fn(call));
+  const auto all = [this, send](QAction* action, Command command, AfterEach after = AfterEach::Nothing) {
+    onInSteps(action, [send, command, after](Steps& step) { send(step, command, after); });
+  };
+  const auto askAll = [this, send](QAction* action, const QString& question, Command command) {
+    onInSteps(action, [this, send, question, command](Steps& step) {
+      if (asked(question, BoxAnswer::No)) send(step, command, AfterEach::Nothing);
     });
   };
-  all(ui_->mnuHaeringAllePreismodusON, &UserControl1::Set_Linie_PreisModus_ON, AfterEach::MessageLoop);
-  all(ui_->mnuHaeringAllePreismodusOFF, &UserControl1::Set_Linie_PreisModus_OFF, AfterEach::MessageLoop);
-  all(ui_->mnuHaeringAlleSchuetzenOFF, &UserControl1::Set_Abmelden_Schuetze);
-  all(ui_->mnuHaerinAlleWerbeAUS, &UserControl1::Set_Linie_Werbefenster_AUS);
+  all(ui_->mnuHaeringAllePreismodusON, &LineCommands::Set_Linie_PreisModus_ON, AfterEach::MessageLoop);
+  all(ui_->mnuHaeringAllePreismodusOFF, &LineCommands::Set_Linie_PreisModus_OFF, AfterEach::MessageLoop);
+  all(ui_->mnuHaeringAlleSchuetzenOFF, &LineCommands::Set_Abmelden_Schuetze);
+  all(ui_->mnuHaerinAlleWerbeAUS, &LineCommands::Set_Linie_Werbefenster_AUS);
   onInSteps(ui_->mnuHaerinAlleWerbeEIN, [this](Steps& step) { mnuHaerinAlleWerbeEIN_Click(step); });
   askAll(ui_->mnuHaeringAlleWindows, "Sollen wirklich alle Linienrechner zurück zu Windows gesetzt werden?",
-         &UserControl1::Set_Linie_ZurueckWindows);
+         &LineCommands::Set_Linie_ZurueckWindows);
   askAll(ui_->mnuHaeringAlleShutDown, "Sollen wirklich alle Linienrechner heruntergefahren werden?",
-         &UserControl1::Set_Linie_ShutDown);
+         &LineCommands::Set_Linie_ShutDown);
   onInSteps(ui_->mnuHaeringAlleSchuetzeON, [this](Steps& step) {
     if (asked("Sollen alle Disziplinen aller Schützen gesendet werden?"))
-      forAllLines(step, [](UserControl1& line) { line.Set_Anmelden_SchuetzeDisziplinen(false); });
+      forAllLines(step, [](UserControl1& line) {
+        line.command([](LineCommands& commands) { return commands.Set_Anmelden_SchuetzeDisziplinen(false); });
+      });
   });
 }
 
 void frmLindorm::connectCurrentLine() {
+  const auto ask = [this](QAction* action, const QString& question, Command command) {
+    onInSteps(action, [this, question, command](Steps& step) {
+      if (asked(question, BoxAnswer::No)) step([this, command] { currentLine().command(command); });
+    });
+  };
   onInSteps(ui_->mnuHaeringAktLinieWerbeEIN, [this](Steps& step) { mnuHaeringAktLinieWerbeEIN_Click(step); });
-  on(ui_->mnuHaeringAktLinieWerbeAUS, [this] { currentLine().Set_Linie_Werbefenster_AUS(); });
-  onInSteps(ui_->mnuHaeringAktWindows, [this](Steps& step) {
-    if (asked("Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?",
-              BoxAnswer::No))
-      step([this] { currentLine().Set_Linie_ZurueckWindows(); });
-  });
-  onInSteps(ui_->mnuHaeringAktShutDown, [this](Steps& step) {
-    if (asked("Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?", BoxAnswer::No))
-      step([this] { currentLine().Set_Linie_ShutDown(); });
-  });
+  onCurrent(ui_->mnuHaeringAktLinieWerbeAUS, &LineCommands::Set_Linie_Werbefenster_AUS);
+  ask(ui_->mnuHaeringAktWindows,
+      "Sollen wirklich der Rechner an der aktuellen Linie zurück zu Windows wechseln?",
+      &LineCommands::Set_Linie_ZurueckWindows);
+  ask(ui_->mnuHaeringAktShutDown,
+      "Sollen wirklich der Rechner an der aktuellen Linie heruntergefahren werden?",
+      &LineCommands::Set_Linie_ShutDown);
   on(ui_->mnuSchussAktWettbewerb, [this] { currentLine().HaeringSchussWettbewerbAnwaehlen(); });
   on(ui_->mnuSchussAlle, [this] { currentLine().HaeringSchussAnAbwaehlen(true); });
   on(ui_->mnuSchussKeinen, [this] { currentLine().HaeringSchussAnAbwaehlen(false); });
@@ -188,14 +207,16 @@ void frmLindorm::connectToolbar() {
   as(ui_->linienfreiAll, ui_->mnuHaeringAllePreismodusOFF);
   on(ui_->Speichern, [this] { currentLine().SpeichernInDatenbank(true); });
   on(ui_->Löschen, [this] { currentLine().HaeringSchussVerwerfenAlle(); });
-  on(ui_->linienstop, [this] { currentLine().Set_Linie_PreisModus_ON(); });
-  on(ui_->anmelden, [this] { currentLine().Set_Anmelden_SchuetzeDisziplinen(); });
-  on(ui_->abmelden, [this] { currentLine().Set_Abmelden_Schuetze(); });
-  on(ui_->linienfrei, [this] { currentLine().Set_Linie_PreisModus_OFF(); });
+  onCurrent(ui_->linienstop, &LineCommands::Set_Linie_PreisModus_ON);
+  on(ui_->anmelden, [this] {
+    currentLine().command([](LineCommands& line) { return line.Set_Anmelden_SchuetzeDisziplinen(); });
+  });
+  onCurrent(ui_->abmelden, &LineCommands::Set_Abmelden_Schuetze);
+  onCurrent(ui_->linienfrei, &LineCommands::Set_Linie_PreisModus_OFF);
   // Served for a toolbar that has these buttons; this one has none.
-  on(ui_->wkvorbereiten, [this] { currentLine().Wettkampf_Vorbereiten(); });
-  on(ui_->wkstarten, [this] { currentLine().Wettkampf_Starten(); });
-  on(ui_->wkstop, [this] { currentLine().Wettkampf_Stoppen(); });
+  onCurrent(ui_->wkvorbereiten, &LineCommands::Wettkampf_Vorbereiten);
+  onCurrent(ui_->wkstarten, &LineCommands::Wettkampf_Starten);
+  onCurrent(ui_->wkstop, &LineCommands::Wettkampf_Stoppen);
 }
 
 void frmLindorm::connectInfoList() {
@@ -336,7 +357,7 @@ void frmLindorm::mnuHaerinAlleWerbeEIN_Click(Steps& step) {
   const std::map<int, QString> pictures = bilderJeLinie(dialog.sBildName());
   forAllLines(step, [&pictures](UserControl1& line) {
     if (const auto chosen = pictures.find(line.nLinie()); chosen != pictures.end())
-      line.Set_Linie_Werbefenster_EIN(chosen->second);
+      sendAdvert(line, chosen->second);
   });
 }
 
@@ -347,7 +368,7 @@ void frmLindorm::mnuHaeringAktLinieWerbeEIN_Click(Steps& step) {
   dialog.setEinzel(true);
   dialog.setAktLinie(static_cast<qint16>(Get_AktLinienNummer() + 1));
   dialog.exec();
-  if (dialog.bOK()) step([&] { currentLine().Set_Linie_Werbefenster_EIN(dialog.sBildName()); });
+  if (dialog.bOK()) step([&] { sendAdvert(currentLine(), dialog.sBildName()); });
 }
 
 void frmLindorm::mnuHaeringTransferClear_Click() {

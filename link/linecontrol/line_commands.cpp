@@ -27,29 +27,36 @@ bool LineCommands::quietly(const std::function<void()>& statement) {
   return line_.lives();
 }
 
-void LineCommands::Set_Linie_PreisModus_ON() {
-  if (!quietly([&] { send(Befehl::VorPreismodus); })) return;
-  if (!quietly([&] { send(Befehl::PreismodusEin); })) return;
+QString LineCommands::Set_Linie_PreisModus_ON() {
+  const QString done = "Preismodus ein";
+  if (!line_.opens()) return done;
+  if (!quietly([&] { send(Befehl::VorPreismodus); })) return done;
+  if (!quietly([&] { send(Befehl::PreismodusEin); })) return done;
   line_.setTimerEnabled(true);
   quietly([&] { line_.raise(LineEvent::PreisModusGestartet); });
+  return done;
 }
 
-void LineCommands::Set_Linie_PreisModus_OFF() {
-  if (!quietly([&] { send(Befehl::PreismodusAus); })) return;
-  if (!quietly([&] { line_.raise(LineEvent::PreisModusBeendet); })) return;
+QString LineCommands::Set_Linie_PreisModus_OFF() {
+  const QString done = "Preismodus beendet";
+  if (!quietly([&] { send(Befehl::PreismodusAus); })) return done;
+  if (!quietly([&] { line_.raise(LineEvent::PreisModusBeendet); })) return done;
   line_.setTimerEnabled(false);
+  return done;
 }
 
-void LineCommands::Set_Abmelden_Schuetze() {
+QString LineCommands::Set_Abmelden_Schuetze() {
+  const QString done = "Schütze abgemeldet";
   const auto pause = [&] { workplace_.waits.sleep(BefehlsPause); };
-  if (!quietly([&] { send(Befehl::Abmelden1); })) return;
-  if (!quietly(pause)) return;
-  if (!quietly([&] { send(Befehl::Abmelden2); })) return;
-  if (!quietly(pause)) return;
-  if (!quietly([&] { send(Befehl::Abmelden3); })) return;
-  if (!quietly([&] { line_.raise(LineEvent::WettkampfBeendet); })) return;
+  if (!quietly([&] { send(Befehl::Abmelden1); })) return done;
+  if (!quietly(pause)) return done;
+  if (!quietly([&] { send(Befehl::Abmelden2); })) return done;
+  if (!quietly(pause)) return done;
+  if (!quietly([&] { send(Befehl::Abmelden3); })) return done;
+  if (!quietly([&] { line_.raise(LineEvent::WettkampfBeendet); })) return done;
   line_.clearShooterInput();
   line_.clearShooterLabels();
+  return done;
 }
 
 bool LineCommands::wantsToSend(bool bFrage) {
@@ -58,7 +65,8 @@ bool LineCommands::wantsToSend(bool bFrage) {
   return bFrage && workplace_.dialogs.confirm(frageDisziplinenSenden(names));
 }
 
-void LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
+QString LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
+  const QString done = line_.schuetzenName() + " an die Station gesendet";
   reported(fehlerReport(workplace_.dialogs, "Fehler bei Set_Anmelden_SchuetzeDisziplinen_err!"),
            [&](Steps& step) {
              if (line_.startnummer().isEmpty())
@@ -74,16 +82,18 @@ void LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
              Nachkauf_Senden(false);
              if (line_.lives()) step([&] { line_.raise(LineEvent::SchuetzeGesendet); });
            });
+  return done;
 }
 
-void LineCommands::Nachkauf_Senden(bool bFrage) {
-  if (sendingExtras_) return;
+QString LineCommands::Nachkauf_Senden(bool bFrage) {
+  if (sendingExtras_) return {};
   const QScopedValueRollback sending(sendingExtras_, true);
   reported(fehlerReport(workplace_.dialogs, "Fehler bei Nachkauf_Senden_err!"), [&](Steps& step) {
     if (bFrage && !workplace_.dialogs.confirm(frageNachkaufSenden(Get_HaeringDisziplinAuswahlNamen(true))))
       return;
     sendExtras(step);
   });
+  return "Nachkauf gesendet";
 }
 
 void LineCommands::sendExtras(Steps& step) {
@@ -103,26 +113,33 @@ QString LineCommands::Get_HaeringDisziplinAuswahlNamen(bool bNachkauf) {
   return names;
 }
 
-void LineCommands::Wettkampf_Vorbereiten() {
+QString LineCommands::Wettkampf_Vorbereiten() {
   send(Befehl::Vorbereiten);
+  return {};
 }
-void LineCommands::Wettkampf_Starten() {
+QString LineCommands::Wettkampf_Starten() {
   send(Befehl::Starten);
+  return {};
 }
-void LineCommands::Wettkampf_Stoppen() {
+QString LineCommands::Wettkampf_Stoppen() {
   send(Befehl::Stoppen);
+  return {};
 }
-void LineCommands::Set_Linie_Werbefenster_EIN(const QString& text) {
+QString LineCommands::Set_Linie_Werbefenster_EIN(const QString& text) {
   send(Befehl::WerbefensterEin, stationCommand(Befehl::WerbefensterEin).text() + text);
+  return "Werbefenster eingeblendet";
 }
-void LineCommands::Set_Linie_Werbefenster_AUS() {
+QString LineCommands::Set_Linie_Werbefenster_AUS() {
   send(Befehl::WerbefensterAus);
+  return "Werbefenster ausgeblendet";
 }
-void LineCommands::Set_Linie_ZurueckWindows() {
+QString LineCommands::Set_Linie_ZurueckWindows() {
   send(Befehl::Windows);
+  return "zurück zu Windows";
 }
-void LineCommands::Set_Linie_ShutDown() {
+QString LineCommands::Set_Linie_ShutDown() {
   send(Befehl::Herunterfahren);
+  return "Rechner fährt herunter";
 }
 
 }  // namespace qk

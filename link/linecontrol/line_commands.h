@@ -25,6 +25,8 @@ class LineSide {
   /// Queues one command; a failure is Error 13.
   virtual void Output_2_ESA(const QString& sCommand, bool bWarten) = 0;
   virtual bool lives() const = 0;
+  /// Whether the line has its competition, without which it takes no shot; tries to open it when it hasn't.
+  virtual bool opens() = 0;
   virtual QString startnummer() const = 0;
   virtual QString schuetzenName() const = 0;  ///< as the label shows it
   virtual void setTimerEnabled(bool enabled) = 0;
@@ -37,28 +39,32 @@ class LineCommands {
  public:
   LineCommands(const Workplace& workplace, LineSide& line, LineDisciplines& disciplines);
 
+  // Each gives what it did, in words for the operator; they hold where something went out. Empty: the station
+  // shows it.
+
   // These three ignore errors throughout.
-  void Set_Linie_PreisModus_ON();
-  void Set_Linie_PreisModus_OFF();
-  void Set_Abmelden_Schuetze();
+  QString Set_Linie_PreisModus_ON();
+  QString Set_Linie_PreisModus_OFF();
+  QString Set_Abmelden_Schuetze();
 
   /// Registers the shooter with the selected disciplines. `bFrage` false sends only where none is selected.
   /// Reports its own failures.
-  void Set_Anmelden_SchuetzeDisziplinen(bool bFrage);
+  QString Set_Anmelden_SchuetzeDisziplinen(bool bFrage = true);
   /// Sends the additional shots of every row that has a number. Reports its own failures. Does nothing while
   /// a former call still waits for the station: the same shots would go out twice, and be paid once.
-  void Nachkauf_Senden(bool bFrage);
-  /// Reports its own failures; the empty text then.
-  QString Get_HaeringDisziplinAuswahlNamen(bool bNachkauf);
-
+  QString Nachkauf_Senden(bool bFrage);
   // The rest does nothing but send; a failure passes to the caller.
-  void Wettkampf_Vorbereiten();
-  void Wettkampf_Starten();
-  void Wettkampf_Stoppen();
-  void Set_Linie_Werbefenster_EIN(const QString& text);
-  void Set_Linie_Werbefenster_AUS();
-  void Set_Linie_ZurueckWindows();
-  void Set_Linie_ShutDown();
+  QString Wettkampf_Vorbereiten();
+  QString Wettkampf_Starten();
+  QString Wettkampf_Stoppen();
+  QString Set_Linie_Werbefenster_EIN(const QString& text);
+  QString Set_Linie_Werbefenster_AUS();
+  QString Set_Linie_ZurueckWindows();
+  QString Set_Linie_ShutDown();
+
+  /// The selected disciplines, or the additional shots, one a line. Reports its own failures; the empty text
+  /// then.
+  QString Get_HaeringDisziplinAuswahlNamen(bool bNachkauf);
 
  private:
   /// A failure passes to the caller.

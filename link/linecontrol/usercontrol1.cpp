@@ -1,5 +1,7 @@
 #include "link/linecontrol/usercontrol1.h"
 
+#include <QScopeGuard>
+
 #include "app/ground/feld_wert.h"
 #include "capture/frmHaeringEinzelschuss.h"
 #include "link/linecontrol/shooter_choice.h"
@@ -22,12 +24,13 @@ const char* const kNoShooter =
 
 }  // namespace
 
-UserControl1::InUse::InUse(UserControl1& control) : control_(control) {
-  ++control_.inUse_;
-}
-
-UserControl1::InUse::~InUse() {
-  if (--control_.inUse_ == 0 && control_.retired_) control_.deleteLater();
+bool UserControl1::act(const std::function<void()>& routine) {
+  ++acts_;
+  const auto leave = qScopeGuard([this] {
+    if (--acts_ == 0 && retired_) deleteLater();
+  });
+  routine();
+  return !retired_;
 }
 
 UserControl1::Views::Views(UserControl1& control) : control_(control) {}
@@ -77,7 +80,7 @@ void UserControl1::retire() {
   disconnect();
   hide();
   setObjectName({});
-  if (inUse_ == 0) deleteLater();
+  if (acts_ == 0) deleteLater();
 }
 
 ErrorReport UserControl1::report(const QString& sText) const {
@@ -126,16 +129,16 @@ void UserControl1::fillLists() {
 }
 
 void UserControl1::Fill_HaeringGruppen() {
-  const InUse use(*this);
-  reported(report("Fehler beim Ermitteln der Intarso-Gruppen in Linie!"), [&](Steps&) {
-    groups_.clear();
-    if (db_) {
+  act([this] {
+    reported(report("Fehler beim Ermitteln der Intarso-Gruppen in Linie!"), [&](Steps&) {
+      groups_.clear();
+      if (!db_) return;
       const auto rs = db_->openRecordset("Select * from Haering_Gruppen order by GruppenName");
       for (; !rs->eof(); rs->moveNext())
         groups_.emplace_back(rs->value("GruppenName").toString(), rs->value("ID").toInt());
-    }
+    });
+    if (ui_.areMade()) showGroups();
   });
-  if (ui_.areMade()) showGroups();
 }
 
 void UserControl1::showGroups() {
@@ -238,7 +241,6 @@ void UserControl1::cmdSchuetzenListe_Click() {
 }
 
 void UserControl1::cmdLinieClear_Click() {
-  const InUse use(*this);
   reported(report("Fehler bei cmdLinieClear_Click_err!"), [&](Steps&) {
     if (capture_.nOffeneSchuss() > 0)
       return workplace_.dialogs.note(
@@ -255,23 +257,20 @@ void UserControl1::cmdLinieClear_Click() {
 // ---- restart and test data ----
 
 void UserControl1::Check_Old_Schuss(int nLinie) {
-  const InUse use(*this);
-  reported(fehlerReport(workplace_.dialogs, "Fehler bei Check_Old_Schuss_err!", {}, false), [&](Steps&) {
-    const auto line = static_cast<std::int16_t>(nLinie);
-    if (!db_ || capture_.AnzahlOffeneSchuesse(line) <= 0) return;
-    SucheUndLadeSchuetzen(capture_.StartnummerOffeneSchuesse(line));
-    if (!retired_) capture_.LadeOffeneSchuesse(line);
+  act([this, line = static_cast<std::int16_t>(nLinie)] {
+    reported(fehlerReport(workplace_.dialogs, "Fehler bei Check_Old_Schuss_err!", {}, false), [&](Steps&) {
+      if (!db_ || capture_.AnzahlOffeneSchuesse(line) <= 0) return;
+      SucheUndLadeSchuetzen(capture_.StartnummerOffeneSchuesse(line));
+      if (!retired_) capture_.LadeOffeneSchuesse(line);
+    });
   });
 }
 
 void UserControl1::Fill_Testdaten(const QString& sDatei) {
-  const InUse use(*this);
   if (!workplace_.files.readable(sDatei)) return;
   if (!capture_.shooter()) return workplace_.dialogs.note("Kein Schütze gewählt!");
-  for (const QString& line : splitLines(fromWindows1252(workplace_.files.read(sDatei)))) {
-    importTestLine(line);
-    if (retired_) return;
-  }
+  for (const QString& line : splitLines(fromWindows1252(workplace_.files.read(sDatei))))
+    if (!act([&] { importTestLine(line); })) return;
 }
 
 void UserControl1::importTestLine(const QString& line) {
@@ -319,7 +318,6 @@ void UserControl1::mnuPopHaeringManuellNeu_Click() {
 // ---- commands ----
 
 void UserControl1::Output_2_ESA(const QString& sCommand, bool bWarten) {
-  const InUse use(*this);
   if (!exchange_) return;
   try {
     exchange_->Output_2_ESA(sCommand, bWarten);
@@ -329,14 +327,18 @@ void UserControl1::Output_2_ESA(const QString& sCommand, bool bWarten) {
   }
 }
 
-void UserControl1::send(const QString& done, const std::function<void()>& routine) {
-  const InUse use(*this);
-  const int sent = sent_, notSent = notSent_;
-  routine();
-  if (retired_) return;
-  if (notSent_ > notSent)
+bool UserControl1::command(const std::function<QString(LineCommands&)>& routine) {
+  return act([&] {
+    const int sent = sent_, notSent = notSent_;
+    const QString done = routine(commands_);
+    if (!retired_) sayWhatWasSent(done, sent, notSent);
+  });
+}
+
+void UserControl1::sayWhatWasSent(const QString& done, int sentBefore, int notSentBefore) {
+  if (notSent_ > notSentBefore)
     Q_EMIT successSaid(index_, "Nicht gesendet: Der Austauschordner nimmt keine Befehle an.");
-  else if (sent_ > sent)
+  else if (sent_ > sentBefore && !done.isEmpty())
     Q_EMIT successSaid(index_, done);
 }
 
@@ -365,83 +367,37 @@ void UserControl1::raise(LineEvent event) {
   }
 }
 
-void UserControl1::Set_Linie_PreisModus_ON() {
-  send("Preismodus ein", [this] {
-    if (isOpenFor(Asked::ByOperator)) commands_.Set_Linie_PreisModus_ON();
-  });
-}
-void UserControl1::Set_Linie_PreisModus_OFF() {
-  send("Preismodus beendet", [this] { commands_.Set_Linie_PreisModus_OFF(); });
-}
-void UserControl1::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
-  send(schuetzenName() + " an die Station gesendet",
-       [&] { commands_.Set_Anmelden_SchuetzeDisziplinen(bFrage); });
-}
-void UserControl1::Set_Abmelden_Schuetze() {
-  send("Schütze abgemeldet", [this] { commands_.Set_Abmelden_Schuetze(); });
-}
-void UserControl1::Wettkampf_Vorbereiten() {
-  const InUse use(*this);
-  commands_.Wettkampf_Vorbereiten();
-}
-void UserControl1::Wettkampf_Starten() {
-  const InUse use(*this);
-  commands_.Wettkampf_Starten();
-}
-void UserControl1::Wettkampf_Stoppen() {
-  const InUse use(*this);
-  commands_.Wettkampf_Stoppen();
-}
-void UserControl1::Set_Linie_Werbefenster_EIN(const QString& text) {
-  send("Werbefenster eingeblendet", [&] { commands_.Set_Linie_Werbefenster_EIN(text); });
-}
-void UserControl1::Set_Linie_Werbefenster_AUS() {
-  send("Werbefenster ausgeblendet", [this] { commands_.Set_Linie_Werbefenster_AUS(); });
-}
-void UserControl1::Set_Linie_ZurueckWindows() {
-  send("zurück zu Windows", [this] { commands_.Set_Linie_ZurueckWindows(); });
-}
-void UserControl1::Set_Linie_ShutDown() {
-  send("Rechner fährt herunter", [this] { commands_.Set_Linie_ShutDown(); });
-}
-void UserControl1::Nachkauf_Senden(bool bFrage) {
-  send("Nachkauf gesendet", [&] { commands_.Nachkauf_Senden(bFrage); });
-}
-
 // ---- result capture ----
 
 void UserControl1::SpeichernInDatenbank(bool bUndVerbuchen) {
-  const InUse use(*this);
-  capture_.SpeichernInDatenbank(bUndVerbuchen);
+  act([&] { capture_.SpeichernInDatenbank(bUndVerbuchen); });
 }
 void UserControl1::HaeringSchussAnAbwaehlen(bool bWahl) {
-  const InUse use(*this);
   // Ticked shots go into the disciplines at once: without one, a box only says that there is no room.
   const bool tooEarly = bWahl && capture_.nOffeneSchuss() > 0 && capture_.lstDisziTarvex().tickedCount() == 0;
   const auto hint = [&] {
-    if (tooEarly && !retired_)
+    if (tooEarly)
       Q_EMIT successSaid(index_, "Zuerst rechts eine Disziplin ankreuzen (F11), dann die Schüsse wählen.");
   };
   hint();
-  capture_.HaeringSchussAnAbwaehlen(bWahl);
-  hint();  // the box may have stood longer than the words
+  if (act([&] { capture_.HaeringSchussAnAbwaehlen(bWahl); }))
+    hint();  // the box may have stood longer than the words
 }
 void UserControl1::HaeringSchussVerwerfenAlle() {
   discard(&LineCapture::HaeringSchussVerwerfenAlle);
 }
 void UserControl1::discard(void (LineCapture::*routine)()) {
-  const InUse use(*this);
   const int before = capture_.nOffeneSchuss();
-  (capture_.*routine)();
-  const int gone = before - capture_.nOffeneSchuss();
-  if (retired_ || gone <= 0) return;
-  Q_EMIT successSaid(index_, gone == 1 ? "1 Schuss verworfen" : QString("%1 Schüsse verworfen").arg(gone));
+  if (!act([&] { (capture_.*routine)(); })) return;
+  if (const int gone = before - capture_.nOffeneSchuss(); gone > 0)
+    Q_EMIT successSaid(index_, gone == 1 ? "1 Schuss verworfen" : QString("%1 Schüsse verworfen").arg(gone));
 }
 void UserControl1::HaeringSchussWettbewerbAnwaehlen() {
-  const InUse use(*this);
-  capture_.HaeringSchussWettbewerbAnwaehlen(ui_->flex->currentRow(), [this](int row) {
-    ui_->flex->setCurrentRow(row);
-    ui_->flex->showRow(row);
+  act([this] {
+    capture_.HaeringSchussWettbewerbAnwaehlen(ui_->flex->currentRow(), [this](int row) {
+      ui_->flex->setCurrentRow(row);
+      ui_->flex->showRow(row);
+    });
   });
 }
 

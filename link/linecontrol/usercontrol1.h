@@ -9,13 +9,14 @@
 // the operator's next need, and unasked and without a box until it goes.
 //
 // Lifetime: routines wait and show boxes, and in there the main window may rebuild all lines. retire() takes
-// the control down at once (timer, exchange, events) but destroys it only when none of its own routines is on
-// the stack any more.
+// the control down at once (timer, exchange, events) but destroys it only when none of its acts is on the
+// stack any more: act() is the door that knows.
 #pragma once
 
 #include <QColor>
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -85,20 +86,11 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void Fill_HaeringGruppen();
   /// Imports a recorded file of shot lines for the line's shooter.
   void Fill_Testdaten(const QString& sDatei);
-  void Output_2_ESA(const QString& sCommand, bool bWarten) override;
 
-  void Set_Linie_PreisModus_ON();
-  void Set_Linie_PreisModus_OFF();
-  void Set_Anmelden_SchuetzeDisziplinen(bool bFrage = true);
-  void Set_Abmelden_Schuetze();
-  void Wettkampf_Vorbereiten();
-  void Wettkampf_Starten();
-  void Wettkampf_Stoppen();
-  void Set_Linie_Werbefenster_EIN(const QString& text);
-  void Set_Linie_Werbefenster_AUS();
-  void Set_Linie_ZurueckWindows();
-  void Set_Linie_ShutDown();
-  void Nachkauf_Senden(bool bFrage);
+  /// One of the line's commands: `line.command(&LineCommands::Set_Linie_ShutDown)`. Says on the line what it
+  /// did, or that it couldn't be written; a failure that it passes on leaves from here. False when the line
+  /// was taken down meanwhile.
+  bool command(const std::function<QString(LineCommands&)>& routine);
   void HaeringSchussVerwerfenAlle();
 
   void Set_Font_HaeringDisziplin(const Schrift& schrift);
@@ -130,15 +122,15 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void changeEvent(QEvent* event) override;
 
  private:
-  /// Keeps a retired control alive while one of its routines is on the stack.
-  class InUse {
-   public:
-    explicit InUse(UserControl1& control);
-    ~InUse();
-
-   private:
-    UserControl1& control_;
-  };
+  /// The one door to everything that may wait or show a box, be it called by a control, a timer or the main
+  /// window: in there the main window may take the line down, which stays in memory until its last act is
+  /// through. False when that happened: nothing of the line is to be touched then.
+  bool act(const std::function<void()>& routine);
+  /// Makes an act of what a signal with these arguments calls.
+  template <class... Args, class Routine>
+  auto acting(Routine routine) {
+    return [this, routine](Args... args) { act([&] { routine(args...); }); };
+  }
 
   /// What is seen of the line, made when it is first needed: a range has more lines than are looked at, and
   /// making their views is most of what a line costs.
@@ -162,6 +154,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void summenZeile(const QString& text) override;
 
   // LineSide
+  void Output_2_ESA(const QString& sCommand, bool bWarten) override;
+  bool opens() override { return isOpenFor(Asked::ByOperator); }
   bool lives() const override { return !retired_; }
   QString startnummer() const override { return sStartnummer_; }
   void setTimerEnabled(bool enabled) override;
@@ -205,8 +199,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void showTransferState(bool enabled, const QString& lblSchusszahl);
   void showBestResults();
   void showSendState(SendState state);
-  /// Runs a routine that sends, and says `done` once something went out, or that it couldn't be written.
-  void send(const QString& done, const std::function<void()>& routine);
+  void sayWhatWasSent(const QString& done, int sentBefore, int notSentBefore);
   void discard(void (LineCapture::*routine)());
   ErrorReport report(const QString& sText) const;
 
@@ -240,7 +233,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   bool exchangeFolderMissing_ = false;
   int sent_ = 0, notSent_ = 0;  // commands so far
   bool retired_ = false;
-  int inUse_ = 0;
+  int acts_ = 0;  // on the stack
 };
 
 }  // namespace qk

@@ -25,20 +25,18 @@ const QString kNotOpen =
 }  // namespace
 
 void UserControl1::Init(const QString& sWettkampf) {
-  const InUse use(*this);
   sWettkampf_ = sWettkampf;
   capture_.setDatabase(nullptr);
   capture_.lstDisziTarvex().clear();
   capture_.lstKombiTarvex().clear();
   db_.reset();
   stationRead_ = listsFilled_ = passwordRefused_ = false;
-  complete(report("Fehler bei Init_err!"), Asked::ByOperator);
+  act([this] { complete(report("Fehler bei Init_err!"), Asked::ByOperator); });
 }
 
 /// What of the opening is still to be done.
 void UserControl1::complete(const ErrorReport& report, Asked asked) {
   if (completing_) return;
-  const InUse use(*this);
   const QScopedValueRollback completing(completing_, true);
   reported(report, [&](Steps& step) {
     if (!db_) step([&] { openDatabase(asked); });
@@ -83,7 +81,6 @@ void UserControl1::readStation() {
 /// Whether the line has its competition; tries to open it when it hasn't. What the operator wants gets a box.
 bool UserControl1::isOpenFor(Asked asked) {
   if (!isComplete() && !completing_) {
-    const InUse use(*this);
     const bool late = !db_;
     const ErrorReport quiet = [](const Error&) { return ErrorAnswer::Abort; };
     complete(asked == Asked::ByOperator ? report("Fehler bei Init_err!") : quiet, asked);

@@ -109,15 +109,11 @@ void UserControl1::connectParts() {
   capture_.setPictureCaption([this] {
     return PictureCaption{sStartnummer_, ui_->m_lblSchuetzenName->text(), ui_->m_lblVereinsName->text()};
   });
-  connect(Timer1_, &QTimer::timeout, this, [this] {
-    const InUse use(*this);
-    if (!db_) tryUnasked();
-    if (exchange_ && db_) exchange_->tick();  // a shot that can't be stored stays with its station
-  });
-  connect(timerWettkampf_, &QTimer::timeout, this, [this] {
-    const InUse use(*this);
-    tryUnasked();
-  });
+  connect(Timer1_, &QTimer::timeout, this, acting([this] {
+            if (!db_) tryUnasked();
+            if (exchange_ && db_) exchange_->tick();  // a shot that can't be stored stays with its station
+          }));
+  connect(timerWettkampf_, &QTimer::timeout, this, acting([this] { tryUnasked(); }));
   connect(&capture_, &LineCapture::transferStateChanged, this, &UserControl1::showTransferState);
   connect(&capture_, &LineCapture::bestResultsChanged, this, &UserControl1::showBestResults);
   connect(&capture_, &LineCapture::stored, this,
@@ -138,29 +134,20 @@ void UserControl1::connectGrids() {
   for (QListWidget* list : {ui_->lstBesteErg, ui_->LstBesteErgSerien, ui_->LstBesteErgTeiler})
     setEmptyText(list, "Noch nichts übertragen");
 
-  connect(ui_->flexHaeringDiszi, &TextGrid::afterEdit, this, [this](int row, int column) {
-    const InUse use(*this);
-    flexHaeringDiszi_AfterEdit(row, column);
-  });
+  connect(ui_->flexHaeringDiszi, &TextGrid::afterEdit, this,
+          acting<int, int>([this](int row, int column) { flexHaeringDiszi_AfterEdit(row, column); }));
   connect(ui_->flexHaeringDiszi, &TextGrid::contextMenuAt, this,
           [this](const QPoint& at) { mnuPopSchuss_->popup(at); });
-  const auto tickShot = [this](int row, int column) {
-    const InUse use(*this);
-    capture_.flex_click(row, column);
-  };
+  const auto tickShot = acting<int, int>([this](int row, int column) { capture_.flex_click(row, column); });
   connect(ui_->flex, &TextGrid::afterEdit, this, tickShot);
   connect(ui_->flex, &TextGrid::clickedAt, this, tickShot);
   connect(ui_->flex, &TextGrid::doubleClickedAt, this, [this] { HaeringSchussWettbewerbAnwaehlen(); });
   connect(ui_->flex, &TextGrid::contextMenuAt, this,
           [this](const QPoint& at) { mnuPopManuellerSchuss_->popup(at); });
-  connect(&capture_.lstDisziTarvex(), &CheckList::ticked, this, [this] {
-    const InUse use(*this);
-    capture_.m_lstDisziTarvex_Click();
-  });
-  connect(&capture_.lstKombiTarvex(), &CheckList::ticked, this, [this] {
-    const InUse use(*this);
-    capture_.m_lstKombiTarvex_Click();
-  });
+  connect(&capture_.lstDisziTarvex(), &CheckList::ticked, this,
+          acting([this] { capture_.m_lstDisziTarvex_Click(); }));
+  connect(&capture_.lstKombiTarvex(), &CheckList::ticked, this,
+          acting([this] { capture_.m_lstKombiTarvex_Click(); }));
   connect(&capture_.lstDisziTarvex(), &CheckList::currentChanged, this, [this](int position) {
     ui_->m_lstDisziTarvex->setCurrentIndex(capture_.lstDisziTarvex().index(position));
   });
@@ -170,10 +157,7 @@ void UserControl1::connectControls() {
   const auto press = [this](QAbstractButton* button, auto routine, const char* hint) {
     button->setProperty("hinweis", hint);
     button->setStatusTip(hint);
-    connect(button, &QAbstractButton::clicked, this, [this, routine] {
-      const InUse use(*this);
-      routine();
-    });
+    connect(button, &QAbstractButton::clicked, this, acting(routine));
   };
   press(
       ui_->cmdSucheStartnummer, [this] { cmdSucheStartnummer_Click(); },
@@ -184,23 +168,23 @@ void UserControl1::connectControls() {
       ui_->cmdLinieClear, [this] { cmdLinieClear_Click(); },
       "Nimmt den Schützen von der Linie; an die Station wird nichts gesendet.");
   press(
-      ui_->cmdPreisModus, [this] { Set_Linie_PreisModus_ON(); },
+      ui_->cmdPreisModus, [this] { command(&LineCommands::Set_Linie_PreisModus_ON); },
       "Station in den Preismodus, Schüsse werden empfangen (F5).");
   press(
       ui_->Command2,
       [this] {
-        Set_Abmelden_Schuetze();
-        if (!retired_) Set_Linie_PreisModus_OFF();
+        if (command(&LineCommands::Set_Abmelden_Schuetze)) command(&LineCommands::Set_Linie_PreisModus_OFF);
       },
       "Meldet den Schützen ab und beendet den Preismodus.");
   press(
-      ui_->cmdSendenSchuetzenDisziplinen, [this] { Set_Anmelden_SchuetzeDisziplinen(true); },
+      ui_->cmdSendenSchuetzenDisziplinen,
+      [this] { command([](LineCommands& line) { return line.Set_Anmelden_SchuetzeDisziplinen(true); }); },
       "Meldet Schütze und angekreuzte Disziplinen an der Station an (F6).");
   press(
-      ui_->cmdNachkauf, [this] { Nachkauf_Senden(true); },
+      ui_->cmdNachkauf, [this] { command([](LineCommands& line) { return line.Nachkauf_Senden(true); }); },
       "Sendet die eingegebenen zusätzlichen Schüsse (F7).");
   press(
-      ui_->cmdAbmeldenSchuetze, [this] { Set_Abmelden_Schuetze(); },
+      ui_->cmdAbmeldenSchuetze, [this] { command(&LineCommands::Set_Abmelden_Schuetze); },
       "Meldet den Schützen an der Station ab (F12).");
   press(
       ui_->cmdCreateCTL, [this] { cmdCreateCTL_Click(); },
@@ -238,10 +222,8 @@ void UserControl1::connectControls() {
       "Speichert die übertragenen Ergebnisse; die Schüsse bleiben offen.");
   connect(ui_->m_txtStartNummer, &QLineEdit::returnPressed, ui_->cmdSucheStartnummer,
           &QAbstractButton::click);
-  connect(ui_->cmbHaeringGruppen, &QComboBox::activated, this, [this](int position) {
-    const InUse use(*this);
-    cmbHaeringGruppen_Click(position);
-  });
+  connect(ui_->cmbHaeringGruppen, &QComboBox::activated, this,
+          acting<int>([this](int position) { cmbHaeringGruppen_Click(position); }));
 }
 
 void UserControl1::makePopups() {
@@ -250,11 +232,7 @@ void UserControl1::makePopups() {
   const auto entry = [this](QMenu* menu, const QString& name, const QString& text, auto routine) {
     QAction* action = menu->addAction(text);
     action->setObjectName(name);
-    connect(action, &QAction::triggered, this, [this, routine] {
-      const InUse use(*this);
-      routine();
-    });
-    return action;
+    connect(action, &QAction::triggered, this, acting(routine));
   };
   const auto enter = [this](int count) {
     if (const int row = ui_->flexHaeringDiszi->currentRow(); row > 0) disciplines_.enterExtra(row, count);

@@ -55,7 +55,7 @@ void TestManyLines::viewsComeWithTheirFirstShowing() {
 void TestManyLines::aLineThatNobodyLooksAtWorks() {
   RangeOffice office("11");
   QVERIFY(office.open());
-  office.line(2).Set_Linie_PreisModus_ON();
+  office.line(2).command(&LineCommands::Set_Linie_PreisModus_ON);
   QCOMPARE(office.takeCommand(2), "76 'Umschalten auf Preismodus");
   QCOMPARE(office.mark(2), "go");
   office.fire(2, shotRecord(2, 1, "9,7", "123,4"));

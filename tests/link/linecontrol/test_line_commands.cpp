@@ -19,6 +19,7 @@ class JournalLine : public LineSide {
     if (journal.size() == diesAfter) living = false;
   }
   bool lives() const override { return living; }
+  bool opens() override { return open; }
   QString startnummer() const override { return number; }
   QString schuetzenName() const override { return "Müller"; }
   void setTimerEnabled(bool enabled) override { journal << (enabled ? "Timer an" : "Timer aus"); }
@@ -36,6 +37,7 @@ class JournalLine : public LineSide {
   QString number = "107";
   bool failing = false;
   bool living = true;
+  bool open = true;
   int diesAfter = -1;
 };
 
@@ -65,6 +67,12 @@ class TestLineCommands : public QObject {
     commands_->Set_Linie_PreisModus_ON();
     QCOMPARE(line_->journal,
              (QStringList{"H014", "76 'Umschalten auf Preismodus", "Timer an", "Ereignis gestartet"}));
+  }
+
+  void aLineWithoutItsCompetitionStartsNothing() {
+    line_->open = false;
+    commands_->Set_Linie_PreisModus_ON();
+    QCOMPARE(line_->journal, QStringList());
   }
 
   void priceModeOff() {

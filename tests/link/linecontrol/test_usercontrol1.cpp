@@ -450,7 +450,7 @@ void TestUserControl1::pendingCommandShowsTheSendLabel() {
     shown = sending.isVisible() && sending.palette().color(QPalette::Window) == QColor(255, 0, 0);
     office_->takeCommand(1);
   });
-  office_->line(1).Nachkauf_Senden(false);
+  office_->line(1).command([](LineCommands& line) { return line.Nachkauf_Senden(false); });
   QVERIFY(shown);
   QVERIFY(!office_->on<QLabel>(1, "lblSenden").isVisible());
   QCOMPARE(office_->takeCommand(1), QString("801;5"));
