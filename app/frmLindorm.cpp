@@ -44,8 +44,8 @@ frmLindorm::frmLindorm(const Workplace& workplace, GlobalVariablen& global, QWid
   connectMenus();
   connectInfoList();
   showLineActions();
-  connect(&tree_, &LineTree::nodeClicked, this, [this](QString key) {
-    reported(clickReport("tree_NodeClick"), [&](Steps&) { ShowControl(key.remove("Linie").toShort()); });
+  connect(&tree_, &LineTree::nodeClicked, this, [this](int nLinie) {
+    reported(clickReport("tree_NodeClick"), [&](Steps&) { ShowControl(static_cast<qint16>(nLinie)); });
   });
   connect(&marks_, &LineMarks::shooterChosen, this, &frmLindorm::Zeige_Schuetzen);
   connectWatch();

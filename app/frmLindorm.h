@@ -105,6 +105,8 @@ class frmLindorm : public QMainWindow {
   void showLoading(int position, qsizetype all);
   void clearLines();
   UserControl1* addLine(int nIndex);
+  /// Marks the node at this position of the tree, and shows its line.
+  void showNode(int position);
   struct LineFonts {
     Schrift shots, disciplines;
   };

@@ -41,10 +41,7 @@ void frmLindorm::Load_Settings() {
     }
     statusBar()->clearMessage();
     if (watch_.isExchangeFolderDeaf()) watch_.lookAtExchangeFolder();  // perhaps another one was chosen
-    if (tree_.count() > 0) {
-      tree_.select(1);
-      ShowControl(tree_.key(1).remove("Linie").toShort());
-    }
+    if (tree_.count() > 0) showNode(1);
     showLineActions();
   });
 }
@@ -110,6 +107,11 @@ void frmLindorm::ShowControl(qint16 nLinie) {
   showLineActions();
 }
 
+void frmLindorm::showNode(int position) {
+  tree_.select(position);
+  ShowControl(static_cast<qint16>(tree_.linie(position)));
+}
+
 int frmLindorm::GetTreeIndex(int nIndex) const {
   return marks_.GetTreeIndex(nIndex);
 }
@@ -118,8 +120,7 @@ void frmLindorm::Zeige_Schuetzen(int nIndex) {
   if (tree_.count() == 0) return;
   if (tree_.selected() == 0) tree_.select(1);
   const int selected = tree_.selected();
-  tree_.setText(selected,
-                tree_.key(selected).replace("Linie", " ") + " - " + cLine(nIndex).lblSchuetzenName()->text());
+  tree_.setText(selected, QString(" %1 - ").arg(tree_.linie(selected)) + cLine(nIndex).schuetzenName());
   if (liesFlag(workplace_.settings, keys::OpenKassenfenster)) ui_->mnuEditKasse->trigger();
 }
 

@@ -86,8 +86,7 @@ void frmLindorm::makeKeys() {
     connect(new QShortcut(key, this), &QShortcut::activated, this, [this, by] {
       const int position = tree_.selected() + by;
       if (position < 1 || position > tree_.count()) return;
-      tree_.select(position);
-      ShowControl(tree_.key(position).remove("Linie").toShort());
+      showNode(position);
     });
   };
   step(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);

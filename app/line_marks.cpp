@@ -62,7 +62,7 @@ void LineMarks::schuetzeGesendet(int nIndex) {
 void LineMarks::frei(int nIndex) {
   if (const int selected = tree_.selected(); selected > 0) {
     tree_.setImage(selected, tree_.tag(selected) == tag::PreismodusOn ? mark::Go : mark::Pfeil);
-    tree_.setText(selected, tree_.key(selected).remove("Linie").trimmed());
+    tree_.setText(selected, QString::number(tree_.linie(selected)));
   }
   UserControl1* line = lineOf_(nIndex);
   if (!line) return;

@@ -15,6 +15,7 @@ constexpr int kKeyRole = Qt::UserRole;
 constexpr int kImageRole = Qt::UserRole + 1;
 constexpr int kTagRole = Qt::UserRole + 2;
 constexpr int kWorkRole = Qt::UserRole + 3;  // in words
+constexpr int kLineRole = Qt::UserRole + 4;
 constexpr int kWorkColumn = 1;
 
 /// What a screen reader, and the pointer, say of a mark.
@@ -33,7 +34,7 @@ LineTree::LineTree(QTreeWidget* widget) : widget_(widget) {
   widget_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
   widget_->header()->setSectionResizeMode(kWorkColumn, QHeaderView::ResizeToContents);
   const auto tell = [this](QTreeWidgetItem* item) {
-    if (item && !selecting_) Q_EMIT nodeClicked(item->data(0, kKeyRole).toString());
+    if (item && !selecting_) Q_EMIT nodeClicked(item->data(0, kLineRole).toInt());
   };
   connect(widget_, &QTreeWidget::currentItemChanged, this, tell);  // by keyboard
   connect(widget_, &QTreeWidget::itemClicked, this, tell);
@@ -49,6 +50,7 @@ void LineTree::add(int nLinie) {
   auto* item = new QTreeWidgetItem;
   item->setText(0, " " + QString::number(nLinie));
   item->setData(0, kKeyRole, "Linie" + QString::number(nLinie));
+  item->setData(0, kLineRole, nLinie);
   selecting_ = true;
   widget_->addTopLevelItem(item);
   selecting_ = false;
@@ -71,6 +73,9 @@ QTreeWidgetItem* LineTree::node(int position) const {
   return item;
 }
 
+int LineTree::linie(int position) const {
+  return node(position)->data(0, kLineRole).toInt();
+}
 QString LineTree::key(int position) const {
   return node(position)->data(0, kKeyRole).toString();
 }
@@ -121,7 +126,7 @@ void LineTree::describe(int position) {
       (QStringList{markText(image(position))} + item->data(0, kWorkRole).toStringList()).join(", ");
   item->setData(0, Qt::AccessibleDescriptionRole, words);
   for (int column : {0, kWorkColumn})
-    item->setStatusTip(column, key(position).replace("Linie", "Linie ") + ": " + words);
+    item->setStatusTip(column, QString("Linie %1: ").arg(linie(position)) + words);
 }
 
 int LineTree::selected() const {

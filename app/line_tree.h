@@ -38,6 +38,7 @@ class LineTree : public QObject {
   int positionOf(int nLinie) const;
 
   // Of the node at a position from 1.
+  int linie(int position) const;  ///< the line that it stands for
   QString key(int position) const;
   QString text(int position) const;
   void setText(int position, const QString& text);
@@ -54,7 +55,7 @@ class LineTree : public QObject {
   void select(int position);
 
  Q_SIGNALS:
-  void nodeClicked(const QString& key);
+  void nodeClicked(int nLinie);
 
  private:
   QTreeWidgetItem* node(int position) const;

@@ -28,7 +28,7 @@ class LineSide {
   /// Whether the line has its competition, without which it takes no shot; tries to open it when it hasn't.
   virtual bool opens() = 0;
   virtual QString startnummer() const = 0;
-  virtual QString schuetzenName() const = 0;  ///< as the label shows it
+  virtual QString schuetzenName() const = 0;
   virtual void setTimerEnabled(bool enabled) = 0;
   virtual void clearShooterInput() = 0;   ///< the box of the start number
   virtual void clearShooterLabels() = 0;  ///< the five labels of the shooter

@@ -103,14 +103,11 @@ void UserControl1::setLinie(qint16 nLinie) {
   SetStandnummer(nLinie);
 }
 
-QLabel* UserControl1::lblSchuetzenName() const {
-  return ui_->m_lblSchuetzenName;
-}
 QLineEdit* UserControl1::txtStartnummer() const {
   return ui_->m_txtStartNummer;
 }
 QString UserControl1::schuetzenName() const {
-  return ui_.areMade() ? ui_->m_lblSchuetzenName->text() : QString();
+  return capture_.shooter() ? capture_.shooter()->Name : QString();
 }
 
 void UserControl1::stopPolling() {
@@ -302,12 +299,12 @@ void UserControl1::summenZeile(const QString& text) {
 
 void UserControl1::mnuPopHaeringManuellNeu_Click() {
   reported(report("Fehler bei mnuPopHaeringManuellNeu_Click_err!"), [&](Steps&) {
-    if (!capture_.shooter()) return workplace_.dialogs.note("Bitte wählen Sie einen Schützen!");
+    const Schuetze* shooter = capture_.shooter();
+    if (!shooter) return workplace_.dialogs.note("Bitte wählen Sie einen Schützen!");
     const ShotCollection& open = capture_.m_colHaeringSchuss();
     const auto last = open.isEmpty() ? nullptr : open.at(open.count() - 1);
-    const auto schuss = std::make_shared<HaeringSchuss>(
-        manualShot(last.get(), {nLinie_, sStartnummer_, schuetzenName(), ui_->m_lblKlasse->text()},
-                   workplace_.clock.now()));
+    const auto schuss = std::make_shared<HaeringSchuss>(manualShot(
+        last.get(), {nLinie_, sStartnummer_, shooter->Name, shooter->KlassenName}, workplace_.clock.now()));
     frmHaeringEinzelschuss dialog(workplace_, *schuss, wettbewerbeText(disciplines_.table()), window());
     dialog.exec();
     if (retired_ || !dialog.bOK()) return;

@@ -31,7 +31,6 @@
 #include "platform/dao/database.h"
 #include "platform/workplace.h"
 
-class QLabel;
 class QLineEdit;
 class QMenu;
 namespace Ui {
@@ -62,8 +61,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void SpeichernInDatenbank(bool bUndVerbuchen);
   void HaeringSchussAnAbwaehlen(bool bWahl);
   void HaeringSchussWettbewerbAnwaehlen();
-  QLabel* lblSchuetzenName() const;
-  /// What that label shows.
+  /// Empty without a shooter.
   QString schuetzenName() const override;
   QLineEdit* txtStartnummer() const;
   const QString& sStartnummer() const { return sStartnummer_; }

@@ -107,7 +107,8 @@ void UserControl1::connectParts() {
     if (ui_.areMade()) ui_->lblTime->setText(dateText(now));
   };
   capture_.setPictureCaption([this] {
-    return PictureCaption{sStartnummer_, ui_->m_lblSchuetzenName->text(), ui_->m_lblVereinsName->text()};
+    const Schuetze* shooter = capture_.shooter();
+    return PictureCaption{sStartnummer_, schuetzenName(), shooter ? shooter->VereinsName : QString()};
   });
   connect(Timer1_, &QTimer::timeout, this, acting([this] {
             if (!db_) tryUnasked();

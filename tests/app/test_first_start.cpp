@@ -108,7 +108,7 @@ void TestFirstStart::theDemoOpensWithLinesAndStations() {
   QCOMPARE(office.window().sWettkampf(), demoFile(office));
   QCOMPARE(office.window().lineCount(), 6);
   office.chooseShooter(1, "107");
-  QVERIFY(!office.line(1).lblSchuetzenName()->text().isEmpty());
+  QVERIFY(!office.line(1).schuetzenName().isEmpty());
   QCOMPARE(office.place.settings.value("Tarvex", "Häring", "Letzter Wettkampf"), demoFile(office));
   // The next start finds it by itself.
   office.drop();
