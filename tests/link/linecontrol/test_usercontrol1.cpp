@@ -6,6 +6,7 @@
 #include <QListView>
 #include <QListWidget>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -410,8 +411,11 @@ void TestUserControl1::discardAll() {
   office_->boxes.expect(question, BoxAnswer::No).titled("Hinweis").showing(BoxIcon::Question);
   office_->press(1, "m_cmdVerwerfen");
   QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
+  const QSignalSpy said(&office_->line(1), &UserControl1::successSaid);
   office_->boxes.expect(question, BoxAnswer::Yes);
   trigger(office_->window(), "Löschen");
+  QCOMPARE(said.size(), 1);
+  QCOMPARE(said.first().at(1).toString(), QString("1 Schuss verworfen"));
   QCOMPARE(office_->line(1).nOffeneSchuss(), 0);
   QCOMPARE(office_->rowsOf("Select * from Haering_Daten where Verworfen = -1"), 1);
 }

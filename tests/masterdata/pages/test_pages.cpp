@@ -1,4 +1,5 @@
 // Every column of master data can be set somewhere, and says what it does.
+#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
 
@@ -118,6 +119,19 @@ class TestPages : public QObject {
       }
       for (const LinkedList& link : page.links) QVERIFY2(link.effect.endsWith('.'), qPrintable(link.table));
     }
+  }
+
+  void aChoiceThatSaysItsNumberStandsForIt() {
+    static const QRegularExpression number("\\((-?\\d+)\\)$|^(\\d+)( –|$)");
+    int told = 0;
+    for (const Page& page : masterDataPages())
+      for (const PageColumn& column : page.columns)
+        for (const PageChoice& choice : column.choices)
+          if (const auto match = number.match(choice.text); match.hasMatch()) {
+            ++told;
+            QCOMPARE(choice.value.toString(), match.captured(1) + match.captured(2));
+          }
+    QVERIFY(told > 10);
   }
 
   void classesRefuseLimitsThatNobodyMeets() {
