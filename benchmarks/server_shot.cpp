@@ -41,8 +41,8 @@ class ServerPlace {
     competition_ = dao::Database::open(path);
     competition_->reserveNumbers("Haering_Daten");
     const QString address = QString("host='%1' port=%2 dbname='%3' user='%4'")
-                                .arg(store_.address().host)
-                                .arg(store_.address().port)
+                                .arg(store_.address().endpoints.first().host)
+                                .arg(store_.address().endpoints.first().port)
                                 .arg(store_.address().database, store_.address().user);
     client_.reset(PQconnectdb(address.toUtf8().constData()));
     prepareInsert();

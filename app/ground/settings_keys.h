@@ -40,6 +40,7 @@ inline constexpr QStringView kAllgemein = u"Allgemein";
 inline constexpr QStringView kOptik = u"OptikAufnahme";
 inline constexpr QStringView kPositionen = u"Positionen";
 inline constexpr QStringView kKasse = u"Kasse";
+inline constexpr QStringView kServer = u"Server";
 
 inline constexpr SettingKey Netzverzeichnis{kTarvex, kHaering, u"Netzverzeichnis",
                                             u"C:\\Programme\\ESA2002\\"};

@@ -3,6 +3,7 @@
 #include <QTextStream>
 #include <QWidget>
 
+#include "app/shell/kept_timelines.h"
 #include "app/shell/password_question.h"
 #include "platform/dialog/message_boxes.h"
 #include "platform/look/look.h"
@@ -32,6 +33,8 @@ int run(QkApplication& application, const Program& program) {
 
   const dao::SharedPasswords passwords(passwordQuestion(
       [&dialogs](const QString& prompt, const QString& title) { return dialogs.password(prompt, title); }));
+
+  const dao::KeptTimelines timelines(timelinesIn(settings.filePath()));
 
   const ProgramCall call = program.call(QCoreApplication::arguments().mid(1));
   SingleInstance instance(settings.filePath(), call.kind);

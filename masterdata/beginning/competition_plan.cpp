@@ -42,9 +42,11 @@ PlanTrouble placeTrouble(const CompetitionPlan& plan, Files& files) {
     if (dao::isServerFile(plan.path)) return {};
     return {"path", "Diese Datei gibt es schon, und sie nennt keinen Server:\n" + plan.path};
   }
-  if (plan.server.host.trimmed().isEmpty()) return {"host", "Es fehlt der Name des Servers."};
-  if (plan.server.database.trimmed().isEmpty()) return {"database", "Es fehlt der Name der Datenbank."};
-  if (plan.server.user.trimmed().isEmpty()) return {"user", "Es fehlt der Name des Benutzers."};
+  if (plan.hosts.trimmed().isEmpty()) return {"host", "Es fehlt der Name des Servers."};
+  if (const QString trouble = dao::endpointsIn(plan.hosts, plan.port).trouble; !trouble.isEmpty())
+    return {"host", trouble};
+  if (plan.database.trimmed().isEmpty()) return {"database", "Es fehlt der Name der Datenbank."};
+  if (plan.user.trimmed().isEmpty()) return {"user", "Es fehlt der Name des Benutzers."};
   return {};
 }
 
@@ -100,7 +102,11 @@ MakingResult makePlanned(const CompetitionPlan& plan, Files& files, const Making
     request.withShooters = plan.withShooters;
   }
   const bool writes = plan.onServer && !files.exists(plan.path);
-  if (writes) files.write(plan.path, dao::serverAddressText(plan.server));
+  if (writes) {
+    const dao::ServerAddress server{dao::endpointsIn(plan.hosts, plan.port).endpoints,
+                                    plan.database.trimmed(), plan.user.trimmed()};
+    files.write(plan.path, dao::serverAddressText(server));
+  }
   try {
     return makeCompetition(request, watch);
   } catch (...) {

@@ -20,8 +20,10 @@ struct CompetitionPlan {
   bool withClubs = false, withTeams = false, withShooters = false;
   QString path;  ///< of the competition's file, or of the file that names the server
   bool onServer =
-      false;  ///< the file at `path` is written with this address; one that is there stays as it is
-  dao::ServerAddress server;
+      false;      ///< the file at `path` is written with this address; one that is there stays as it is
+  QString hosts;  ///< of the server, as typed: "erster, zweiter:5433"
+  int port = dao::kUsualPort;
+  QString database, user;
 };
 
 struct PlanTrouble {

@@ -109,10 +109,10 @@ CompetitionPlan NewCompetition::plan() const {
   plan.withShooters = ui_->chkSchuetzen->isChecked();
   plan.path = ui_->txtPfad->text().trimmed();
   plan.onServer = ui_->optServer->isChecked();
-  plan.server.host = ui_->txtServer->text().trimmed();
-  plan.server.port = ui_->spnPort->value();
-  plan.server.database = ui_->txtDatenbank->text().trimmed();
-  plan.server.user = ui_->txtBenutzer->text().trimmed();
+  plan.hosts = ui_->txtServer->text().trimmed();
+  plan.port = ui_->spnPort->value();
+  plan.database = ui_->txtDatenbank->text().trimmed();
+  plan.user = ui_->txtBenutzer->text().trimmed();
   return plan;
 }
 

@@ -20,7 +20,6 @@ namespace qk::dao {
 namespace {
 
 constexpr int kKeptStatements = 200;
-constexpr int kOldestServer = 150000;
 /// Rows that are read to the end rather than have the server told to stop.
 constexpr int kDrained = 1000;
 
@@ -126,9 +125,6 @@ QByteArray newName() {
 
 }  // namespace
 
-void PostgresConnection::Finish::operator()(pg_conn* connection) const {
-  PQfinish(connection);
-}
 void PostgresConnection::Clear::operator()(pg_result* result) const {
   PQclear(result);
 }
@@ -150,12 +146,7 @@ OpenOptions PostgresConnection::optionsOfAnother() const {
   return options;
 }
 
-/// Without a message from the client library: its words are the workstation's language, or English.
-std::optional<PostgresConnection::Refusal> PostgresConnection::tryConnect() {
-  const QByteArray host = address_.host.toUtf8(), database = address_.database.toUtf8();
-  const QByteArray user = address_.user.toUtf8(), password = password_.value_or(QString()).toUtf8();
-  const QByteArray port = QByteArray::number(address_.port);
-  name_ = newName();
+QByteArray PostgresConnection::sessionSettings() const {
   QByteArray settings =
       "-c search_path=dao -c lock_timeout=5s -c datestyle=ISO,YMD -c extra_float_digits=1 -c "
       "bytea_output=hex "
@@ -164,60 +155,7 @@ std::optional<PostgresConnection::Refusal> PostgresConnection::tryConnect() {
   settings += " -c jit=off";
   if (options_.readOnly) settings += " -c default_transaction_read_only=on";
   if (!options_.durable) settings += " -c synchronous_commit=off";
-  // A network that is dead says nothing: the system looks for the other end by itself.
-  const std::array keys{"host",
-                        "port",
-                        "dbname",
-                        "user",
-                        "password",
-                        "application_name",
-                        "keepalives_idle",
-                        "keepalives_interval",
-                        "keepalives_count",
-                        "tcp_user_timeout",
-                        "client_encoding",
-                        "options",
-                        static_cast<const char*>(nullptr)};
-  const std::array values{host.constData(),
-                          port.constData(),
-                          database.constData(),
-                          user.constData(),
-                          password_ ? password.constData() : nullptr,
-                          name_.constData(),
-                          "10",
-                          "2",
-                          "3",
-                          "10000",
-                          "UTF8",
-                          settings.constData(),
-                          static_cast<const char*>(nullptr)};
-  connection_.reset(PQconnectStartParams(keys.data(), values.data(), 0));
-  // The state alone: the server's words are in whatever language it was set up in.
-  PQsetErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
-  const bool inTime = finishConnecting();
-  if (inTime && PQstatus(connection_.get()) == CONNECTION_OK) {
-    ended_ = false;
-    PQsetErrorVerbosity(connection_.get(), PQERRORS_DEFAULT);
-    PQsetnonblocking(connection_.get(), 1);
-    PQsetNoticeReceiver(connection_.get(), hearNotice, this);
-    return {};
-  }
-  const QString message = messageOf(PQerrorMessage(connection_.get()));
-  return Refusal{message, postgres::stateIn(message), !inTime};
-}
-
-/// False when it took too long.
-bool PostgresConnection::finishConnecting() {
-  ServerWait wait(patience_);
-  PostgresPollingStatusType next = PGRES_POLLING_WRITING;
-  while (PQstatus(connection_.get()) != CONNECTION_BAD) {
-    const SocketUse use = next == PGRES_POLLING_READING ? SocketUse::Read : SocketUse::Write;
-    while (!wait.isReady(PQsocket(connection_.get()), use))
-      if (wait.isOver()) return false;
-    next = PQconnectPoll(connection_.get());
-    if (next == PGRES_POLLING_OK || next == PGRES_POLLING_FAILED) break;
-  }
-  return true;
+  return settings;
 }
 
 /// A server that shuts down says good-bye to whoever asks it nothing.
@@ -230,25 +168,28 @@ void PostgresConnection::connect() {
   statements_.clear();
   inTransaction_ = false;
   if (WaitingSign::isShowing()) throw Error(postgres::kBusy);
-  while (const std::optional<Refusal> refusal = tryConnect()) {
-    const bool wanted = PQconnectionNeedsPassword(connection_.get());
-    const bool wrong = !wanted && postgres::isWrongPassword(refusal->state);
-    connection_.reset();
-    if (!wanted && !wrong)
-      throw Error(postgres::kConnectionLost,
-                  QString("Die Datenbank %1 ist nicht erreichbar: %2")
-                      .arg(placeOf(address_), refusal->silent ? postgres::silenceOf(address_)
-                                                              : postgres::refusalOf(address_, refusal->state,
-                                                                                    refusal->message)));
+  ServerMemory& memory = ServerMemory::ofProgram();
+  name_ = newName();
+  for (;;) {
+    postgres::Answer answer =
+        postgres::dial({address_, password_, name_, sessionSettings(), patience_}, memory);
+    if (answer.connection) {
+      connection_ = std::move(answer.connection);
+      identity_ = answer.identity;
+      host_ = nameOf(address_, answer.endpoint);
+      waitsForStandby_ = answer.waitsForStandby;
+      break;
+    }
+    if (answer.password == postgres::Answer::Password::Fine) throw answer.failure;
     // A password that is missing counts as used, too.
-    password_ = options_.askPassword ? options_.askPassword(address_, !wanted) : std::nullopt;
+    const bool again = answer.password == postgres::Answer::Password::Wrong;
+    password_ = options_.askPassword ? options_.askPassword(address_, again) : std::nullopt;
     if (!password_) throw Error(postgres::kNoLogin);
   }
-  if (PQserverVersion(connection_.get()) < kOldestServer) {
-    connection_.reset();
-    throw Error(3343,
-                "Der Datenbankserver " + address_.host + " ist zu alt: PostgreSQL 15 oder neuer ist nötig.");
-  }
+  held_ = memory.hold(address_, identity_);
+  ended_ = false;
+  PQsetnonblocking(connection_.get(), 1);
+  PQsetNoticeReceiver(connection_.get(), hearNotice, this);
   endFormerOnes();
 }
 
@@ -282,6 +223,14 @@ void PostgresConnection::requireFormerIdle() {
       QString("Die Datenbank %1 ist noch mit dem vorigen Versuch beschäftigt.").arg(placeOf(address_)));
 }
 
+void PostgresConnection::requireAllSafe() {
+  ensureAlive();
+  // The smallest thing that is a commit of its own: it waits for what came before it.
+  const Result result = execute("SELECT pg_logical_emit_message(true, 'qk', '')");
+  if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) throw errorIn(result.get());
+  unconfirmed_ = false;
+}
+
 void PostgresConnection::withPatience(int times, const std::function<void()>& body) {
   const QScopedValueRollback longer(patience_, patience_ * times);
   body();
@@ -292,20 +241,29 @@ void PostgresConnection::throwLost(Loss loss) {
   statements_.clear();
   noteLoss();
   const QString place = placeOf(address_);
-  throw Error(postgres::kConnectionLost,
-              loss == Loss::Silent
-                  ? QString("Die Datenbank %1 antwortet nicht: %2").arg(place, postgres::silenceOf(address_))
-                  : QString("Die Verbindung zur Datenbank %1 ist unterbrochen.").arg(place));
+  if (loss == Loss::Ended)
+    throw Error(postgres::kConnectionLost,
+                QString("Die Verbindung zur Datenbank %1 ist unterbrochen.").arg(place));
+  const QString why =
+      waitsForStandby_
+          ? QString(
+                "Entweder gibt der Rechner '%1' keine Antwort, oder er wartet auf seinen Ersatzserver, ohne "
+                "den er nichts speichert.")
+                .arg(host_)
+          : postgres::silenceOf(host_);
+  throw Error(postgres::kConnectionLost, QString("Die Datenbank %1 antwortet nicht: %2").arg(place, why));
 }
 
-/// A connection that the server has ended says so before anything is sent.
+/// A connection that the server has ended says so before anything is sent; one to a server that another has
+/// overtaken is given up.
 void PostgresConnection::ensureAlive() {
   if (WaitingSign::isShowing()) throw Error(postgres::kBusy);
   if (connection_) {
     const int socket = PQsocket(connection_.get());
     while (isReady(socket, SocketUse::Read, 0) && PQconsumeInput(connection_.get()))
       PQisBusy(connection_.get());
-    if (PQstatus(connection_.get()) == CONNECTION_OK && !ended_) return;
+    const bool overtaken = ServerMemory::ofProgram().isOvertaken(identity_);
+    if (PQstatus(connection_.get()) == CONNECTION_OK && !ended_ && !overtaken) return;
   }
   if (inTransaction_) throwLost();
   if (connection_) noteLoss();
@@ -454,8 +412,10 @@ PostgresConnection::Outcome PostgresConnection::collect(const Take& take) {
 int PostgresConnection::run(const QString& text, const QVariantList& values, const Take& take,
                             bool repeatable) {
   if (inTransaction_ && transactionFailure_) throw *transactionFailure_;
+  const bool stores = !repeatable && !inTransaction_;
   for (int attempt = 0;; ++attempt) {
     ensureAlive();
+    if (stores && unconfirmed_) requireAllSafe();
     if (listener_) listener_(text);
     const bool again = attempt == 0 && !inTransaction_;
     bool anyRow = false;
@@ -477,6 +437,7 @@ int PostgresConnection::run(const QString& text, const QVariantList& values, con
       throw *outcome.failure;
     } catch (const Error& error) {
       const bool lost = error.number() == postgres::kConnectionLost && !connection_;
+      if (lost && stores && !options_.readOnly) unconfirmed_ = true;
       if (!lost || !repeatable || !again || anyRow) throw;
     }
   }
@@ -501,6 +462,7 @@ int PostgresConnection::write(const QString& text, const QVariantList& values, c
 
 void PostgresConnection::begin() {
   ensureAlive();
+  if (unconfirmed_) requireAllSafe();
   doubt_.clear();
   mark_ = marks_ && !options_.readOnly ? QUuid::createUuid().toString(QUuid::WithoutBraces) : QString();
   QString text = "BEGIN";
@@ -540,6 +502,7 @@ void PostgresConnection::commit() {
     formerMark_ = mark;
     return;
   }
+  unconfirmed_ = !options_.readOnly;
   if (mark.isEmpty()) throw *lost;
   doubt_ = mark;
   const bool stored = isStored(mark);
@@ -548,13 +511,19 @@ void PostgresConnection::commit() {
 }
 
 /// Putting the mark there ourselves waits for a transaction that is just about to end, and shuts out one that
-/// would come later.
+/// would come later. Ours is told from that of the transaction by a time far ahead: the answer to this
+/// question may get lost, too.
 bool PostgresConnection::isStored(const QString& mark) {
   try {
-    const int added =
-        write("INSERT INTO " + postgres::kMarksTable + " VALUES (?::uuid) ON CONFLICT DO NOTHING", {mark});
+    const int added = write("INSERT INTO " + postgres::kMarksTable +
+                                " VALUES (?::uuid, now() + interval '100 years') ON CONFLICT DO NOTHING",
+                            {mark});
+    const bool stored = added == 0 && value("SELECT made < now() + interval '50 years' FROM " +
+                                                postgres::kMarksTable + " WHERE mark = ?::uuid",
+                                            {mark})
+                                          .toBool();
     formerMark_ = mark;
-    return added == 0;
+    return stored;
   } catch (const Error& error) {
     // Whatever it was that the question failed by, the fate of the commit is open.
     throw error.number() == postgres::kConnectionLost ? error

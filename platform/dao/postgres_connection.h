@@ -9,6 +9,13 @@
 //
 // A server that says nothing for longer than the address's patience counts as lost, too. What it may still be
 // about is ended by the next connection, so that nothing is stored behind the back of whoever tries again.
+//
+// Where the address names several hosts, each connection is made to the one that is the primary then; and a
+// connection to a primary that was overtaken by another counts as lost.
+//
+// A server that waits for its standby with each commit has stored a row before the standby has it. When that
+// wait is given up, the row stands there to be seen, and would be gone if the standby took over now: so
+// before anything that was lost on the way is taken for stored, the standby must have all of it.
 #pragma once
 
 #include <QByteArrayList>
@@ -22,9 +29,9 @@
 #include <utility>
 
 #include "platform/dao/database.h"
+#include "platform/dao/postgres_dial.h"
 #include "platform/runtime/error.h"
 
-struct pg_conn;
 struct pg_result;
 
 namespace qk::dao {
@@ -56,7 +63,7 @@ class PostgresConnection {
 
   /// From now on each transaction leaves a mark, a row of its own in a table that is there
   /// (postgres::kMarksTable), by which its fate is told when the answer to its commit gets lost. A number of
-  /// the server's could be somebody else's after a crash or on a stand-by; this row can only be ours.
+  /// the server's could be somebody else's after a crash or on a standby; this row can only be ours.
   void leaveMarks() { marks_ = true; }
   void begin();
   /// Fails unless the server has confirmed it, or the mark is there. When neither can be learned now,
@@ -74,6 +81,9 @@ class PostgresConnection {
   int losses() const { return losses_; }
   /// Fails with 3043 while a connection that was lost is still at work on the server.
   void requireFormerIdle();
+  /// Whatever can be seen of the store now is safe when this comes back: a standby that the server waits for
+  /// has it, too. Outside of a transaction.
+  void requireAllSafe();
   /// Runs `body` with so many times the patience, for what a server is long silent about.
   void withPatience(int times, const std::function<void()>& body);
 
@@ -90,24 +100,14 @@ class PostgresConnection {
     QByteArray state;
   };
 
-  struct Finish {
-    void operator()(pg_conn* connection) const;
-  };
   struct Clear {
     void operator()(pg_result* result) const;
   };
   using Result = std::unique_ptr<pg_result, Clear>;
   enum class Loss { Ended, Silent };
-  /// Why a connection didn't come about.
-  struct Refusal {
-    QString message;
-    QByteArray state;
-    bool silent = false;
-  };
   static void hearNotice(void* self, const pg_result* notice);
   void connect();
-  std::optional<Refusal> tryConnect();
-  bool finishConnecting();
+  QByteArray sessionSettings() const;
   QString formerOnes() const;
   void endFormerOnes();
   void noteLoss();
@@ -129,7 +129,11 @@ class PostgresConnection {
   std::optional<QString> password_;
   std::function<bool()> cancelled_;
   std::function<void(const QString&)> listener_;
-  std::unique_ptr<pg_conn, Finish> connection_;
+  postgres::Handle connection_;
+  ServerIdentity identity_;
+  std::shared_ptr<void> held_;  // the server of this address
+  QString host_;                // that is connected, for messages
+  bool waitsForStandby_ = false;
   QHash<QString, Statement> statements_;
   int named_ = 0;
   bool ended_ = false;  // by the server, while nobody asked it anything
@@ -142,6 +146,7 @@ class PostgresConnection {
   QByteArray name_;             // by which the server lists this connection
   QByteArrayList formerNames_;  // of those that were lost
   int losses_ = 0;
+  bool unconfirmed_ = false;  // a lost one was about to store something
   std::chrono::milliseconds patience_;
 };
 

@@ -261,7 +261,10 @@ qint64 PostgresEngine::insertKeyed(const TableInfo& table, const NewRow& row, co
   } catch (const Error& error) {
     // The first attempt may have come through just behind the look.
     constexpr int kDuplicate = 3022;
-    if (repeated && error.number() == kDuplicate && isStored(table, row, values)) return 0;
+    if (repeated && error.number() == kDuplicate && isStored(table, row, values)) {
+      connection_->requireAllSafe();
+      return 0;
+    }
     if (isLoss(error)) {
       unanswered_.push_back({row.text, values});
       if (number >= 0) numbers_.doubt(table, values[number].toLongLong());
@@ -317,6 +320,7 @@ bool PostgresEngine::wasStored(const TableInfo& table, const NewRow& row, const 
       stored = true;
       found = other;
     }
+  if (stored) connection_->requireAllSafe();
   if (!stored)
     unanswered_.erase(first, unanswered_.end());
   else if (found != unanswered_.end())
@@ -362,7 +366,7 @@ void PostgresEngine::holdTable(const TableInfo& table) {
   connection_->write("LOCK TABLE " + quotedName(table.def.name) + " IN SHARE ROW EXCLUSIVE MODE");
 }
 
-/// What is left of a block when the connection gets lost stays a gap: a stand-by that takes over may give the
+/// What is left of a block when the connection gets lost stays a gap: a standby that takes over may give the
 /// same numbers again.
 qint64 PostgresEngine::takeNumber(const TableInfo& table, int block) {
   const int losses = connection_->losses();
@@ -380,9 +384,13 @@ void PostgresEngine::reserveNumbers(const TableInfo& table) {
   if (table.autoNumber >= 0 && !numbers_.has(table)) reserveBlock(table, kNumberBlock);
 }
 
-/// Numbers that get lost on the way are a gap, so it may be asked again.
+/// Numbers that get lost on the way are a gap, so it may be asked again. A sequence writes down only some of
+/// its steps, and no commit waits for the rest: the message makes this one wait until a standby knows of all
+/// numbers that are handed out here, and gives none of them again.
 void PostgresEngine::reserveBlock(const TableInfo& table, int count) {
-  connection_->read("SELECT " + PostgresNumbers::reservation(table, count), {}, [&](const QVariantList& row) {
+  const QString text =
+      "SELECT " + PostgresNumbers::reservation(table, count) + ", pg_logical_emit_message(true, 'qk', '')";
+  connection_->read(text, {}, [&](const QVariantList& row) {
     numbers_.keep(table, row.first().toString());
     return true;
   });

@@ -60,7 +60,9 @@ bool isWrongPassword(const QByteArray& state) {
   return state == "28P01";
 }
 
-QString refusalOf(const ServerAddress& address, const QByteArray& state, const QString& message) {
+QString refusalOf(const ServerAddress& address, qsizetype endpoint, const QByteArray& state,
+                  const QString& message) {
+  const ServerEndpoint& asked = address.endpoints[endpoint];
   if (state == "3D000") return QString("Eine Datenbank '%1' gibt es dort nicht.").arg(address.database);
   if (state == "28000")
     return QString("Der Server lässt den Benutzer '%1' von diesem Rechner aus nicht zu.").arg(address.user);
@@ -73,18 +75,18 @@ QString refusalOf(const ServerAddress& address, const QByteArray& state, const Q
     return message.contains(QString::fromLocal8Bit(std::strerror(number)));
   };
   if (message.contains("translate host name") || message.contains("Hostname"))
-    return QString("Ein Rechner '%1' ist im Netz nicht bekannt.").arg(address.host);
+    return QString("Ein Rechner '%1' ist im Netz nicht bekannt.").arg(asked.host);
   if (says(ECONNREFUSED) || says(ENOENT))
     return QString("Auf '%1' läuft kein Datenbankserver, der am Port %2 Verbindungen annimmt.")
-        .arg(address.host)
-        .arg(address.port);
-  if (says(ETIMEDOUT) || says(EHOSTUNREACH) || says(ENETUNREACH)) return silenceOf(address);
+        .arg(asked.host)
+        .arg(asked.port);
+  if (says(ETIMEDOUT) || says(EHOSTUNREACH) || says(ENETUNREACH)) return silenceOf(nameOf(address, endpoint));
   return message;
 }
 
-QString silenceOf(const ServerAddress& address) {
+QString silenceOf(const QString& host) {
   return QString("Der Rechner '%1' gibt keine Antwort. Ist er eingeschaltet, und ist das Netz in Ordnung?")
-      .arg(address.host);
+      .arg(host);
 }
 
 }  // namespace qk::dao::postgres

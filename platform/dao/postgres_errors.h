@@ -25,8 +25,9 @@ QByteArray stateIn(const QString& message);
 bool isWrongPassword(const QByteArray& state);
 /// Why a server refused a connection, in words for the operator: by the state where the server gave one, else
 /// by the client's message, which stands there as it is when it says something unknown.
-QString refusalOf(const ServerAddress& address, const QByteArray& state, const QString& message);
-/// The same for a server that said nothing at all.
-QString silenceOf(const ServerAddress& address);
+QString refusalOf(const ServerAddress& address, qsizetype endpoint, const QByteArray& state,
+                  const QString& message);
+/// The same for a host that said nothing at all, by its name.
+QString silenceOf(const QString& host);
 
 }  // namespace qk::dao::postgres

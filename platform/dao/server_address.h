@@ -8,21 +8,33 @@
 //
 // UTF-8, one `key=value` a line, blanks around both ignored, empty lines and lines beginning with "#"
 // skipped, keys whatever their case. host (a name, an address, or the folder of a local socket), datenbank
-// and benutzer are needed, port is 5432 without one. wartezeit is how many seconds the server may say nothing
-// (15 without one) before it counts as lost. There is no password in the file: it comes from the
+// and benutzer are needed, port is 5432 without one. Where the server has a standby, host names both or all
+// of them, "host=erster, zweiter:5433", the one preferred first; each may carry a port of its own, and what
+// holds a ":" itself stands in brackets then ("[fe80::1]:5433"). wartezeit is how many seconds the server may
+// say nothing (15 without one) before it counts as lost. There is no password in the file: it comes from the
 // environment (PGPASSWORD), from ~/.pgpass, from a service file, or from whoever opens the database
 // (OpenOptions).
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace qk::dao {
 
-struct ServerAddress {
+inline constexpr int kUsualPort = 5432;
+
+struct ServerEndpoint {
   QString host;
-  int port = 5432;
+  int port = kUsualPort;
+
+  friend bool operator==(const ServerEndpoint&, const ServerEndpoint&) = default;
+};
+
+struct ServerAddress {
+  QList<ServerEndpoint> endpoints;  ///< of the server and its standbys; never empty
   QString database;
   QString user;
   int patience = 15;  ///< seconds
@@ -45,7 +57,16 @@ std::optional<ServerAddress> serverAddressIn(const QString& path);
 /// A text that parseServerAddress() reads as this address.
 QByteArray serverAddressText(const ServerAddress& address);
 
-/// For messages: "meisterschaft2026 auf schiessstand-server".
+struct EndpointList {
+  QList<ServerEndpoint> endpoints;
+  QString trouble;  ///< a German sentence; empty when all is well
+};
+/// The hosts of a text, "erster, zweiter:5433"; `port` for those that carry none.
+EndpointList endpointsIn(const QString& text, int port);
+
+/// For messages: the host, with its port where another one has the same host.
+QString nameOf(const ServerAddress& address, qsizetype endpoint);
+/// For messages: "meisterschaft2026 auf erster oder zweiter".
 QString placeOf(const ServerAddress& address);
 
 }  // namespace qk::dao

@@ -23,9 +23,17 @@ ServerWait::~ServerWait() {
 }
 
 bool ServerWait::isReady(int socket, SocketUse use) {
+  return isReadyInSlice([&](int milliseconds) { return dao::isReady(socket, use, milliseconds); });
+}
+
+bool ServerWait::isAnyReady(const std::vector<SocketWish>& wishes) {
+  return isReadyInSlice([&](int milliseconds) { return dao::isAnyReady(wishes, milliseconds); });
+}
+
+bool ServerWait::isReadyInSlice(const std::function<bool(int milliseconds)>& look) {
   const bool isLong = begun_.elapsed() > kMoment;
   const qint64 slice = std::clamp<qint64>(end_.remainingTime(), 0, isLong ? kSignSlice : kSlice);
-  if (dao::isReady(socket, use, static_cast<int>(slice))) return true;
+  if (look(static_cast<int>(slice))) return true;
   if (isLong) WaitingSign::show();
   return false;
 }

@@ -4,6 +4,7 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <chrono>
+#include <functional>
 
 #include "platform/dao/socket_ready.h"
 
@@ -19,12 +20,16 @@ class ServerWait {
 
   /// Whether the socket is ready; false after a slice of time in which nothing came.
   bool isReady(int socket, SocketUse use);
+  /// The same for any of several.
+  bool isAnyReady(const std::vector<SocketWish>& wishes);
   /// The server has said something.
   void heard() { end_.setRemainingTime(patience_); }
   /// The patience is at its end.
   bool isOver() const { return end_.hasExpired(); }
 
  private:
+  bool isReadyInSlice(const std::function<bool(int milliseconds)>& look);
+
   std::chrono::milliseconds patience_;
   QDeadlineTimer end_;
   QElapsedTimer begun_;

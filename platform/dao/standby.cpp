@@ -46,7 +46,7 @@ std::optional<StandbyState> standbyOf(const QString& path, int patience) {
     state = stateIn(row);
     return true;
   });
-  if (!state.connected && !state.synchronous) return {};
+  if (address->endpoints.size() == 1 && !state.connected && !state.synchronous) return {};
   return state;
 }
 

@@ -437,7 +437,7 @@ class TestCompetitionOpening : public QObject {
       asked << title + ": " + prompt;
       return answer;
     });
-    const dao::ServerAddress address{"standserver", 5432, "pokal", "buero"};
+    const dao::ServerAddress address{{{"standserver"}}, "pokal", "buero"};
     QCOMPARE(ask(address, false), QString("geheim"));
     QCOMPARE(ask(address, true), QString("geheim"));
     answer.clear();

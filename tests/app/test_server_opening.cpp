@@ -115,9 +115,9 @@ class TestServerOpening : public QObject {
       QCOMPARE(psql(server_->folder(), "postgres", "postgres",
                     {"-v", "datenbank=pokal2026", "-f", QK_SERVER_SCRIPT}),
                QString());
-    writeAddress(place_->path("besitzer.qkk"), {server_->folder(), 5432, "pokal2026", "qk_besitzer"});
+    writeAddress(place_->path("besitzer.qkk"), {{{server_->folder()}}, "pokal2026", "qk_besitzer"});
     makeDemoCompetition(place_->path("besitzer.qkk"));
-    writeAddress(path_, {server_->folder(), 5432, "pokal2026", "qk_buero"});
+    writeAddress(path_, {{{server_->folder()}}, "pokal2026", "qk_buero"});
   }
 
   std::unique_ptr<PostgresServer> server_;
@@ -271,7 +271,7 @@ void TestServerOpening::givingUpThePasswordIsToldOnce() {
 void TestServerOpening::aServerThatIsAwayIsToldOnce() {
   const ServerDatabase database;
   dao::ServerAddress away = database.address();
-  away.host = place_->path("System");
+  away.endpoints = {{place_->path("System")}};
   writeAddress(path_, away);
   expectRefusal(3043, errorOfOpening().description());
   QVERIFY(!opening_->setWettkampf(path_));
@@ -319,8 +319,9 @@ void TestServerOpening::whyTheServerRefusesIsToldInGerman() {
   QFETCH(QString, why);
   const ServerDatabase server;
   const bool elsewhere = !host.isEmpty();
-  const dao::ServerAddress address{elsewhere ? host : server.address().host, elsewhere ? 1 : 5432, database,
-                                   user};
+  const dao::ServerEndpoint endpoint =
+      elsewhere ? dao::ServerEndpoint{host, 1} : dao::ServerEndpoint{server.folder()};
+  const dao::ServerAddress address{{endpoint}, database, user};
   writeAddress(path_, address);
   expectRefusal(3043, "Die Datenbank " + placeOf(address) + " ist nicht erreichbar: " + why);
   QVERIFY(!opening_->setWettkampf(path_));

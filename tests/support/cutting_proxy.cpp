@@ -83,9 +83,12 @@ CuttingProxy::~CuttingProxy() {
 
 void CuttingProxy::cutNext(const QByteArray& words, Cut cut, const std::function<void()>& then) {
   const std::lock_guard lock(mutex_);
-  words_ = words;
-  cut_ = cut;
-  then_ = then;
+  plans_ = {{words, cut, then}};
+}
+
+void CuttingProxy::cutThen(const QByteArray& words, Cut cut) {
+  const std::lock_guard lock(mutex_);
+  plans_.push_back({words, cut, {}});
 }
 
 bool CuttingProxy::noteCut() {
@@ -122,10 +125,12 @@ bool CuttingProxy::passOn(Link& link) {
   const QByteArray request = received(link.program);
   if (request.isEmpty()) return false;
   const std::lock_guard lock(mutex_);
-  if (!words_.isEmpty() && request.contains(words_)) {
-    link.cut = cut_;
-    words_.clear();
-    if (cut_ == Cut::Request) return noteCut();
+  if (!plans_.empty() && request.contains(plans_.front().words)) {
+    const Plan plan = plans_.front();
+    plans_.pop_front();
+    link.cut = plan.cut;
+    then_ = plan.then;
+    if (plan.cut == Cut::Request) return noteCut();
   }
   return sendAll(link.server, request);
 }

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <atomic>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -33,6 +34,8 @@ class CuttingProxy {
   /// Cuts the connection of the next request that contains the words, once. `then` is run before the program
   /// can notice, in another thread.
   void cutNext(const QByteArray& words, Cut cut, const std::function<void()>& then = {});
+  /// Cuts once more after that, in the same way.
+  void cutThen(const QByteArray& words, Cut cut);
   /// Whether new connections are closed at once.
   void refuse(bool refusing) { refusing_ = refusing; }
   /// How often it has cut so far.
@@ -50,9 +53,13 @@ class CuttingProxy {
   int listener_ = -1;
   int wake_[2] = {-1, -1};
   std::mutex mutex_;
-  QByteArray words_;
-  Cut cut_ = Cut::Answer;
-  std::function<void()> then_;
+  struct Plan {
+    QByteArray words;
+    Cut cut;
+    std::function<void()> then;
+  };
+  std::deque<Plan> plans_;
+  std::function<void()> then_;  // of the one that is being cut
   std::atomic<bool> refusing_ = false;
   std::atomic<int> cuts_ = 0;
   std::thread thread_;

@@ -112,7 +112,7 @@ ServerDatabase::ServerDatabase(const QString& folder, const QString& user)
     : ServerDatabase(folder, user, "template0") {}
 
 ServerDatabase::ServerDatabase(const QString& folder, const QString& user, const QString& original) {
-  address_ = {folder, 5432, QString("qk_%1_%2").arg(QCoreApplication::applicationPid()).arg(++made), user};
+  address_ = {{{folder}}, QString("qk_%1_%2").arg(QCoreApplication::applicationPid()).arg(++made), user};
   run(folder, "postgres", user,
       "CREATE DATABASE " + address_.database + " TEMPLATE " + original + " STRATEGY file_copy");
 }
@@ -123,16 +123,20 @@ int ServerDatabase::count() {
 
 std::unique_ptr<ServerDatabase> ServerDatabase::copyOf(const ServerDatabase& original) {
   const dao::ServerAddress& address = original.address();
-  return std::unique_ptr<ServerDatabase>(new ServerDatabase(address.host, address.user, address.database));
+  return std::unique_ptr<ServerDatabase>(
+      new ServerDatabase(original.folder(), address.user, address.database));
 }
 
 ServerDatabase::~ServerDatabase() {
   try {
-    run(address_.host, "postgres", "postgres",
-        "DROP DATABASE IF EXISTS " + address_.database + " WITH (FORCE)");
+    run(folder(), "postgres", "postgres", "DROP DATABASE IF EXISTS " + address_.database + " WITH (FORCE)");
   } catch (const std::runtime_error&) {
     return;  // the test has ended the server
   }
+}
+
+QString ServerDatabase::folder() const {
+  return address_.endpoints.first().host;
 }
 
 void ServerDatabase::writeAddress(const QString& path) const {
@@ -142,7 +146,7 @@ void ServerDatabase::writeAddress(const QString& path) const {
 }
 
 QStringList ServerDatabase::native(const QString& text) const {
-  return run(address_.host, address_.database, "postgres", text);
+  return run(folder(), address_.database, "postgres", text);
 }
 
 }  // namespace qk::test

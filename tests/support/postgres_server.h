@@ -55,6 +55,7 @@ class ServerDatabase {
   ServerDatabase& operator=(const ServerDatabase&) = delete;
 
   const dao::ServerAddress& address() const { return address_; }
+  QString folder() const;  ///< of the cluster
   /// Writes the address as a file that opens the database.
   void writeAddress(const QString& path) const;
   /// Runs a native statement as the superuser; rows as texts, cells by "|".

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
+#include "app/shell/kept_timelines.h"
+#include "platform/settings/settings.h"
 #include "tools/wettkampf/commands.h"
 #include "tools/wettkampf/console_password.h"
 
@@ -11,5 +13,6 @@ int main(int argc, char** argv) {
   QTextStream out(stdout);
   QTextStream errors(stderr);
   const qk::dao::SharedPasswords passwords(qk::passwordOnTerminal(errors));
+  const qk::dao::KeptTimelines timelines(qk::timelinesIn(qk::Settings::defaultFilePath()));
   return qk::runCompetitionTool(application.arguments().mid(1), out, errors);
 }

@@ -148,9 +148,13 @@ void TestCompetitionPlan::likeAnEarlierOne() {
 void TestCompetitionPlan::aServerFileThatIsThereStays() {
   plan.onServer = true;
   QCOMPARE(troubleWith(plan, place->files).text, "Es fehlt der Name des Servers.");
-  plan.server = {.host = "schiessstand", .database = "", .user = "buero"};
+  plan.hosts = "erster, zweiter:viele";
+  plan.user = "buero";
+  QCOMPARE(troubleWith(plan, place->files).field, "host");
+  QCOMPARE(troubleWith(plan, place->files).text, "'viele' ist keine Portnummer.");
+  plan.hosts = "erster, zweiter:5433";
   QCOMPARE(troubleWith(plan, place->files).field, "database");
-  plan.server.database = "pokal";
+  plan.database = "pokal";
   QCOMPARE(troubleWith(plan, place->files).text, "");
   place->files.write(plan.path, "host=anders\ndatenbank=d\nbenutzer=b\n");
   QCOMPARE(troubleWith(plan, place->files).text, "");
@@ -160,7 +164,9 @@ void TestCompetitionPlan::aServerFileThatIsThereStays() {
 
 void TestCompetitionPlan::aServerFileOfAFailureGoes() {
   plan.onServer = true;
-  plan.server = {.host = "/gibt/es/nicht", .database = "pokal", .user = "buero"};
+  plan.hosts = "/gibt/es/nicht";
+  plan.database = "pokal";
+  plan.user = "buero";
   QVERIFY(errorOf([&] { makePlanned(plan, place->files, {}); }) != 0);
   QVERIFY(!place->files.exists(plan.path));
 }

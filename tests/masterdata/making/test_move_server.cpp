@@ -202,7 +202,7 @@ void TestMoveServer::refusesATargetThatLacksCharacters() {
 
 void TestMoveServer::aServerThatIsAwayIsTold() {
   dao::ServerAddress nobody = database_->address();
-  nobody.host = path("");
+  nobody.endpoints = {{path("")}};
   QFile file(path("weg.qkk"));
   QVERIFY(file.open(QIODevice::WriteOnly));
   file.write(serverAddressText(nobody));

@@ -27,7 +27,7 @@ class TestLostAnswers : public QObject {
   void openThroughProxy(const QString& serverFolder) {
     proxy_ = std::make_unique<CuttingProxy>(serverFolder);
     ServerAddress address = server_->address();
-    address.host = proxy_->folder();
+    address.endpoints = {{proxy_->folder()}};
     const QString path = folder_.filePath(address.database + ".qkk");
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -62,7 +62,7 @@ class TestLostAnswers : public QObject {
  private Q_SLOTS:
   void init() {
     server_ = std::make_unique<ServerDatabase>();
-    openThroughProxy(server_->address().host);
+    openThroughProxy(server_->folder());
   }
   void cleanup() {
     database_.reset();
@@ -285,6 +285,20 @@ class TestLostAnswers : public QObject {
     QCOMPARE(database_->execute("Update Artikel set Preis = Preis + 1 where Name = 'a'"), 1);
     QCOMPARE(server_->native("SELECT \"Preis\" FROM dao.\"Artikel\" WHERE \"Name\" = 'a'"),
              QStringList{"4.0000"});
+  }
+
+  /// The commit never reaches the server, and the answer to the question after it gets lost, too: the mark
+  /// that stands there then is the question's own.
+  void aQuestionDoesntTakeItsOwnMarkForTheTransactions() {
+    database_->execute("INSERT INTO Artikel (ID, Name, Preis) VALUES (1, 'a', 1)");
+    const QString statement = "Update Artikel set Preis = Preis + 1";
+    proxy_->cutNext("COMMIT", Cut::Request);
+    proxy_->cutThen("INSERT INTO dao_marks VALUES ($1", Cut::Answer);
+    QCOMPARE(errorOf([&] { database_->execute(statement); }), 3043);
+    QCOMPARE(proxy_->cuts(), 2);
+    QCOMPARE(server_->native("SELECT \"Preis\" FROM dao.\"Artikel\""), QStringList{"1.0000"});
+    QCOMPARE(database_->execute(statement), 1);
+    QCOMPARE(server_->native("SELECT \"Preis\" FROM dao.\"Artikel\""), QStringList{"2.0000"});
   }
 
   void aLostBeginningStoresNothing() {

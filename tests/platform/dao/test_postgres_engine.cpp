@@ -63,7 +63,7 @@ class TestPostgresEngine : public QObject {
     const QString path = folder_.filePath("weg.qkk");
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(serverAddressText({"/nirgendwo", 5432, "db", "u"}));
+    file.write(serverAddressText({{{"/nirgendwo"}}, "db", "u"}));
     file.close();
     try {
       Database::open(path);
@@ -72,6 +72,16 @@ class TestPostgresEngine : public QObject {
       QCOMPARE(error.number(), 3043);
       QVERIFY(error.description().startsWith("Die Datenbank db auf /nirgendwo ist nicht erreichbar: "));
     }
+  }
+
+  /// Then nobody can tell a primary that was given up from another: it counts as what it says.
+  void aRoleThatMayNotKnowTheServersNumberWorks() {
+    const ServerDatabase server;
+    const QString path = furnished(server);
+    server.native("REVOKE EXECUTE ON FUNCTION pg_control_system() FROM PUBLIC");
+    const auto database = Database::open(path);
+    addArticle(*database->openRecordset("Artikel"), "a");
+    QCOMPARE(walk(*database->openRecordset("Artikel"), "Name"), QStringList{"a"});
   }
 
   void aPasswordIsAskedForUntilItIsRight() {

@@ -10,8 +10,8 @@ namespace {
 
 using Password = std::optional<QString>;
 
-const ServerAddress kPokal{"standserver", 5432, "pokal", "buero"};
-const ServerAddress kLiga{"standserver", 5432, "liga", "buero"};
+const ServerAddress kPokal{{{"standserver"}}, "pokal", "buero"};
+const ServerAddress kLiga{{{"standserver"}}, "liga", "buero"};
 
 }  // namespace
 
