@@ -1,7 +1,10 @@
 #include <QFile>
 #include <QSet>
+#include <QTextStream>
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <vector>
 
 #include "benchmarks/faults/faults.h"
 #include "benchmarks/faults/stored_shots.h"
@@ -60,29 +63,21 @@ void bookLine(const Desk& desk, int line) {
   walk.saveAndBook(line);
 }
 
-class Outage {
- public:
-  Outage(test::PostgresServer& server, const std::array<Desk, 2>& desks) : server_(server), desks_(desks) {}
-
-  /// The server is away until a desk has noticed; then it comes back, and whoever was asked says
-  /// "Wiederholen".
-  void happen() {
-    server_.kill();
-    desks_.front().program->waitUntil("error box of a desk without a server", [&] {
-      return std::any_of(desks_.begin(), desks_.end(), [](const Desk& desk) { return desk.asks(); });
+/// The server is away until a desk has noticed; then there is one again, and whoever was asked says
+/// "Wiederholen".
+void loseServer(test::PostgresServer& server, const std::array<Desk, 2>& desks,
+                const std::function<void()>& bringBack) {
+  server.kill();
+  desks.front().program->waitUntil("error box of a desk without a server", [&] {
+    return std::any_of(desks.begin(), desks.end(), [](const Desk& desk) { return desk.asks(); });
+  });
+  bringBack();
+  for (const Desk& desk : desks)
+    desk.program->waitUntil("going on", [&] {
+      desk.retry();
+      return !desk.asks();
     });
-    server_.again();
-    for (const Desk& desk : desks_)
-      desk.program->waitUntil("going on", [&] {
-        desk.retry();
-        return !desk.asks();
-      });
-  }
-
- private:
-  test::PostgresServer& server_;
-  const std::array<Desk, 2>& desks_;
-};
+}
 
 /// A line whose start had to be repeated may fire more than it was asked for: it is done when it has told the
 /// sum of its last series.
@@ -116,22 +111,33 @@ void waitForAll(const Range& range, const std::array<Desk, 2>& desks, int all) {
       kPatience);
 }
 
-bool shootAndBook(const Range& range, test::PostgresServer& server, const std::array<Desk, 2>& desks,
-                  int each, int kills) {
+int firedIn(const Range& range) {
+  return static_cast<int>(firedShots(range.stationLog()).size());
+}
+
+/// All lines shoot, and each of the incidents happens after an equal part of their shots.
+bool shootAndBook(const QString& what, const Range& range, const std::array<Desk, 2>& desks, int each,
+                  const std::vector<std::function<void()>>& incidents) {
   for (const Desk& desk : desks) startShooting(range, desk);
-  const auto fired = [&range] { return static_cast<int>(firedShots(range.stationLog()).size()); };
-  const int all = each * kLines;
+  const int all = each * kLines, parts = static_cast<int>(incidents.size()) + 1;
   DrivenProgram& watch = *desks.front().program;
-  for (int kill = 1; kill <= kills; ++kill) {
+  for (int part = 1; part < parts; ++part) {
     watch.waitUntil(
-        "shots before the next outage", [&] { return fired() >= all * kill / (kills + 1); }, kPatience);
-    Outage(server, desks).happen();
+        "shots before the next incident", [&] { return firedIn(range) >= all * part / parts; }, kPatience);
+    incidents[static_cast<size_t>(part) - 1]();
   }
   waitForAll(range, desks, all);
   for (const Desk& desk : desks) bookLine(desk, desk.firstLine);
   const StoredShots store = storedShots(range.competition());
-  return reportShots(QString("2 Arbeitsplätze, %1 SIGKILL des Servers").arg(kills), range, store, {}) &&
-         store.booked == 2 * kBooked && store.open + store.booked == fired();
+  return reportShots(what, range, store, {}) && store.booked == 2 * kBooked &&
+         store.open + store.booked == firedIn(range);
+}
+
+/// What a server has ever stored since it started.
+QStringList changesAt(const test::PostgresServer& server, const test::ServerDatabase& database) {
+  return server.native("SELECT sum(n_tup_ins + n_tup_upd + n_tup_del) FROM pg_stat_user_tables",
+                       database.address().database) +
+         server.native(R"(SELECT count(*) FROM dao."Haering_Daten")", database.address().database);
 }
 
 /// Two programs with six lines each on the competition in the folder, and its stations.
@@ -181,7 +187,36 @@ bool runDesks(const QString& folder, int shots, int kills, unsigned seed) {
   database.writeAddress(folder + "/demo.qkk");
   return TwoDesks(folder, shots, seed)
       .run([&](const Range& range, const std::array<Desk, 2>& desks, int each) {
-        return shootAndBook(range, server, desks, each, kills);
+        const auto outage = [&] { loseServer(server, desks, [&] { server.again(); }); };
+        return shootAndBook(QString("2 Arbeitsplätze, %1 SIGKILL des Servers").arg(kills), range, desks, each,
+                            std::vector<std::function<void()>>(static_cast<size_t>(kills), outage));
+      });
+}
+
+bool runPromotion(const QString& folder, int shots, unsigned seed) {
+  test::PostgresServer first;
+  const test::ServerDatabase database(first.folder());
+  const auto second = test::PostgresServer::synchronousStandbyOf(first);
+  database.writeAddress(folder + "/demo.qkk", {first.folder(), second->folder()});
+  return TwoDesks(folder, shots, seed)
+      .run([&](const Range& range, const std::array<Desk, 2>& desks, int each) {
+        const auto promotion = [&] {
+          loseServer(first, desks, [&] {
+            second->promote();
+            second->waitForStandby({});
+          });
+        };
+        QStringList atReturn;
+        const auto comeBack = [&] {
+          first.again();
+          first.waitForStandby({});
+          atReturn = changesAt(first, database);
+        };
+        const bool whole = shootAndBook("2 Arbeitsplätze, SIGKILL des Hauptservers, der Ersatz übernimmt",
+                                        range, desks, each, {promotion, comeBack});
+        const bool untouched = changesAt(first, database) == atReturn;
+        if (!untouched) QTextStream(stdout) << "  der alte Hauptserver hat noch gespeichert" << Qt::endl;
+        return whole && untouched;
       });
 }
 

@@ -17,6 +17,11 @@ bool runKills(const QString& folder, int runs, unsigned seed);
 /// shots.
 bool runDesks(const QString& folder, int shots, int kills, unsigned seed);
 
+/// The same desks on a server with a standby that each commit waits for: after a third of the shots the
+/// server is ended by SIGKILL and the standby made the primary, after another third the old one is back,
+/// where not one more row may be stored.
+bool runPromotion(const QString& folder, int shots, unsigned seed);
+
 /// Two programs with six lines each on one file, both ended by SIGKILL when all shots are read. About `shots`
 /// shots.
 bool runFileDesks(const QString& folder, int shots, unsigned seed);

@@ -15,6 +15,8 @@ int main(int argc, char** argv) {
   parser.addOption({"power", "How often the power fails.", "N", "0"});
   parser.addOption({"desks", "Two programs on one server, and how many shots they get.", "N", "0"});
   parser.addOption({"server-kills", "How often the server of the desks is ended by SIGKILL.", "N", "3"});
+  parser.addOption(
+      {"promotion", "Two programs, a server and its standby, and how many shots they get.", "N", "0"});
   parser.addOption({"file-desks", "Two programs on one file, and how many shots they get.", "N", "0"});
   parser.addOption({"tills", "Two cash desks on one server, and how many stakes they sell.", "N", "0"});
   parser.addOption({"moves", "How often a competition is moved.", "N", "0"});
@@ -37,6 +39,10 @@ int main(int argc, char** argv) {
       folder.mkpath("desks");
       const int kills = parser.value("server-kills").toInt();
       good = qk::faults::runDesks(folder.absoluteFilePath("desks"), shots, kills, seed) && good;
+    }
+    if (const int shots = parser.value("promotion").toInt()) {
+      folder.mkpath("promotion");
+      good = qk::faults::runPromotion(folder.absoluteFilePath("promotion"), shots, seed) && good;
     }
     if (const int shots = parser.value("file-desks").toInt()) {
       folder.mkpath("file-desks");

@@ -8,6 +8,7 @@
 
 #include "app/competition_opening.h"
 #include "app/ground/unfinished_move.h"
+#include "app/shell/kept_timelines.h"
 #include "app/shell/password_question.h"
 #include "masterdata/making/competition.h"
 #include "masterdata/making/move.h"
@@ -87,6 +88,7 @@ class TestServerOpening : public QObject {
   void aWrongServerFileIsToldOnce();
   void aDatabaseWithoutACompetitionsTablesIsToldOnce();
   void anUnfinishedMoveIsToldAndLeftAlone();
+  void aServerThatWasGivenUpIsKnownAfterTheNextStart();
 
  private:
   void expectRefusal(int number, const QString& text) {
@@ -132,6 +134,10 @@ void TestServerOpening::aDeskWorksWithTheRightsOfTheScript() {
   QVERIFY(opening_->setWettkampf(path_));
   for (const QString& table : kOwnTables) QVERIFY2(global_->Datenbank->hasTable(table), qPrintable(table));
   QVERIFY(place_->dialogs.asked().isEmpty());
+  // Whether the standby follows.
+  QCOMPARE(psql(server_->folder(), "qk_buero", "pokal2026",
+                {"-c", "SELECT 1 / pg_has_role('pg_read_all_stats', 'USAGE')::int"}),
+           QString());
   for (const char* table : {"Schuss", "Haering_Daten", "MeldeDisziplin"}) {
     const auto rows = global_->Datenbank->openRecordset(QString("Select * from ") + table);
     rows->addNew();
@@ -376,6 +382,26 @@ void TestServerOpening::anUnfinishedMoveIsToldAndLeftAlone() {
   expectRefusal(kUnfinishedMoveError, told.description());
   QVERIFY(!opening_->setWettkampf(path_));
   QVERIFY(!Database::open(path_)->hasTable("Haering_Daten"));
+}
+
+void TestServerOpening::aServerThatWasGivenUpIsKnownAfterTheNextStart() {
+  const PostgresServer own;  // this program takes it for lost from now on
+  const ServerDatabase database(own.folder());
+  database.writeAddress(path_);
+  makeCompetition(path_, {});
+  const QString system = database.native("SELECT system_identifier FROM pg_control_system()").first();
+  const QString settings = place_->settings.filePath();
+  {
+    const dao::KeptTimelines timelines(timelinesIn(settings));
+    QVERIFY(Database::open(path_)->hasTable("Schuss"));
+  }
+  QCOMPARE(Settings(settings).value("Tarvex", "Server", "Zeitlinie_" + system), QString("1"));
+  place_->settings.setValue("Tarvex", "Server", "Zeitlinie_" + system, "2");
+  QCOMPARE(errorOfOpening().number(), 0);
+  const dao::KeptTimelines timelines(timelinesIn(settings));
+  const Error error = errorOfOpening();
+  QCOMPARE(error.number(), 3043);
+  QVERIFY2(error.description().contains("war früher der Hauptserver"), qPrintable(error.description()));
 }
 
 QTEST_GUILESS_MAIN(TestServerOpening)

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QTest>
 #include <atomic>
 #include <memory>
 #include <stdexcept>
@@ -85,6 +86,16 @@ PostgresServer::~PostgresServer() {
   QProcess::execute(QK_POSTGRES_CLUSTER, {"stop", folder_});
 }
 
+std::unique_ptr<PostgresServer> PostgresServer::synchronousStandbyOf(const PostgresServer& primary) {
+  std::unique_ptr<PostgresServer> standby = standbyOf(primary.folder());
+  primary.waitForStandby("zweiter");
+  const auto follows = [&] {
+    return primary.native("SELECT sync_state FROM pg_stat_replication") == QStringList{"sync"};
+  };
+  if (!QTest::qWaitFor(follows, 10000)) throw std::runtime_error("the standby doesn't follow");
+  return standby;
+}
+
 void PostgresServer::kill() {
   cluster({"kill", folder_});
 }
@@ -101,7 +112,7 @@ QStringList PostgresServer::native(const QString& text, const QString& database)
   return run(folder_, database, "postgres", text);
 }
 
-void PostgresServer::waitForStandby(const QString& name) {
+void PostgresServer::waitForStandby(const QString& name) const {
   native("ALTER SYSTEM SET synchronous_standby_names = '" + name + "'");
   native("SELECT pg_reload_conf()");
 }
@@ -139,9 +150,13 @@ QString ServerDatabase::folder() const {
   return address_.endpoints.first().host;
 }
 
-void ServerDatabase::writeAddress(const QString& path) const {
+void ServerDatabase::writeAddress(const QString& path, const QStringList& folders, int patience) const {
+  dao::ServerAddress address = address_;
+  address.endpoints.clear();
+  for (const QString& folder : folders) address.endpoints.append({folder});
+  address.patience = patience;
   QFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(dao::serverAddressText(address_)) < 0)
+  if (!file.open(QIODevice::WriteOnly) || file.write(dao::serverAddressText(address)) < 0)
     throw std::runtime_error("can't write " + path.toStdString());
 }
 

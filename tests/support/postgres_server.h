@@ -21,6 +21,8 @@ class PostgresServer {
   explicit PostgresServer(Storage storage = Storage::Memory);  ///< starts it
   /// A standby of the server in that folder, which calls it "zweiter".
   static std::unique_ptr<PostgresServer> standbyOf(const QString& folder);
+  /// A standby that each commit of the primary waits for from now on.
+  static std::unique_ptr<PostgresServer> synchronousStandbyOf(const PostgresServer& primary);
   ~PostgresServer();
   PostgresServer(const PostgresServer&) = delete;
   PostgresServer& operator=(const PostgresServer&) = delete;
@@ -32,7 +34,7 @@ class PostgresServer {
   /// Runs a native statement as the superuser, as ServerDatabase::native().
   QStringList native(const QString& text, const QString& database = "postgres") const;
   /// From now on a commit waits for the standby of that name; for none with the empty name.
-  void waitForStandby(const QString& name);
+  void waitForStandby(const QString& name) const;
 
  private:
   PostgresServer(const QString& folder, const QStringList& action);
@@ -57,7 +59,9 @@ class ServerDatabase {
   const dao::ServerAddress& address() const { return address_; }
   QString folder() const;  ///< of the cluster
   /// Writes the address as a file that opens the database.
-  void writeAddress(const QString& path) const;
+  void writeAddress(const QString& path) const { writeAddress(path, {folder()}); }
+  /// The same for a cluster and its standbys, by their folders. patience: in seconds.
+  void writeAddress(const QString& path, const QStringList& folders, int patience = 15) const;
   /// Runs a native statement as the superuser; rows as texts, cells by "|".
   QStringList native(const QString& text) const;
 

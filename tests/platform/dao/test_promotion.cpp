@@ -108,6 +108,22 @@ class TestPromotion : public QObject {
     QCOMPARE(at(*second_, R"(SELECT "Menge" FROM dao."Artikel" WHERE "ID" = 1000)"), QStringList{"2"});
   }
 
+  /// Who follows the handbook does what these tests do.
+  void theHandbookSaysTheSame() {
+    const QString page = textOf("data/handbuch/ersatzserver.html");
+    QString copying = textOf("tests/support/postgres-cluster");
+    copying = copying.mid(copying.indexOf("pg_basebackup\" -d") + 14).section("\n    launch", 0, 0);
+    copying.replace("$followed", "erster").replace("\"$folder/data\"", "/var/lib/postgresql/15/main");
+    copying = copying.remove(u'\\').simplified();
+    QVERIFY2(copying.startsWith("-d \"host=erster "), qPrintable(copying));
+    for (const QString& command :
+         {"pg_basebackup " + copying, QString("CREATE ROLE qk_ersatz LOGIN REPLICATION"),
+          QString("SELECT pg_promote()"), QString("ALTER SYSTEM SET synchronous_standby_names = 'zweiter'"),
+          QString("ALTER SYSTEM SET synchronous_standby_names = ''"), QString("SELECT pg_reload_conf()"),
+          QString("main/standby.signal"), QString("host=erster, zweiter")})
+      QVERIFY2(page.contains(command), qPrintable(command));
+  }
+
   void workGoesOnAtTheStandby() {
     makePair();
     database_ = Database::open(path_);
@@ -148,6 +164,16 @@ class TestPromotion : public QObject {
     second_->again();
     addArticle(*articlesNow(), "f");
     QCOMPARE(namesAt(*second_), QStringList({"a", "b", "c", "d", "e", "f"}));
+
+    // If it is the only one left it may be made the primary on a timeline of its own.
+    second_->kill();
+    first_->kill();
+    QVERIFY(QFile(first_->folder() + "/data/standby.signal").open(QIODevice::WriteOnly));
+    first_->again();
+    first_->promote();
+    addArticle(*articlesNow(), "g");
+    QCOMPARE(namesAt(*first_), QStringList({"a", "g"}));
+    second_->again();
   }
 
   /// Both live: what is open goes on at the first until somebody meets the second.
@@ -193,6 +219,10 @@ class TestPromotion : public QObject {
   }
 
  private:
+  static QString textOf(const QString& path) {
+    QFile file(QK_SOURCE_DIR "/" + path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+  }
   /// A primary, and a standby that each commit waits for.
   void makePair() {
     server_.reset();
@@ -200,23 +230,13 @@ class TestPromotion : public QObject {
     first_ = std::make_unique<PostgresServer>();
     server_ = std::make_unique<ServerDatabase>(first_->folder());
     Database::create(fileFor({first_->folder()}))->createTable(articles());
-    second_ = PostgresServer::standbyOf(first_->folder());
+    second_ = PostgresServer::synchronousStandbyOf(*first_);
     path_ = fileFor({first_->folder(), second_->folder()});
-    first_->waitForStandby("zweiter");
-    const auto isSynchronous = [this] {
-      return first_->native("SELECT sync_state FROM pg_stat_replication") == QStringList{"sync"};
-    };
-    QVERIFY(QTest::qWaitFor(isSynchronous));
   }
   /// A file that names the database on these hosts.
   QString fileFor(const QStringList& folders, int patience = 1) {
-    ServerAddress address = server_->address();
-    address.endpoints.clear();
-    for (const QString& folder : folders) address.endpoints.append({folder});
-    address.patience = patience;
     const QString path = folder_.filePath(QString("store%1.qkk").arg(++files_));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(serverAddressText(address)) < 0) return {};
+    server_->writeAddress(path, folders, patience);
     return path;
   }
   std::unique_ptr<Recordset> articlesNow() const { return database_->openRecordset("Artikel"); }
