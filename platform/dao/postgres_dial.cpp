@@ -234,24 +234,32 @@ class Round {
   }
 
  private:
-  /// Until all have answered; or until one will do, and the others had their time to say better.
+  /// Until all have answered; or until one will do, and the others had their time to say better. One that
+  /// said nothing a moment ago is waited for no longer than that.
   void askAll() {
-    constexpr std::chrono::seconds kTimeOfOthers(2);
     ServerWait wait(call_.patience);
     QDeadlineTimer end(QDeadlineTimer::Forever);
     for (;;) {
       for (HostCall& host : hosts_) host.goOn();
       const std::vector<qsizetype> open = openOnes();
       if (open.empty() || end.hasExpired() || wait.isOver()) return;
-      const auto wasSilent = [this](qsizetype i) { return memory_.wasSilent(call_.address.endpoints[i]); };
-      if (end.isForever() && primaryAmong(heard(), known_))
-        end.setRemainingTime(std::all_of(open.begin(), open.end(), wasSilent) ? std::chrono::seconds(0)
-                                                                              : kTimeOfOthers);
+      if (end.isForever()) end = endFor(open);
       std::vector<SocketWish> wishes;
       for (const HostCall& host : hosts_)
         if (const auto wish = host.wish()) wishes.push_back(*wish);
       wait.isAnyReady(wishes);
     }
+  }
+
+  QDeadlineTimer endFor(const std::vector<qsizetype>& open) const {
+    constexpr std::chrono::seconds kTimeOfOthers(2);
+    const bool wereSilent = std::all_of(open.begin(), open.end(), [this](qsizetype host) {
+      return memory_.wasSilent(call_.address.endpoints[host]);
+    });
+    if (primaryAmong(heard(), known_))
+      return QDeadlineTimer(wereSilent ? std::chrono::seconds(0) : kTimeOfOthers);
+    return wereSilent && open.size() < hosts_.size() ? QDeadlineTimer(kTimeOfOthers)
+                                                     : QDeadlineTimer(QDeadlineTimer::Forever);
   }
 
   std::vector<qsizetype> openOnes() const {

@@ -45,6 +45,15 @@ class TestPromotion : public QObject {
     QCOMPARE(refusalAt({second_->folder()}), isStandby(*second_));
     QVERIFY(!ServerMemory::ofProgram().wasSilent({second_->folder()}));
     first_->waitForStandby("zweiter");
+    database_.reset();
+    // Nor does a standby's answer wait long for a primary that said nothing a moment ago.
+    stopped.stopWhole(first_->folder(), *server_);
+    ServerMemory::ofProgram().noteSilence({first_->folder()}, true);
+    const QString refusal = refusalAt({first_->folder(), second_->folder()}, 600);
+    QVERIFY2(refusal.startsWith("Der Rechner '" + first_->folder() + "' gibt keine Antwort."),
+             qPrintable(refusal));
+    QVERIFY2(refusal.endsWith(isStandby(*second_)), qPrintable(refusal));
+    stopped.goOn();
   }
 
   /// Numbers that the standby doesn't know of yet it would give again.
@@ -251,8 +260,8 @@ class TestPromotion : public QObject {
            "' antwortet, ist aber noch Ersatz: Er muss erst zum Hauptserver gemacht werden.";
   }
   /// Why these hosts can't be worked with.
-  QString refusalAt(const QStringList& folders) {
-    const QString path = fileFor(folders);
+  QString refusalAt(const QStringList& folders, int patience = 1) {
+    const QString path = fileFor(folders, patience);
     try {
       Database::open(path);
     } catch (const Error& error) {
