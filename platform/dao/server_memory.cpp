@@ -24,11 +24,12 @@ int ServerMemory::timelineOf(const QString& system) {
 }
 
 void ServerMemory::learn(const ServerIdentity& identity) {
-  if (identity.timeline <= timelineOf(identity.system)) return;
+  if (identity.system.isEmpty()) return;
   const std::scoped_lock lock(mutex_);
+  const int kept = keeper_.read ? keeper_.read(identity.system) : 0;
   int& known = timelines_[identity.system];
-  known = std::max(known, identity.timeline);
-  if (keeper_.write) keeper_.write(identity.system, known);
+  known = std::max({known, kept, identity.timeline});
+  if (keeper_.write && known > kept) keeper_.write(identity.system, known);
 }
 
 bool ServerMemory::isOvertaken(const ServerIdentity& identity) const {
