@@ -13,6 +13,7 @@
 #include "platform/grid/text_grid.h"
 #include "targetconfig/definition_rows.h"
 #include "tests/app/range_office.h"
+#include "tests/support/compare_lines.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -37,6 +38,7 @@ const Entry kEntries[] = {
     {"mnuEditErgebnisse", "Ergebnisse anzeigen...", true, true},
     {"mnuEditSchussbilder", "Schussbilder anzeigen...", true, false},
     {"mnuEditKasse", "Kasse...", true, true},
+    {"mnuEditWarnungen", "&Warnungen anzeigen...", true, true},
     {"mnuOptEinstellungen", "Einstellungen", true, true},
     {"mnuOptHaeringNetzPfad", "Intarso &Netzwerkpfad", true, true},
     {"mnuStandeinstellungen", "&Schießstände", true, true},
@@ -168,7 +170,7 @@ void TestMenus::nothingBesideTheTable() {
     if (!QString(entry.name).endsWith("All")) told << entry.name;
   shown.sort();
   told.sort();
-  QCOMPARE(shown, told);
+  COMPARE_LINES(shown, told);
 }
 
 void TestMenus::mnemonicsAreUnique() {

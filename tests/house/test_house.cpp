@@ -7,6 +7,8 @@
 #include <QSet>
 #include <QTest>
 
+#include "tests/support/compare_lines.h"
+
 namespace {
 
 constexpr int kLongestFile = 600;
@@ -109,14 +111,14 @@ class TestHouse : public QObject {
     for (auto it = sources().begin(); it != sources().end(); ++it)
       for (const QString& target : it->includes)
         if (!mayInclude(it.key(), target)) wrong << it.key() + " -> " + target;
-    QCOMPARE(wrong.join('\n'), QString());
+    COMPARE_LINES(wrong, QStringList());
   }
 
   void everyFileStandsInARoom() {
     QStringList homeless;
     for (auto it = sources().begin(); it != sources().end(); ++it)
       if (rankOf(it.key()) < 0 && !it.key().startsWith("cmake/")) homeless << it.key();
-    QCOMPARE(homeless.join('\n'), QString());
+    COMPARE_LINES(homeless, QStringList());
   }
 
   void noIncludeCycle() {
@@ -147,7 +149,7 @@ class TestHouse : public QObject {
     for (auto it = sources().begin(); it != sources().end(); ++it)
       if (it.key().startsWith("platform/"))
         for (const QString& word : matches(it->text, domain)) wrong << it.key() + ": " + word;
-    QCOMPARE(wrong.join('\n'), QString());
+    COMPARE_LINES(wrong, QStringList());
   }
 
   /// A test that makes a store makes it where the engine of its run has it.
@@ -167,7 +169,7 @@ class TestHouse : public QObject {
       if (!it->includes.contains("tests/support/test_store.h")) wrong << it.key();
     }
     QVERIFY(makers.size() > 5);
-    QCOMPARE(wrong.join('\n'), QString());
+    COMPARE_LINES(wrong, QStringList());
   }
 
   /// Closing a file drops the locks that the process has on it, and an open database lives by them. So files
@@ -188,14 +190,14 @@ class TestHouse : public QObject {
       if (!std::any_of(doors.begin(), doors.end(), isAt)) wrong << it.key();
     }
     QVERIFY(found.size() > 3);
-    QCOMPARE(wrong.join('\n'), QString());
+    COMPARE_LINES(wrong, QStringList());
   }
 
   void noFileOutgrowsAReader() {
     QStringList wrong;
     for (auto it = sources().begin(); it != sources().end(); ++it)
       if (it->text.count('\n') > kLongestFile) wrong << it.key() + QString(": %1").arg(it->text.count('\n'));
-    QCOMPARE(wrong.join('\n'), QString());
+    COMPARE_LINES(wrong, QStringList());
   }
 
   void nothingIsLeftHalfDone() {
@@ -211,7 +213,7 @@ class TestHouse : public QObject {
     QStringList wrong;
     for (auto it = sources().begin(); it != sources().end(); ++it)
       for (const QString& word : matches(it->text, words)) wrong << it.key() + ": " + word;
-    QCOMPARE(wrong.join('\n'), QString());
+    COMPARE_LINES(wrong, QStringList());
   }
 };
 
