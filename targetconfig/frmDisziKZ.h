@@ -1,5 +1,6 @@
 // The keys by which the target system knows the disciplines of the sport rules: the table MeldeDisziplin of a
-// competition or of the template, edited in place, or to choose one row from.
+// competition or of the template, edited in place, or to choose one row from. (No window of this program
+// chooses so far; the menus edit.)
 #pragma once
 
 #include <QDialog>
@@ -36,9 +37,7 @@ class frmDisziKZ : public QDialog {
   /// The row to begin on when above 0, and the one that was chosen.
   void setLId(qint32 lId) { lId_ = lId; }
   qint32 lId() const { return lId_; }
-  void setDisziplin(const QString& sDisziplin) { sDisziplin_ = sDisziplin; }
   const QString& sDisziplin() const { return sDisziplin_; }
-  void setKey(const QString& sKey) { sKey_ = sKey; }
   const QString& sKey() const { return sKey_; }
   void setBOK(bool bOK) { bOK_ = bOK; }
   bool bOK() const { return bOK_; }

@@ -24,7 +24,6 @@ class frmHaeringEinstellungen : public QDialog {
   ~frmHaeringEinstellungen() override;
 
   bool bOK() const { return bOK_; }
-  void setBOK(bool bOK) { bOK_ = bOK; }
 
  private:
   void cmdHaeringPfad_Click();
