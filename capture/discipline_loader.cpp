@@ -131,17 +131,11 @@ std::shared_ptr<Schuetze> LadeSchuetze(dao::Database& db, const QString& sStartn
 }
 
 void FuelleDisziplinListe(dao::Database& db, CheckList& list, ListOrder order) {
-  fillList(db,
-           order == ListOrder::Position ? "Select * from Disziplin  order by CmdIndex"
-                                        : "Select * from Disziplin  order by Name",
-           "Name", list);
+  fillList(db, disciplinesQuery(order), "Name", list);
 }
 
 void FuelleKombinationsListe(dao::Database& db, CheckList& list, ListOrder order) {
-  fillList(db,
-           order == ListOrder::Position ? "Select * from Kombination_Name order by CmdIndex"
-                                        : "Select * from Kombination_Name order by Kombinationsname",
-           "Kombinationsname", list);
+  fillList(db, combinationsQuery(order), "Kombinationsname", list);
 }
 
 void WendeKombinationenAn(dao::Database& db, const CheckList& lstKombi, CheckList& lstDiszi) {

@@ -5,6 +5,7 @@
 #include <QString>
 #include <memory>
 
+#include "app/ground/list_order.h"
 #include "capture/check_list.h"
 #include "capture/records.h"
 #include "platform/dao/database.h"
@@ -14,13 +15,12 @@ namespace qk {
 /// The discipline with its admitted classes and weapons, or nothing when there is no such row.
 std::shared_ptr<Disziplin> LadeDisziplin(dao::Database& db, std::int32_t nID);
 
+/// The short form waits for a window that shows it: every caller so far takes the name.
 enum class KlassenNameForm { Klasse, Kurzform };
 
 /// The shooter with club, team and class names, or nothing when the start number is unknown.
 std::shared_ptr<Schuetze> LadeSchuetze(dao::Database& db, const QString& sStartnummer,
                                        KlassenNameForm form = KlassenNameForm::Klasse);
-
-enum class ListOrder { Position, Name };
 
 /// Both refill the list: names as text, ids as number, nothing ticked.
 void FuelleDisziplinListe(dao::Database& db, CheckList& list, ListOrder order = ListOrder::Position);

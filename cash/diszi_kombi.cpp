@@ -1,6 +1,7 @@
 #include "cash/diszi_kombi.h"
 
 #include "app/ground/feld_wert.h"
+#include "app/ground/list_order.h"
 #include "platform/dao/recordset.h"
 
 namespace qk {
@@ -16,19 +17,10 @@ void fuegeAn(std::vector<DisziKombi>& all, dao::Database& database, const QStrin
 }  // namespace
 
 std::vector<DisziKombi> ladeDisziKombi(dao::Database& database) {
-  const auto wettkampf = database.openRecordset("Select * from Wettkampf");
-  const auto sorted = [&](const QString& column) {
-    return !wettkampf->eof() && FeldWert(*wettkampf, column).toInt() != 0;
-  };
+  const ListOrders orders = listOrders(database);
   std::vector<DisziKombi> all;
-  fuegeAn(all, database,
-          sorted("SortedDiszi") ? "Select * from Disziplin order by Name"
-                                : "Select * from Disziplin order by CmdIndex",
-          false, "Name");
-  fuegeAn(all, database,
-          sorted("SortedKombi") ? "Select * from Kombination_Name order by Kombinationsname"
-                                : "Select * from Kombination_Name order by CmdIndex",
-          true, "Kombinationsname");
+  fuegeAn(all, database, disciplinesQuery(orders.disciplines), false, "Name");
+  fuegeAn(all, database, combinationsQuery(orders.combinations), true, "Kombinationsname");
   return all;
 }
 

@@ -97,10 +97,9 @@ DefinitionRows::DefinitionRows() : table_(ColumnCount) {
 void DefinitionRows::build(dao::Database& db, Files& files, const QString& folder) {
   table_.setRows(1);
   readSuggestions(db, files, folder);
-  const auto competition = db.openRecordset("Select * from Wettkampf");
-  const bool any = !competition->eof();
-  addDisciplines(db, any && numberOf(*competition, "SortedDiszi") != 0);
-  addCombinations(db, any && numberOf(*competition, "SortedKombi") != 0);
+  const ListOrders orders = listOrders(db);
+  addDisciplines(db, orders.disciplines);
+  addCombinations(db, orders.combinations);
   setDefaults(db);
 }
 
@@ -114,9 +113,8 @@ void DefinitionRows::readSuggestions(dao::Database& db, Files& files, const QStr
   suggestions_[DateiName] = suggestions_[DefDatei];
 }
 
-void DefinitionRows::addDisciplines(dao::Database& db, bool sorted) {
-  const auto rows = db.openRecordset(sorted ? "Select * from Disziplin  order by Name"
-                                            : "Select * from Disziplin  order by CmdIndex");
+void DefinitionRows::addDisciplines(dao::Database& db, ListOrder order) {
+  const auto rows = db.openRecordset(disciplinesQuery(order));
   for (; !rows->eof(); rows->moveNext()) {
     const int id = numberOf(*rows, "ID");
     addWeapons(db, textOf(*rows, "Name"), "Diszi" + QString::number(id), id,
@@ -126,10 +124,9 @@ void DefinitionRows::addDisciplines(dao::Database& db, bool sorted) {
 
 /// The longest series and the tenths flag go on from one combination to the next, as the stations have always
 /// been set up: a later combination inherits them from all before it.
-void DefinitionRows::addCombinations(dao::Database& db, bool sorted) {
+void DefinitionRows::addCombinations(dao::Database& db, ListOrder order) {
   Shots shots;
-  const auto rows = db.openRecordset(sorted ? "Select * from Kombination_Name order by Kombinationsname"
-                                            : "Select * from Kombination_Name order by CmdIndex");
+  const auto rows = db.openRecordset(combinationsQuery(order));
   for (; !rows->eof(); rows->moveNext()) {
     const QString id = QString::number(numberOf(*rows, "ID"));
     const auto members = db.openRecordset("Select * from Kombination_Diszi where KombiID = " + id);

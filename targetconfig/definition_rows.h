@@ -10,6 +10,7 @@
 #include <QString>
 #include <optional>
 
+#include "app/ground/list_order.h"
 #include "platform/dao/database.h"
 #include "platform/grid/suggestions.h"
 #include "platform/grid/text_table.h"
@@ -91,8 +92,8 @@ class DefinitionRows {
  private:
   struct Shots;
   void readSuggestions(dao::Database& db, Files& files, const QString& folder);
-  void addDisciplines(dao::Database& db, bool sorted);
-  void addCombinations(dao::Database& db, bool sorted);
+  void addDisciplines(dao::Database& db, ListOrder order);
+  void addCombinations(dao::Database& db, ListOrder order);
   void addWeapons(dao::Database& db, const QString& name, const QString& key, int discipline,
                   const Shots& shots);
   void setDefaults(dao::Database& db);

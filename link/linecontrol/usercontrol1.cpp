@@ -2,7 +2,6 @@
 
 #include <QScopeGuard>
 
-#include "app/ground/feld_wert.h"
 #include "capture/frmHaeringEinzelschuss.h"
 #include "link/linecontrol/shooter_choice.h"
 #include "platform/dialog/dialogs.h"
@@ -113,16 +112,6 @@ QString UserControl1::schuetzenName() const {
 void UserControl1::stopPolling() {
   Timer1_->stop();
   timerWettkampf_->stop();
-}
-
-void UserControl1::fillLists() {
-  const auto competition = db_->openRecordset("Select * from Wettkampf");
-  const auto orderBy = [&](const char* sorted) {
-    const bool byName = !competition->eof() && FeldWert(*competition, sorted).toInt() != 0;
-    return byName ? ListOrder::Name : ListOrder::Position;
-  };
-  const ListOrder disciplines = orderBy("SortedDiszi"), combinations = orderBy("SortedKombi");
-  capture_.fillLists(disciplines, combinations);
 }
 
 void UserControl1::Fill_HaeringGruppen() {

@@ -78,7 +78,6 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   /// Says on the line that its exchange folder is away, or takes that back.
   void showExchangeFolder(bool missing);
   const QString& sWettkampf() const { return sWettkampf_; }
-  void setWettkampf(const QString& sWettkampf) { sWettkampf_ = sWettkampf; }
   /// Opens the competition and reads exchange folder, station disciplines and check lists.
   void Init(const QString& sWettkampf);
   void Fill_HaeringGruppen();
@@ -99,7 +98,8 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void cmdLinieClear_Click();
 
  Q_SIGNALS:
-  // Events, each with the control's index in cLine.
+  // Events, each with the control's index in cLine. Nothing raises cmdXStopClick, XGruenClick and
+  // txtXStartNummerValidate here: the main window serves them for a line control that has such buttons.
   void cmdXStopClick(int nIndex);
   void XGruenClick(int nIndex);
   void XFreiClick(int nIndex);
@@ -181,7 +181,6 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void connectControls();
   void connectGrids();
   void makePopups();
-  void fillLists();
   bool SucheUndLadeSchuetzen(const QString& sNummer);
   void showShooter();
   void Setze_Schuetzen_Controls();

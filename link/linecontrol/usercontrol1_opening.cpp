@@ -46,7 +46,7 @@ void UserControl1::complete(const ErrorReport& report, Asked asked) {
     readStation();
     if (!db_ || retired_ || listsFilled_) return;
     step([&] {
-      fillLists();
+      capture_.fillLists(listOrders(*db_));
       listsFilled_ = true;
     });
   });
