@@ -112,7 +112,7 @@ bool frmLindorm::Form_QueryUnload() {
 void frmLindorm::Form_Unload() {
   reported(fehlerReport(workplace_.dialogs, "Fehler beim Klick Form_Unload_err!"), [&](Steps&) {
     clearLines();
-    watch_.watchCompetition({});
+    leaveCompetition();
     opening_.close();
   });
 }

@@ -19,6 +19,7 @@
 #include "app/line_tree.h"
 #include "app/shell/success_line.h"
 #include "app/watch/office_watch.h"
+#include "backup/copy_keeper.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/workplace.h"
 
@@ -100,6 +101,8 @@ class frmLindorm : public QMainWindow {
   ErrorReport clickReport(const QString& routine) const;
   void connectWatch();
   void showExchangeFolder();
+  /// Ends what stands on the competition that is open; its database is still open.
+  void leaveCompetition();
 
   // Lines.
   void showLoading(int position, qsizetype all);
@@ -158,6 +161,7 @@ class frmLindorm : public QMainWindow {
   LineTree tree_;
   LineMarks marks_;
   SuccessLine success_{*this};
+  CopyKeeper copies_{workplace_, this};
   OfficeWatch watch_;
   std::vector<UserControl1*> lines_;
   int generation_ = 0;  // counts the rebuildings of lines_

@@ -10,6 +10,7 @@ namespace qk {
 void frmLindorm::connectWatch() {
   ui_->mnuBearbeiten->addAction(&watch_.showAction());
   connect(&watch_, &OfficeWatch::exchangeFolderChanged, this, &frmLindorm::showExchangeFolder);
+  watch_.watchCopies(copies_);
   watch_.watchExchangeFolder(
       [this] { return std::any_of(lines_.begin(), lines_.end(), std::mem_fn(&UserControl1::isPolling)); });
 }
@@ -18,10 +19,21 @@ void frmLindorm::showExchangeFolder() {
   for (UserControl1* line : lines_) line->showExchangeFolder(watch_.isExchangeFolderDeaf());
 }
 
+/// The copies' connection ends before the office's, so that that is the last one.
+void frmLindorm::leaveCompetition() {
+  copies_.close();
+  watch_.watchCompetition({});
+}
+
 bool frmLindorm::setWettkampf(const QString& path) {
-  if (!opening_.setWettkampf(path)) return false;
-  watch_.watchCompetition(sWettkampf());
-  return true;
+  leaveCompetition();
+  const bool opened = opening_.setWettkampf(path);
+  // After a failure what was open before stays open.
+  if (global_.Datenbank) {
+    copies_.open(sWettkampf());
+    watch_.watchCompetition(sWettkampf());
+  }
+  return opened;
 }
 
 }  // namespace qk

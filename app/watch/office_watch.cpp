@@ -6,6 +6,7 @@
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
 #include "app/shell/frmHilfe.h"
+#include "app/watch/copy_source.h"
 #include "app/watch/disk_source.h"
 #include "app/watch/exchange_source.h"
 #include "app/watch/frmWarnungen.h"
@@ -66,7 +67,14 @@ OfficeWatch::Source OfficeWatch::diskOf(const QString& thing, const QString& con
 void OfficeWatch::watchCompetition(const QString& path) {
   if (std::exchange(competition_, path) == path) return;
   for (const Source& source : std::exchange(ofCompetition_, {})) keeper_.remove(source.get());
+  copySource_.reset();
   if (path.isEmpty()) return;
+  watchStore();
+  if (copies_) watchCopiesOf();
+}
+
+void OfficeWatch::watchStore() {
+  const QString path = competition_;
   if (dao::isServerFile(path)) {
     ofCompetition_.push_back(add(std::make_shared<ServerSource>([path] { return dao::standbyOf(path); })));
     return;
@@ -76,6 +84,28 @@ void OfficeWatch::watchCompetition(const QString& path) {
                  "Ist er voll, nimmt der Wettkampf keinen Schuss mehr auf. Die Stationen halten ihre Schüsse "
                  "so lange fest.",
                  folderOf(path))));
+}
+
+void OfficeWatch::watchCopies(const CopyKeeper& copies) {
+  copies_ = &copies;
+  connect(copies_, &CopyKeeper::onState, this, [this] {
+    if (!copySource_) return;
+    copySource_->tell(copies_->state());
+    keeper_.lookNow(copySource_.get());
+  });
+  if (!competition_.isEmpty()) watchCopiesOf();
+}
+
+void OfficeWatch::watchCopiesOf() {
+  const auto source = std::make_shared<CopySource>(workplace_.clock.now());
+  source->tell(copies_->state());
+  copySource_ = source;
+  ofCompetition_.push_back(add(source));
+  // On a server nobody knows how large the next one gets.
+  const auto original = [path = dao::isServerFile(competition_) ? QString() : competition_] { return path; };
+  ofCompetition_.push_back(add(std::make_shared<DiskSource>(
+      storage_, RoomUser{"die Sicherungen", "Ist er voll, entsteht keine neue Sicherung mehr.",
+                         [source] { return source->folder(); }, original})));
 }
 
 void OfficeWatch::watchExchangeFolder(WatchKeeper::Wanted needed) {

@@ -15,6 +15,8 @@
 
 namespace qk {
 
+class CopyKeeper;
+class CopySource;
 class frmWarnungen;
 
 class OfficeWatch : public QObject {
@@ -32,6 +34,8 @@ class OfficeWatch : public QObject {
 
   /// The competition that is open from now on, a file or a server file; empty for none.
   void watchCompetition(const QString& path);
+  /// The copies of whatever competition is open. They outlive it.
+  void watchCopies(const CopyKeeper& copies);
 
   /// The exchange folder of the settings, as long as it is `needed`, asked in the window's thread.
   void watchExchangeFolder(WatchKeeper::Wanted needed);
@@ -53,6 +57,8 @@ class OfficeWatch : public QObject {
  private:
   using Source = std::shared_ptr<WatchSource>;
   void bookChanged();
+  void watchStore();
+  void watchCopiesOf();
   Source add(Source source, WatchKeeper::Wanted wanted = {});
   Source diskOf(const QString& thing, const QString& consequence, std::function<QString()> folder) const;
 
@@ -66,6 +72,8 @@ class OfficeWatch : public QObject {
   QString competition_;
   std::vector<Source> ofCompetition_;
   Source exchange_;
+  const CopyKeeper* copies_ = nullptr;
+  std::shared_ptr<CopySource> copySource_;
   bool deaf_ = false;
 };
 

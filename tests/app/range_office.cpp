@@ -74,6 +74,8 @@ RangeOffice::RangeOffice(const QString& LinienAktiv) {
   place.files.clearJournal();
   set("LinienAktiv", LinienAktiv);
   set("Netzverzeichnis", folder + "/");
+  // They come at their own time, where a test isn't about them.
+  place.settings.setValue("Tarvex", "Daten", "KopienAktiv", "0");
 }
 
 RangeOffice::~RangeOffice() {

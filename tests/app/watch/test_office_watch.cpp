@@ -44,6 +44,13 @@ struct WatchedOffice : RangeOffice {
   }
   QToolButton& warning() { return the<QToolButton>(*window().statusBar(), "cmdWarnungen"); }
   QString said() { return warning().isVisible() ? warning().text() : QString(); }
+  CopyKeeper& copies() { return *window().findChild<CopyKeeper*>(); }
+  void switchCopiesOn() {
+    place.settings.setValue("Tarvex", "Daten", "KopienAktiv", "1");
+    window().setWettkampf(competition);
+    if (!QTest::qWaitFor([&] { return !copies().isBusy(); })) failTest("the look for copies hangs");
+    settle();
+  }
   frmWarnungen* details() { return window().findChild<frmWarnungen*>(); }
   QString detailsText() { return the<QTextBrowser>(*details(), "txtWarnungen").toPlainText(); }
 
@@ -68,6 +75,8 @@ class TestOfficeWatch : public QObject {
   void aHangingFolderShowsInALivingWindow();
   void theWindowsThreadIsNeverAsked();
   void anotherCompetitionIsWatched();
+  void theLastCopyIsNamed();
+  void aCopyThatFailsShows();
   void manners();
 };
 
@@ -200,6 +209,29 @@ void TestOfficeWatch::anotherCompetitionIsWatched() {
   QCOMPARE(office.said(), QString("Wenig Platz: 312 MB"));
   office.window().watch().watchCompetition({});
   QVERIFY(!office.said().startsWith("Wenig"));
+}
+
+void TestOfficeWatch::theLastCopyIsNamed() {
+  WatchedOffice office;
+  QCOMPARE(office.said(), QString("Sicherung aus"));
+  office.switchCopiesOn();
+  QCOMPARE(office.said(), QString("Noch keine Sicherung"));
+  office.copies().makeNow();
+  QTRY_COMPARE(office.said(), QString("Sicherung 10:00"));
+  office.later(29 * 60);
+  QCOMPARE(office.said(), QString("Sicherung 10:00"));
+  office.later(2 * 60);
+  QCOMPARE(office.said(), QString("Sicherung alt: 10:00"));
+}
+
+void TestOfficeWatch::aCopyThatFailsShows() {
+  WatchedOffice office;
+  office.place.settings.setValue("Tarvex", "Daten", "KopienOrdner", office.place.path("fehlt/ganz"));
+  office.switchCopiesOn();
+  office.copies().makeNow();
+  QTRY_COMPARE(office.said(), QString("Sicherung misslungen"));
+  trigger(office.window(), "mnuEditWarnungen");
+  QVERIFY2(office.detailsText().contains("fehlt"), qPrintable(office.detailsText()));
 }
 
 void TestOfficeWatch::manners() {

@@ -1,6 +1,7 @@
 // What threatens the office, found without a window: limits, medians, ages, what stands in the book.
 #include <QTest>
 
+#include "app/watch/copy_source.h"
 #include "app/watch/disk_source.h"
 #include "app/watch/exchange_source.h"
 #include "app/watch/server_source.h"
@@ -66,6 +67,16 @@ class TestWatchSources : public QObject {
   void aSlowFolderIsFoundAndEnds();
   void anotherFolderForgetsTheTimes();
   void listingsAreRare();
+
+  // Copies.
+  void theLastProvenCopyIsNamed();
+  void aCopyIsOldAfterThreeIntervals();
+  void withoutAChangeACopyStaysFresh();
+  void noCopyYet();
+  void aFailureTellsItsReason();
+  void switchedOffIsSaidQuietly();
+  void anOpenedCopySaysSo();
+  void aSourceKnowsNothingBeforeItWasTold();
 
   // The server.
   void aServerWithoutStandbyIsCalm();
@@ -330,6 +341,94 @@ void TestWatchSources::listingsAreRare() {
   ExchangeSource source(storage, [] { return QString("/esa/"); });
   for (int i = 0; i < 60; ++i) source.look(at("10:00"));
   QCOMPARE(storage->listings, 12);
+}
+
+namespace {
+
+CopyState provenAt(const QString& time) {
+  CopyState state;
+  state.enabled = true;
+  state.folder = "/kopien";
+  state.lastProven = state.upToDate = at(time);
+  state.file = "/kopien/Pokal.qkk";
+  return state;
+}
+
+Threat copyFinding(const CopyState& state, const QString& opened, const QString& now) {
+  return copyFindings(state, at(opened), at(now)).back();
+}
+
+}  // namespace
+
+void TestWatchSources::theLastProvenCopyIsNamed() {
+  const Threat found = copyFinding(provenAt("15:10"), "09:00", "15:40");
+  QCOMPARE(found.level, ThreatLevel::Calm);
+  QCOMPARE(found.line, QString("Sicherung 15:10"));
+  QVERIFY2(found.what.contains("Pokal.qkk"), qPrintable(found.what));
+}
+
+void TestWatchSources::aCopyIsOldAfterThreeIntervals() {
+  const Threat found = copyFinding(provenAt("15:10"), "09:00", "15:41");
+  QCOMPARE(found.level, ThreatLevel::Warning);
+  QCOMPARE(found.line, QString("Sicherung alt: 15:10"));
+  QVERIFY2(found.what.startsWith("Seit mehr als 30 Minuten"), qPrintable(found.what));
+  CopyState rare = provenAt("15:10");
+  rare.interval = std::chrono::minutes(60);
+  QCOMPARE(copyFinding(rare, "09:00", "18:10").level, ThreatLevel::Calm);
+  QCOMPARE(copyFinding(rare, "09:00", "18:11").level, ThreatLevel::Warning);
+}
+
+void TestWatchSources::withoutAChangeACopyStaysFresh() {
+  CopyState state = provenAt("12:00");
+  state.upToDate = at("15:30");
+  const Threat found = copyFinding(state, "09:00", "15:41");
+  QCOMPARE(found.level, ThreatLevel::Calm);
+  QCOMPARE(found.line, QString("Sicherung 12:00"));
+  QVERIFY2(found.what.endsWith("Bis 15:30 hat sich nichts geändert."), qPrintable(found.what));
+}
+
+void TestWatchSources::noCopyYet() {
+  CopyState state = provenAt("12:00");
+  state.lastProven = state.upToDate = {};
+  QCOMPARE(copyFinding(state, "09:00", "09:30").line, QString("Noch keine Sicherung"));
+  QCOMPARE(copyFinding(state, "09:00", "09:30").level, ThreatLevel::Calm);
+  QCOMPARE(copyFinding(state, "09:00", "09:31").line, QString("Keine Sicherung"));
+  QCOMPARE(copyFinding(state, "09:00", "09:31").level, ThreatLevel::Warning);
+}
+
+void TestWatchSources::aFailureTellsItsReason() {
+  CopyState state = provenAt("15:10");
+  state.trouble = "Der Ordner fehlt.";
+  const Threat found = copyFinding(state, "09:00", "15:20");
+  QCOMPARE(found.level, ThreatLevel::Warning);
+  QCOMPARE(found.line, QString("Sicherung misslungen"));
+  QVERIFY(found.what.startsWith("Der Ordner fehlt. Die letzte geprüfte Sicherung ist von 15:10"));
+}
+
+void TestWatchSources::switchedOffIsSaidQuietly() {
+  CopyState state = provenAt("09:10");
+  state.enabled = false;
+  QCOMPARE(copyFinding(state, "09:00", "15:20").level, ThreatLevel::Calm);
+  QCOMPARE(copyFinding(state, "09:00", "15:20").line, QString("Sicherung aus"));
+}
+
+void TestWatchSources::anOpenedCopySaysSo() {
+  CopyState state = provenAt("15:10");
+  state.openedCopy = "Geöffnet ist eine Sicherung.";
+  ThreatBook book;
+  book.update(copyFindings(state, at("09:00"), at("15:20")), at("15:20"));
+  QCOMPARE(book.line(), QString("Sicherung geöffnet"));
+  QCOMPARE(book.level(), ThreatLevel::Calm);
+  QCOMPARE(book.standing().size(), size_t(2));
+}
+
+void TestWatchSources::aSourceKnowsNothingBeforeItWasTold() {
+  CopySource source(at("09:00"));
+  QVERIFY(source.look(at("15:00")).empty());
+  QCOMPARE(source.folder(), QString());
+  source.tell(provenAt("15:10"));
+  QCOMPARE(source.look(at("15:20")).front().line, QString("Sicherung 15:10"));
+  QCOMPARE(source.folder(), QString("/kopien"));
 }
 
 namespace {
