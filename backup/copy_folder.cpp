@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+#include "platform/dao/server_address.h"
 #include "platform/dao/store_files.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
@@ -52,14 +53,19 @@ std::optional<ProvenCopy> provenCopy(Files& files, const QString& evidencePath) 
 
 }  // namespace
 
-QString copyBaseOf(const QString& source) {
+QString sourceOf(const QString& competition) {
+  if (const auto address = dao::serverAddressIn(competition)) return placeOf(*address);
+  return QFileInfo(competition).absoluteFilePath();
+}
+
+QString copyBaseOf(const QString& competition) {
   static const QRegularExpression moment(kMomentPattern + "$");
-  QString base = QFileInfo(source).completeBaseName().remove(moment);
+  QString base = QFileInfo(competition).completeBaseName().remove(moment);
   return base.replace('.', '_');
 }
 
-QString copyStemOf(const QString& folder, const QString& source, const QDateTime& moment) {
-  return below(folder, copyBaseOf(source) + ' ' + moment.toString(kMomentFormat));
+QString copyStemOf(const QString& folder, const QString& competition, const QDateTime& moment) {
+  return below(folder, copyBaseOf(competition) + ' ' + moment.toString(kMomentFormat));
 }
 
 std::vector<ProvenCopy> provenCopies(Files& files, const QString& folder, const QString& source) {
@@ -100,10 +106,10 @@ void thinOut(Files& files, const std::vector<ProvenCopy>& copies) {
   }
 }
 
-void removeDrafts(Files& files, const QString& folder, const QString& source) {
+void removeDrafts(Files& files, const QString& folder, const QString& competition) {
   static const QString kDraft = ".entwurf";
   const QRegularExpression own(QRegularExpression::anchoredPattern(
-      QRegularExpression::escape(copyBaseOf(source)) + kMomentPattern + "\\.entwurf(-.*)?"));
+      QRegularExpression::escape(copyBaseOf(competition)) + kMomentPattern + "\\.entwurf(-.*)?"));
   for (const QString& name : files.list(folder, "*" + kDraft + "*")) {
     if (!own.match(name).hasMatch()) continue;
     const QString stem = below(folder, name.left(name.lastIndexOf(kDraft)));

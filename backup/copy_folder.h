@@ -19,13 +19,16 @@ struct ProvenCopy {
   Evidence evidence;
 };
 
+/// What the copies of a competition are known by, on whatever workstation they are made: the database and its
+/// server, or the file.
+QString sourceOf(const QString& competition);
 /// The name that copies of a competition begin with: its own, without dots (no competition opens from a path
 /// with one), and without the time of a copy that is worked with.
-QString copyBaseOf(const QString& source);
+QString copyBaseOf(const QString& competition);
 /// The path of a copy, without its ending. Sorting by name sorts by time.
-QString copyStemOf(const QString& folder, const QString& source, const QDateTime& moment);
+QString copyStemOf(const QString& folder, const QString& competition, const QDateTime& moment);
 
-/// All proven copies of the competition in the folder, the oldest first. Reads their evidence, not them.
+/// All proven copies of the source in the folder, the oldest first. Reads their evidence, not them.
 std::vector<ProvenCopy> provenCopies(Files& files, const QString& folder, const QString& source);
 
 /// Those that are neither among the last kKeptCopies nor the last of their day. `copies` in the order of
@@ -40,6 +43,6 @@ bool isUnchanged(const ProvenCopy& copy);
 void thinOut(Files& files, const std::vector<ProvenCopy>& copies);
 
 /// What a making of copies of this competition that was ended by force left behind. Nobody may be making one.
-void removeDrafts(Files& files, const QString& folder, const QString& source);
+void removeDrafts(Files& files, const QString& folder, const QString& competition);
 
 }  // namespace qk

@@ -98,7 +98,7 @@ class CopyKeeper::Worker : public std::enable_shared_from_this<Worker> {
 
   CopyResult survey(const CopyRequest& request, Outcome& outcome) {
     outcome.openedCopy = ownEvidence(files_, competition_);
-    const auto copies = provenCopies(files_, request.folder, competition_);
+    const auto copies = provenCopies(files_, request.folder, sourceOf(competition_));
     return {CopyResult::Kind::Young, copies.empty() ? std::nullopt : std::optional(copies.back())};
   }
 
@@ -159,12 +159,13 @@ void CopyKeeper::close() {
   change([](CopyState& state) { state = {}; });
 }
 
-void CopyKeeper::makeNow() {
-  if (!worker_ || !liesKopien(workplace_.settings).enabled) return;
+bool CopyKeeper::makeNow() {
+  if (!worker_ || !liesKopien(workplace_.settings).enabled) return false;
   if (isBusy())
     again_ = true;
   else
     start(Task::Copy, {});
+  return true;
 }
 
 void CopyKeeper::giveUp() {

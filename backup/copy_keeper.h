@@ -51,8 +51,9 @@ class CopyKeeper : public QObject {
   void close();
 
   /// Makes a copy now if anything has changed since the last one, also when one is being made already: behind
-  /// that one then. isBusy() until it is there or has failed. Nothing where copies are switched off.
-  void makeNow();
+  /// that one then. isBusy() until it is there or has failed. False, and nothing is made, where no
+  /// competition is open or copies are switched off.
+  bool makeNow();
   /// Gives up what is being made.
   void giveUp();
   bool isBusy() const { return state_.running; }

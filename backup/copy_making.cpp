@@ -31,23 +31,28 @@ class Making {
  public:
   Making(dao::SnapshotReader& reader, const CopyRequest& request, Files& files, const dao::PartDone& done,
          const CopyHooks& hooks)
-      : reader_(reader), request_(request), files_(files), done_(done), hooks_(hooks) {}
+      : reader_(reader),
+        request_(request),
+        source_(sourceOf(request.competition)),
+        files_(files),
+        done_(done),
+        hooks_(hooks) {}
 
   CopyResult run() {
     requireFolder(files_, request_.folder);
-    QLockFile lock(withTrailingSeparator(request_.folder) + copyBaseOf(request_.source) + ".sperre");
+    QLockFile lock(withTrailingSeparator(request_.folder) + copyBaseOf(request_.competition) + ".sperre");
     lock.setStaleLockTime(kLongest);
     if (!lock.tryLock(0)) {
       if (lock.error() == QLockFile::LockFailedError) return {CopyResult::Kind::Elsewhere, {}};
       throw Error(kAccessError, "In den Ordner der Sicherungen kann nicht geschrieben werden.");
     }
-    removeDrafts(files_, request_.folder, request_.source);
+    removeDrafts(files_, request_.folder, request_.competition);
     return runAlone();
   }
 
  private:
   CopyResult runAlone() {
-    std::vector<ProvenCopy> copies = provenCopies(files_, request_.folder, request_.source);
+    std::vector<ProvenCopy> copies = provenCopies(files_, request_.folder, source_);
     if (!copies.empty() && isYoung(copies.back().evidence)) return {CopyResult::Kind::Young, copies.back()};
     const QString stem = freeStem();
     const QString draft = stem + ".entwurf";
@@ -58,7 +63,7 @@ class Making {
       copies.back().evidence.file = QFileInfo(copies.back().path).fileName();
       publish(draft, copies.back());
     } catch (...) {
-      removeDrafts(files_, request_.folder, request_.source);
+      removeDrafts(files_, request_.folder, request_.competition);
       throw;
     }
     thinOut(files_, copies);
@@ -74,7 +79,7 @@ class Making {
   QString freeStem() const {
     QDateTime moment = request_.moment;
     for (;; moment = moment.addSecs(1)) {
-      const QString stem = copyStemOf(request_.folder, request_.source, moment);
+      const QString stem = copyStemOf(request_.folder, request_.competition, moment);
       if (!files_.exists(stem + ".qkk") && !files_.exists(stem + ".beleg")) return stem;
     }
   }
@@ -82,7 +87,7 @@ class Making {
   /// Nothing when the last copy holds the same.
   std::optional<Evidence> prove(const QString& draft, const Evidence* last) {
     Evidence evidence;
-    evidence.source = request_.source;
+    evidence.source = source_;
     evidence.moment = request_.moment.addMSecs(-request_.moment.time().msec());
     std::vector<dao::TableFigures> figures;
     dao::PageWitness written;
@@ -148,6 +153,7 @@ class Making {
 
   dao::SnapshotReader& reader_;
   const CopyRequest& request_;
+  QString source_;
   Files& files_;
   const dao::PartDone& done_;
   const CopyHooks& hooks_;

@@ -23,9 +23,9 @@ class SnapshotReader;
 }
 
 struct CopyRequest {
-  QString source;    ///< the competition's path, as it is opened
-  QString folder;    ///< made when only its last level is missing
-  QDateTime moment;  ///< now, local time
+  QString competition;  ///< its path, or that of the file that names its server
+  QString folder;       ///< made when only its last level is missing
+  QDateTime moment;     ///< now, local time
   /// A proven copy that is younger, made by whichever program, is taken for a new one.
   std::chrono::minutes interval{0};
 };

@@ -35,7 +35,7 @@ struct TableEvidence {
 };
 
 struct Evidence {
-  QString source;    ///< path of the competition, as it was opened; of the address file for one on a server
+  QString source;    ///< the competition's path, or its database and server: sourceOf()
   QDateTime moment;  ///< to the second
   QString file;      ///< name of the copy when it was made
   qint64 size = 0;   ///< bytes

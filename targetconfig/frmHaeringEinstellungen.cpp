@@ -2,13 +2,13 @@
 
 #include <QCheckBox>
 #include <QPushButton>
+#include <QSpinBox>
 #include <utility>
 #include <vector>
 
 #include "app/ground/settings_keys.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/files.h"
-#include "platform/runtime/retry.h"
 #include "platform/settings/settings.h"
 #include "ui_frmHaeringEinstellungen.h"
 
@@ -51,6 +51,7 @@ frmHaeringEinstellungen::frmHaeringEinstellungen(const Workplace& workplace, QWi
   const Settings& settings = workplace_.settings;
   showFolder(presentFolder(settings));
   for (const auto& [box, key] : switchesOf(*ui_)) box->setChecked(liesFlag(settings, key));
+  showCopies();
 }
 
 frmHaeringEinstellungen::~frmHaeringEinstellungen() = default;
@@ -65,12 +66,47 @@ void frmHaeringEinstellungen::showFolder(const QString& folder) {
   ui_->lblHaeringNetzwerkpfad->setText(folder_.isEmpty() ? "noch nicht gewählt" : folder_);
 }
 
+void frmHaeringEinstellungen::showCopies() {
+  copies_ = liesKopien(workplace_.settings);
+  ui_->spnKopienMinuten->setRange(kFewestCopyMinutes, kMostCopyMinutes);
+  ui_->spnKopienMinuten->setValue(static_cast<int>(copies_.interval.count()));
+  ui_->lblKopienOrdner->setText(copies_.folder);
+  ui_->chkKopien->setChecked(copies_.enabled);
+  const auto enable = [this](bool enabled) {
+    for (QWidget* part :
+         {static_cast<QWidget*>(ui_->spnKopienMinuten), static_cast<QWidget*>(ui_->lblKopienOrdner),
+          static_cast<QWidget*>(ui_->cmdKopienOrdner)})
+      part->setEnabled(enabled);
+  };
+  connect(ui_->chkKopien, &QCheckBox::toggled, this, enable);
+  enable(copies_.enabled);
+  connect(ui_->cmdKopienOrdner, &QPushButton::clicked, this, &frmHaeringEinstellungen::cmdKopienOrdner_Click);
+}
+
+void frmHaeringEinstellungen::cmdKopienOrdner_Click() {
+  const QString chosen = workplace_.dialogs.chooseFolder("Bitte den Ordner der Sicherungen auswählen:",
+                                                         ui_->lblKopienOrdner->text());
+  if (!chosen.isEmpty()) ui_->lblKopienOrdner->setText(withTrailingSeparator(chosen));
+}
+
+/// What is as it was isn't stored: the preset of the folder may change with the program's other folders.
+void frmHaeringEinstellungen::storeCopies(Steps& step) {
+  Settings& settings = workplace_.settings;
+  const int minutes = ui_->spnKopienMinuten->value();
+  const QString folder = ui_->lblKopienOrdner->text();
+  if (ui_->chkKopien->isChecked() != copies_.enabled)
+    step([&] { schreibe(settings, keys::KopienAktiv, ui_->chkKopien->isChecked()); });
+  if (minutes != copies_.interval.count()) step([&] { schreibe(settings, keys::KopienMinuten, minutes); });
+  if (folder != copies_.folder) step([&] { schreibe(settings, keys::KopienOrdner, folder); });
+}
+
 void frmHaeringEinstellungen::cmdOK_Click() {
   const bool stored =
       reported(fehlerReport(workplace_.dialogs, "Fehler bei cmdOK_Click_err!"), [&](Steps& step) {
         for (const auto& [box, key] : switchesOf(*ui_))
           step([&] { schreibe(workplace_.settings, key, box->isChecked()); });
         if (!folder_.isEmpty()) step([&] { schreibe(workplace_.settings, keys::Netzverzeichnis, folder_); });
+        storeCopies(step);
       });
   if (!stored) return;
   bOK_ = true;

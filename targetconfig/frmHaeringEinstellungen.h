@@ -1,9 +1,11 @@
-// The exchange folder and three switches of the program's behaviour.
+// The exchange folder, three switches of the program's behaviour, and the copies of the open competition.
 #pragma once
 
 #include <QDialog>
 #include <memory>
 
+#include "app/ground/copy_settings.h"
+#include "platform/runtime/retry.h"
 #include "platform/workplace.h"
 
 namespace Ui {
@@ -27,12 +29,16 @@ class frmHaeringEinstellungen : public QDialog {
 
  private:
   void cmdHaeringPfad_Click();
+  void cmdKopienOrdner_Click();
   void cmdOK_Click();
   void showFolder(const QString& folder);
+  void showCopies();
+  void storeCopies(Steps& step);
 
   Workplace workplace_;
   std::unique_ptr<Ui::frmHaeringEinstellungen> ui_;
   QString folder_;  // empty while none is chosen
+  CopySettings copies_;
   bool bOK_ = false;
 };
 

@@ -81,7 +81,22 @@ void requireEveryCharacter(const Database& target) {
                     .arg(*encoding));
 }
 
+/// Asked before it is opened for writing, which alone would change a file.
+void refuseFull(const QString& path) {
+  constexpr int kNotFurnished = 3343;
+  try {
+    const auto target = Database::open(path, true);
+    if (isUnfinishedMove(*target) || (target->tableNames().isEmpty() && target->queryNames().isEmpty()))
+      return;
+  } catch (const Error& error) {
+    if (error.number() != kNotFurnished) throw;
+    return;
+  }
+  throw Error(kDatabaseExists, "Das Ziel ist nicht leer, es bleibt unverändert.");
+}
+
 std::unique_ptr<Database> usableStore(const MoveRequest& request) {
+  refuseFull(request.to);
   auto target = opened(request.to);
   requireEveryCharacter(*target);
   if (isUnfinishedMove(*target)) {
@@ -91,8 +106,6 @@ std::unique_ptr<Database> usableStore(const MoveRequest& request) {
                 "abgebrochen, so wiederholen Sie den Befehl mit --von-vorn: was am Ziel liegt, wird "
                 "dann verworfen.");
   }
-  if (!target->tableNames().isEmpty() || !target->queryNames().isEmpty())
-    throw Error(kDatabaseExists, "Das Ziel ist nicht leer, es bleibt unverändert.");
   return target;
 }
 

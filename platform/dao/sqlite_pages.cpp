@@ -168,13 +168,12 @@ PageWitness copyPages(sqlite3* source, const QString& file, const std::function<
   return noted;
 }
 
-QString flawsOf(const QString& file, const std::function<bool()>& cancelled) {
+QString flawsOf(const QString& file, std::function<bool()> cancelled) {
   const Handle handle = opened(file, SQLITE_OPEN_READONLY, nullptr);
   constexpr int kStepsBetweenLooks = 2000;
-  auto* asked = const_cast<std::function<bool()>*>(&cancelled);
   sqlite3_progress_handler(
       handle.get(), kStepsBetweenLooks,
-      [](void* ask) { return (*static_cast<std::function<bool()>*>(ask))() ? 1 : 0; }, asked);
+      [](void* ask) { return (*static_cast<std::function<bool()>*>(ask))() ? 1 : 0; }, &cancelled);
   QStringList flaws;
   const auto take = [](void* list, int, char** values, char**) {
     const QString line = QString::fromUtf8(values[0]);

@@ -19,6 +19,6 @@ PageWitness copyPages(sqlite3* source, const QString& file, const std::function<
 
 /// What SQLite finds wrong with the file by reading all of it: structure, counts, indexes against rows.
 /// Empty for nothing.
-QString flawsOf(const QString& file, const std::function<bool()>& cancelled);
+QString flawsOf(const QString& file, std::function<bool()> cancelled);
 
 }  // namespace qk::dao

@@ -8,9 +8,11 @@
 #include "platform/dao/snapshot.h"
 #include "platform/dao/table_figures.h"
 #include "platform/runtime/error.h"
+#include "tests/backup/copy_figures.h"
 #include "tests/masterdata/demo_store.h"
 #include "tests/support/error_of.h"
 #include "tests/support/failing_files.h"
+#include "tests/support/postgres_server.h"
 #include "tests/support/test_store.h"
 
 using namespace qk;
@@ -21,25 +23,6 @@ namespace {
 
 constexpr int kDifferent = 3197;
 constexpr int kGivenUp = 3059;
-
-/// Every table's name, rows and digest.
-std::vector<TableEvidence> figuresOfAll(Database& store) {
-  std::vector<TableEvidence> all;
-  for (const QString& table : store.tableNames()) {
-    const dao::TableFigures figures = figuresOf(store, table);
-    all.push_back({table, figures.rows, figures.digest});
-  }
-  std::sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.table < b.table; });
-  return all;
-}
-
-void flip(const QString& path, qint64 at) {
-  QFile file(path);
-  QVERIFY(file.open(QIODevice::ReadWrite));
-  QVERIFY(file.seek(at));
-  const QByteArray byte(1, static_cast<char>(file.peek(1)[0] ^ 4));
-  QCOMPARE(file.write(byte), 1);
-}
 
 }  // namespace
 
@@ -65,6 +48,7 @@ class TestCopies : public QObject {
   void aWrongByteAfterwardsIsSeen();
   void aMissingEndIsSeen();
   void givenUpLeavesNothing();
+  void aLossGivesItUp();
   void aFailureLeavesNothing_data();
   void aFailureLeavesNothing();
   void removesTheDraftsOfTheDead();
@@ -98,7 +82,7 @@ class TestCopies : public QObject {
     }
     return made;
   }
-  std::vector<ProvenCopy> proven() { return provenCopies(files_, folder_->path(), store_->path()); }
+  std::vector<ProvenCopy> proven() { return provenCopies(files_, folder_->path(), sourceOf(store_->path())); }
   QStringList names(const QString& pattern = "*") const {
     return QDir(folder_->path()).entryList({pattern}, QDir::Files, QDir::Name);
   }
@@ -117,7 +101,7 @@ void TestCopies::holdsWhatTheCompetitionHeld() {
   const CopyResult result = make();
   QCOMPARE(result.kind, CopyResult::Kind::Made);
   QVERIFY(result.copy.has_value());
-  QCOMPARE(result.copy->evidence.source, store_->path());
+  QCOMPARE(result.copy->evidence.source, sourceOf(store_->path()));
   QCOMPARE(result.copy->evidence.moment, moment_);
   QCOMPARE(result.copy->evidence.size, QFileInfo(result.copy->path).size());
   QVERIFY(isUnchanged(*result.copy));
@@ -243,6 +227,33 @@ void TestCopies::givenUpLeavesNothing() {
     QCOMPARE(names(), QStringList());
   }
   cancelled_ = false;
+  QCOMPARE(make().kind, CopyResult::Kind::Made);
+}
+
+/// Nobody waits for the copy then: what was lost is mended by whoever works with the competition.
+void TestCopies::aLossGivesItUp() {
+  constexpr int kLost = 3043;
+  int steps = 0;
+  const int error = errorOf([&] {
+    make({}, [&](double) {
+      if (++steps != 5) return;
+      if (storesOnServer()) {
+        serverDatabase(store_->path())
+            .native(
+                "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = current_database() "
+                "AND pid <> pg_backend_pid()");
+        return;
+      }
+      QVERIFY(QFile::remove(store_->path() + "-wal"));
+      QCOMPARE(errorOf([&] { store_->addShot("1", 1, 1); }), kLost);
+    });
+  });
+  QCOMPARE(error, kLost);
+  QVERIFY(steps < 8);
+  QCOMPARE(names(), QStringList());
+  const auto before = store_->count("Haering_Daten");
+  store_->addShot("1", 1, 2);
+  QCOMPARE(store_->count("Haering_Daten"), before + 1);
   QCOMPARE(make().kind, CopyResult::Kind::Made);
 }
 

@@ -199,8 +199,8 @@ void TestCopyKeeper::saysThatACopyIsOpen() {
   const QString copy = state().file;
   keeper_->open(copy);
   QVERIFY(ended());
-  QCOMPARE(state().openedCopy,
-           "Geöffnet ist eine Sicherung: der Stand vom 20.11.2026 10:00 von " + store_->path() + ".");
+  QCOMPARE(state().openedCopy, "Geöffnet ist eine Sicherung: der Stand vom 20.11.2026 10:00 von " +
+                                   sourceOf(store_->path()) + ".");
   QVERIFY(!state().lastProven.isValid());
   lookAfter(0);
   QVERIFY(state().lastProven.isValid());

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
+#include <QSpinBox>
 #include <QTest>
 #include <memory>
 
@@ -34,6 +35,8 @@ class TestFrmHaeringEinstellungen : public QObject {
   void okStores();
   void cancelStoresNothing();
   void aFailedStoreKeepsTheWindow();
+  void copiesAreShownAndStored();
+  void copiesKeepTheirPresets();
   void aLongPathKeepsTheWindowSmall();
   void manners();
 
@@ -86,6 +89,41 @@ void TestFrmHaeringEinstellungen::opensOnWhatIsStored() {
   QVERIFY(!box("chkCloseAbfrage").isChecked());
   QVERIFY(box("chkKassenfenster").isChecked());
   QCOMPARE(path(), "/netz/esa/");
+}
+
+void TestFrmHaeringEinstellungen::copiesAreShownAndStored() {
+  schreibe(place->settings, keys::SicherungsVerzeichnis, QString("/dokumente/Sicherung"));
+  open();
+  auto& minutes = the<QSpinBox>(*dialog, "spnKopienMinuten");
+  QVERIFY(box("chkKopien").isChecked());
+  QCOMPARE(minutes.value(), 10);
+  QCOMPARE(the<QLabel>(*dialog, "lblKopienOrdner").text(), "/dokumente/Sicherung");
+  minutes.setValue(5);
+  place->dialogs.expectFolder("Bitte den Ordner der Sicherungen auswählen:", "/stick/kopien");
+  click(*dialog, "cmdKopienOrdner");
+  QCOMPARE(the<QLabel>(*dialog, "lblKopienOrdner").text(), "/stick/kopien/");
+  place->dialogs.expectFolder("Bitte den Ordner der Sicherungen auswählen:", std::nullopt);
+  click(*dialog, "cmdKopienOrdner");
+  click(*dialog, "cmdOK");
+  QVERIFY(liesKopien(place->settings) == (CopySettings{true, std::chrono::minutes(5), "/stick/kopien/"}));
+  open();
+  box("chkKopien").setChecked(false);
+  for (const char* name : {"spnKopienMinuten", "lblKopienOrdner", "cmdKopienOrdner"})
+    QVERIFY(!the<QWidget>(*dialog, name).isEnabled());
+  click(*dialog, "cmdOK");
+  QVERIFY(!liesKopien(place->settings).enabled);
+}
+
+/// Who changes nothing follows the program's other folders.
+void TestFrmHaeringEinstellungen::copiesKeepTheirPresets() {
+  schreibe(place->settings, keys::SicherungsVerzeichnis, QString("/dokumente/Sicherung"));
+  open();
+  click(*dialog, "cmdOK");
+  QCOMPARE(liesText(place->settings, keys::KopienOrdner), QString());
+  schreibe(place->settings, keys::KopienMinuten, 100000);
+  QCOMPARE(liesKopien(place->settings).interval, std::chrono::minutes(kMostCopyMinutes));
+  schreibe(place->settings, keys::KopienMinuten, 0);
+  QCOMPARE(liesKopien(place->settings).interval, std::chrono::minutes(kFewestCopyMinutes));
 }
 
 void TestFrmHaeringEinstellungen::anEndingSeparatorIsKeptOrAdded_data() {

@@ -65,7 +65,8 @@ void TestCompetitionTool::helpIsGerman() {
 void TestCompetitionTool::refusesWrongCalls_data() {
   QTest::addColumn<QStringList>("arguments");
   QTest::addColumn<QString>("message");
-  QTest::newRow("nothing") << QStringList{} << "Es fehlt ein Befehl: neu, demo, umziehen oder einrichten.";
+  QTest::newRow("nothing") << QStringList{}
+                           << "Es fehlt ein Befehl: neu, demo, umziehen, einrichten, sichern oder zurueck.";
   QTest::newRow("command") << QStringList{"alt", "a.qkk"} << "Unbekannter Befehl »alt«.";
   QTest::newRow("no file") << QStringList{"neu"} << "Es fehlt der Name der Datei.";
   QTest::newRow("two files") << QStringList{"neu", "a.qkk", "b.qkk"} << "Mehr als eine Datei: »b.qkk«.";

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QRegularExpression>
 
 #include "masterdata/making/competition.h"
@@ -10,6 +11,7 @@
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/program_call.h"
+#include "tools/wettkampf/copy_commands.h"
 #include "tools/wettkampf/exchange.h"
 #include "tools/wettkampf/furnish_command.h"
 #include "tools/wettkampf/move_command.h"
@@ -22,7 +24,7 @@ namespace {
 constexpr int kDatabaseExists = 3204;
 
 const QString Help =
-    "qk-wettkampf: legt Wettkämpfe an und zieht mit ihnen um\n"
+    "qk-wettkampf: legt Wettkämpfe an, zieht mit ihnen um, sichert sie und holt sie zurück\n"
     "\n"
     "Aufruf:\n"
     "  qk-wettkampf neu DATEI [--name TEXT] [--zeile2 TEXT] [--ort TEXT] [--datum TT.MM.JJJJ]\n"
@@ -56,6 +58,15 @@ const QString Help =
     "      erneuert, was das Programm auf dem Server braucht, nachdem es selbst erneuert wurde. Nur der "
     "Besitzer\n"
     "      der Datenbank darf das; die anderen Arbeitsplätze dürfen dabei arbeiten.\n"
+    "  qk-wettkampf sichern WETTKAMPF ORDNER\n"
+    "      macht neben der Arbeit her eine geprüfte Kopie mit Beleg, wie das Büroprogramm es von selbst "
+    "tut;\n"
+    "      es bleiben die letzten neun und die letzte jedes Tages.\n"
+    "  qk-wettkampf zurueck KOPIE ZIEL [--ungeprueft] [--von-vorn]\n"
+    "      vergleicht eine Sicherung mit ihrem Beleg und bringt sie in eine neue Datei oder in eine leere\n"
+    "      Datenbank, die eine Serverdatei nennt. KOPIE wird nur gelesen.\n"
+    "      --ungeprueft  auch ohne Beleg, wenn die Datei in sich stimmt\n"
+    "      --von-vorn    verwirft, was ein abgebrochener Aufruf am Ziel liegen ließ\n"
     "  qk-wettkampf --hilfe | --version\n"
     "      zeigt diese Hilfe oder die Version.\n"
     "\n"
@@ -151,8 +162,10 @@ Request parseRequest(QStringList arguments) {
   if (command == "demo")
     request.kind = Request::Kind::Demo;
   else if (command != "neu")
-    throw UsageError{command.isEmpty() ? QString("Es fehlt ein Befehl: neu, demo, umziehen oder einrichten.")
-                                       : QString("Unbekannter Befehl »%1«.").arg(command)};
+    throw UsageError{
+        command.isEmpty()
+            ? QString("Es fehlt ein Befehl: neu, demo, umziehen, einrichten, sichern oder zurueck.")
+            : QString("Unbekannter Befehl »%1«.").arg(command)};
   while (!arguments.isEmpty()) {
     const QString argument = arguments.takeFirst();
     if (request.kind == Request::Kind::Empty && applySwitch(request.competition, argument)) continue;
@@ -224,12 +237,13 @@ int runCompetitionTool(const QStringList& arguments, QTextStream& out, QTextStre
     return 0;
   }
   try {
-    if (arguments.value(0) == "einrichten") {
-      runFurnishCommand(arguments.mid(1), out);
-      return 0;
-    }
-    if (arguments.value(0) == "umziehen") {
-      runMoveCommand(arguments.mid(1), out);
+    using Command = void (*)(const QStringList&, QTextStream&);
+    static const QHash<QString, Command> commands = {{"umziehen", runMoveCommand},
+                                                     {"einrichten", runFurnishCommand},
+                                                     {"sichern", runCopyCommand},
+                                                     {"zurueck", runBringBackCommand}};
+    if (const Command command = commands.value(arguments.value(0))) {
+      command(arguments.mid(1), out);
       return 0;
     }
     return carryOut(parseRequest(arguments), out, errors);

@@ -1,4 +1,5 @@
-// qk-wettkampf: makes competitions, empty or for the demo, and moves them between files and servers.
+// qk-wettkampf: makes competitions, empty or for the demo, moves them between files and servers, makes proven
+// copies of them and brings those back.
 
 #include <QCoreApplication>
 #include <QTextStream>
