@@ -70,6 +70,8 @@ class Session:
         self._tell_figures()
         if self.trial and self.trial.red:
             self._say("\nred on unbroken sources, and not asked: " + ", ".join(sorted(self.trial.red)))
+        if self.trial and self.trial.shaky:
+            self._say("\nred once, but not again on the same break: " + ", ".join(sorted(self.trial.shaky)))
         for path in self.explained.paths():
             if (self.workshop.tree / path).exists():
                 self.explained.meet(self._breaks(path))

@@ -22,6 +22,7 @@ class Trial:
     def __init__(self, workshop: Workshop, project: Project, records: Records):
         self.workshop, self.project, self.records = workshop, project, records
         self.red: set[str] = set()  # tests that fail on unbroken sources; they prove nothing
+        self.shaky: set[str] = set()  # tests that were red on a break once, and green on the same the next time
         self._checked: set[str] = set()
         self._codes: dict[str, str] = {}
         self._runtime = Path(tempfile.mkdtemp(prefix="qk-bruch-"))
@@ -96,6 +97,9 @@ class Trial:
         status = self._run(test, test.limit(measure.seconds))
         if status == 0:
             return None
+        if status != children.HUNG and self._run(test, test.limit(measure.seconds)) == 0:
+            self.shaky.add(test.name)
+            return None  # what notices, notices again; the first time something else was wrong
         return Verdict(HUNG if status == children.HUNG else KILLED, by=test.name)
 
     # --- tests ---

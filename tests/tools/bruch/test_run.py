@@ -117,6 +117,21 @@ class Run(support.TemporaryFolder):
         self.assertEqual(self.survivors(text), NOBODY_NOTICES, text)
         self.assertIn("red on unbroken sources, and not asked: test_nothing", text)
 
+    def test_a_red_that_does_not_repeat_proves_nothing(self):
+        (self.folder / "tests/counting/test_nothing.cpp").write_text("""#include <fstream>
+#include "counting/counting.h"
+int main() {
+  int runs = 0;
+  std::ifstream("runs") >> runs;
+  std::ofstream("runs") << runs + 1;
+  return runs == 1 && larger(1, 1) <= 1;
+}
+""")
+        text = self.said("--seed", "1", "counting")
+        self.assertNotIn("by test_nothing", text)
+        self.assertEqual(self.survivors(text), NOBODY_NOTICES, text)
+        self.assertIn("red once, but not again on the same break: test_nothing", text)
+
     def test_stopped_it_tells_what_it_has_and_goes_on(self):
         whole = self.said("--seed", "7", "counting")
         (self.folder / "build/bruch/verdicts.jsonl").unlink()
