@@ -120,8 +120,7 @@ class HostCall {
       aside_.reset();
     }
     while (connection_ && step_ == Step::Connecting && isWishFulfilled()) connectOn();
-    while (step_ == Step::Asking && isWishFulfilled() && hearOn()) {
-    }
+    while (connection_ && step_ == Step::Asking && isWishFulfilled()) hearOn();
   }
 
  private:
@@ -150,15 +149,13 @@ class HostCall {
     if (!PQsendQuery(connection_.get(), question)) refuse();
   }
 
-  /// False when more must come first.
-  bool hearOn() {
-    if (!PQconsumeInput(connection_.get())) return refuse(), false;
+  void hearOn() {
+    if (!PQconsumeInput(connection_.get())) return refuse();
     while (!PQisBusy(connection_.get())) {
       const std::unique_ptr<pg_result, decltype(&PQclear)> result(PQgetResult(connection_.get()), PQclear);
-      if (!result) return believe(), false;
+      if (!result) return believe();
       read(result.get());
     }
-    return true;
   }
 
   void read(const pg_result* result) {

@@ -201,6 +201,27 @@ class TestPromotion : public QObject {
     QCOMPARE(namesAt(*second_), QStringList({"a", "b"}));
   }
 
+  /// It was about to store a row when it stopped, and may do so when it goes on: at a place that doesn't
+  /// count.
+  void aServerThatHangsComesBackWithNothing() {
+    makePair();
+    database_ = Database::open(path_);
+    first_->waitForStandby({});
+    second_->waitForStandby({});
+    const auto rows = articlesNow();
+    rows->addNew();
+    rows->setValue("Name", "a");
+    StoppedServer stopped;
+    stopped.stopWhole(first_->folder(), *server_);
+    QCOMPARE(errorOf([&] { rows->update(); }), 3043);
+    second_->promote();
+    rows->update();
+    stopped.goOn();
+    addArticle(*rows, "b");
+    QCOMPARE(namesAt(*second_), QStringList({"a", "b"}));
+    QVERIFY(!namesAt(*first_).contains("b"));
+  }
+
   /// The pair's second server is a primary by now.
   void anotherServerIsTakenOnlyAfresh() {
     const PostgresServer other;
