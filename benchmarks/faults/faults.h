@@ -34,6 +34,12 @@ bool runTills(const QString& folder, int stakes, int kills, unsigned seed);
 /// and begun again.
 bool runMoves(const QString& folder, int runs, unsigned seed);
 
+/// The making of a copy ended by SIGKILL `runs` times at random moments, beside an office that stores shots:
+/// at least the last nine copies count and are whole, and nothing else counts.
+bool runCopies(const QString& folder, int runs, unsigned seed);
+/// The same with the competition on a server of its own.
+bool runServerCopies(const QString& folder, int runs, unsigned seed);
+
 /// `runs` times a process of its own that stores shots on a file layer which loses what wasn't synced.
 bool runPowerLosses(const QString& folder, int runs, unsigned seed);
 /// The process of one power loss: stores shots until a random write, then ends as by power failure.

@@ -20,6 +20,8 @@ int main(int argc, char** argv) {
   parser.addOption({"file-desks", "Two programs on one file, and how many shots they get.", "N", "0"});
   parser.addOption({"tills", "Two cash desks on one server, and how many stakes they sell.", "N", "0"});
   parser.addOption({"moves", "How often a competition is moved.", "N", "0"});
+  parser.addOption({"copies", "How often the making of a copy is ended by SIGKILL.", "N", "0"});
+  parser.addOption({"server-copies", "The same with the competition on a server.", "N", "0"});
   parser.addOption({"zufall", "Seed of all chance.", "N", "1"});
   parser.addOption({"power-child", "One power failure, in a process of its own.", "FOLDER"});
   if (qk::answeredCall(app.arguments().mid(1), "qk-faults", parser.helpText())) return 0;
@@ -56,6 +58,14 @@ int main(int argc, char** argv) {
     if (const int runs = parser.value("moves").toInt()) {
       folder.mkpath("moves");
       good = qk::faults::runMoves(folder.absoluteFilePath("moves"), runs, seed) && good;
+    }
+    if (const int runs = parser.value("copies").toInt()) {
+      folder.mkpath("copies");
+      good = qk::faults::runCopies(folder.absoluteFilePath("copies"), runs, seed) && good;
+    }
+    if (const int runs = parser.value("server-copies").toInt()) {
+      folder.mkpath("server-copies");
+      good = qk::faults::runServerCopies(folder.absoluteFilePath("server-copies"), runs, seed) && good;
     }
     if (const int runs = parser.value("power").toInt()) {
       folder.mkpath("power");

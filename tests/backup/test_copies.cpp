@@ -5,6 +5,7 @@
 #include <QtTest>
 
 #include "backup/copy_making.h"
+#include "masterdata/making/competition.h"
 #include "platform/dao/snapshot.h"
 #include "platform/dao/table_figures.h"
 #include "platform/runtime/error.h"
@@ -47,6 +48,7 @@ class TestCopies : public QObject {
   void aWrongByteBeforeTheProofIsSeen();
   void aWrongByteAfterwardsIsSeen();
   void aMissingEndIsSeen();
+  void aDamagedCompetitionIsNeverProven();
   void givenUpLeavesNothing();
   void aLossGivesItUp();
   void aFailureLeavesNothing_data();
@@ -213,6 +215,19 @@ void TestCopies::aMissingEndIsSeen() {
   const CopyHooks hooks{
       [](const QString& draft) { QVERIFY(QFile::resize(draft, QFileInfo(draft).size() - 4096)); }};
   QCOMPARE(errorOf([&] { make(hooks); }), kDifferent);
+  QCOMPARE(names(), QStringList());
+}
+
+void TestCopies::aDamagedCompetitionIsNeverProven() {
+  const QTemporaryDir folder(QDir::tempPath() + "/qkXXXXXX");
+  const QString competition = folder.filePath("Schaden.qkk");
+  StoreOriginal(makeDemoCompetition).copyTo(competition);
+  const auto makeOfIt = [&] {
+    dao::SnapshotReader reader(competition, [] { return false; });
+    makeCopy(reader, {competition, folder_->path(), moment_}, files_);
+  };
+  damage(competition, "Schützen");
+  QVERIFY(errorOf(makeOfIt) != 0);
   QCOMPARE(names(), QStringList());
 }
 
