@@ -8,13 +8,15 @@
 
 namespace qk {
 
-CashWorkstation::CashWorkstation(const Workplace& workplace, GlobalVariablen& global)
+CashWorkstation::CashWorkstation(const Workplace& workplace, GlobalVariablen& global,
+                                 std::shared_ptr<Storage> storage)
     : workplace_(workplace),
       global_(global),
       opening_(workplace, global),
       papers_(workplace),
       reports_(workplace, {papers_.current, papers_.asking}, keys::BerichtsfensterKasse.toString()),
-      window_(workplace, global, reports_) {
+      window_(workplace, global, reports_),
+      watch_(workplace, std::move(storage), {window_, *window_.findChild<QStatusBar*>()}) {
   opening_.onOpenDialog = [this](Steps& step) { openDialog(step); };
   window_.setOhneScheibenNummern(false);
 }
@@ -30,6 +32,7 @@ bool CashWorkstation::form_load(const QString& sCommandLine) {
     window_.setBez1(opening_.bezeichnung());
     window_.setBez2(opening_.bezeichnung2());
     window_.setOrt(opening_.ort());
+    watch_.watchCompetition(opening_.sWettkampf());
     opened = window_.oeffneOhneSchuetzen();
   });
   return opened;

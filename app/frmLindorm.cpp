@@ -84,7 +84,7 @@ void frmLindorm::loadSplitters() {
 }
 
 void frmLindorm::closeEvent(QCloseEvent* event) {
-  if (isEvaluating("Das Schließen") || !Form_QueryUnload()) return event->ignore();
+  if (leaving_ || isEvaluating("Das Schließen") || !Form_QueryUnload()) return event->ignore();
   Form_Unload();
   event->accept();
   Q_EMIT unloaded();

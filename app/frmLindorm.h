@@ -101,7 +101,8 @@ class frmLindorm : public QMainWindow {
   ErrorReport clickReport(const QString& routine) const;
   void connectWatch();
   void showExchangeFolder();
-  /// Ends what stands on the competition that is open; its database is still open.
+  /// Makes the last copy of the competition that is open, while events run, and ends what stands on it; its
+  /// database is still open.
   void leaveCompetition();
 
   // Lines.
@@ -167,6 +168,7 @@ class frmLindorm : public QMainWindow {
   int generation_ = 0;  // counts the rebuildings of lines_
   QLabel* noLine_ = nullptr;
   bool starting_ = false;
+  bool leaving_ = false;     // events run meanwhile
   bool evaluating_ = false;  // events run meanwhile
 };
 

@@ -1,8 +1,10 @@
 // What threatens the office, as the main window needs it: the line in the status bar, and the exchange folder
 // that the lines listen to.
+#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "app/frmLindorm.h"
+#include "backup/frmSicherung.h"
 #include "ui_frmLindorm.h"
 
 namespace qk {
@@ -21,6 +23,8 @@ void frmLindorm::showExchangeFolder() {
 
 /// The copies' connection ends before the office's, so that that is the last one.
 void frmLindorm::leaveCompetition() {
+  const QScopedValueRollback leaving(leaving_, true);
+  makeClosingCopy(copies_, this);
   copies_.close();
   watch_.watchCompetition({});
 }

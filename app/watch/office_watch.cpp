@@ -46,9 +46,9 @@ OfficeWatch::OfficeWatch(const Workplace& workplace, std::shared_ptr<Storage> st
   connect(line_, &QAbstractButton::clicked, show_, &QAction::trigger);
   connect(show_, &QAction::triggered, this, &OfficeWatch::showDetails);
   connect(&keeper_, &WatchKeeper::changed, this, &OfficeWatch::bookChanged);
-  add(diskOf("die Einstellungen", "Ist er voll, lassen sich keine Einstellungen mehr speichern.",
+  add(diskOf("die Einstellungen", "Einstellungen lassen sich nicht mehr speichern.",
              folderOf(workplace.settings.filePath())));
-  add(diskOf("vorübergehende Dateien", "Ist er voll, lässt sich nichts mehr drucken und ansehen.",
+  add(diskOf("vorübergehende Dateien", "Drucken und Ansehen gehen nicht mehr.",
              [folder = TempVerzeichnis()] { return folder; }));
 }
 
@@ -81,7 +81,7 @@ void OfficeWatch::watchStore() {
   }
   ofCompetition_.push_back(
       add(diskOf("der Wettkampf",
-                 "Ist er voll, nimmt der Wettkampf keinen Schuss mehr auf. Die Stationen halten ihre Schüsse "
+                 "Der Wettkampf nimmt keinen Schuss mehr auf. Die Stationen halten ihre Schüsse "
                  "so lange fest.",
                  folderOf(path))));
 }
@@ -104,7 +104,7 @@ void OfficeWatch::watchCopiesOf() {
   // On a server nobody knows how large the next one gets.
   const auto original = [path = dao::isServerFile(competition_) ? QString() : competition_] { return path; };
   ofCompetition_.push_back(add(std::make_shared<DiskSource>(
-      storage_, RoomUser{"die Sicherungen", "Ist er voll, entsteht keine neue Sicherung mehr.",
+      storage_, RoomUser{"die Sicherungen", "Neue Sicherungen entstehen nicht mehr.",
                          [source] { return source->folder(); }, original})));
 }
 
@@ -112,7 +112,7 @@ void OfficeWatch::watchExchangeFolder(WatchKeeper::Wanted needed) {
   const QString settings = workplace_.settings.filePath();
   exchange_ = add(std::make_shared<ExchangeSource>(storage_, exchangeFolderIn(settings)), needed);
   add(diskOf("der Austauschordner",
-             "Ist er voll, geht kein Befehl mehr an die Stationen hinaus, und sie melden keinen Schuss.",
+             "Kein Befehl geht mehr an die Stationen hinaus, und sie melden keinen Schuss.",
              exchangeFolderIn(settings)),
       needed);
 }

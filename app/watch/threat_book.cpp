@@ -15,8 +15,12 @@ std::vector<ThreatBook::Entry>::iterator entryOf(std::vector<ThreatBook::Entry>&
 void join(Threat& threat, const Threat& other) {
   QStringList things = threat.things + other.things;
   things.removeDuplicates();
+  const QString consequence = threat.consequence.contains(other.consequence)
+                                  ? threat.consequence
+                                  : threat.consequence + ' ' + other.consequence;
   if (other.level > threat.level) threat = other;
   threat.things = things;
+  threat.consequence = consequence;
 }
 
 bool comesFirst(const ThreatBook::Entry& one, const ThreatBook::Entry& other) {

@@ -21,7 +21,8 @@ class ThreatBook {
     friend bool operator==(const Entry&, const Entry&) = default;
   };
 
-  /// Takes over what is found at a moment; findings of one key become one, with all the things they hit. True
+  /// Takes over what is found at a moment; findings of one key become one, with all the things they hit
+  /// and all that follows. True
   /// when what is shown has changed.
   bool update(const std::vector<Threat>& found, const QDateTime& now);
 

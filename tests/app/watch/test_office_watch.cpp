@@ -1,11 +1,13 @@
 // What threatens the office, in the real main window: one line in its status bar, the details by click and by
 // key, and nobody who types is disturbed.
 #include <QStatusBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimerEvent>
 #include <QToolButton>
 
+#include "app/cash_workstation.h"
 #include "app/shell/frmHilfe.h"
 #include "app/watch/frmWarnungen.h"
 #include "platform/look/look.h"
@@ -24,9 +26,14 @@ const DiskRoom kLittle{"/", 312 * kMegabyte, 100'000 * kMegabyte};
 
 /// The office with a watch that looks at what the test sets.
 struct WatchedOffice : RangeOffice {
-  explicit WatchedOffice(const DiskRoom& room = kPlenty) : RangeOffice("11") {
+  explicit WatchedOffice(const DiskRoom& room = kPlenty, const QString& copies = {}) : RangeOffice("11") {
     storage->setRoom(room);
+    if (!copies.isEmpty()) {
+      place.settings.setValue("Tarvex", "Daten", "KopienAktiv", "1");
+      place.settings.setValue("Tarvex", "Daten", "KopienOrdner", copies);
+    }
     openWith(storage);
+    if (!QTest::qWaitFor([&] { return !this->copies().isBusy(); })) failTest("the look for copies hangs");
     settle();
   }
 
@@ -45,12 +52,6 @@ struct WatchedOffice : RangeOffice {
   QToolButton& warning() { return the<QToolButton>(*window().statusBar(), "cmdWarnungen"); }
   QString said() { return warning().isVisible() ? warning().text() : QString(); }
   CopyKeeper& copies() { return *window().findChild<CopyKeeper*>(); }
-  void switchCopiesOn() {
-    place.settings.setValue("Tarvex", "Daten", "KopienAktiv", "1");
-    window().setWettkampf(competition);
-    if (!QTest::qWaitFor([&] { return !copies().isBusy(); })) failTest("the look for copies hangs");
-    settle();
-  }
   frmWarnungen* details() { return window().findChild<frmWarnungen*>(); }
   QString detailsText() { return the<QTextBrowser>(*details(), "txtWarnungen").toPlainText(); }
 
@@ -77,6 +78,8 @@ class TestOfficeWatch : public QObject {
   void anotherCompetitionIsWatched();
   void theLastCopyIsNamed();
   void aCopyThatFailsShows();
+  void closingWaitsForTheLastCopy();
+  void theCashDeskAloneIsWarnedToo();
   void manners();
 };
 
@@ -212,11 +215,11 @@ void TestOfficeWatch::anotherCompetitionIsWatched() {
 }
 
 void TestOfficeWatch::theLastCopyIsNamed() {
-  WatchedOffice office;
-  QCOMPARE(office.said(), QString("Sicherung aus"));
-  office.switchCopiesOn();
+  QCOMPARE(WatchedOffice().said(), QString("Sicherung aus"));
+  const QTemporaryDir folder;
+  WatchedOffice office(kPlenty, folder.path());
   QCOMPARE(office.said(), QString("Noch keine Sicherung"));
-  office.copies().makeNow();
+  QVERIFY(office.copies().makeNow());
   QTRY_COMPARE(office.said(), QString("Sicherung 10:00"));
   office.later(29 * 60);
   QCOMPARE(office.said(), QString("Sicherung 10:00"));
@@ -225,13 +228,38 @@ void TestOfficeWatch::theLastCopyIsNamed() {
 }
 
 void TestOfficeWatch::aCopyThatFailsShows() {
-  WatchedOffice office;
-  office.place.settings.setValue("Tarvex", "Daten", "KopienOrdner", office.place.path("fehlt/ganz"));
-  office.switchCopiesOn();
-  office.copies().makeNow();
+  const QTemporaryDir folder;
+  WatchedOffice office(kPlenty, folder.filePath("fehlt/ganz"));
+  QVERIFY(office.copies().makeNow());
   QTRY_COMPARE(office.said(), QString("Sicherung misslungen"));
   trigger(office.window(), "mnuEditWarnungen");
   QVERIFY2(office.detailsText().contains("fehlt"), qPrintable(office.detailsText()));
+}
+
+void TestOfficeWatch::closingWaitsForTheLastCopy() {
+  const QTemporaryDir folder;
+  WatchedOffice office(kPlenty, folder.filePath("fehlt/ganz"));
+  bool waited = false;
+  office.boxes.expectWindow("frmSicherung", [&](QWidget& waiting) {
+    waited = true;
+    click(waiting, "cmdOhne");
+  });
+  QVERIFY(office.window().close());
+  QVERIFY(waited);
+}
+
+void TestOfficeWatch::theCashDeskAloneIsWarnedToo() {
+  RangeOffice place;
+  GlobalVariablen global;
+  const auto storage = std::make_shared<TestStorage>();
+  storage->setRoom(kLittle);
+  CashWorkstation desk(place.workplace(), global, storage);
+  QVERIFY(desk.form_load(place.competition));
+  desk.window().show();
+  QTRY_COMPARE(the<QToolButton>(desk.window(), "cmdWarnungen").text(), QString("Wenig Platz: 312 MB"));
+  QVERIFY(the<QToolButton>(desk.window(), "cmdWarnungen").isVisible());
+  QTest::keyClick(&desk.window(), Qt::Key_F1, Qt::ShiftModifier);
+  QVERIFY(desk.window().findChild<frmWarnungen*>());
 }
 
 void TestOfficeWatch::manners() {

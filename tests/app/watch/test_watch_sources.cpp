@@ -152,6 +152,12 @@ void TestWatchSources::findingsOfOneKeyBecomeOne() {
               at("10:00"));
   QCOMPARE(book.count(), 1);
   QCOMPARE(book.level(), ThreatLevel::Grave);
+  Threat other = threat("platz", ThreatLevel::Warning);
+  other.consequence = "Noch eine.";
+  book.update({threat("platz", ThreatLevel::Warning, "der Wettkampf"), other,
+               threat("platz", ThreatLevel::Grave, "die Sicherungen")},
+              at("10:01"));
+  QCOMPARE(book.standing().front().threat.consequence, QString("Folge Noch eine."));
   QCOMPARE(book.standing().front().threat.things, (QStringList{"der Wettkampf", "die Sicherungen"}));
 }
 
