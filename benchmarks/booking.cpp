@@ -1,10 +1,8 @@
 // What booking a visit costs, 60 shots that count for 40 disciplines: results, picture and marks, against the
 // bare inserts and updates of the same rows in one transaction. Everything lies in memory: syncing is off on
 // both sides.
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 
+#include "benchmarks/bare_store.h"
 #include "benchmarks/bench_line.h"
 #include "benchmarks/pairs.h"
 #include "benchmarks/visit.h"
@@ -71,92 +69,69 @@ class TransferredVisit {
   std::unique_ptr<LineCapture> capture_;
 };
 
-void house(benchmark::State& state) {
+void house(Rounds& rounds) {
   TransferredVisit visit;
-  for (auto _ : state) {
-    state.PauseTiming();
+  while (rounds.next()) {
+    rounds.pause();
     if (visit.capture().nOffeneSchuss() == 0) visit.shoot();
-    state.ResumeTiming();
+    rounds.resume();
     visit.capture().m_cmdSaveTarvex_Click();
-    if (visit.capture().nOffeneSchuss() != 0) state.SkipWithError("the visit wasn't booked");
+    if (visit.capture().nOffeneSchuss() != 0) rounds.fail("the visit wasn't booked");
   }
 }
 
 /// The statements of one booking, prepared, on a connection of their own.
-class BareStore {
+class BareBooking {
  public:
-  explicit BareStore(const QString& path) : store_(QSqlDatabase::addDatabase("QSQLITE", kName)) {
-    store_.setDatabaseName(path);
-    store_.open();
-    QSqlQuery(store_).exec("PRAGMA journal_mode = WAL");
-    teiler_ = prepared(
-        "INSERT INTO Schuss (Art, Ergebnis, Ring, x, y, ScheibenNr, Startnummer, MannID, KlassenID, DisziID, "
-        "VorMannID, SchussXY, SerieXY, Datum, DSBTeiler, DSBRinge, SPO_ID, ScheibenNummern, bManuell, WTyp, "
-        "Betrag) VALUES (?,?,0,?,?,?,?,?,?,?,?,'',?,?,?,?,0,'',0,?,0)");
-    series_ = prepared(
-        "INSERT INTO SchussSerien (Ergebnis, Startnummer, MannID, KlassenID, DisziID, Anz, Folge, "
-        "Einzelfolge, Einzelfolge2, VorMannID, EinzelFolgeTeiler, SerieXY, Datum, SPO_ID, ScheibenNummern, "
-        "bManuell, WTyp, Betrag) VALUES (?,?,?,?,?,?,?,?,?,?,?,'',?,0,'',0,?,0)");
-    picture_ = prepared(
-        "INSERT INTO Grafik_Scheibe (StartNr, Name, Verein, Wettkampf, ScheibenTyp, AnzScheiben, "
-        "Teilerfaktor, AnzEinschuesse, Datum, ringeo, ringem) VALUES (?,'','',?,?,1,?,?,'2026-11-20 "
-        "10:00:00',540,560.4)");
-    hit_ = prepared(
-        "INSERT INTO Grafik_Schuss (SchussNr, Ringwert, Teiler, x, Y, ScheibenID) VALUES (?,?,?,?,?,?)");
-    mark_ = prepared(
-        "UPDATE Haering_Daten SET Verbucht = -1, BuchungsZeitpunkt = '2026-11-20 10:00:00' WHERE ID = ?");
-  }
-  ~BareStore() {
-    for (QSqlQuery* query : {&teiler_, &series_, &picture_, &hit_, &mark_}) *query = QSqlQuery();
-    store_ = {};
-    QSqlDatabase::removeDatabase(kName);
-  }
+  explicit BareBooking(const QString& path) : store_(path) {}
 
   /// In one transaction, which is less than the house does: it commits row by row.
   void book(const PendingResults& results, const Shots& shots) {
-    store_.transaction();
+    store_.execute("BEGIN IMMEDIATE");
     for (const auto& r : results.m_colTeilerErg.objects())
-      run(teiler_, {r->Art, r->ergebnis, r->X, r->Y, r->ScheibenNr, r->Startnummer, r->MannId, r->KlassenID,
-                    r->DisziID, r->VorMannId, r->SerieXY, r->Datum, r->DSBTeiler, r->DSBRinge, r->WTyp});
+      store_.run(teiler_, r->Art, r->ergebnis, r->X, r->Y, r->ScheibenNr, r->Startnummer, r->MannId,
+                 r->KlassenID, r->DisziID, r->VorMannId, r->SerieXY, r->Datum, r->DSBTeiler, r->DSBRinge,
+                 r->WTyp);
     for (const auto& r : results.m_colRingErg.objects())
-      run(series_, {r->ergebnis, r->Startnummer, r->MannId, r->KlassenID, r->DisziID, r->Anz, r->Folge,
-                    r->Einzelfolge, r->Einzelfolge2, r->VorMannId, r->EinzelfolgeTeiler, r->Datum, r->WTyp});
-    run(picture_, {"107", "LG Auflage", "LG", 1.0, kShots});
-    const QVariant id = picture_.lastInsertId();
+      store_.run(series_, r->ergebnis, r->Startnummer, r->MannId, r->KlassenID, r->DisziID, r->Anz, r->Folge,
+                 r->Einzelfolge, r->Einzelfolge2, r->VorMannId, r->EinzelfolgeTeiler, r->Datum, r->WTyp);
+    store_.run(picture_, QString("107"), QString("LG Auflage"), QString("LG"), 1.0, kShots);
+    const qint64 id = store_.lastRow();
     for (const auto& shot : shots)
-      run(hit_, {shot->TrefferNummer - 1, shot->RingMitZehntel, shot->dblTeiler, shot->X, shot->Y, id});
-    for (const auto& shot : shots) run(mark_, {shot->ID});
-    store_.commit();
+      store_.run(hit_, shot->TrefferNummer - 1, shot->RingMitZehntel, shot->dblTeiler, shot->X, shot->Y, id);
+    for (const auto& shot : shots) store_.run(mark_, shot->ID);
+    store_.execute("COMMIT");
   }
-  const QString& problem() const { return problem_; }
 
  private:
-  QSqlQuery prepared(const QString& text) {
-    QSqlQuery query(store_);
-    if (!query.prepare(text)) problem_ = query.lastError().text();
-    return query;
-  }
-  void run(QSqlQuery& query, const QVariantList& values) {
-    for (int i = 0; i < values.size(); ++i) query.bindValue(i, values[i]);
-    if (!query.exec()) problem_ = query.lastError().text();
-  }
-
-  inline static const QString kName = "bare booking";
-  QSqlDatabase store_;
-  QSqlQuery teiler_, series_, picture_, hit_, mark_;
-  QString problem_;
+  BareStore store_;
+  sqlite3_stmt* const teiler_ = store_.prepare(
+      "INSERT INTO Schuss (Art, Ergebnis, Ring, x, y, ScheibenNr, Startnummer, MannID, KlassenID, DisziID, "
+      "VorMannID, SchussXY, SerieXY, Datum, DSBTeiler, DSBRinge, SPO_ID, ScheibenNummern, bManuell, WTyp, "
+      "Betrag) VALUES (?,?,0,?,?,?,?,?,?,?,?,'',?,?,?,?,0,'',0,?,0)");
+  sqlite3_stmt* const series_ = store_.prepare(
+      "INSERT INTO SchussSerien (Ergebnis, Startnummer, MannID, KlassenID, DisziID, Anz, Folge, "
+      "Einzelfolge, Einzelfolge2, VorMannID, EinzelFolgeTeiler, SerieXY, Datum, SPO_ID, ScheibenNummern, "
+      "bManuell, WTyp, Betrag) VALUES (?,?,?,?,?,?,?,?,?,?,?,'',?,0,'',0,?,0)");
+  sqlite3_stmt* const picture_ = store_.prepare(
+      "INSERT INTO Grafik_Scheibe (StartNr, Name, Verein, Wettkampf, ScheibenTyp, AnzScheiben, "
+      "Teilerfaktor, AnzEinschuesse, Datum, ringeo, ringem) VALUES (?,'','',?,?,1,?,?,'2026-11-20 "
+      "10:00:00',540,560.4)");
+  sqlite3_stmt* const hit_ = store_.prepare(
+      "INSERT INTO Grafik_Schuss (SchussNr, Ringwert, Teiler, x, Y, ScheibenID) VALUES (?,?,?,?,?,?)");
+  sqlite3_stmt* const mark_ = store_.prepare(
+      "UPDATE Haering_Daten SET Verbucht = -1, BuchungsZeitpunkt = '2026-11-20 10:00:00' WHERE ID = ?");
 };
 
-void bare(benchmark::State& state) {
+void bare(Rounds& rounds) {
   TransferredVisit visit;
   const Shots shots = visit.capture().m_colHaeringSchuss().objects();
-  BareStore store(visit.path());
-  for (auto _ : state) store.book(visit.capture().pending(), shots);
-  if (!store.problem().isEmpty()) state.SkipWithError(store.problem().toUtf8().constData());
+  BareBooking store(visit.path());
+  while (rounds.next()) store.book(visit.capture().pending(), shots);
 }
 
-const Registered booking{Pair{"Verbuchen 60 Schuss × 40", 5.0,
-                              "gegen bloßes Einfügen und Ändern in einer Transaktion", house, bare}};
+const Registered booking{Pair{"Verbuchen 60 Schuss × 40", 3.3,
+                              "gegen bloßes Einfügen und Ändern in einer Transaktion", house, bare, 3}};
 
 }  // namespace
 

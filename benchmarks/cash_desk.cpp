@@ -107,25 +107,25 @@ class Bare {
   qsizetype values_ = 0;
 };
 
-void book(benchmark::State& state) {
+void book(Rounds& rounds) {
   Competition competition;
   CashDesk desk(competition.workplace(), competition.global());
   desk.UpdateStartNr("107", {}, {});
   for (int stake = 1; stake <= kStakes; ++stake) desk.purchase().AddKauf(stake);
-  for (auto _ : state) {
+  while (rounds.next()) {
     const BookingOutcome outcome =
         verbuche(competition.workplace(), desk.store(), desk.purchase(), desk.sStartNr(), {});
-    if (outcome.gespeichert != kStakes) state.SkipWithError("not booked");
+    if (outcome.gespeichert != kStakes) rounds.fail("not booked");
   }
 }
 
-void insertBare(benchmark::State& state) {
+void insertBare(Rounds& rounds) {
   Competition competition;
   Bare store(competition.path());
   sqlite3_stmt* insert = store.prepare(
       "INSERT INTO Kasse_Eingang (Startnummer, KasseID, Offen, Betrag, DatumEingang, Gruppe) "
       "VALUES ('107', ?, '0', ?, '2026-11-20 10:00:00', '')");
-  for (auto _ : state)
+  while (rounds.next())
     for (int stake = 1; stake <= kStakes; ++stake) {
       sqlite3_bind_int(insert, 1, stake);
       sqlite3_bind_double(insert, 2, stake);
@@ -133,13 +133,13 @@ void insertBare(benchmark::State& state) {
     }
 }
 
-void open(benchmark::State& state) {
+void open(Rounds& rounds) {
   Competition competition;
-  for (auto _ : state) {
+  while (rounds.next()) {
     CashDesk desk(competition.workplace(), competition.global());
     desk.UpdateStartNr("107", "V108", "Mannschaft 108");
     for (const char* number : {"2000", "4999"}) desk.wechsleSchuetzen(number);
-    if (desk.payments().flexAll().rows() != 1 + kPayments / kShooters) state.SkipWithError("not shown");
+    if (desk.payments().flexAll().rows() != 1 + kPayments / kShooters) rounds.fail("not shown");
   }
 }
 
@@ -180,9 +180,9 @@ int readShooter(Bare& store, const QString& path, const QString& number) {
   return rows;
 }
 
-void readBare(benchmark::State& state) {
+void readBare(Rounds& rounds) {
   Competition competition;
-  for (auto _ : state) {
+  while (rounds.next()) {
     Bare store(competition.path());
     store.read(kList);
     store.read("SELECT * FROM Kasse_Verwaltung WHERE Verein = 0 ORDER BY Platz");
@@ -193,7 +193,7 @@ void readBare(benchmark::State& state) {
       store.read("SELECT * FROM Mannschaften WHERE ID = 1");
       rows = readShooter(store, competition.path(), number);
     }
-    if (rows != kPayments / kShooters) state.SkipWithError("not read");
+    if (rows != kPayments / kShooters) rounds.fail("not read");
   }
 }
 

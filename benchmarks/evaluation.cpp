@@ -89,7 +89,7 @@ class Competition {
 
 enum class Alignment { Done, TurnedOff };
 
-void evaluate(benchmark::State& state, const Competition& competition, Alignment alignment) {
+void evaluate(Rounds& rounds, const Competition& competition, Alignment alignment) {
   const QString noUpdate = place().tests.path("programm/NoUpdate.txt");
   if (alignment == Alignment::TurnedOff)
     place().tests.files.write(noUpdate, {});
@@ -101,8 +101,8 @@ void evaluate(benchmark::State& state, const Competition& competition, Alignment
   const auto wettkampf = dao::Database::open(competition.path());
   NoSheet reports;
   const Auswertungsplatz platz{workplace, *wettkampf, reports, place().system()};
-  for (auto _ : state)
-    if (!druckeProfilauswertung(platz, "107", ReportOrder::Ziel::Fenster)) state.SkipWithError("no sheet");
+  while (rounds.next())
+    if (!druckeProfilauswertung(platz, "107", ReportOrder::Ziel::Fenster)) rounds.fail("no sheet");
 }
 
 constexpr int kMillion = 1'000'000;
@@ -112,14 +112,14 @@ Competition& full() {
   return made;
 }
 
-void sheetOfAMillion(benchmark::State& state) {
-  evaluate(state, full(), Alignment::Done);
+void sheetOfAMillion(Rounds& rounds) {
+  evaluate(rounds, full(), Alignment::Done);
 }
 
 template <int nOthers>
-void sheetWithoutAlignment(benchmark::State& state) {
+void sheetWithoutAlignment(Rounds& rounds) {
   static Competition competition(nOthers);
-  evaluate(state, competition, Alignment::TurnedOff);
+  evaluate(rounds, competition, Alignment::TurnedOff);
 }
 
 /// SQLite's own interface.
@@ -174,9 +174,9 @@ std::string look(const std::string& table) {
 }
 
 /// The told statements one by one, their rows read and written, and nothing else.
-void sheetBare(benchmark::State& state) {
+void sheetBare(Rounds& rounds) {
   Bare store(full().path(), kDurable);
-  for (auto _ : state) {
+  while (rounds.next()) {
     store.run(alignment("Schuss") + alignment("SchussSerien"));
     const QString copy = place().tests.path("temp/bare.tmp");
     if (!QFile::copy(place().printTemplate(), copy)) failBench("no copy");
@@ -200,16 +200,16 @@ void sheetBare(benchmark::State& state) {
   }
 }
 
-void alignMillion(benchmark::State& state) {
+void alignMillion(Rounds& rounds) {
   const auto wettkampf = dao::Database::open(full().path());
-  for (auto _ : state)
+  while (rounds.next())
     for (const QString& statement : abgleichAnweisungen())
-      if (wettkampf->execute(statement) != 0) state.SkipWithError("something was written");
+      if (wettkampf->execute(statement) != 0) rounds.fail("something was written");
 }
 
-void lookAtAMillion(benchmark::State& state) {
+void lookAtAMillion(Rounds& rounds) {
   Bare store(full().path(), kDurable);
-  for (auto _ : state) store.run(look("Schuss") + look("SchussSerien"));
+  while (rounds.next()) store.run(look("Schuss") + look("SchussSerien"));
 }
 
 const Registered sheet{Pair{"quick_evaluation_1000000", 1.5,

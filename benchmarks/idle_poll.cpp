@@ -30,7 +30,7 @@ void settle(const QString& folder) {
   utimensat(AT_FDCWD, folder.toUtf8().constData(), hourAgo, 0);
 }
 
-void house(benchmark::State& state) {
+void house(Rounds& rounds) {
   BenchPlace place;
   DeafReceiver receiver;
   std::vector<std::unique_ptr<LineExchange>> lines;
@@ -40,15 +40,15 @@ void house(benchmark::State& state) {
     lines.back()->setLinie(n);
   }
   settle(place.exchangeFolder());
-  for (auto _ : state)
+  while (rounds.next())
     for (const auto& line : lines) line->tick();
 }
 
-void bare(benchmark::State& state) {
+void bare(Rounds& rounds) {
   BenchPlace place;
   QStringList flags;
   for (int n = 1; n <= kLines; ++n) flags << place.exchangeFolder() + QString("HSlav%1.ctl").arg(n);
-  for (auto _ : state)
+  while (rounds.next())
     for (const QString& flag : flags) benchmark::DoNotOptimize(QFileInfo::exists(flag));
 }
 

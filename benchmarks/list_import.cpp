@@ -3,15 +3,13 @@
 #include <QDateTime>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <atomic>
 #include <chrono>
 #include <map>
 #include <thread>
 
+#include "benchmarks/bare_store.h"
 #include "benchmarks/pairs.h"
 #include "masterdata/lists/store_state.h"
 #include "masterdata/lists/take_over.h"
@@ -77,64 +75,50 @@ class Import {
 };
 
 /// Syncing is off on both sides.
-void house(benchmark::State& state) {
+void house(Rounds& rounds) {
   Import import;
-  if (import.judgement().count(lists::Verdict::New) != kShooters) state.SkipWithError("not all are new");
-  for (auto _ : state) {
-    state.PauseTiming();
+  if (import.judgement().count(lists::Verdict::New) != kShooters) rounds.fail("not all are new");
+  while (rounds.next()) {
+    rounds.pause();
     dao::OpenOptions options;
     options.durable = false;
     auto store = dao::Database::open(import.freshCopy(), options);
-    state.ResumeTiming();
+    rounds.resume();
     if (!lists::takeOver(*store, import.judgement(), "Liste", QDateTime::currentDateTime()).written)
-      state.SkipWithError("the list wasn't taken over");
-    state.PauseTiming();
+      rounds.fail("the list wasn't taken over");
+    rounds.pause();
     store.reset();
-    state.ResumeTiming();
+    rounds.resume();
   }
 }
 
+struct BareRow {
+  QString text;
+  QVariantList values;
+};
+
 /// The rows of the plan, their references worked out before, by one prepared statement a table.
-class BareStore {
+class BareImport {
  public:
-  explicit BareStore(const QString& path) : store_(QSqlDatabase::addDatabase("QSQLITE", Name)) {
-    store_.setDatabaseName(path);
-    store_.open();
-    QSqlQuery(store_).exec("PRAGMA journal_mode = WAL");
-    QSqlQuery(store_).exec("PRAGMA synchronous = OFF");
-  }
-  ~BareStore() {
-    store_ = {};
-    QSqlDatabase::removeDatabase(Name);
-  }
+  explicit BareImport(const QString& path) : store_(path) { store_.execute("PRAGMA synchronous = OFF"); }
 
-  struct Row {
-    QString text;
-    QVariantList values;
-  };
-
-  QString write(const std::vector<Row>& rows) {
-    std::map<QString, QSqlQuery> statements;
-    QString problem;
-    store_.transaction();
-    for (const Row& row : rows) {
-      const auto [statement, isNew] = statements.try_emplace(row.text, store_);
-      QSqlQuery& query = statement->second;
-      if (isNew) query.prepare(row.text);
-      for (int i = 0; i < row.values.size(); ++i) query.bindValue(i, row.values[i]);
-      if (!query.exec()) problem = query.lastError().text();
+  void write(const std::vector<BareRow>& rows) {
+    std::map<QString, sqlite3_stmt*> statements;
+    store_.execute("BEGIN IMMEDIATE");
+    for (const BareRow& row : rows) {
+      const auto [statement, isNew] = statements.try_emplace(row.text, nullptr);
+      if (isNew) statement->second = store_.prepare(row.text);
+      store_.run(statement->second, row.values);
     }
-    store_.commit();
-    return problem;
+    store_.execute("COMMIT");
   }
 
  private:
-  inline static const QString Name = "bare import";
-  QSqlDatabase store_;
+  BareStore store_;
 };
 
-std::vector<BareStore::Row> bareRows(const lists::Plan& plan) {
-  std::vector<BareStore::Row> rows;
+std::vector<BareRow> bareRows(const lists::Plan& plan) {
+  std::vector<BareRow> rows;
   QHash<QString, int> numbers;
   std::vector<int> keys;
   for (const lists::PlannedRow& row : plan) {
@@ -152,18 +136,17 @@ std::vector<BareStore::Row> bareRows(const lists::Plan& plan) {
   return rows;
 }
 
-void bare(benchmark::State& state) {
+void bare(Rounds& rounds) {
   Import import;
-  const std::vector<BareStore::Row> rows = bareRows(import.judgement().plan);
-  for (auto _ : state) {
-    state.PauseTiming();
-    auto store = std::make_unique<BareStore>(import.freshCopy());
-    state.ResumeTiming();
-    const QString problem = store->write(rows);
-    if (!problem.isEmpty()) state.SkipWithError(problem.toUtf8().constData());
-    state.PauseTiming();
+  const std::vector<BareRow> rows = bareRows(import.judgement().plan);
+  while (rounds.next()) {
+    rounds.pause();
+    auto store = std::make_unique<BareImport>(import.freshCopy());
+    rounds.resume();
+    store->write(rows);
+    rounds.pause();
     store.reset();
-    state.ResumeTiming();
+    rounds.resume();
   }
 }
 

@@ -1,5 +1,6 @@
 // qk-bench [--json FILE] [--only TEXT]: prints every ratio with its bound; exit status 1 when one is
-// exceeded.
+// exceeded. qk-bench --gezaehlt NAME --seite house|bare is what it starts to count the instructions of a
+// side.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
@@ -10,6 +11,7 @@
 #include <QTextStream>
 #include <algorithm>
 
+#include "benchmarks/counting.h"
 #include "benchmarks/pairs.h"
 #include "platform/runtime/program_call.h"
 
@@ -42,7 +44,11 @@ double median(QList<double> values) {
 }
 
 void registerSide(const QString& name, const Work& work) {
-  benchmark::RegisterBenchmark(name.toStdString().c_str(), [work](benchmark::State& state) { work(state); })
+  benchmark::RegisterBenchmark(name.toStdString().c_str(),
+                               [work](benchmark::State& state) {
+                                 Rounds rounds(state);
+                                 work(rounds);
+                               })
       ->Repetitions(kRepetitions)
       ->MinTime(0.05)
       ->MeasureProcessCPUTime();  // a worker thread counts too
@@ -65,12 +71,18 @@ int main(int argc, char** argv) {
   QCommandLineParser parser;
   parser.addOption({"json", "Writes a list of objects name, ratio, bound, unit.", "FILE"});
   parser.addOption({"only", "Only benchmarks whose name holds TEXT.", "TEXT"});
+  parser.addOption({"gezaehlt", "Runs the rounds of one side of a counted benchmark.", "NAME"});
+  parser.addOption({"seite", "Which: house or bare.", "SIDE"});
   if (qk::answeredCall(app.arguments().mid(1), "qk-bench", parser.helpText())) return 0;
   parser.process(app);
   const auto wanted = [&](const QString& name) { return name.contains(parser.value("only")); };
 
+  if (parser.isSet("gezaehlt")) return runCounted(parser.value("gezaehlt"), parser.value("seite"));
+
+  bool timed = false;
   for (const Pair& pair : pairs()) {
-    if (!wanted(pair.name)) continue;
+    if (!wanted(pair.name) || pair.counted > 0) continue;
+    timed = true;
     registerSide(pair.name + "|house", pair.house);
     registerSide(pair.name + "|bare", pair.bare);
   }
@@ -79,15 +91,16 @@ int main(int argc, char** argv) {
   char* arguments[] = {program, interleave, nullptr};
   benchmark::Initialize(&count, arguments);
   Collector collector;
-  benchmark::RunSpecifiedBenchmarks(&collector);
+  if (timed) benchmark::RunSpecifiedBenchmarks(&collector);
   for (const QString& problem : collector.failed) QTextStream(stderr) << problem << Qt::endl;
 
   QMap<QString, double> ratios;
   QJsonArray rows;
   for (const Pair& pair : pairs()) {
     if (!wanted(pair.name)) continue;
-    const double ratio =
-        median(collector.times[pair.name + "|house"]) / median(collector.times[pair.name + "|bare"]);
+    const double ratio = pair.counted > 0 ? countedRatio(pair)
+                                          : median(collector.times[pair.name + "|house"]) /
+                                                median(collector.times[pair.name + "|bare"]);
     ratios[pair.name] = ratio;
     rows << row(pair.name, ratio, pair.bound, pair.unit);
   }

@@ -13,10 +13,10 @@ constexpr int kFewLines = 24;
 constexpr int kManyLines = 240;
 
 /// As many lines altogether, so many at a time.
-void load(benchmark::State& state, int lines) {
+void load(Rounds& rounds, int lines) {
   test::RangeOffice office(QString(lines, '1'));
   office.open();
-  for (auto _ : state) {
+  while (rounds.next()) {
     for (int loaded = 0; loaded < kManyLines; loaded += lines) {
       office.window().Load_Settings();
       QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -26,8 +26,8 @@ void load(benchmark::State& state, int lines) {
 }
 
 const Registered registered{Pair{"Laden von 240 Linien", 1.3, "gegen zehnmal 24 Linien",
-                                 [](benchmark::State& state) { load(state, kManyLines); },
-                                 [](benchmark::State& state) { load(state, kFewLines); }}};
+                                 [](Rounds& rounds) { load(rounds, kManyLines); },
+                                 [](Rounds& rounds) { load(rounds, kFewLines); }}};
 
 }  // namespace
 

@@ -2,15 +2,15 @@
 // shared machine; the ratio of two processor times does.
 #pragma once
 
-#include <benchmark/benchmark.h>
-
 #include <QString>
 #include <functional>
 #include <vector>
 
+#include "benchmarks/rounds.h"
+
 namespace qk::bench {
 
-using Work = std::function<void(benchmark::State&)>;
+using Work = std::function<void(Rounds&)>;
 
 struct Pair {
   QString name;
@@ -18,6 +18,8 @@ struct Pair {
   QString unit;  ///< what is set against what
   Work house;
   Work bare;
+  /// How many rounds are counted in instructions; 0 for a pair whose processor time is measured.
+  int counted = 0;
 };
 
 /// A figure that is counted, not timed.

@@ -64,22 +64,22 @@ class Store : public sql::Catalog {
   sqlite3* database_ = nullptr;
 };
 
-void house(benchmark::State& state) {
+void house(Rounds& rounds) {
   const Store store;
   int literal = 100000;
-  for (auto _ : state)
+  while (rounds.next())
     store.translateAndPrepare(QString("Select * from Messwerte where ID = %1").arg(++literal));
 }
 
-void bare(benchmark::State& state) {
+void bare(Rounds& rounds) {
   const Store store;
   int literal = 100000;
-  for (auto _ : state)
+  while (rounds.next())
     store.prepare(QString("SELECT * FROM \"Messwerte\" WHERE \"ID\" = %1").arg(++literal).toUtf8());
 }
 
 const Registered registered{
-    Pair{"Abfragesprache", 5.0, "Übersetzen und Vorbereiten gegen Vorbereiten", house, bare}};
+    Pair{"Abfragesprache", 1.2, "Übersetzen und Vorbereiten gegen Vorbereiten", house, bare, 20}};
 
 }  // namespace
 }  // namespace qk::bench

@@ -96,14 +96,14 @@ class Bare {
   sqlite3* raw_ = nullptr;
 };
 
-void bareReads(benchmark::State& state) {
+void bareReads(Rounds& rounds) {
   Bare bare;
-  for (auto _ : state) bare.readAll();
+  while (rounds.next()) bare.readAll();
 }
 
-void houseShowsFirst(benchmark::State& state) {
+void houseShowsFirst(Rounds& rounds) {
   competition();
-  for (auto _ : state) {
+  while (rounds.next()) {
     const auto document = opened();
     if (!document->waitForPage(0)) failBench("Die erste Seite fehlt");
     benchmark::DoNotOptimize(document->page(0));
@@ -115,9 +115,9 @@ void writeWhole(QIODevice& device) {
   if (!document->writePdf(device, "Buchungen") || document->pageCount() < 500) failBench("Es fehlen Seiten");
 }
 
-void houseWritesAll(benchmark::State& state) {
+void houseWritesAll(Rounds& rounds) {
   competition();
-  for (auto _ : state) {
+  while (rounds.next()) {
     QBuffer pdf;
     pdf.open(QIODevice::WriteOnly);
     writeWhole(pdf);

@@ -82,25 +82,25 @@ const QString kReading =
     "SELECT Schuss.Ergebnis, Schuss.WTyp, Disziplin.Name, Schuss.Datum, Disziplin.ID, Schuss.ID FROM Schuss "
     "INNER JOIN Disziplin ON Schuss.DisziID = Disziplin.ID WHERE Schuss.Startnummer = '107' ORDER BY ";
 
-void houseOpens(benchmark::State& state) {
+void houseOpens(Rounds& rounds) {
   Window window;
-  for (auto _ : state) window.open();
+  while (rounds.next()) window.open();
 }
-void bareOpens(benchmark::State& state) {
+void bareOpens(Rounds& rounds) {
   BareTable table(Results::path());
-  for (auto _ : state) table.show(kReading + "Disziplin.Name COLLATE german, Schuss.Ergebnis");
+  while (rounds.next()) table.show(kReading + "Disziplin.Name COLLATE german, Schuss.Ergebnis");
 }
 
-void houseSorts(benchmark::State& state) {
+void houseSorts(Rounds& rounds) {
   Window window;
-  for (auto _ : state) {
+  while (rounds.next()) {
     window.sort();
     window.sort();
   }
 }
-void bareSorts(benchmark::State& state) {
+void bareSorts(Rounds& rounds) {
   BareTable table(Results::path());
-  for (auto _ : state)
+  while (rounds.next())
     for (const char* direction : {"ASC", "DESC"}) table.show(kReading + "Schuss.Ergebnis " + direction);
 }
 

@@ -98,41 +98,41 @@ class Bare {
 
 const QString kByNumber = "ORDER BY CAST(s.Startnummer AS REAL), s.ID";
 
-void houseShows(benchmark::State& state) {
+void houseShows(Rounds& rounds) {
   Page page;
-  for (auto _ : state) page.show();
+  while (rounds.next()) page.show();
 }
-void bareShows(benchmark::State& state) {
+void bareShows(Rounds& rounds) {
   Bare bare;
-  for (auto _ : state) bare.page(kByNumber);
+  while (rounds.next()) bare.page(kByNumber);
 }
 
 const QString kOne = "Name 9999", kOther = "name 8888";
 
-void houseFilters(benchmark::State& state) {
+void houseFilters(Rounds& rounds) {
   Page page;
-  for (auto _ : state) {
+  while (rounds.next()) {
     page.filter(kOne);
     page.filter(kOther);
   }
 }
-void bareFilters(benchmark::State& state) {
+void bareFilters(Rounds& rounds) {
   Bare bare;
-  for (auto _ : state)
+  while (rounds.next())
     for (const QString& text : {kOne, kOther})
       bare.page(QString("WHERE s.Name LIKE '%1%' ").arg(text) + kByNumber);
 }
 
-void houseSorts(benchmark::State& state) {
+void houseSorts(Rounds& rounds) {
   Page page;
-  for (auto _ : state) {
+  while (rounds.next()) {
     page.sort();
     page.sort();
   }
 }
-void bareSorts(benchmark::State& state) {
+void bareSorts(Rounds& rounds) {
   Bare bare;
-  for (auto _ : state)
+  while (rounds.next())
     for (const char* direction : {"ASC", "DESC"})
       bare.page(QString("ORDER BY s.Name COLLATE german %1, s.ID").arg(direction));
 }

@@ -85,9 +85,9 @@ class Bare {
 
 template <class Side>
 Work typing(const QString& one, const QString& other) {
-  return [=](benchmark::State& state) {
+  return [=](Rounds& rounds) {
     Side side;
-    for (auto _ : state) {
+    while (rounds.next()) {
       side.type(one);
       side.type(other);
     }

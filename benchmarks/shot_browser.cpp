@@ -92,42 +92,42 @@ class Bare {
   BareTable table_{Shots::path()};
 };
 
-void houseShows(benchmark::State& state) {
+void houseShows(Rounds& rounds) {
   Window window;
-  for (auto _ : state) window.clearFilter();
+  while (rounds.next()) window.clearFilter();
 }
-void bareShows(benchmark::State& state) {
+void bareShows(Rounds& rounds) {
   Bare bare;
-  for (auto _ : state) bare.page("ORDER BY ID");
+  while (rounds.next()) bare.page("ORDER BY ID");
 }
 
 // Few shooters begin so: half the table is read until the page is full.
 const QString kOne = "Schütze 9999", kOther = "schütze 8888";
 
-void houseFilters(benchmark::State& state) {
+void houseFilters(Rounds& rounds) {
   Window window;
-  for (auto _ : state) {
+  while (rounds.next()) {
     window.filter(kOne);
     window.filter(kOther);
   }
 }
-void bareFilters(benchmark::State& state) {
+void bareFilters(Rounds& rounds) {
   Bare bare;
-  for (auto _ : state)
+  while (rounds.next())
     for (const QString& text : {kOne, kOther})
       bare.page(QString("WHERE \"Schütze\" LIKE '%1%' ORDER BY ID").arg(text));
 }
 
-void houseSorts(benchmark::State& state) {
+void houseSorts(Rounds& rounds) {
   Window window;
-  for (auto _ : state) {
+  while (rounds.next()) {
     window.sort();
     window.sort();
   }
 }
-void bareSorts(benchmark::State& state) {
+void bareSorts(Rounds& rounds) {
   Bare bare;
-  for (auto _ : state)
+  while (rounds.next())
     for (const char* direction : {"ASC", "DESC"})
       bare.page(QString("ORDER BY \"Schütze\" COLLATE german %1, ID").arg(direction));
 }

@@ -51,17 +51,17 @@ class Generator {
   Files files_;  // without the journal of the test's own door
 };
 
-void house(benchmark::State& state) {
+void house(Rounds& rounds) {
   Generator generator;
-  for (auto _ : state) generator.create();
+  while (rounds.next()) generator.create();
 }
 
-void bare(benchmark::State& state) {
+void bare(Rounds& rounds) {
   Generator generator;
   std::vector<std::pair<QString, QByteArray>> files;
   for (const QString& name : generator.office().names())
     files.emplace_back(generator.office().folder() + name, generator.office().content(name));
-  for (auto _ : state) {
+  while (rounds.next()) {
     for (const auto& [path, content] : files) {
       const QString beside = path + ".neu";
       QFile file(beside);
