@@ -80,6 +80,13 @@ void BenchPlace::make(int rows) {
   if (rows > 0) addBookedShots(competition(), rows);
 }
 
+BenchPlace& sharedPlace(int rows) {
+  static BenchPlace empty(0);
+  if (rows == 0) return empty;
+  static BenchPlace full(kMillion);
+  return full;
+}
+
 QString record(int n) {
   return QString(
              "33 ; LG Auflage ; Herren I ; 1 ; 1 ; Müller, Jörg ; M ; 11 ; %1 ; 9,7 ; * ; -123,4 ; 56,7 ; "

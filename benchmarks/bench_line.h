@@ -65,6 +65,12 @@ class BenchPlace {
   GlobalVariablen global_;
 };
 
+inline constexpr int kMillion = 1'000'000;
+
+/// A place with so many booked shots, none or a million, that all benchmarks share: making a million rows
+/// takes longer than measuring on them.
+BenchPlace& sharedPlace(int rows);
+
 /// Record line number n of line 1, as a station writes it.
 QString record(int n);
 /// The number n of the record that a row of Haering_Daten came from.

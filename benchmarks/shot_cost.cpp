@@ -12,16 +12,7 @@ namespace qk::bench {
 
 namespace {
 
-constexpr int kMillion = 1'000'000;
 constexpr int kShotsOfAVisit = 40;  ///< open shots of a line before they are booked
-
-/// One per size: making a million rows takes longer than measuring on them.
-BenchPlace& placeOf(int rows) {
-  static BenchPlace empty(0);
-  if (rows == 0) return empty;
-  static BenchPlace full(kMillion);
-  return full;
-}
 
 int nextShot() {
   static int n = 0;
@@ -29,7 +20,7 @@ int nextShot() {
 }
 
 void house(Rounds& rounds, int rows) {
-  BenchPlace& place = placeOf(rows);
+  BenchPlace& place = sharedPlace(rows);
   std::unique_ptr<UserControl1> line;
   const auto freshLine = [&] {
     line = std::make_unique<UserControl1>(place.workplace(), place.global(), 0);
@@ -49,7 +40,7 @@ void house(Rounds& rounds, int rows) {
 }
 
 void bare(Rounds& rounds, int rows) {
-  BenchPlace& place = placeOf(rows);
+  BenchPlace& place = sharedPlace(rows);
   BareStore store(place.competition());
   sqlite3_stmt* insert = store.prepare(
       "INSERT INTO Haering_Daten (WettbewerbBezeichnung, KlasseBezeichnung, StandnummerOrt, Liniennummer, "
@@ -77,7 +68,7 @@ void bare(Rounds& rounds, int rows) {
 }
 
 void open(Rounds& rounds, int rows) {
-  BenchPlace& place = placeOf(rows);
+  BenchPlace& place = sharedPlace(rows);
   while (rounds.next()) {
     const auto store = dao::Database::open(place.competition());
     const auto held = store->openRecordset("Select * from Haering_Daten order by Datum, ZeitAbsolut");
@@ -93,7 +84,7 @@ double residentMegabytes() {
 
 double growthOfMemory() {
   const auto held = [](int rows) {
-    BenchPlace& place = placeOf(rows);
+    BenchPlace& place = sharedPlace(rows);
     const double before = residentMegabytes();
     const auto store = dao::Database::open(place.competition());
     const auto recordset = store->openRecordset("Select * from Haering_Daten order by Datum, ZeitAbsolut");
