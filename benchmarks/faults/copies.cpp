@@ -130,7 +130,7 @@ bool run(const QString& competition, const QString& folder, int runs, unsigned s
                              .arg(killed)
                              .arg(made)
                              .arg(faults);
-  return goesOn && killed > runs / 2;
+  return goesOn && killed >= std::max(1, runs / 4);  // by chance some are whole before
 }
 
 }  // namespace

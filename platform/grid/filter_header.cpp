@@ -45,12 +45,16 @@ void FilterHeader::setFilterTexts(const QStringList& texts) {
   }
 }
 
-/// Cells stay while the columns do: the one that is typed in keeps its text and the keyboard.
+/// Cells stay while the columns do: the one that is typed in keeps its text and the keyboard. That columns
+/// have gone the header may notice late, while somebody walks over its children: so a cell goes later.
 void FilterHeader::makeCells() {
   const auto wanted = static_cast<size_t>(shown_ ? count() : 0);
   while (cells_.size() > wanted) {
-    delete cells_.back();
+    QLineEdit* cell = cells_.back();
     cells_.pop_back();
+    cell->hide();
+    cell->setObjectName({});
+    cell->deleteLater();
   }
   while (cells_.size() < wanted) {
     const int column = static_cast<int>(cells_.size());

@@ -1,8 +1,13 @@
 // The titles of a bound grid and the filter cells below them.
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QPointer>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTableView>
 
+#include "platform/grid/filter_header.h"
 #include "tests/platform/grid/bound_grid_bench.h"
 
 using namespace qk;
@@ -17,6 +22,7 @@ class TestBoundGridHeader : public BoundGridBench {
 
   void filterCellsSpeak();
   void filterCellsStandUnderTheirTitles();
+  void aCellOutlivesTheChangeThatTakesIt();
   void columnsHoldTheirTitles();
   void titlesSpeak();
   void titlesAreClickedByKeyboard();
@@ -44,6 +50,24 @@ void TestBoundGridHeader::filterCellsSpeak() {
   QCoreApplication::processEvents();
   the<QLineEdit>(*grid, "filter_Am").setFocus();
   QVERIFY(grid->horizontalScrollBar()->value() > 0);  // the cell that is typed in is in sight
+}
+
+/// A window that goes hides its children one by one, and the header may notice only then that its rows, which
+/// went before, have no columns any more.
+void TestBoundGridHeader::aCellOutlivesTheChangeThatTakesIt() {
+  QStandardItemModel model(2, 3);
+  QTableView view;
+  auto* header = new FilterHeader(&view);
+  view.setHorizontalHeader(header);
+  view.setModel(&model);
+  header->setFilterRow(true);
+  const QPointer<QLineEdit> first = header->filterCell(0), last = header->filterCell(2);
+  model.setColumnCount(1);
+  QCOMPARE(header->filterTexts().size(), 1);
+  QVERIFY(last);
+  QVERIFY(last->isHidden());
+  QTRY_VERIFY(!last);
+  QVERIFY(first);
 }
 
 void TestBoundGridHeader::filterCellsStandUnderTheirTitles() {
