@@ -9,34 +9,18 @@
 #include "tests/backup/copy_figures.h"
 #include "tests/masterdata/demo_store.h"
 #include "tests/support/test_store.h"
-#include "tools/wettkampf/commands.h"
+#include "tests/tools/tool_answer.h"
 
 using namespace qk;
 using namespace qk::test;
 using dao::Database;
-
-namespace {
-
-struct Answer {
-  int status = -1;
-  QString out, errors;
-};
-
-Answer call(const QStringList& arguments) {
-  Answer answer;
-  QTextStream out(&answer.out), errors(&answer.errors);
-  answer.status = runCompetitionTool(arguments, out, errors);
-  return answer;
-}
-
-}  // namespace
 
 class TestBringBack : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
   void init() {
-    folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/qkXXXXXX");
+    folder_ = std::make_unique<QTemporaryDir>();
     store_ = std::make_unique<DemoStore>();
   }
 
@@ -52,7 +36,7 @@ class TestBringBack : public QObject {
  private:
   QString path(const QString& name) const { return folder_->filePath(name); }
   QString made() {
-    const Answer answer = call({"sichern", store_->path(), path("kopien")});
+    const qk::test::ToolAnswer answer = qk::test::callTool({"sichern", store_->path(), path("kopien")});
     return answer.out.section('\n', 0, 0).section(": ", 1);
   }
 
@@ -73,13 +57,13 @@ void TestBringBack::nineCopiesComeBackAsTheyWere() {
   }
   for (size_t i = 0; i < copies.size(); ++i) {
     const QString file = path(QString("datei%1.qkk").arg(i));
-    const Answer answer = call({"zurueck", copies[i], file});
+    const qk::test::ToolAnswer answer = qk::test::callTool({"zurueck", copies[i], file});
     QCOMPARE(answer.errors, QString());
     QVERIFY(figuresOfAll(*Database::open(file)) == moments[i]);
     if (!storesOnServer()) continue;
     const QString server = path(QString("server%1.qkk").arg(i));
     prepareStore(server);
-    QCOMPARE(call({"zurueck", copies[i], server}).errors, QString());
+    QCOMPARE(qk::test::callTool({"zurueck", copies[i], server}).errors, QString());
     QVERIFY(figuresOfAll(*Database::open(server)) == moments[i]);
   }
   // They are as they were: bringing back only reads.
@@ -88,15 +72,15 @@ void TestBringBack::nineCopiesComeBackAsTheyWere() {
 }
 
 void TestBringBack::aCopyByCommandIsOneOfTheProgram() {
-  const Answer first = call({"sichern", store_->path(), path("kopien")});
+  const qk::test::ToolAnswer first = qk::test::callTool({"sichern", store_->path(), path("kopien")});
   QCOMPARE(first.errors, QString());
   QVERIFY2(first.out.startsWith("Gesichert und geprüft: " + path("kopien/Demo ")), qPrintable(first.out));
-  QVERIFY(call({"sichern", store_->path(), path("kopien")})
+  QVERIFY(qk::test::callTool({"sichern", store_->path(), path("kopien")})
               .out.startsWith("Unverändert seit der letzten Sicherung: "));
   Files files;
   const auto copies = provenCopies(files, path("kopien"), sourceOf(store_->path()));
   QCOMPARE(copies.size(), 1u);
-  const Answer back = call({"zurueck", copies[0].path, path("neu.qkk")});
+  const qk::test::ToolAnswer back = qk::test::callTool({"zurueck", copies[0].path, path("neu.qkk")});
   QVERIFY2(back.out.startsWith("Die Kopie ist unversehrt: Stand " +
                                copies[0].evidence.moment.toString("dd.MM.yyyy HH:mm:ss") + " von " +
                                sourceOf(store_->path()) + ", "),
@@ -126,7 +110,7 @@ void TestBringBack::refusesWhatTheEvidenceDoesNotTell() {
   if (what == "torn") QVERIFY(QFile::resize(evidence, QFileInfo(evidence).size() / 2));
   if (what == "worked in") Database::open(copy)->execute("UPDATE Wettkampf SET Ort = 'Anderswo'");
   if (what == "flipped") flip(copy, QFileInfo(copy).size() / 2);
-  const Answer answer = call({"zurueck", copy, path("neu.qkk")});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"zurueck", copy, path("neu.qkk")});
   QCOMPARE(answer.status, 1);
   QVERIFY2(answer.errors.contains(told), qPrintable(answer.errors));
   QVERIFY(answer.errors.contains("--ungeprueft"));
@@ -137,7 +121,7 @@ void TestBringBack::withoutEvidenceOnlyWhenTold() {
   const auto wanted = figuresOfAll(store_->database());
   const QString copy = made();
   QVERIFY(QFile::remove(evidencePathOf(copy)));
-  const Answer answer = call({"zurueck", copy, path("neu.qkk"), "--ungeprueft"});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"zurueck", copy, path("neu.qkk"), "--ungeprueft"});
   QCOMPARE(answer.errors, QString());
   QVERIFY(answer.out.startsWith("Die Kopie wird ohne Beleg zurückgeholt; die Datei ist in sich stimmig.\n"));
   QVERIFY(figuresOfAll(*Database::open(path("neu.qkk"))) == wanted);
@@ -146,7 +130,7 @@ void TestBringBack::withoutEvidenceOnlyWhenTold() {
 void TestBringBack::aDamagedFileNeverComesBack() {
   const QString copy = made();
   for (qint64 page = 1; page < QFileInfo(copy).size() / 4096; ++page) flip(copy, page * 4096);
-  const Answer answer = call({"zurueck", copy, path("neu.qkk"), "--ungeprueft"});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"zurueck", copy, path("neu.qkk"), "--ungeprueft"});
   QCOMPARE(answer.status, 1);
   QVERIFY2(answer.errors.contains("Die Kopie ist beschädigt: "), qPrintable(answer.errors));
   QVERIFY(!QFile::exists(path("neu.qkk")));
@@ -156,7 +140,7 @@ void TestBringBack::overwritesNothing() {
   const QString copy = made();
   for (const QString& there : {store_->path(), copy}) {
     const auto before = figuresOfAll(*Database::open(there, true));
-    const Answer answer = call({"zurueck", copy, there});
+    const qk::test::ToolAnswer answer = qk::test::callTool({"zurueck", copy, there});
     QCOMPARE(answer.status, 1);
     QVERIFY2(answer.errors.contains("Das Ziel ist nicht leer, es bleibt unverändert."),
              qPrintable(answer.errors));
@@ -167,11 +151,11 @@ void TestBringBack::overwritesNothing() {
 }
 
 void TestBringBack::explainsAWrongCall() {
-  QCOMPARE(call({"sichern", store_->path()}).status, 2);
-  QCOMPARE(call({"zurueck", store_->path()}).status, 2);
-  QCOMPARE(call({"zurueck", "a", "b", "--anders"}).status, 2);
-  QCOMPARE(call({"zurueck", path("gibtsnicht.qkk"), path("neu.qkk")}).status, 1);
-  QCOMPARE(call({"sichern", path("gibtsnicht.qkk"), path("kopien")}).status, 1);
+  QCOMPARE(qk::test::callTool({"sichern", store_->path()}).status, 2);
+  QCOMPARE(qk::test::callTool({"zurueck", store_->path()}).status, 2);
+  QCOMPARE(qk::test::callTool({"zurueck", "a", "b", "--anders"}).status, 2);
+  QCOMPARE(qk::test::callTool({"zurueck", path("gibtsnicht.qkk"), path("neu.qkk")}).status, 1);
+  QCOMPARE(qk::test::callTool({"sichern", path("gibtsnicht.qkk"), path("kopien")}).status, 1);
 }
 
 QTEST_GUILESS_MAIN(TestBringBack)

@@ -32,7 +32,7 @@ class TestCopies : public QObject {
 
  private Q_SLOTS:
   void init() {
-    folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/qkXXXXXX");
+    folder_ = std::make_unique<QTemporaryDir>();
     store_ = std::make_unique<DemoStore>();
     moment_ = QDateTime(QDate(2026, 11, 22), QTime(15, 10));
     cancelled_ = false;
@@ -219,7 +219,7 @@ void TestCopies::aMissingEndIsSeen() {
 }
 
 void TestCopies::aDamagedCompetitionIsNeverProven() {
-  const QTemporaryDir folder(QDir::tempPath() + "/qkXXXXXX");
+  const QTemporaryDir folder;
   const QString competition = folder.filePath("Schaden.qkk");
   StoreOriginal(makeDemoCompetition).copyTo(competition);
   const auto makeOfIt = [&] {

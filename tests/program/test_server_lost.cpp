@@ -52,7 +52,7 @@ class TestServerLost : public QObject {
 
  private Q_SLOTS:
   void oneDeskGoesOnWithinAMinute() {
-    const QTemporaryDir folder(QDir::tempPath() + "/qk-verloren-XXXXXX");
+    const QTemporaryDir folder;
     test::PostgresServer server;
     const test::ServerDatabase database(server.folder());
     database.writeAddress(folder.filePath("demo.qkk"));

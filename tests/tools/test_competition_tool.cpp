@@ -6,25 +6,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
 #include "tests/support/test_store.h"
-#include "tools/wettkampf/commands.h"
-
-namespace {
-
-struct Answer {
-  int status = -1;
-  QString out;
-  QString errors;
-};
-
-Answer call(const QStringList& arguments) {
-  Answer answer;
-  QTextStream out(&answer.out);
-  QTextStream errors(&answer.errors);
-  answer.status = qk::runCompetitionTool(arguments, out, errors);
-  return answer;
-}
-
-}  // namespace
+#include "tests/tools/tool_answer.h"
 
 class TestCompetitionTool : public QObject {
   Q_OBJECT
@@ -53,7 +35,7 @@ class TestCompetitionTool : public QObject {
 };
 
 void TestCompetitionTool::helpIsGerman() {
-  const Answer answer = call({"--help"});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"--help"});
   QCOMPARE(answer.status, 0);
   QVERIFY(answer.out.contains("qk-wettkampf neu DATEI"));
   QVERIFY(answer.out.contains("qk-wettkampf demo DATEI"));
@@ -100,7 +82,7 @@ void TestCompetitionTool::refusesWrongCalls_data() {
 void TestCompetitionTool::refusesWrongCalls() {
   QFETCH(QStringList, arguments);
   QFETCH(QString, message);
-  const Answer answer = call(arguments);
+  const qk::test::ToolAnswer answer = qk::test::callTool(arguments);
   QCOMPARE(answer.status, 2);
   QVERIFY2(answer.errors.startsWith(message + "\n"), qPrintable(answer.errors));
   QVERIFY(answer.out.isEmpty());
@@ -108,12 +90,12 @@ void TestCompetitionTool::refusesWrongCalls() {
 
 void TestCompetitionTool::makesAFileOnce() {
   const QString file = place("einmal.qkk");
-  QCOMPARE(call({"neu", file, "--name", "Herbstpokal", "--datum", "01.10.2026"}).status, 0);
+  QCOMPARE(qk::test::callTool({"neu", file, "--name", "Herbstpokal", "--datum", "01.10.2026"}).status, 0);
   QFile made(file);
   QVERIFY(made.open(QIODevice::ReadOnly));
   const QByteArray before = made.readAll();
   for (const char* command : {"neu", "demo"}) {
-    const Answer again = call({command, file});
+    const qk::test::ToolAnswer again = qk::test::callTool({command, file});
     QCOMPARE(again.status, 1);
     QCOMPARE(again.errors, QString("Den Wettkampf gibt es schon, er bleibt unverändert: %1\n").arg(file));
   }
@@ -128,7 +110,7 @@ void TestCompetitionTool::leavesAForeignFileAlone() {
   QVERIFY(file.open(QIODevice::ReadWrite));
   file.write(content);
   file.flush();
-  const Answer answer = call({"neu", letter});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"neu", letter});
   QCOMPARE(answer.status, 1);
   QVERIFY2(answer.errors.startsWith("Fehler: 3"), qPrintable(answer.errors));
   file.seek(0);
@@ -136,26 +118,28 @@ void TestCompetitionTool::leavesAForeignFileAlone() {
 }
 
 void TestCompetitionTool::namesAMissingFolder() {
-  const Answer answer = call({"neu", path("fehlt/a.qkk")});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"neu", path("fehlt/a.qkk")});
   QCOMPARE(answer.status, 1);
   QCOMPARE(answer.errors, QString("Den Ordner gibt es nicht: %1\n").arg(path("fehlt")));
 }
 
 void TestCompetitionTool::namesAMissingExchangeParent() {
-  const Answer answer = call({"demo", path("ohneordner.qkk"), "--austausch", path("fehlt/esa/")});
+  const qk::test::ToolAnswer answer =
+      qk::test::callTool({"demo", path("ohneordner.qkk"), "--austausch", path("fehlt/esa/")});
   QCOMPARE(answer.status, 1);
   QCOMPARE(answer.errors, QString("Den Ordner gibt es nicht: %1\n").arg(path("fehlt")));
   QVERIFY(!QFile::exists(path("ohneordner.qkk")));
 }
 
 void TestCompetitionTool::hintsAtTheExtension() {
-  const Answer answer = call({"neu", place("ohne")});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"neu", place("ohne")});
   QCOMPARE(answer.status, 0);
   QVERIFY(answer.out.contains("Hinweis: QK-Intarso öffnet nur Dateien mit der Endung qkk."));
 }
 
 void TestCompetitionTool::demoWritesTheExchangeFolder() {
-  const Answer answer = call({"demo", place("demo.qkk"), "--austausch", path("esa")});
+  const qk::test::ToolAnswer answer =
+      qk::test::callTool({"demo", place("demo.qkk"), "--austausch", path("esa")});
   QCOMPARE(answer.errors, QString());
   QCOMPARE(answer.status, 0);
   QVERIFY(QFile::exists(path("esa/esa_preis.ini")));
@@ -172,8 +156,9 @@ void TestCompetitionTool::binaryReturnsItsStatus() {
 }
 
 void TestCompetitionTool::beginsWithASetOrLikeAnother() {
-  const Answer first = call({"neu", place("verein.qkk"), "--starter", "Verein", "--klassenwechsel", "01.07.",
-                             "--zeile2", "Runde 2"});
+  const qk::test::ToolAnswer first =
+      qk::test::callTool({"neu", place("verein.qkk"), "--starter", "Verein", "--klassenwechsel", "01.07.",
+                          "--zeile2", "Runde 2"});
   QCOMPARE(first.errors, QString());
   QCOMPARE(first.out, QString("Wettkampf angelegt: %1\n").arg(path("verein.qkk")));
   {
@@ -182,8 +167,9 @@ void TestCompetitionTool::beginsWithASetOrLikeAnother() {
     QCOMPARE(made->openRecordset("Klassenwechsel")->value("wechseldatumneu").toString(), QString("01.07."));
     QCOMPARE(made->openRecordset("Wettkampf")->value("Bezeichnung2").toString(), QString("Runde 2"));
   }
-  QCOMPARE(call({"demo", place("alt.qkk")}).status, 0);
-  const Answer like = call({"neu", place("wie.qkk"), "--wie", path("alt.qkk"), "--mit-schuetzen"});
+  QCOMPARE(qk::test::callTool({"demo", place("alt.qkk")}).status, 0);
+  const qk::test::ToolAnswer like =
+      qk::test::callTool({"neu", place("wie.qkk"), "--wie", path("alt.qkk"), "--mit-schuetzen"});
   QCOMPARE(like.status, 0);
   QVERIFY2(like.out.startsWith("60 Schützen übernommen, "), qPrintable(like.out));
   QVERIFY(!qk::dao::Database::open(path("wie.qkk"))->openRecordset("Verein")->eof());

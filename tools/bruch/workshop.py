@@ -78,30 +78,25 @@ class Workshop:
     # --- breaking ---
 
     @contextlib.contextmanager
-    def broken(self, path: str, text: str) -> Iterator[None]:
-        """Inside, the source has another text. The mend holds whatever ends it."""
+    def _holding(self, path: str, text: str, broken: str | None) -> Iterator[None]:
+        """Inside, the source has another text, whatever ends it; `broken` is what it leaves to be mended."""
         file = self.tree / path
-        sound = file.read_bytes()
+        before, broken_before = file.read_bytes(), self._broken
         try:
             file.write_bytes(text.encode())
-            self._broken = path
+            self._broken = broken
             yield
         finally:
-            file.write_bytes(sound)
-            self._broken = None
+            file.write_bytes(before)
+            self._broken = broken_before
 
-    @contextlib.contextmanager
-    def mended(self, path: str, text: str) -> Iterator[None]:
+    def broken(self, path: str, text: str) -> contextlib.AbstractContextManager[None]:
+        """Inside, the source has another text. The mend holds whatever ends it."""
+        return self._holding(path, text, path)
+
+    def mended(self, path: str, text: str) -> contextlib.AbstractContextManager[None]:
         """Within `broken`: the other way round for a moment."""
-        file = self.tree / path
-        wrong = file.read_bytes()
-        try:
-            file.write_bytes(text.encode())
-            self._broken = None
-            yield
-        finally:
-            file.write_bytes(wrong)
-            self._broken = path
+        return self._holding(path, text, None)
 
     # --- building ---
 

@@ -14,7 +14,7 @@
 #include "tests/masterdata/making/move_store.h"
 #include "tests/support/error_of.h"
 #include "tests/support/foreign/foreign_process.h"
-#include "tools/wettkampf/commands.h"
+#include "tests/tools/tool_answer.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -23,19 +23,6 @@ using dao::Database;
 namespace {
 
 constexpr int kManyRows = 100000;
-
-struct Answer {
-  int status = -1;
-  QString out, errors;
-};
-
-Answer call(const QStringList& arguments) {
-  Answer answer;
-  QTextStream out(&answer.out);
-  QTextStream errors(&answer.errors);
-  answer.status = runCompetitionTool(arguments, out, errors);
-  return answer;
-}
 
 QByteArray bytesOf(const QString& path) {
   QFile file(path);
@@ -112,7 +99,8 @@ void TestMove::thereAndBackIsEqual() {
 }
 
 void TestMove::showsProgressTableByTable() {
-  const Answer answer = call({"umziehen", originals_.filePath("gross.qkk"), path("a.qkk")});
+  const qk::test::ToolAnswer answer =
+      qk::test::callTool({"umziehen", originals_.filePath("gross.qkk"), path("a.qkk")});
   QCOMPARE(answer.errors, QString());
   QCOMPARE(answer.status, 0);
   const auto tables = Database::open(path("a.qkk"))->tableNames();
@@ -144,12 +132,12 @@ void TestMove::keepsWhatIsAtTheTarget() {
   makeCompetition(to, {});
   const QStringList before = contentsOf(to);
   for (const QStringList& more : {QStringList{}, QStringList{"--von-vorn"}}) {
-    const Answer answer = call(QStringList{"umziehen", from, to} + more);
+    const qk::test::ToolAnswer answer = qk::test::callTool(QStringList{"umziehen", from, to} + more);
     QCOMPARE(answer.status, 1);
     QCOMPARE(answer.errors, QString("Fehler: 3204 - Das Ziel ist nicht leer, es bleibt unverändert.\n"));
     QCOMPARE(contentsOf(to), before);
   }
-  QCOMPARE(call({"umziehen", from, from}).status, 1);
+  QCOMPARE(qk::test::callTool({"umziehen", from, from}).status, 1);
 }
 
 void TestMove::refusesAForeignTarget() {
@@ -159,12 +147,12 @@ void TestMove::refusesAForeignTarget() {
   letter.write("Sehr geehrte Damen und Herren, …");
   letter.close();
   const QByteArray before = bytesOf(to);
-  QCOMPARE(call({"umziehen", competition("a.qkk"), to}).status, 1);
+  QCOMPARE(qk::test::callTool({"umziehen", competition("a.qkk"), to}).status, 1);
   QCOMPARE(bytesOf(to), before);
 }
 
 void TestMove::refusesAMissingSource() {
-  const Answer answer = call({"umziehen", path("fehlt.qkk"), path("b.qkk")});
+  const qk::test::ToolAnswer answer = qk::test::callTool({"umziehen", path("fehlt.qkk"), path("b.qkk")});
   QCOMPARE(answer.status, 1);
   QVERIFY(answer.errors.startsWith("Fehler: 3024 - "));
   QVERIFY(!QFile::exists(path("b.qkk")));
@@ -173,7 +161,7 @@ void TestMove::refusesAMissingSource() {
 void TestMove::refusesASourceThatIsOpenElsewhere() {
   const QString from = competition("a.qkk");
   const auto refused = [&] {
-    const Answer answer = call({"umziehen", from, path("b.qkk")});
+    const qk::test::ToolAnswer answer = qk::test::callTool({"umziehen", from, path("b.qkk")});
     return answer.status == 1 &&
            answer.errors.startsWith("Fehler: 3045 - Die Quelle ist noch an anderer Stelle geöffnet.") &&
            !QFile::exists(path("b.qkk"));
@@ -186,7 +174,7 @@ void TestMove::refusesASourceThatIsOpenElsewhere() {
     const ForeignHolder there(from);
     QVERIFY(refused());
   }
-  QCOMPARE(call({"umziehen", from, path("b.qkk")}).status, 0);
+  QCOMPARE(qk::test::callTool({"umziehen", from, path("b.qkk")}).status, 0);
 }
 
 void TestMove::aFailureLeavesAMarkedTarget() {
@@ -211,12 +199,12 @@ void TestMove::beginsAnewOnlyWhenTold() {
     if (step.kind == MoveStep::Kind::Verifying) throw Error(3026);
   };
   QCOMPARE(errorOf([&] { moveCompetition({from, path("b.qkk")}, stop); }), 3026);
-  const Answer again = call({"umziehen", from, path("b.qkk")});
+  const qk::test::ToolAnswer again = qk::test::callTool({"umziehen", from, path("b.qkk")});
   QCOMPARE(again.status, 1);
   QVERIFY2(again.errors.startsWith("Fehler: 3356 - Am Ziel liegt ein Umzug, der nicht fertig geworden ist"),
            qPrintable(again.errors));
   QVERIFY(isUnfinishedMove(*Database::open(path("b.qkk"))));
-  const Answer anew = call({"umziehen", from, path("b.qkk"), "--von-vorn"});
+  const qk::test::ToolAnswer anew = qk::test::callTool({"umziehen", from, path("b.qkk"), "--von-vorn"});
   QCOMPARE(anew.errors, QString());
   QCOMPARE(firstDifference(contentsOf(path("b.qkk")), contentsOf(from)), QString());
 }

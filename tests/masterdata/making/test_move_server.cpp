@@ -15,7 +15,7 @@
 #include "tests/masterdata/making/move_store.h"
 #include "tests/support/error_of.h"
 #include "tests/support/postgres_server.h"
-#include "tools/wettkampf/commands.h"
+#include "tests/tools/tool_answer.h"
 
 using namespace qk;
 using namespace qk::test;
@@ -26,19 +26,6 @@ namespace {
 constexpr int kManyRows = 100000;
 
 void quiet(const MoveStep&) {}
-
-struct Answer {
-  int status = -1;
-  QString out, errors;
-};
-
-Answer call(const QStringList& arguments) {
-  Answer answer;
-  QTextStream out(&answer.out);
-  QTextStream errors(&answer.errors);
-  answer.status = runCompetitionTool(arguments, out, errors);
-  return answer;
-}
 
 }  // namespace
 
@@ -123,7 +110,8 @@ void TestMoveServer::keepsWhatIsOnTheServer() {
   makeCompetition(server_, {});
   const QStringList before = contentsOf(server_);
   for (const QStringList& more : {QStringList{}, QStringList{"--von-vorn"}}) {
-    const Answer answer = call(QStringList{"umziehen", originals_.filePath("klein.qkk"), server_} + more);
+    const qk::test::ToolAnswer answer =
+        qk::test::callTool(QStringList{"umziehen", originals_.filePath("klein.qkk"), server_} + more);
     QCOMPARE(answer.status, 1);
     QCOMPARE(answer.errors, QString("Fehler: 3204 - Das Ziel ist nicht leer, es bleibt unverändert.\n"));
     QCOMPARE(firstDifference(contentsOf(server_), before), QString());
@@ -135,12 +123,12 @@ void TestMoveServer::makesACompetitionOnAServer() {
     const ServerDatabase database;
     const QString to = path(QString(command) + ".qkk");
     database.writeAddress(to);
-    const Answer made = call({command, to});
+    const qk::test::ToolAnswer made = qk::test::callTool({command, to});
     QCOMPARE(made.errors, QString());
     QCOMPARE(made.status, 0);
     QVERIFY(Database::open(to)->hasTable("Wettkampf"));
     QVERIFY(!isUnfinishedMove(*Database::open(to)));
-    const Answer again = call({command, to});
+    const qk::test::ToolAnswer again = qk::test::callTool({command, to});
     QCOMPARE(again.status, 1);
     QCOMPARE(again.errors, QString("Den Wettkampf gibt es schon, er bleibt unverändert: %1\n").arg(to));
   }
@@ -151,7 +139,7 @@ void TestMoveServer::aValueThatTheTargetCannotHoldIsNamed() {
   makeCompetition(from, {});
   const QString nul = QString("a") + QChar(u'\0') + "b";
   Database::open(from)->engine().write(R"(INSERT INTO "Verein" ("ID", "Name") VALUES (1, ?))", {nul});
-  Answer answer = call({"umziehen", from, server_});
+  qk::test::ToolAnswer answer = qk::test::callTool({"umziehen", from, server_});
   QVERIFY(answer.status != 0);
   QVERIFY2(answer.errors.contains("Tabelle »Verein«: Ein Text enthält das Zeichen NUL"),
            qPrintable(answer.errors));
@@ -167,7 +155,7 @@ void TestMoveServer::aValueThatTheTargetCannotHoldIsNamed() {
     rows->setValue("Betrag", QVariant::fromValue(Money::fromUnits(std::numeric_limits<qint64>::max())));
     rows->update();
   }
-  answer = call({"umziehen", path("zweiter.qkk"), path("datei.qkk")});
+  answer = qk::test::callTool({"umziehen", path("zweiter.qkk"), path("datei.qkk")});
   QVERIFY(answer.status != 0);
   QVERIFY2(answer.errors.contains("Tabelle »Kasse«: Überlauf"), qPrintable(answer.errors));
 }
@@ -192,7 +180,8 @@ void TestMoveServer::refusesATargetThatLacksCharacters() {
   QVERIFY(file.open(QIODevice::WriteOnly));
   file.write(serverAddressText(poor));
   file.close();
-  const Answer answer = call({"umziehen", originals_.filePath("klein.qkk"), path("arm.qkk")});
+  const qk::test::ToolAnswer answer =
+      qk::test::callTool({"umziehen", originals_.filePath("klein.qkk"), path("arm.qkk")});
   database_->native("DROP DATABASE \"" + poor.database + "\" WITH (FORCE)");
   QCOMPARE(answer.status, 1);
   QVERIFY2(answer.errors.startsWith("Fehler: 3251 - Das Ziel speichert Zeichen als LATIN1"),
@@ -207,7 +196,8 @@ void TestMoveServer::aServerThatIsAwayIsTold() {
   QVERIFY(file.open(QIODevice::WriteOnly));
   file.write(serverAddressText(nobody));
   file.close();
-  const Answer answer = call({"umziehen", originals_.filePath("klein.qkk"), path("weg.qkk")});
+  const qk::test::ToolAnswer answer =
+      qk::test::callTool({"umziehen", originals_.filePath("klein.qkk"), path("weg.qkk")});
   QCOMPARE(answer.status, 1);
   QVERIFY2(answer.errors.startsWith("Fehler: 3043 - "), qPrintable(answer.errors));
 }
@@ -219,7 +209,8 @@ void TestMoveServer::aMissingDatabaseIsTold() {
   QVERIFY(file.open(QIODevice::WriteOnly));
   file.write(serverAddressText(wrong));
   file.close();
-  const Answer answer = call({"umziehen", originals_.filePath("klein.qkk"), path("ohne.qkk")});
+  const qk::test::ToolAnswer answer =
+      qk::test::callTool({"umziehen", originals_.filePath("klein.qkk"), path("ohne.qkk")});
   QCOMPARE(answer.status, 1);
   QVERIFY2(answer.errors.contains("gibtesnicht"), qPrintable(answer.errors));
 }
