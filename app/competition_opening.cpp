@@ -16,11 +16,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kTableExists = 3010;
-constexpr int kNoReadPermission = 3112;
-constexpr int kBadName = 3126;
-constexpr int kLocked = 3260;
-
 QString numberAndDescription(const Error& error) {
   return "Fehler: " + QString::number(error.number()) + " - " + error.description();
 }
@@ -28,15 +23,15 @@ QString numberAndDescription(const Error& error) {
 void createFromTemplate(const QString& sVorlage, const QString& sTabelle, const QString& sWettkampf) {
   const auto vorlage = dao::Database::open(sVorlage, true);
   if (hasDotBeforeExtension(sWettkampf) && !dao::Database::open(sWettkampf)->hasTable(sTabelle))
-    throw Error(kBadName);
+    throw Error(errors::kBadBrackets);
   vorlage->execute("SELECT " + sTabelle + ".* INTO " + sTabelle + " IN " + dao::sql::quoted(sWettkampf) +
                    " FROM " + sTabelle);
 }
 
 /// What is to be done after a failed creation: true to run the statement again.
 bool askAgain(const Workplace& workplace, const Error& error, const QString& sWettkampf) {
-  if (error.number() == kTableExists || error.number() == kNoReadPermission) return false;
-  if (error.number() == kBadName) {
+  if (error.number() == errors::kTableExists || error.number() == errors::kNoReadPermission) return false;
+  if (error.number() == errors::kBadBrackets) {
     workplace.dialogs.note(
         "Fehler beim Anlegen der Tabelle!\r\nHINWEIS: Der Pfad- und Dateiname des Wettkampfs darf keine "
         "Sonderzeichen (z.B. Punkt) enthalten.\r\n\r\n" +
@@ -165,7 +160,7 @@ bool CompetitionOpening::isWithinReach() const {
     refuseReadOnly(*store, sWettkampf_);
     return true;
   } catch (const Error& error) {
-    if (error.number() == kLocked) return true;
+    if (error.number() == errors::kLocked) return true;
     refuse(error);
     return false;
   }

@@ -19,7 +19,7 @@ constexpr int kLinesAtATime = 20;
 }  // namespace
 
 UserControl1& frmLindorm::cLine(int nIndex) const {
-  if (nIndex < 0 || nIndex >= lineCount()) throw Error(9);
+  if (nIndex < 0 || nIndex >= lineCount()) throw Error(errors::kIndexOutOfRange);
   return *lines_[static_cast<size_t>(nIndex)];
 }
 

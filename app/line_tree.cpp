@@ -69,7 +69,7 @@ int LineTree::positionOf(int nLinie) const {
 
 QTreeWidgetItem* LineTree::node(int position) const {
   QTreeWidgetItem* item = widget_->topLevelItem(position - 1);
-  if (!item) throw Error(9);
+  if (!item) throw Error(errors::kIndexOutOfRange);
   return item;
 }
 

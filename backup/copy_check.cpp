@@ -3,7 +3,7 @@
 #include <QFileInfo>
 
 #include "backup/copy_folder.h"
-#include "platform/dao/sqlite_pages.h"
+#include "platform/dao/moving/snapshot.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 
@@ -11,14 +11,12 @@ namespace qk {
 
 namespace {
 
-constexpr int kFileMissing = 53;
-constexpr int kDamaged = 3049;
-constexpr int kDifferent = 3197;
+constexpr int kDifferent = errors::kChangedMeanwhile;
 
 }  // namespace
 
 Evidence requireProven(Files& files, const QString& copy) {
-  if (!files.exists(copy)) throw Error(kFileMissing);
+  if (!files.exists(copy)) throw Error(errors::kFileNotFound);
   const QString path = evidencePathOf(copy);
   const QString name = QFileInfo(path).fileName();
   if (!files.exists(path))
@@ -33,8 +31,8 @@ Evidence requireProven(Files& files, const QString& copy) {
 }
 
 void requireFlawless(const QString& copy) {
-  const QString flaws = dao::flawsOf(copy, [] { return false; });
-  if (!flaws.isEmpty()) throw Error(kDamaged, "Die Kopie ist beschädigt: " + flaws);
+  const QString flaws = dao::flawsOfSnapshot(copy, [] { return false; });
+  if (!flaws.isEmpty()) throw Error(errors::kStoreDamaged, "Die Kopie ist beschädigt: " + flaws);
 }
 
 }  // namespace qk

@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 
-#include "platform/dao/server_address.h"
+#include "platform/dao/server/server_address.h"
 #include "platform/dao/store_files.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"

@@ -7,7 +7,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/dao/snapshot.h"
+#include "platform/dao/moving/snapshot.h"
 #include "platform/runtime/background_work.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/error.h"
@@ -17,7 +17,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kCancelled = 3059;
 constexpr auto kBetweenLooks = std::chrono::seconds(20);
 constexpr auto kUntilNextAttempt = std::chrono::minutes(2);
 /// What a worker may take to notice that it was given up. One that hangs in a dead network is left to itself.
@@ -76,7 +75,7 @@ class CopyKeeper::Worker : public std::enable_shared_from_this<Worker> {
     try {
       outcome.result = task == Task::Survey ? survey(request, outcome) : copy(request);
     } catch (const Error& error) {
-      outcome.cancelled = error.number() == kCancelled;
+      outcome.cancelled = error.number() == errors::kCancelled;
       outcome.failure = error.description();
       reader_.reset();
     } catch (const std::exception& error) {

@@ -4,8 +4,7 @@
 #include <QLockFile>
 
 #include "platform/dao/database.h"
-#include "platform/dao/snapshot.h"
-#include "platform/dao/sqlite_pages.h"
+#include "platform/dao/moving/snapshot.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/settled_files.h"
@@ -14,16 +13,13 @@ namespace qk {
 
 namespace {
 
-constexpr int kAccessError = 75;
-constexpr int kFolderMissing = 76;
-constexpr int kDifferent = 3197;
-constexpr int kDamaged = 3049;
+constexpr int kDifferent = errors::kChangedMeanwhile;
 /// After so long without an end whoever holds the folder, on another machine, has crashed.
 constexpr auto kLongest = std::chrono::minutes(30);
 
 void requireFolder(Files& files, const QString& folder) {
   if (files.folderExists(folder)) return;
-  if (folder.isEmpty() || isForeignPath(folder)) throw Error(kFolderMissing);
+  if (folder.isEmpty() || isForeignPath(folder)) throw Error(errors::kPathNotFound);
   files.makeFolder(folder);
 }
 
@@ -44,7 +40,7 @@ class Making {
     lock.setStaleLockTime(kLongest);
     if (!lock.tryLock(0)) {
       if (lock.error() == QLockFile::LockFailedError) return {CopyResult::Kind::Elsewhere, {}};
-      throw Error(kAccessError, "In den Ordner der Sicherungen kann nicht geschrieben werden.");
+      throw Error(errors::kPathAccess, "In den Ordner der Sicherungen kann nicht geschrieben werden.");
     }
     removeDrafts(files_, request_.folder, request_.competition);
     return runAlone();
@@ -113,9 +109,9 @@ class Making {
   }
 
   void requireFlawless(const QString& draft) {
-    const QString flaws = dao::flawsOf(draft, reader_.cancelled());
+    const QString flaws = dao::flawsOfSnapshot(draft, reader_.cancelled());
     if (!flaws.isEmpty())
-      throw Error(kDamaged,
+      throw Error(errors::kStoreDamaged,
                   "In der Kopie, und also wohl im Wettkampf selbst, ist etwas beschädigt: " + flaws);
     tell(Checking, 0.3);
   }

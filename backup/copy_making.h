@@ -14,7 +14,7 @@
 #include <optional>
 
 #include "backup/copy_folder.h"
-#include "platform/dao/page_witness.h"
+#include "platform/dao/moving/snapshot.h"
 
 namespace qk {
 

@@ -6,7 +6,7 @@
 #include <QHash>
 #include <algorithm>
 
-#include "platform/dao/catalogue.h"
+#include "platform/dao/values/catalogue.h"
 #include "platform/runtime/money.h"
 
 namespace qk {

@@ -7,7 +7,7 @@
 #include <QRegularExpression>
 #include <stdexcept>
 
-#include "platform/dao/sql/sqlite_functions.h"
+#include "platform/dao/sqlite/sqlite_functions.h"
 #include "platform/grid/bound_rows.h"
 
 namespace qk::bench {

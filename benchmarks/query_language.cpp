@@ -7,8 +7,8 @@
 
 #include "benchmarks/pairs.h"
 #include "platform/dao/sql/parser.h"
-#include "platform/dao/sql/sqlite_functions.h"
-#include "platform/dao/sql/sqlite_writer.h"
+#include "platform/dao/sqlite/sqlite_functions.h"
+#include "platform/dao/sqlite/sqlite_writer.h"
 
 namespace qk::bench {
 namespace {

@@ -10,7 +10,7 @@
 
 #include "benchmarks/long_list.h"
 #include "benchmarks/pairs.h"
-#include "platform/dao/sql/sqlite_functions.h"
+#include "platform/dao/sqlite/sqlite_functions.h"
 #include "platform/report/document.h"
 #include "platform/report/parser.h"
 #include "tests/data/paid_competition.h"

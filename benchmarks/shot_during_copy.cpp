@@ -10,7 +10,7 @@
 #include "backup/copy_making.h"
 #include "benchmarks/bench_line.h"
 #include "benchmarks/pairs.h"
-#include "platform/dao/snapshot.h"
+#include "platform/dao/moving/snapshot.h"
 #include "platform/runtime/background_work.h"
 
 namespace qk::bench {

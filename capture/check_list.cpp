@@ -73,7 +73,7 @@ Qt::ItemFlags CheckList::flags(const QModelIndex& index) const {
 }
 
 const CheckList::Entry& CheckList::entry(int position) const {
-  if (position < 0 || position >= count()) throw Error(9);
+  if (position < 0 || position >= count()) throw Error(errors::kIndexOutOfRange);
   return entries_[static_cast<size_t>(position)];
 }
 

@@ -27,7 +27,7 @@ inline std::int16_t integerIn(const dao::Recordset& rs, const QString& column) {
 /// What a pointer points at; one that an ignored failure left empty is Error 91.
 template <class Pointer>
 auto& required(const Pointer& pointer) {
-  if (!pointer) throw Error(91);
+  if (!pointer) throw Error(errors::kObjectNotSet);
   return *pointer;
 }
 

@@ -146,7 +146,7 @@ class TransferRun {
   }
 
   const Schuetze& shooter() const {
-    if (!shooter_) throw Error(91);
+    if (!shooter_) throw Error(errors::kObjectNotSet);
     return *shooter_;
   }
 

@@ -11,7 +11,7 @@ Money BetragAusText(const QString& text) {
   try {
     return Money::fromDouble(ZahlAusText(text));
   } catch (const Error&) {
-    throw Error(6, "Der Betrag »" + text + "« ist zu groß.");
+    throw Error(errors::kOverflow, "Der Betrag »" + text + "« ist zu groß.");
   }
 }
 
@@ -19,8 +19,10 @@ Money BetragStrikt(const QString& text) {
   try {
     return Money::fromDouble(parseStrict(text));
   } catch (const Error& error) {
-    if (error.number() == 6) throw Error(6, "Der Betrag »" + text + "« ist zu groß.");
-    throw Error(13, "»" + text + "« ist kein Betrag. Bitte mit Komma und ohne Punkte eingeben, z. B. 12,50.");
+    if (error.number() == errors::kOverflow)
+      throw Error(errors::kOverflow, "Der Betrag »" + text + "« ist zu groß.");
+    throw Error(errors::kTypeMismatch,
+                "»" + text + "« ist kein Betrag. Bitte mit Komma und ohne Punkte eingeben, z. B. 12,50.");
   }
 }
 

@@ -32,17 +32,17 @@ void CashStore::close() {
 }
 
 dao::Database& CashStore::database() const {
-  if (!database_) throw Error(91);
+  if (!database_) throw Error(errors::kObjectNotSet);
   return *database_;
 }
 
 dao::Recordset& CashStore::schuetzen() const {
-  if (!schuetzen_) throw Error(91);
+  if (!schuetzen_) throw Error(errors::kObjectNotSet);
   return *schuetzen_;
 }
 
 dao::Recordset& CashStore::einlagen() const {
-  if (!einlagen_) throw Error(91);
+  if (!einlagen_) throw Error(errors::kObjectNotSet);
   return *einlagen_;
 }
 

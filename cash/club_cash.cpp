@@ -12,8 +12,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kNoRecord = 3021;
-
 Buyer vmAlsKaeufer(CashStore& store, const Payer& payer) {
   const auto gekauft = [&store, payer](qint32 lEinlageID, const QString&) {
     const auto count =
@@ -42,7 +40,7 @@ void ClubCash::lade() {
   const bool club = payer_.art() == Payer::Art::Verein;
   const auto row = store_.database().openRecordset(
       QString("Select * from %1 where ID = %2").arg(club ? "Verein" : "Mannschaften").arg(payer_.id()));
-  if (row->eof()) throw Error(kNoRecord, payer_.werfall() + " ist nicht mehr da.");
+  if (row->eof()) throw Error(errors::kNoCurrentRecord, payer_.werfall() + " ist nicht mehr da.");
   if (club) {
     origin_ = FeldWert(*row, "Name").toString();
     name_ = FeldWert(*row, "Kurzname").toString();

@@ -33,7 +33,9 @@ frmScheibenStapel::~frmScheibenStapel() = default;
 
 void frmScheibenStapel::lade() {
   const auto stack = ladeStapel(database_, lStapelID_);
-  if (!stack) throw Error(3167, "Der Stapel ist nicht mehr da; ein anderer Arbeitsplatz hat ihn gelöscht.");
+  if (!stack)
+    throw Error(errors::kRecordDeleted,
+                "Der Stapel ist nicht mehr da; ein anderer Arbeitsplatz hat ihn gelöscht.");
   before_ = *stack;
   ui_->cmbVorgabe->clear();
   ui_->cmbVorgabe->addItem(kNone, keyOf(0, 0));

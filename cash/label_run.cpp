@@ -38,9 +38,10 @@ int labelsPerSet(dao::Database& database, const LabelRow& row) {
           .arg(row.id)
           .arg(kindOf(row)));
   if (stakes->eof())
-    throw Error(3021, QString("Keine Einlage bezahlt '%1'. Menü: Optionen - Verwaltung Einlagen - "
-                              "Zuordnung-Disziplinen")
-                          .arg(row.name));
+    throw Error(errors::kNoCurrentRecord,
+                QString("Keine Einlage bezahlt '%1'. Menü: Optionen - Verwaltung Einlagen - "
+                        "Zuordnung-Disziplinen")
+                    .arg(row.name));
   return stakes->value("Anzahl").toInt();
 }
 

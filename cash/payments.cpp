@@ -59,7 +59,8 @@ void Payments::schreibe(int row) {
   const Money betrag = BetragStrikt(flexAll_.text(row, CashColumn::Betrag));
   const QString datum = flexAll_.text(row, CashColumn::Datum);
   if (!isDate(datum))
-    throw Error(13, "»" + datum + "« ist kein Datum (TT.MM.JJJJ oder TT.MM.JJJJ HH:MM:SS).");
+    throw Error(errors::kTypeMismatch,
+                "»" + datum + "« ist kein Datum (TT.MM.JJJJ oder TT.MM.JJJJ HH:MM:SS).");
   try {
     payment.edit();
     payment.setValue("Offen", flexAll_.text(row, CashColumn::Offen));
@@ -91,7 +92,7 @@ Payments::Eingabe Payments::nachEingabe(int row, int column) {
     zeigeGespeichertes(row);
     workplace_.dialogs.note("Fehler: " + QString::number(error.number()) + " - " + error.description(),
                             BoxIcon::Exclamation);
-    return {error.number() == 13 || error.number() == 6, typed};
+    return {error.number() == errors::kTypeMismatch || error.number() == errors::kOverflow, typed};
   }
   Q_EMIT changed();
   return {};

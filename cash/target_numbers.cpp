@@ -14,7 +14,6 @@ namespace qk {
 namespace {
 
 constexpr int kMost = 32767;  // targets at once, as of stakes: more is a typing error
-constexpr int kOverflow = 6;
 constexpr double kMillisecondsOfADay = 24.0 * 60 * 60 * 1000;
 constexpr double kStampsOfADay = 1000000;
 const char* const kChooseFirst = "Bitte wählen Sie eine Disziplin/Kombination!";
@@ -167,7 +166,7 @@ void TargetNumbers::cmdScheibeAddAnzahl(int nRow, const View& view) {
   if (!hatStapel()) return cmdScheibeAdd(nRow, view);
   const double count = ZahlAusText(desk_.workplace().dialogs.input(
       "Bitte geben Sie die Anzahl der Scheibennummern ein:", "Scheibennummern"));
-  if (count > kMost) throw Error(kOverflow);
+  if (count > kMost) throw Error(errors::kOverflow);
   ScheibenUebergeben(nRow, static_cast<int>(count), view);
 }
 

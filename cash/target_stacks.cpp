@@ -20,9 +20,6 @@ const QString kStapelMitVorgabe =
 
 namespace {
 
-constexpr int kTypeMismatch = 13;
-constexpr int kRecordDeleted = 3167;
-
 TargetStack stapelOf(const dao::Recordset& row) {
   const auto zahl = [&](const QString& column) { return FeldWert(row, column).toInt(); };
   TargetStack stack;
@@ -44,7 +41,7 @@ TargetStack stapelOf(const dao::Recordset& row) {
 qint32 nummer(const QString& text, const QString& what) {
   bool whole = false;
   const int value = text.trimmed().toInt(&whole);
-  if (!whole || value < 0) throw Error(kTypeMismatch, what + ": »" + text + "« ist keine Nummer.");
+  if (!whole || value < 0) throw Error(errors::kTypeMismatch, what + ": »" + text + "« ist keine Nummer.");
   return value;
 }
 
@@ -124,14 +121,14 @@ StackInput eingabeAus(const TargetStack& stack) {
 
 TargetStack stapelAus(const StackInput& input, const TargetStack& before) {
   if (input.Bezeichnung.trimmed().isEmpty())
-    throw Error(kTypeMismatch, "Bitte geben Sie eine Bezeichnung ein.");
+    throw Error(errors::kTypeMismatch, "Bitte geben Sie eine Bezeichnung ein.");
   TargetStack stack = before;
   stack.Bezeichnung = input.Bezeichnung.trimmed();
   stack.Scheibentyp = input.Scheibentyp.trimmed();
   stack.Startnummer = nummer(input.Startnummer, "Erste Nummer");
   stack.Endnummer = nummer(input.Endnummer, "Letzte Nummer");
   if (stack.Endnummer < stack.Startnummer)
-    throw Error(kTypeMismatch, "Die letzte Nummer liegt vor der ersten.");
+    throw Error(errors::kTypeMismatch, "Die letzte Nummer liegt vor der ersten.");
   stack.AktuelleNummer = input.AktuelleNummer.trimmed().isEmpty()
                              ? stack.Startnummer
                              : nummer(input.AktuelleNummer, "Nächste Nummer");
@@ -164,7 +161,8 @@ qint32 speichereStapel(dao::Database& database, const TargetStack& stack, const 
   const auto row = rowOfStack(database, stack.id);
   const bool fresh = stack.id == 0;
   if (!fresh && row->eof())
-    throw Error(kRecordDeleted, "Der Stapel ist nicht mehr da; ein anderer Arbeitsplatz hat ihn gelöscht.");
+    throw Error(errors::kRecordDeleted,
+                "Der Stapel ist nicht mehr da; ein anderer Arbeitsplatz hat ihn gelöscht.");
   try {
     fresh ? row->addNew() : row->edit();
     const auto write = [&](const QString& column, const auto& now, const auto& then) {

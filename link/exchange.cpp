@@ -85,7 +85,7 @@ void LineExchange::Output_2_ESA(const QString& sCommand, bool bWarten) {
     send(sCommand, bWarten, life);
   } catch (const Error&) {
     if (!life.expired()) showSendState(SendState::Hidden);
-    throw Error(13);  // callers know a failed send by this number alone
+    throw Error(errors::kTypeMismatch);  // callers know a failed send by this number alone
   }
 }
 
@@ -155,7 +155,7 @@ void LineExchange::tick() {
     receive(life);
   } catch (const Error& error) {
     // Ends the program; the line stays busy and the flag stays, so nothing is lost.
-    throw Error(13, errorDescription(13),
+    throw Error(errors::kTypeMismatch, errorDescription(errors::kTypeMismatch),
                 place + ", " + flag + ":\n" + QString::number(error.number()) + " - " + error.description() +
                     "\n\n" + kWhatStays);
   }

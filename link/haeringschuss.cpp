@@ -17,7 +17,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(logImport, "qk.link.import", QtInfoMsg)
 
-constexpr int kDivisionByZero = 11;
 constexpr QStringView separator = u" ; ";
 constexpr size_t recordFields = 21;
 using Record = std::array<QStringView, recordFields>;
@@ -55,7 +54,7 @@ double realNumber(const char* name, QStringView field) {
 /// The factor is 0 only where its look-up failed and the failure was ignored.
 double teilerOf(double radius, double factor) {
   const bool plain = radius == 0 || factor == 1;
-  if (!plain && factor == 0) throw Error(kDivisionByZero);
+  if (!plain && factor == 0) throw Error(errors::kDivisionByZero);
   return Abschneiden(plain ? radius : radius / factor, 1);
 }
 

@@ -18,7 +18,6 @@ namespace qk {
 namespace {
 
 const QString kQuery = "Select * from MeldeDisziplin order by MeldeKZ";
-constexpr int kRowIsGone = 3167;
 
 std::vector<BoundColumn> columns() {
   return {{.field = "MeldeDisziplin", .characters = 34},
@@ -95,7 +94,7 @@ void frmDisziKZ::cmdOK_Click() {
   reported(report("cmdOK_Click"), [this](Steps&) {
     const int row = ui_->TDBGrid1->currentRow();
     const QVariant id = rows_->value(row, "ID");
-    if (!id.isValid()) throw Error(kRowIsGone);
+    if (!id.isValid()) throw Error(errors::kRecordDeleted);
     sDisziplin_ = rows_->value(row, "MeldeDisziplin").toString();
     sKey_ = rows_->value(row, "MeldeKZ").toString();
     lId_ = id.toInt();

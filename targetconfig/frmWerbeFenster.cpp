@@ -130,7 +130,7 @@ QString frmWerbeFenster::nextPicture() {
     return chosen.isEmpty() ? QString() : chosen.front()->text();
   }
   const QListWidgetItem* drawn = pictures.item(static_cast<int>(pictures.count() * workplace_.random.next()));
-  if (!drawn) throw Error(9);
+  if (!drawn) throw Error(errors::kIndexOutOfRange);
   return drawn->text();
 }
 

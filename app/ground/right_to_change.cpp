@@ -4,19 +4,14 @@
 
 namespace qk {
 
-namespace {
-
-constexpr int kNoReadPermission = 3112;
-constexpr int kReadOnly = 3027;
-
-}  // namespace
+namespace {}  // namespace
 
 void refuseReadOnly(dao::Database& store, const QString& sWettkampf) {
   try {
     store.execute("UPDATE Wettkampf SET Ort = Ort WHERE 1 = 0");
   } catch (const Error& error) {
-    if (error.number() == kNoReadPermission || error.number() == kReadOnly)
-      throw Error(kReadOnly,
+    if (error.number() == errors::kNoReadPermission || error.number() == errors::kNotUpdatable)
+      throw Error(errors::kNotUpdatable,
                   "In den Wettkampf darf hier nicht geschrieben werden, nur gelesen: " + sWettkampf);
   }
 }

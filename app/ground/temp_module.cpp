@@ -25,7 +25,7 @@ constexpr int kLastHourOfTheDayBefore = 5;
 /// Each character becomes the one whose code is 12 lower; one that has none is Error 5.
 QString unscrambled(QString text) {
   for (QChar& c : text) {
-    if (c.unicode() < kScramble) throw Error(5);
+    if (c.unicode() < kScramble) throw Error(errors::kInvalidCall);
     c = QChar(static_cast<char16_t>(c.unicode() - kScramble));
   }
   return text;
@@ -41,7 +41,7 @@ quint32 colour(const Settings& settings, const QString& key, quint32 missing) {
   if (text.isEmpty()) return missing;
   const double value = parseStrict(text);
   if (value < std::numeric_limits<qint32>::min() || value > std::numeric_limits<quint32>::max())
-    throw Error(6);
+    throw Error(errors::kOverflow);
   return static_cast<quint32>(static_cast<qint64>(value));
 }
 

@@ -10,7 +10,7 @@ namespace qk {
 inline const QString kUnfinishedMove = "Umzug_unfertig";
 
 /// The classic number for a database that somebody else holds alone; nothing else here uses it.
-inline constexpr int kUnfinishedMoveError = 3356;
+inline constexpr int kUnfinishedMoveError = errors::kOpenedExclusively;
 
 bool isUnfinishedMove(const dao::Database& store);
 

@@ -50,7 +50,8 @@ QString demoCompetition(const Workplace& workplace, const GlobalVariablen& globa
   try {
     if (!workplace.files.exists(file)) {
       if (!workplace.files.folderExists(folder)) workplace.files.makeFolder(folder);
-      if (const QString trouble = make(file, exchangeFolder); !trouble.isEmpty()) throw Error(75, trouble);
+      if (const QString trouble = make(file, exchangeFolder); !trouble.isEmpty())
+        throw Error(errors::kPathAccess, trouble);
     }
     setIfUnset(workplace.settings, keys::Netzverzeichnis, exchangeFolder);
     setIfUnset(workplace.settings, keys::LinienAktiv, kLines);

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "platform/dao/server_memory.h"
+#include "platform/dao/server/server_memory.h"
 
 namespace qk {
 

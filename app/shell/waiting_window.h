@@ -1,8 +1,8 @@
 // What the operator sees while the program waits for the database server, or is at long work in it.
 #pragma once
 
-#include "platform/dao/waiting_sign.h"
-#include "platform/dao/work_sign.h"
+#include "platform/dao/signs/waiting_sign.h"
+#include "platform/dao/signs/work_sign.h"
 
 class QStatusBar;
 

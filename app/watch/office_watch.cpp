@@ -11,7 +11,7 @@
 #include "app/watch/exchange_source.h"
 #include "app/watch/frmWarnungen.h"
 #include "app/watch/server_source.h"
-#include "platform/dao/server_address.h"
+#include "platform/dao/server/server_address.h"
 #include "platform/runtime/files.h"
 
 namespace qk {

@@ -10,8 +10,8 @@
 #include "benchmarks/faults/stored_shots.h"
 #include "masterdata/making/competition.h"
 #include "masterdata/making/move.h"
+#include "platform/dao/moving/snapshot.h"
 #include "platform/dao/recordset.h"
-#include "platform/dao/sqlite_pages.h"
 #include "platform/runtime/files.h"
 #include "tests/support/foreign/foreign_process.h"
 #include "tests/support/postgres_server.h"
@@ -88,7 +88,7 @@ class Copier {
 int faultsOf(const std::vector<ProvenCopy>& copies, const QString& lastBefore) {
   int faults = copies.size() < kKeptCopies ? 1 : 0;
   for (const ProvenCopy& copy : copies) {
-    const bool whole = isUnchanged(copy) && dao::flawsOf(copy.path, [] { return false; }).isEmpty();
+    const bool whole = isUnchanged(copy) && dao::flawsOfSnapshot(copy.path, [] { return false; }).isEmpty();
     if (!whole) ++faults;
   }
   const auto isLast = [&](const ProvenCopy& copy) { return copy.path == lastBefore; };

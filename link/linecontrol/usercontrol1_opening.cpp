@@ -17,8 +17,6 @@ namespace {
 constexpr int kPause = 10;
 constexpr int kShortPatience = 2;
 
-constexpr int kNoLogin = 3029;
-
 const QString kNotOpen =
     "Der Wettkampf ist auf dieser Linie nicht geöffnet. Sie versucht es von selbst wieder; mit F5 sofort.";
 
@@ -64,7 +62,7 @@ void UserControl1::openDatabase(Asked asked) {
   try {
     db_ = dao::Database::open(sWettkampf_, options);
   } catch (const Error& error) {
-    passwordRefused_ = error.number() == kNoLogin;
+    passwordRefused_ = error.number() == errors::kNoLogin;
     throw;
   }
   capture_.setDatabase(db_.get());

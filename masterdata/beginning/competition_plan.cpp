@@ -12,7 +12,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kWrongCall = 5;
 constexpr int kLongestText = 255;
 
 /// A competition's date may lie ahead, whatever it is that is written so.
@@ -86,7 +85,7 @@ PlanTrouble troubleWith(const CompetitionPlan& plan, Files& files) {
 
 MakingResult makePlanned(const CompetitionPlan& plan, Files& files, const MakingWatch& watch) {
   if (const PlanTrouble trouble = troubleWith(plan, files); !trouble.text.isEmpty())
-    throw Error(kWrongCall, trouble.text);
+    throw Error(errors::kInvalidCall, trouble.text);
   CompetitionRequest request;
   request.path = plan.path;
   request.title.name = plan.name.simplified();

@@ -5,7 +5,7 @@
 #include <QString>
 
 #include "masterdata/making/competition.h"
-#include "platform/dao/server_address.h"
+#include "platform/dao/server/server_address.h"
 #include "platform/workplace.h"
 
 namespace qk {

@@ -12,8 +12,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kRowGone = 3167;
-
 NameList readNames(dao::Database& database, const QString& query) {
   NameList names;
   const auto rows = database.openRecordset(query);
@@ -83,7 +81,7 @@ QString Counter::nextStartNumber() const {
 dao::RowValues Counter::row(qint64 id) const {
   if (id == 0) return empty_;
   const auto rows = database_.openRecordset("Select * from Schützen where ID = " + QString::number(id));
-  if (rows->eof()) throw Error(kRowGone);
+  if (rows->eof()) throw Error(errors::kRecordDeleted);
   dao::RowValues values;
   for (int i = 0; i < rows->fieldCount(); ++i)
     values.insert(columnName(rows->fieldDef(i).name), rows->value(i));

@@ -13,15 +13,14 @@ namespace qk {
 
 namespace {
 
-constexpr int kRefused = 5;
-constexpr int kReferredTo = 3200;
+constexpr int kRefused = errors::kInvalidCall;
 constexpr int kMostLines = 15;
 const QString kTitle = "Schützen";
 
 std::unique_ptr<dao::Recordset> shooterRow(dao::Database& database, qint64 id) {
   auto row =
       database.openRecordset("Select Startnummer, Name from Schützen where ID = " + QString::number(id));
-  if (row->eof()) throw Error(3167);
+  if (row->eof()) throw Error(errors::kRecordDeleted);
   return row;
 }
 
@@ -107,7 +106,7 @@ QString ShooterActs::remove(qint64 id) {
       changes.write();
       done = "Gelöscht: " + who;
     } catch (const Error& error) {
-      if (error.number() != kReferredTo) throw;
+      if (error.number() != errors::kReferredTo) throw;
       dialogs_.note(error.description(), BoxIcon::Exclamation, kTitle);
     }
   });

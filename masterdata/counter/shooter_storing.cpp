@@ -8,8 +8,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kRowGone = 3167;
-constexpr int kDuplicate = 3022;
 const QString kTitle = "Schützen";
 
 }  // namespace
@@ -149,17 +147,17 @@ void ShooterStoring::refuseTakenNumber(dao::Changes& changes, const ShooterEntry
   changes.hold("Schützen");
   changes.require([this, number = entry.data.startnummer, id = entry.id] {
     if (const auto others = counter_.holdersOf(number, id); !others.empty())
-      throw Error(kDuplicate, numberIsTaken(number, others.front()));
+      throw Error(errors::kDuplicateKey, numberIsTaken(number, others.front()));
   });
 }
 
 StoringResult ShooterStoring::writingFailed(const Error& error, ShooterEntry& entry, bool makeClub,
                                             bool makeTeam) {
-  if (error.number() == kRowGone) {
+  if (error.number() == errors::kRecordDeleted) {
     dialogs_.note("Diesen Schützen hat inzwischen jemand anderes gelöscht.", BoxIcon::Exclamation, kTitle);
     return {StoringResult::Outcome::Reload, 0, {}, {}};
   }
-  if (error.number() != kDuplicate) throw error;
+  if (error.number() != errors::kDuplicateKey) throw error;
   if (entry.id == 0 && entry.proposed) {
     entry.data.startnummer = counter_.nextStartNumber();
     return write(entry, makeClub, makeTeam);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "masterdata/lists/csv_text.h"
-#include "platform/dao/convert.h"
+#include "platform/dao/values/convert.h"
 #include "platform/runtime/error.h"
 
 namespace qk::lists {

@@ -4,7 +4,7 @@
 #include <QVariant>
 
 #include "masterdata/lists/headings.h"
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 namespace qk::lists {
 

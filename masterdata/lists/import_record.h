@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 namespace qk::lists {
 

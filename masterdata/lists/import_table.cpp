@@ -9,9 +9,6 @@ namespace qk::lists {
 namespace {
 
 const QString Table = importTableName();
-constexpr int RowGone = 3167;
-constexpr int ChangedElsewhere = 3197;
-constexpr int TableExists = 3010;
 
 dao::TableDef importTable() {
   using dao::FieldType;
@@ -35,7 +32,7 @@ void ensureImportTable(dao::Database& database) {
   try {
     database.createTable(importTable());
   } catch (const Error& error) {
-    if (error.number() != TableExists) throw;  // another desk was faster
+    if (error.number() != errors::kTableExists) throw;  // another desk was faster
   }
 }
 
@@ -76,7 +73,7 @@ std::vector<TableMark> marksOf(dao::Database& database, const QStringList& table
 }
 
 bool isStale(const Error& error) {
-  return error.number() == ChangedElsewhere || error.number() == RowGone;
+  return error.number() == errors::kChangedMeanwhile || error.number() == errors::kRecordDeleted;
 }
 
 void requireMarks(dao::Changes& changes, dao::Database& database, const std::vector<TableMark>& marks,
@@ -85,7 +82,7 @@ void requireMarks(dao::Changes& changes, dao::Database& database, const std::vec
   changes.require([&database, marks] {
     QStringList tables;
     for (const TableMark& mark : marks) tables << mark.table;
-    if (marksOf(database, tables) != marks) throw Error(ChangedElsewhere);
+    if (marksOf(database, tables) != marks) throw Error(errors::kChangedMeanwhile);
   });
 }
 

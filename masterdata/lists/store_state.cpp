@@ -35,7 +35,8 @@ bool sameTable(const TableRows& a, const TableRows& b) {
 int TableRows::position(const QString& column) const {
   for (size_t i = 0; i < def.fields.size(); ++i)
     if (dao::sameName(def.fields[i].name, column)) return static_cast<int>(i);
-  throw Error(3265, QString("Der Tabelle »%1« fehlt die Spalte »%2«.").arg(def.name, column));
+  throw Error(errors::kNoSuchElement,
+              QString("Der Tabelle »%1« fehlt die Spalte »%2«.").arg(def.name, column));
 }
 
 qint64 TableRows::key(const QVariantList& row) const {

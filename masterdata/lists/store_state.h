@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "masterdata/people/shooter_class.h"
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 namespace qk {
 
@@ -16,7 +16,7 @@ class Database;
 
 namespace lists {
 
-/// All rows of a table, by key; values as in platform/dao/types.h, in the order of the fields.
+/// All rows of a table, by key; values as in platform/dao/values/types.h, in the order of the fields.
 struct TableRows {
   dao::TableDef def;
   std::vector<QVariantList> rows;

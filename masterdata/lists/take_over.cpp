@@ -2,8 +2,8 @@
 
 #include "masterdata/lists/import_table.h"
 #include "masterdata/lists/store_state.h"
-#include "platform/dao/convert.h"
 #include "platform/dao/database.h"
+#include "platform/dao/values/convert.h"
 
 namespace qk::lists {
 

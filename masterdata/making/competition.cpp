@@ -23,16 +23,13 @@ namespace qk {
 
 namespace {
 
-constexpr int kWrongCall = 5;
-constexpr int kStopped = 3059;
-
 const QString kYearBegin = "01.01.";
 const QString kKeys = "MeldeDisziplin";
 
 const RowSection& section(const Schema& schema, const QString& table) {
   for (const RowSection& rows : schema.rows)
     if (rows.table == table) return rows;
-  throw Error(3078, QString("%1: keine Zeilen für »%2«").arg(schema.source, table));
+  throw Error(errors::kUnknownTable, QString("%1: keine Zeilen für »%2«").arg(schema.source, table));
 }
 
 /// The standard discipline keys.
@@ -116,15 +113,15 @@ MakingStep stepOf(const MoveStep& move) {
 Schema embeddedSchema(const QString& name) {
   registerSchemas();
   const QResource text(":/schema/" + name);
-  if (!text.isValid()) throw Error(53, name);
+  if (!text.isValid()) throw Error(errors::kFileNotFound, name);
   return parseSchema(QString::fromUtf8(text.uncompressedData()), name);
 }
 
 MakingResult makeCompetition(const CompetitionRequest& request, const MakingWatch& watch) {
   if (!request.starter.isEmpty() && !request.earlier.isEmpty())
-    throw Error(kWrongCall, "Eine Vorlage und ein früherer Wettkampf gehen nicht zusammen.");
+    throw Error(errors::kInvalidCall, "Eine Vorlage und ein früherer Wettkampf gehen nicht zusammen.");
   const auto stoppable = [&watch](const MakingStep& step) {
-    if (watch && !watch(step)) throw Error(kStopped);
+    if (watch && !watch(step)) throw Error(errors::kCancelled);
   };
   MakingResult result;
   const auto fill = [&](dao::Database& database) {

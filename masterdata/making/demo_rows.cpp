@@ -143,7 +143,8 @@ TableData shooterKeys(const TableData& described, const TableData& generated) {
 const TableData& dataOf(const std::vector<TableData>& all, const QString& table) {
   const auto found =
       std::find_if(all.begin(), all.end(), [&table](const TableData& data) { return data.table == table; });
-  if (found == all.end()) throw Error(9, QString("Demo: keine Zeilen für %1").arg(table));
+  if (found == all.end())
+    throw Error(errors::kIndexOutOfRange, QString("Demo: keine Zeilen für %1").arg(table));
   return *found;
 }
 
@@ -166,7 +167,8 @@ std::vector<TableData> demoRows(const Schema& tables, const Schema& fixed) {
   std::vector<TableData> all;
   for (const RowSection& section : fixed.rows) {
     const dao::TableDef* table = tables.table(section.table);
-    if (!table) throw Error(3078, QString("%1: keine Tabelle »%2«").arg(fixed.source, section.table));
+    if (!table)
+      throw Error(errors::kUnknownTable, QString("%1: keine Tabelle »%2«").arg(fixed.source, section.table));
     all.push_back(typedRows(section, *table, fixed.source));
   }
   SeededRandom random(20260701);

@@ -14,16 +14,14 @@ namespace qk {
 
 namespace {
 
-constexpr int kDatabaseExists = 3204;
-constexpr int kFileInUse = 3045;
-
 /// Somebody else who looks into the draft keeps its log beside it, and a rename would leave that behind.
 void waitForItsLog(const QString& draft) {
   constexpr int kLooks = 20, kPause = 50;
   for (int look = 0; QFileInfo(draft + "-wal").size() > 0; ++look) {
     if (look == kLooks)
-      throw Error(kFileInUse, QString("Ein anderes Programm hält die Datei »%1« offen. Bitte wiederholen.")
-                                  .arg(QFileInfo(draft).fileName()));
+      throw Error(errors::kFileInUse,
+                  QString("Ein anderes Programm hält die Datei »%1« offen. Bitte wiederholen.")
+                      .arg(QFileInfo(draft).fileName()));
     QThread::msleep(kPause);
     dao::Database::open(draft);
   }
@@ -44,7 +42,7 @@ void makeFile(const QString& path, const std::function<void(dao::Database&)>& fi
   try {
     createDatabase(draft, fill);
     waitForItsLog(draft);
-    if (QFileInfo::exists(path)) throw Error(kDatabaseExists);
+    if (QFileInfo::exists(path)) throw Error(errors::kStoreExists);
     Files().rename(draft, path);
   } catch (...) {
     removeDraft(draft);

@@ -3,15 +3,15 @@
 #include "app/ground/unfinished_move.h"
 #include "masterdata/people/shooter_class.h"
 #include "platform/dao/changes.h"
+#include "platform/dao/moving/store_copy.h"
 #include "platform/dao/recordset.h"
-#include "platform/dao/store_copy.h"
 #include "platform/schema/schema_build.h"
 
 namespace qk {
 
 namespace {
 
-constexpr int kNoCompetition = 5;
+constexpr int kNoCompetition = errors::kInvalidCall;
 
 const QStringList kAlways = {"Wettkampf",
                              "Klassenwechsel",

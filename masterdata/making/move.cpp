@@ -6,8 +6,8 @@
 
 #include "app/ground/unfinished_move.h"
 #include "masterdata/making/draft.h"
+#include "platform/dao/moving/store_copy.h"
 #include "platform/dao/recordset.h"
-#include "platform/dao/store_copy.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
 
@@ -17,11 +17,7 @@ using dao::Database;
 
 namespace {
 
-constexpr int kDatabaseExists = 3204;
-constexpr int kChangedMeanwhile = 3197;
-constexpr int kTableExists = 3010;
-constexpr int kFileInUse = 3045;
-constexpr int kCantHold = 3251;
+constexpr int kCantHold = errors::kNotSupported;
 
 void makeMark(Database& target, const QString& source) {
   target.createTable({kUnfinishedMove, {{"Quelle", dao::FieldType::Memo}}, {}});
@@ -56,7 +52,7 @@ std::unique_ptr<Database> opened(const QString& path) {
   try {
     return Database::create(path);
   } catch (const Error& error) {
-    if (error.number() != kDatabaseExists) throw;
+    if (error.number() != errors::kStoreExists) throw;
     return Database::open(path);
   }
 }
@@ -66,7 +62,7 @@ void requireAlone(const Database& source) {
   constexpr int kLooks = 10, kPause = 50;
   for (int look = 0; source.isOpenElsewhere(); ++look) {
     if (look == kLooks)
-      throw Error(kFileInUse,
+      throw Error(errors::kFileInUse,
                   "Die Quelle ist noch an anderer Stelle geöffnet. Schließen Sie alle Programme, die mit ihr "
                   "arbeiten, und wiederholen Sie den Umzug.");
     QThread::msleep(kPause);
@@ -83,7 +79,7 @@ void requireEveryCharacter(const Database& target) {
 
 /// Asked before it is opened for writing, which alone would change a file.
 void refuseFull(const QString& path) {
-  constexpr int kNotFurnished = 3343;
+  constexpr int kNotFurnished = errors::kUnknownFormat;
   try {
     const auto target = Database::open(path, true);
     if (isUnfinishedMove(*target) || (target->tableNames().isEmpty() && target->queryNames().isEmpty()))
@@ -92,7 +88,7 @@ void refuseFull(const QString& path) {
     if (error.number() != kNotFurnished) throw;
     return;
   }
-  throw Error(kDatabaseExists, "Das Ziel ist nicht leer, es bleibt unverändert.");
+  throw Error(errors::kStoreExists, "Das Ziel ist nicht leer, es bleibt unverändert.");
 }
 
 std::unique_ptr<Database> usableStore(const MoveRequest& request) {
@@ -118,7 +114,7 @@ std::unique_ptr<Database> existingStore(const MoveRequest& request) {
   try {
     makeMark(*target, originOf(request));
   } catch (const Error& error) {
-    if (error.number() != kTableExists) throw;
+    if (error.number() != errors::kTableExists) throw;
     throw Error(kUnfinishedMoveError, "Ein anderer Umzug hat gerade dasselbe Ziel begonnen.");
   }
   return target;
@@ -162,7 +158,7 @@ class Move {
   static void refuse(const QString& what, const QString& difference) {
     if (difference.isEmpty()) return;
     throw Error(
-        kChangedMeanwhile,
+        errors::kChangedMeanwhile,
         QString("Quelle und Ziel stimmen nicht überein, %1: %2. Wurde während des Umzugs in der Quelle "
                 "gearbeitet? Schließen Sie alle Programme und wiederholen Sie ihn.")
             .arg(what, difference));

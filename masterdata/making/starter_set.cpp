@@ -61,7 +61,7 @@ class Rows {
   };
 
   [[noreturn]] void fail(int line, const QString& what) const {
-    throw Error(5, QString("%1:%2: %3").arg(starter_.source).arg(line).arg(what));
+    throw Error(errors::kInvalidCall, QString("%1:%2: %3").arg(starter_.source).arg(line).arg(what));
   }
 
   void take(const RowSection& section) {

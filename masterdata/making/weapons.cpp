@@ -10,8 +10,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kTableExists = 3010;
-
 const QString kTable = "Waffen";
 
 void makeTable(dao::Database& database) {
@@ -19,7 +17,7 @@ void makeTable(dao::Database& database) {
     const Schema schema = embeddedSchema("Wettkampf.txt");
     database.createTable(*schema.table(kTable));
   } catch (const Error& error) {
-    if (error.number() != kTableExists) throw;  // another desk has just made it
+    if (error.number() != errors::kTableExists) throw;  // another desk has just made it
   }
 }
 

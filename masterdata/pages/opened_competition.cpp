@@ -11,20 +11,15 @@
 
 namespace qk {
 
-namespace {
-
-constexpr int kFileNotFound = 53;
-constexpr int kNoSuchTable = 3078;
-
-}  // namespace
+namespace {}  // namespace
 
 std::unique_ptr<dao::Database> openForMasterData(const QString& path) {
   // The engine would make a file of that name.
-  if (!QFileInfo::exists(path)) throw Error(kFileNotFound, "Diesen Wettkampf gibt es nicht: " + path);
+  if (!QFileInfo::exists(path)) throw Error(errors::kFileNotFound, "Diesen Wettkampf gibt es nicht: " + path);
   auto database = dao::Database::open(path);
   refuseUnfinishedMove(*database);
   for (const QString table : {"Wettkampf", "Schützen", "Disziplin"})
-    if (!database->hasTable(table)) throw Error(kNoSuchTable, "Das ist kein Wettkampf: " + path);
+    if (!database->hasTable(table)) throw Error(errors::kUnknownTable, "Das ist kein Wettkampf: " + path);
   refuseReadOnly(*database, path);
   ensureWeapons(*database);
   return database;

@@ -21,7 +21,7 @@ const std::vector<Page>& masterDataPages() {
 const Page& masterDataPage(const QString& key) {
   for (const Page& page : masterDataPages())
     if (page.key == key) return page;
-  throw Error(9);
+  throw Error(errors::kIndexOutOfRange);
 }
 
 }  // namespace qk

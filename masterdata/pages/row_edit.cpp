@@ -74,7 +74,7 @@ RowEdit::RowEdit(const Page& page, dao::Database& database)
 const PageColumn& RowEdit::columnOf(const QString& name) const {
   for (const PageColumn& column : columns_)
     if (dao::sameName(column.column, name)) return column;
-  throw Error(3265);
+  throw Error(errors::kNoSuchElement);
 }
 
 const dao::FieldDef& RowEdit::fieldOf(const PageColumn& column) const {

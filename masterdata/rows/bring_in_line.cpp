@@ -7,8 +7,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kRowGone = 3167;
-
 /// MannID is the club and VorMannID the team, crossed as they may look.
 QString rowsOutOfLine(const QString& number, const Standing& standing) {
   return QString(
@@ -28,7 +26,7 @@ constexpr const char* kResultTables[] = {"Schuss", "SchussSerien"};
 Standing standingOf(dao::Database& database, qint64 shooter) {
   const auto row = database.openRecordset(QString("Select * from [Schützen] where ID = %1").arg(shooter),
                                           dao::RecordsetType::Snapshot);
-  if (row->eof()) throw Error(kRowGone);
+  if (row->eof()) throw Error(errors::kRecordDeleted);
   return {row->value("KlassenID").toInt(), row->value("VereinsID").toInt(), row->value("lMannID").toInt()};
 }
 

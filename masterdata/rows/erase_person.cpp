@@ -9,8 +9,7 @@ namespace qk {
 
 namespace {
 
-constexpr int kRefused = 5;
-constexpr int kRowGone = 3167;
+constexpr int kRefused = errors::kInvalidCall;
 
 const QStringList kPersonal = {
     "Anrede",     "Vorname",         "Strasse",    "PLZ",   "Ort",      "Telefon",
@@ -64,7 +63,7 @@ QString erasedName() {
 Erasure erasePerson(dao::Database& database, qint64 shooter) {
   const auto row = database.openRecordset(QString("Select * from [Schützen] where ID = %1").arg(shooter),
                                           dao::RecordsetType::Snapshot);
-  if (row->eof()) throw Error(kRowGone);
+  if (row->eof()) throw Error(errors::kRecordDeleted);
   const QString number = row->value("Startnummer").toString();
 
   Erasure erasure;

@@ -12,8 +12,6 @@ namespace {
 
 using Kind = Reference::Kind;
 
-constexpr int kReferredTo = 3200;
-
 /// How a row of a table is called, and what can be done instead of deleting it.
 struct Naming {
   const char* table;
@@ -61,7 +59,7 @@ const Naming& namingOf(const QString& table) {
   const auto found = std::find_if(std::begin(kNamings), std::end(kNamings), [&table](const Naming& naming) {
     return dao::sameName(naming.table, table);
   });
-  if (found == std::end(kNamings)) throw Error(3078);
+  if (found == std::end(kNamings)) throw Error(errors::kUnknownTable);
   return *found;
 }
 
@@ -261,7 +259,7 @@ void removeRow(dao::Database& database, dao::Changes& changes, const QString& ta
   }
   changes.require([&database, table, key] {
     if (const QString refusal = refusalOf(database, table, key); !refusal.isEmpty())
-      throw Error(kReferredTo, refusal);
+      throw Error(errors::kReferredTo, refusal);
   });
   changes.remove(table, key);
 }

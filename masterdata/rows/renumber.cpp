@@ -11,8 +11,7 @@ namespace qk {
 
 namespace {
 
-constexpr int kRefused = 5;
-constexpr int kRowGone = 3167;
+constexpr int kRefused = errors::kInvalidCall;
 constexpr int kLongestNumber = 50;
 
 const QString kOpenShots = "Haering_Daten";
@@ -101,7 +100,7 @@ void renumber(dao::Database& database, dao::Changes& changes, qint64 shooter, co
     throw Error(kRefused, QString("Eine Startnummer hat 1 bis %1 Zeichen.").arg(kLongestNumber));
   const auto row = database.openRecordset(QString("Select * from [Schützen] where ID = %1").arg(shooter),
                                           dao::RecordsetType::Snapshot);
-  if (row->eof()) throw Error(kRowGone);
+  if (row->eof()) throw Error(errors::kRecordDeleted);
   const QString present = row->value("Startnummer").toString();
   if (present == wanted) return;
 

@@ -14,7 +14,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kStopped = 3059;
 const QString kTitle = "Neuer Wettkampf";
 constexpr int kLinesAbout = 3;  // that a starter set may say of itself
 const QString kFilter = "Wettkampf (*.qkk)|*.qkk|Alle Dateien (*.*)|*.*";
@@ -166,7 +165,7 @@ void NewCompetition::make() {
               .arg(made.withoutClass),
           BoxIcon::Information, kTitle);
   } catch (const Error& error) {
-    if (error.number() != kStopped) failure = error.description();
+    if (error.number() != errors::kCancelled) failure = error.description();
   }
   running_ = false;
   showState();

@@ -19,8 +19,7 @@ namespace qk {
 
 namespace {
 
-constexpr int kRowGone = 3167;
-constexpr int kRefused = 3200;
+constexpr int kRefused = errors::kReferredTo;
 constexpr int kEffectLines = 3;
 constexpr int kPatience = 150;  // milliseconds that the window waits for the first rows
 
@@ -329,7 +328,7 @@ PageView::Stored PageView::tryToStore() {
       } catch (const dao::RowChanged& changed) {
         outcome = changedMeanwhile(changed);
       } catch (const Error& error) {
-        if (error.number() != kRowGone) throw;
+        if (error.number() != errors::kRecordDeleted) throw;
         outcome = goneMeanwhile();
       }
     });

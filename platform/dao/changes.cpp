@@ -5,16 +5,13 @@
 #include <optional>
 #include <vector>
 
-#include "platform/dao/convert.h"
-#include "platform/dao/engine.h"
-#include "platform/dao/right_to_write.h"
+#include "platform/dao/engine/engine.h"
+#include "platform/dao/engine/right_to_write.h"
 #include "platform/dao/sql/parser.h"
+#include "platform/dao/values/convert.h"
 
 namespace qk::dao {
 namespace {
-
-constexpr int kRowGone = 3167;
-constexpr int kRowChanged = 3197;
 
 /// Numbers are taken from the store in growing blocks: each costs a commit.
 constexpr int kMostNumbersAtOnce = 1024;
@@ -34,7 +31,7 @@ bool isSame(const QVariant& one, const QVariant& other) {
 }  // namespace
 
 RowChanged::RowChanged(QString table, qint64 key, RowValues found)
-    : Error(kRowChanged), table_(std::move(table)), key_(key), found_(std::move(found)) {}
+    : Error(errors::kChangedMeanwhile), table_(std::move(table)), key_(key), found_(std::move(found)) {}
 
 /// A table with what was worked out of it once. A statement depends on nothing but the columns that it names.
 struct Changes::Table {
@@ -55,8 +52,9 @@ struct Changes::Table {
     if (const auto known = positions.constFind(name); known != positions.cend()) return *known;
     const FieldDef* found = info.def.field(name);
     if (!found)
-      throw Error(3265,
-                  QString("%1 (Tabelle »%2«, Spalte »%3«)").arg(errorDescription(3265), info.def.name, name));
+      throw Error(errors::kNoSuchElement,
+                  QString("%1 (Tabelle »%2«, Spalte »%3«)")
+                      .arg(errorDescription(errors::kNoSuchElement), info.def.name, name));
     const int position = static_cast<int>(found - info.def.fields.data());
     positions.insert(name, position);
     return position;
@@ -159,13 +157,15 @@ Changes::Table& Changes::Work::table(const QString& name) {
   if (const auto known = tables.find(folded); known != tables.end()) return known->second;
   auto catalogue = engine.catalogue();
   const TableInfo* info = catalogue->info(name);
-  if (!info || info->query) throw Error(3078, QString("%1 (»%2«)").arg(errorDescription(3078), name));
+  if (!info || info->query)
+    throw Error(errors::kUnknownTable,
+                QString("%1 (»%2«)").arg(errorDescription(errors::kUnknownTable), name));
   return tables.try_emplace(folded, engine, std::move(catalogue), *info).first->second;
 }
 
 Changes::Table& Changes::Work::keyedTable(const QString& name) {
   Table& found = table(name);
-  if (!found.info.key.integer) throw Error(3251);
+  if (!found.info.key.integer) throw Error(errors::kNotSupported);
   return found;
 }
 
@@ -222,7 +222,7 @@ void Changes::update(const QString& name, qint64 key, const RowValues& values) {
   for (auto value = values.cbegin(); value != values.cend(); ++value) {
     const int position = table.position(value.key());
     const FieldDef& field = table.field(position);
-    if (field.autoNumber) throw Error(3164);
+    if (field.autoNumber) throw Error(errors::kFieldNotUpdatable);
     change.values[change.columns.indexOf(position)] =
         table.writer.toNative(table.converted(position, value.value()), field.type);
   }
@@ -235,7 +235,7 @@ void Changes::remove(const QString& name, qint64 key) {
 
 void Changes::execute(const QString& action) {
   sql::Statement statement = sql::parseStatement(action);
-  if (std::holds_alternative<sql::Select>(statement)) throw Error(3065);
+  if (std::holds_alternative<sql::Select>(statement)) throw Error(errors::kNoActionQuery);
   sql::resolve(statement, *work_->engine.catalogue());
   Change change{Change::Kind::Action};
   change.action = action;
@@ -269,7 +269,7 @@ bool Changes::isEmpty() const {
 }
 
 void Changes::write() {
-  if (work_->engine.readOnly()) throw Error(3027);
+  if (work_->engine.readOnly()) throw Error(errors::kNotUpdatable);
   if (!work_->repeated || !work_->wasStored()) {
     work_->repeated = true;
     withRightToWrite([this] {
@@ -299,7 +299,7 @@ void Changes::Work::run(const Change& change) {
     case Change::Kind::Update:
       if (engine.write(change.table->updating(change.columns),
                        change.values + QVariantList{static_cast<qlonglong>(change.key)}) == 0)
-        throw Error(kRowGone);
+        throw Error(errors::kRecordDeleted);
       break;
     case Change::Kind::Remove:
       engine.write("DELETE FROM " + change.table->itself() + change.table->thisRow(),
@@ -319,7 +319,7 @@ void Changes::Work::require(const Expectation& expectation) {
                 row = native;
                 return true;
               });
-  if (!row) throw Error(kRowGone);
+  if (!row) throw Error(errors::kRecordDeleted);
   RowValues found;
   for (qsizetype i = 0; i < expectation.columns.size(); ++i) {
     const FieldDef& field = table.field(expectation.columns[i]);

@@ -1,11 +1,12 @@
 #include "platform/dao/database.h"
 
-#include "platform/dao/cursor.h"
-#include "platform/dao/engine.h"
-#include "platform/dao/joined_update.h"
-#include "platform/dao/right_to_write.h"
+#include "platform/dao/engine/engine.h"
+#include "platform/dao/engine/right_to_write.h"
+#include "platform/dao/opening.h"
+#include "platform/dao/rows/cursor.h"
+#include "platform/dao/rows/joined_update.h"
+#include "platform/dao/rows/select_plan.h"
 #include "platform/dao/select_into.h"
-#include "platform/dao/select_plan.h"
 #include "platform/dao/sql/parser.h"
 #include "platform/runtime/error.h"
 
@@ -15,32 +16,32 @@ namespace {
 /// A table or query that must be there. The catalogue it comes from must live as long as it is used.
 const TableInfo& known(const Catalogue& catalogue, const QString& name) {
   const TableInfo* info = catalogue.info(name);
-  if (!info) throw Error(3078);
+  if (!info) throw Error(errors::kUnknownTable);
   return *info;
 }
 
 const TableInfo& knownTable(const Catalogue& catalogue, const QString& name) {
   const TableInfo& info = known(catalogue, name);
-  if (info.query) throw Error(3078);
+  if (info.query) throw Error(errors::kUnknownTable);
   return info;
 }
 
 void requireNewName(const Catalogue& catalogue, const QString& name) {
-  if (name.trimmed().isEmpty()) throw Error(3125);
-  if (catalogue.info(name)) throw Error(3010);
+  if (name.trimmed().isEmpty()) throw Error(errors::kInvalidName);
+  if (catalogue.info(name)) throw Error(errors::kTableExists);
 }
 
 void requireDistinctFields(const TableDef& table) {
   QStringList seen;
   for (const FieldDef& field : table.fields) {
-    if (seen.contains(foldedName(field.name))) throw Error(3191);
+    if (seen.contains(foldedName(field.name))) throw Error(errors::kFieldExists);
     seen.append(foldedName(field.name));
   }
 }
 
 void requireFields(const TableDef& table, const QStringList& names) {
   for (const QString& name : names)
-    if (!table.field(name)) throw Error(3265);
+    if (!table.field(name)) throw Error(errors::kNoSuchElement);
 }
 
 }  // namespace
@@ -55,11 +56,11 @@ std::unique_ptr<Database> Database::open(const QString& path, bool readOnly) {
 }
 
 std::unique_ptr<Database> Database::open(const QString& path, const OpenOptions& options) {
-  return std::unique_ptr<Database>(new Database(Engine::open(path, options)));
+  return std::unique_ptr<Database>(new Database(openEngine(path, options)));
 }
 
 std::unique_ptr<Database> Database::create(const QString& path, const OpenOptions& options) {
-  return std::unique_ptr<Database>(new Database(Engine::create(path, options)));
+  return std::unique_ptr<Database>(new Database(createEngine(path, options)));
 }
 
 const QString& Database::path() const {
@@ -73,7 +74,7 @@ std::unique_ptr<Recordset> Database::openRecordset(const QString& source, Record
 int Database::execute(const QString& text) {
   sql::Statement statement = sql::parseStatement(text);
   if (auto* select = std::get_if<sql::Select>(&statement)) {
-    if (select->into.isEmpty()) throw Error(3065);
+    if (select->into.isEmpty()) throw Error(errors::kNoActionQuery);
     return selectInto(*engine_, std::move(*select));
   }
   sql::resolve(statement, *engine_->catalogue());
@@ -116,7 +117,7 @@ void Database::dropTable(const QString& name) {
 void Database::appendField(const QString& table, const FieldDef& field) {
   const auto catalogue = engine_->catalogue();
   const TableInfo& info = knownTable(*catalogue, table);
-  if (info.def.field(field.name)) throw Error(3191);
+  if (info.def.field(field.name)) throw Error(errors::kFieldExists);
   engine_->appendField(info, field);
 }
 
@@ -125,18 +126,18 @@ void Database::appendIndex(const QString& table, const IndexDef& index) {
   const TableInfo& info = knownTable(*catalogue, table);
   requireFields(info.def, index.fields);
   for (const IndexDef& existing : info.def.indexes) {
-    if (sameName(existing.name, index.name)) throw Error(3284);
-    if (existing.primary && index.primary) throw Error(3283);
+    if (sameName(existing.name, index.name)) throw Error(errors::kIndexExists);
+    if (existing.primary && index.primary) throw Error(errors::kPrimaryKeyExists);
   }
   engine_->appendIndex(info, index);
 }
 
 void Database::createQuery(const QString& name, const QString& selectText) {
   const auto catalogue = engine_->catalogue();
-  if (catalogue->info(name)) throw Error(3012);
+  if (catalogue->info(name)) throw Error(errors::kObjectExists);
   sql::Statement statement = sql::parseStatement(selectText);
   auto* select = std::get_if<sql::Select>(&statement);
-  if (!select || !select->into.isEmpty()) throw Error(3219);
+  if (!select || !select->into.isEmpty()) throw Error(errors::kInvalidOperation);
   sql::resolve(*select, *catalogue);
   engine_->createQuery(name, *select, selectText);
 }
@@ -152,6 +153,10 @@ bool Database::isOpenElsewhere() const {
 
 std::optional<QString> Database::poorEncoding() const {
   return engine_->poorEncoding();
+}
+
+void Database::learnFigures(const QString& table) {
+  engine_->learnFigures(table);
 }
 
 qint64 Database::commitCount() const {

@@ -15,27 +15,15 @@
 #include <memory>
 #include <optional>
 
-#include "platform/dao/server_address.h"
-#include "platform/dao/types.h"
+#include "platform/dao/engine/open_options.h"
+#include "platform/dao/recordset.h"
+#include "platform/dao/values/types.h"
 
 namespace qk::dao {
 
 class Engine;
 class PlanCache;
-class Recordset;
 class RowList;
-
-enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
-
-struct OpenOptions {
-  bool readOnly = false;
-  bool durable = true;  ///< false: a commit may be lost at power failure; for benchmarks and throw-away files
-  /// Seconds that a server may say nothing, where they are less than those of its address.
-  std::optional<int> patience = {};
-  /// Asked where a server wants a password that none of the system's places has, and again after a wrong one
-  /// (`again`); nothing gives the opening up with error 3029. Without it the first refusal is 3029.
-  std::function<std::optional<QString>(const ServerAddress& address, bool again)> askPassword = {};
-};
 
 class Database {
  public:
@@ -71,6 +59,9 @@ class Database {
 
   /// Sees to it that the next AddNew on the table has its auto number without a write of its own.
   void reserveNumbers(const QString& table);
+
+  /// Many rows of the table were stored at once: a store that plans its reads by figures learns them now.
+  void learnFigures(const QString& table);
 
   /// Commits since opening, for benchmarks and tests.
   qint64 commitCount() const;

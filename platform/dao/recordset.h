@@ -10,9 +10,11 @@
 #include <QVariant>
 #include <memory>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 namespace qk::dao {
+
+enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
 
 class Recordset {
  public:

@@ -1,13 +1,13 @@
 #include "platform/dao/row_list.h"
 
-#include "platform/dao/bookmark.h"
-#include "platform/dao/convert.h"
 #include "platform/dao/database.h"
-#include "platform/dao/engine.h"
-#include "platform/dao/row_feed.h"
-#include "platform/dao/row_source.h"
-#include "platform/dao/row_writer.h"
-#include "platform/dao/select_plan.h"
+#include "platform/dao/engine/engine.h"
+#include "platform/dao/rows/bookmark.h"
+#include "platform/dao/rows/row_feed.h"
+#include "platform/dao/rows/row_source.h"
+#include "platform/dao/rows/row_writer.h"
+#include "platform/dao/rows/select_plan.h"
+#include "platform/dao/values/convert.h"
 
 namespace qk::dao {
 namespace {
@@ -17,7 +17,6 @@ constexpr int kPatience = 25;
 /// The first rows are painted within this time; whoever types on gets to the next list without this one's
 /// rest.
 constexpr int kFirstRowsAlone = 50;
-constexpr int kRecordDeleted = 3167;
 
 }  // namespace
 
@@ -129,7 +128,7 @@ int RowList::fieldCount() const {
 }
 
 const FieldDef& RowList::fieldDef(int column) const {
-  if (column < 0 || column >= fieldCount()) throw Error(3265);
+  if (column < 0 || column >= fieldCount()) throw Error(errors::kNoSuchElement);
   return plan_->columns[static_cast<size_t>(column)].def;
 }
 
@@ -139,12 +138,12 @@ int RowList::findField(const QString& name) const {
 
 int RowList::fieldPosition(const QString& name) const {
   const int position = findField(name);
-  if (position < 0) throw Error(3265);
+  if (position < 0) throw Error(errors::kNoSuchElement);
   return position;
 }
 
 QVariant RowList::convertedTo(int column, const QVariant& value) const {
-  if (plan_->columns[static_cast<size_t>(column)].baseField < 0) throw Error(3164);
+  if (plan_->columns[static_cast<size_t>(column)].baseField < 0) throw Error(errors::kFieldNotUpdatable);
   return convertedValue(value, fieldDef(column));
 }
 
@@ -212,7 +211,7 @@ void RowList::remove(int row) {
   try {
     writer_->remove(keyAt(row));
   } catch (const Error& error) {
-    if (error.number() != kRecordDeleted) throw;
+    if (error.number() != errors::kRecordDeleted) throw;
   }
 }
 

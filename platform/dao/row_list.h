@@ -22,8 +22,8 @@
 #include <QTimer>
 #include <memory>
 
-#include "platform/dao/key_list.h"
-#include "platform/dao/types.h"
+#include "platform/dao/rows/key_list.h"
+#include "platform/dao/values/types.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao {

@@ -1,7 +1,7 @@
 #include "platform/dao/row_pages.h"
 
 #include "platform/dao/database.h"
-#include "platform/dao/engine.h"
+#include "platform/dao/engine/engine.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
@@ -19,7 +19,7 @@ QString nameList(const QStringList& names, const sql::Writer& writer) {
 
 RowPages::RowPages(Engine& engine, const QString& table)
     : engine_(engine), catalogue_(engine.catalogue()), table_(catalogue_->info(table)) {
-  if (!table_ || table_->query) throw Error(3078);
+  if (!table_ || table_->query) throw Error(errors::kUnknownTable);
 }
 
 RowPages::RowPages(Database& database, const QString& table) : RowPages(database.engine(), table) {}

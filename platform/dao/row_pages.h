@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/dao/catalogue.h"
+#include "platform/dao/values/catalogue.h"
 
 namespace qk::dao {
 
@@ -20,8 +20,8 @@ class RowPages {
   RowPages(Database& database, const QString& table);
 
   const TableDef& def() const { return table_->def; }
-  /// The next rows, with the values of platform/dao/types.h in the order of the fields. False when there are
-  /// none left.
+  /// The next rows, with the values of platform/dao/values/types.h in the order of the fields. False when
+  /// there are none left.
   bool next(std::vector<QVariantList>& rows);
 
  private:

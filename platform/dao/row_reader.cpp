@@ -1,8 +1,8 @@
 #include "platform/dao/row_reader.h"
 
 #include "platform/dao/database.h"
-#include "platform/dao/engine.h"
-#include "platform/dao/select_plan.h"
+#include "platform/dao/engine/engine.h"
+#include "platform/dao/rows/select_plan.h"
 
 namespace qk::dao {
 

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao {

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/dao/engine.h"
+#include "platform/dao/engine/engine.h"
+#include "platform/dao/opening.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
@@ -47,9 +48,9 @@ int selectInto(Engine& engine, sql::Select select) {
   sql::resolve(select, *catalogue);
   const TableDef table = definitionOf(sql::resultColumns(select, *catalogue), name, *catalogue);
 
-  const std::unique_ptr<Engine> other = file.isEmpty() ? nullptr : Engine::open(file, {});
+  const std::unique_ptr<Engine> other = file.isEmpty() ? nullptr : openEngine(file, {});
   Engine& target = other ? *other : engine;
-  if (target.catalogue()->info(name)) throw Error(3010);
+  if (target.catalogue()->info(name)) throw Error(errors::kTableExists);
 
   const sql::NativeQuery query = engine.writer().select(select);
   std::vector<QVariantList> rows;

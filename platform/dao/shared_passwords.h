@@ -9,7 +9,7 @@
 #include <optional>
 #include <thread>
 
-#include "platform/dao/database.h"
+#include "platform/dao/engine/open_options.h"
 
 namespace qk::dao {
 

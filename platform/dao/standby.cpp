@@ -1,6 +1,6 @@
 #include "platform/dao/standby.h"
 
-#include "platform/dao/postgres_connection.h"
+#include "platform/dao/postgres/postgres_connection.h"
 #include "platform/dao/shared_passwords.h"
 
 namespace qk::dao {

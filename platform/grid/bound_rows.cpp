@@ -18,8 +18,6 @@ constexpr int kReadAgain = 1000;
 const QString kDeleted = "#Gelöscht";
 const QString kUnreadable = "#Fehler";
 
-constexpr int kTypeMismatch = 3421;
-
 bool isNumber(dao::FieldType type) {
   return type > dao::FieldType::Boolean && type < dao::FieldType::Date;
 }
@@ -280,10 +278,12 @@ QVariant BoundRows::storable(int field, const QVariant& value) const {
     return list_.convertedTo(field, value);
   } catch (const Error& error) {
     const dao::FieldDef& def = list_.fieldDef(field);
-    if (error.number() != kTypeMismatch || value.typeId() != QMetaType::QString || !isNumber(def.type)) throw;
+    if (error.number() != errors::kConversionFailed || value.typeId() != QMetaType::QString ||
+        !isNumber(def.type))
+      throw;
     const QString expected =
         isWhole(def.type) ? "eine ganze Zahl, zum Beispiel 12" : "eine Zahl mit Komma, zum Beispiel 2,5";
-    throw Error(kTypeMismatch,
+    throw Error(errors::kConversionFailed,
                 "In \"" + def.name + "\" steht " + expected + "; \"" + value.toString() + "\" ist keine.");
   }
 }

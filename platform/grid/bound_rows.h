@@ -1,8 +1,8 @@
 // The bound grid: rows of a query in a view, up to a million of them, and edited in place.
 //
-//   BoundGrid ──► BoundRows ──► dao::RowList          BoundGrid: window side (filter row, titles, marks,
-//   editor) (view)        (model)        (keys, in a thread)   BoundRows: what stands in a cell, the edit
-//   buffer
+//   BoundGrid ──────────────────► BoundRows ─────────────────► dao::RowList
+//   filter row, titles, marks,    what stands in a cell,       keys, read in a thread;
+//   the editor                    the edit buffer              rows, read when shown
 //
 // - Opening reads nothing but the first page; the rest of the list comes from the event loop, the view grows
 //   with it. Only rows that are shown are read.

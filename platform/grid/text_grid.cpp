@@ -98,7 +98,7 @@ int TextGrid::currentRow() const {
 }
 
 void TextGrid::setCurrentRow(int row) {
-  if (row < 0 || row >= table_->rows()) throw Error(9);
+  if (row < 0 || row >= table_->rows()) throw Error(errors::kIndexOutOfRange);
   if (row == 0) {
     setCurrentIndex({});
     clearSelection();
@@ -108,13 +108,14 @@ void TextGrid::setCurrentRow(int row) {
 }
 
 void TextGrid::setCurrentCell(int row, int column) {
-  if (row < 1 || row >= table_->rows() || column < 0 || column >= table_->columns()) throw Error(9);
+  if (row < 1 || row >= table_->rows() || column < 0 || column >= table_->columns())
+    throw Error(errors::kIndexOutOfRange);
   setCurrentIndex(table_->index(row - 1, column));
   standInSight();
 }
 
 void TextGrid::showRow(int row) {
-  if (row < 0 || row >= table_->rows()) throw Error(9);
+  if (row < 0 || row >= table_->rows()) throw Error(errors::kIndexOutOfRange);
   if (row > 0) scrollTo(table_->index(row - 1, firstVisibleColumn()));
 }
 

@@ -30,7 +30,7 @@ int TextTable::columns() const {
 }
 
 void TextTable::setRows(int count) {
-  if (count < 1) throw Error(9);
+  if (count < 1) throw Error(errors::kIndexOutOfRange);
   const int former = rows();
   if (count > former) {
     beginInsertRows({}, former - 1, count - 2);
@@ -45,7 +45,7 @@ void TextTable::setRows(int count) {
 }
 
 void TextTable::setColumns(int count) {
-  if (count < 0) throw Error(9);
+  if (count < 0) throw Error(errors::kIndexOutOfRange);
   const int former = columns();
   if (count == former) return;
   const bool growing = count > former;
@@ -65,7 +65,7 @@ void TextTable::setColumns(int count) {
 }
 
 int TextTable::addRow(const QStringList& cells, const QString& rowData) {
-  if (cells.size() > columns()) throw Error(9);
+  if (cells.size() > columns()) throw Error(errors::kIndexOutOfRange);
   Row row;
   row.cells = cells;
   row.cells.resize(columns());
@@ -78,7 +78,7 @@ int TextTable::addRow(const QStringList& cells, const QString& rowData) {
 }
 
 void TextTable::removeRow(int row) {
-  if (row < 1) throw Error(9);
+  if (row < 1) throw Error(errors::kIndexOutOfRange);
   rowAt(row);
   beginRemoveRows({}, row - 1, row - 1);
   rows_.removeAt(row);
@@ -281,17 +281,17 @@ Qt::ItemFlags TextTable::flags(const QModelIndex& index) const {
 }
 
 TextTable::Row& TextTable::rowAt(int row) {
-  if (row < 0 || row >= rows()) throw Error(9);
+  if (row < 0 || row >= rows()) throw Error(errors::kIndexOutOfRange);
   return rows_[row];
 }
 
 const TextTable::Row& TextTable::rowAt(int row) const {
-  if (row < 0 || row >= rows()) throw Error(9);
+  if (row < 0 || row >= rows()) throw Error(errors::kIndexOutOfRange);
   return rows_.at(row);
 }
 
 void TextTable::checkColumn(int column) const {
-  if (column < 0 || column >= columns()) throw Error(9);
+  if (column < 0 || column >= columns()) throw Error(errors::kIndexOutOfRange);
 }
 
 bool TextTable::isOn(int row, int column) const {

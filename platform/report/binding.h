@@ -2,7 +2,7 @@
 // page number. A name that nobody knows is an error that names the line.
 #pragma once
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 #include "platform/report/definition.h"
 
 namespace qk::report {

@@ -12,7 +12,6 @@ namespace qk::report {
 
 namespace {
 
-constexpr int kAccessError = 75;
 constexpr int kRowsAtOnce = 1000;
 
 /// A value as a spreadsheet reads it: money and numbers without a unit or points between the thousands.
@@ -32,7 +31,7 @@ QString quoted(QString text) {
 
 void write(QIODevice& device, const QString& text) {
   const QByteArray bytes = text.toUtf8();
-  if (device.write(bytes) != bytes.size()) throw Error(kAccessError);
+  if (device.write(bytes) != bytes.size()) throw Error(errors::kPathAccess);
 }
 
 QStringList headings(const Part& part, const std::vector<dao::FieldDef>& fields) {

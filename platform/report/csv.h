@@ -4,7 +4,7 @@
 #include <QVariantList>
 #include <functional>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 #include "platform/report/definition.h"
 
 class QIODevice;

@@ -8,13 +8,12 @@
 namespace qk::report {
 
 void readParameter(const QString& text, QHash<QString, QVariant>& parameters) {
-  constexpr int kInvalidCall = 5;
   static const QRegularExpression date("^Date\\(\\s*(\\d{4})\\s*,\\s*(\\d{1,2})\\s*,\\s*(\\d{1,2})\\s*\\)$",
                                        QRegularExpression::CaseInsensitiveOption);
   if (text.isEmpty()) return;
   const QStringList parts = text.split(u';');
   const auto fail = [&] {
-    throw Error(kInvalidCall, "Der Parameter \"" + text + "\" ist nicht zu verstehen.");
+    throw Error(errors::kInvalidCall, "Der Parameter \"" + text + "\" ist nicht zu verstehen.");
   };
   if (parts.size() < 3 || parts[0].trimmed().isEmpty()) fail();
   if (parts[2].trimmed().compare("TRUE", Qt::CaseInsensitive) != 0) return;

@@ -19,7 +19,6 @@ constexpr qsizetype kLargestFile = 1 << 20;
 constexpr size_t kMostParts = 50;
 constexpr size_t kMostColumns = 100;
 constexpr size_t kMostGroups = 9;
-constexpr int kFileMissing = 53;
 
 /// A section is a line without indentation; what is indented below it belongs to it.
 class Parser {
@@ -321,7 +320,7 @@ Definition parseReport(const QString& text, const QString& file) {
 
 Definition readReport(Files& files, const QString& path) {
   const QFileInfo info(path);
-  if (!files.exists(path)) fail(info.fileName(), 0, "Die Berichtsdatei fehlt.", kFileMissing);
+  if (!files.exists(path)) fail(info.fileName(), 0, "Die Berichtsdatei fehlt.", errors::kFileNotFound);
   Definition report = parseReport(textOf(files.read(path)), info.fileName());
   report.folder = QFileInfo(files.resolve(path)).path();
   return report;

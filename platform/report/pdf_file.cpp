@@ -8,7 +8,6 @@ namespace qk::report {
 
 namespace {
 
-constexpr int kAccessError = 75;
 constexpr int kFast = 1;  // of the levels of compressing
 
 }  // namespace
@@ -65,11 +64,12 @@ void PdfFile::finish(int root, int info) {
   write(table);
   write("trailer\n<</Size " + count + "/Root " + reference(root) + "/Info " + reference(info) +
         ">>\nstartxref\n" + QByteArray::number(start) + "\n%%EOF\n");
-  if (auto* file = qobject_cast<QFileDevice*>(&device_); file && !file->flush()) throw Error(kAccessError);
+  if (auto* file = qobject_cast<QFileDevice*>(&device_); file && !file->flush())
+    throw Error(errors::kPathAccess);
 }
 
 void PdfFile::write(const QByteArray& bytes) {
-  if (device_.write(bytes) != bytes.size()) throw Error(kAccessError);
+  if (device_.write(bytes) != bytes.size()) throw Error(errors::kPathAccess);
   written_ += bytes.size();
 }
 

@@ -7,7 +7,7 @@
 #include <map>
 #include <memory>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 #include "platform/report/definition.h"
 #include "platform/report/row_buffer.h"
 

@@ -1,7 +1,7 @@
 // The table of a part: heading, rows and sums in columns.
 #pragma once
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 #include "platform/report/band_layout.h"
 
 namespace qk::report {

@@ -9,8 +9,6 @@ namespace qk::report {
 
 namespace {
 
-constexpr int kOverflow = 6;
-
 bool fits(qint64 a, qint64 b) {
   return b >= 0 ? a <= std::numeric_limits<qint64>::max() - b : a >= std::numeric_limits<qint64>::min() - b;
 }
@@ -25,7 +23,7 @@ void Total::add(const QVariant& value) {
   if (kind_ == Kind::Money) {
     const qint64 units =
         money ? value.value<Money>().units() : Money::fromDouble(value.value<double>()).units();
-    if (!fits(whole_, units)) throw Error(kOverflow);
+    if (!fits(whole_, units)) throw Error(errors::kOverflow);
     whole_ += units;
     return;
   }

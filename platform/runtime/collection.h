@@ -18,14 +18,14 @@ class KeyedCollection {
   using Pointer = std::shared_ptr<T>;
 
   void add(Pointer object, const QString& key) {
-    if (objects_.contains(key)) throw Error(457);
+    if (objects_.contains(key)) throw Error(errors::kDuplicateElement);
     objects_.insert(key, object);
     order_.push_back({key, std::move(object)});
   }
   bool contains(const QString& key) const { return objects_.contains(key); }
   Pointer get(const QString& key) const {
     const auto found = objects_.find(key);
-    if (found == objects_.end()) throw Error(5);
+    if (found == objects_.end()) throw Error(errors::kInvalidCall);
     return *found;
   }
   Pointer at(int position) const { return entry(position).object; }
@@ -37,7 +37,7 @@ class KeyedCollection {
   void remove(const QString& key) {
     for (int i = 0; i < count(); ++i)
       if (order_[static_cast<size_t>(i)].key == key) return removeAt(i);
-    throw Error(5);
+    throw Error(errors::kInvalidCall);
   }
   void clear() {
     objects_.clear();
@@ -60,7 +60,7 @@ class KeyedCollection {
     Pointer object;
   };
   const Entry& entry(int position) const {
-    if (position < 0 || position >= count()) throw Error(9);
+    if (position < 0 || position >= count()) throw Error(errors::kIndexOutOfRange);
     return order_[static_cast<size_t>(position)];
   }
   QHash<QString, Pointer> objects_;

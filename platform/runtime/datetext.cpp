@@ -112,7 +112,7 @@ QString dateText(const QDateTime& value) {
 
 QDateTime parseDate(QStringView text) {
   const std::optional<QDateTime> value = read(text);
-  if (!value) throw Error(13);
+  if (!value) throw Error(errors::kTypeMismatch);
   return *value;
 }
 

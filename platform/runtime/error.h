@@ -1,10 +1,11 @@
 // The one exception type of the house: a number and a German description.
-// Numbers are those of the classic run time (5, 6, 9, 11, 13, 53, 70, 75, 76, 91, 94, 457 …) and of the
-// classic desktop database engine (3010, 3021, 3022, 3044, 3061, 3075, 3078, 3112, 3126, 3265, 3421 …).
+// The numbers have names in error_numbers.h.
 #pragma once
 
 #include <QString>
 #include <exception>
+
+#include "platform/runtime/error_numbers.h"  // IWYU pragma: export
 
 namespace qk {
 

@@ -100,16 +100,16 @@ bool isFolder(const QString& path) {
 }
 
 [[noreturn]] void fail(const QString& path, QFileDevice::FileError error, bool writing) {
-  if (error == QFileDevice::PermissionsError) throw Error(70);
+  if (error == QFileDevice::PermissionsError) throw Error(errors::kPermissionDenied);
   if (error == QFileDevice::ResourceError) throw Error(writing ? 61 : 7);
-  if (!isFolder(parentOf(path))) throw Error(76);
-  if (!writing && kindOf(path) == Kind::Nothing) throw Error(53);
-  throw Error(75);
+  if (!isFolder(parentOf(path))) throw Error(errors::kPathNotFound);
+  if (!writing && kindOf(path) == Kind::Nothing) throw Error(errors::kFileNotFound);
+  throw Error(errors::kPathAccess);
 }
 
 /// Opens and closes a file in `use`. One that this process holds (an open database) stays untouched.
 void opening(const QString& path, const std::function<void()>& use) {
-  if (!unlessHeld(path, use)) throw Error(55);
+  if (!unlessHeld(path, use)) throw Error(errors::kFileAlreadyOpen);
 }
 
 /// Into an open, unbuffered file, which is closed: a full disk shows at the write that meets it, not silently
@@ -141,13 +141,14 @@ void moveOver(const QString& source, const QString& target) {
   std::error_code error;
   std::filesystem::rename(nativePath(source), nativePath(target), error);
   if (!error) return;
-  if (error == std::errc::no_space_on_device) throw Error(61);
-  if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) throw Error(70);
+  if (error == std::errc::no_space_on_device) throw Error(errors::kDiskFull);
+  if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted)
+    throw Error(errors::kPermissionDenied);
   fail(source, QFileDevice::RenameError, false);
 }
 
 void refuseForeign(const QString& path) {
-  if (isForeignPath(path)) throw Error(76);
+  if (isForeignPath(path)) throw Error(errors::kPathNotFound);
 }
 
 QRegularExpression wildcard(const QString& pattern) {
@@ -230,7 +231,7 @@ QByteArray Files::read(const QString& path) {
     QFile file(real);
     if (!file.open(QIODevice::ReadOnly)) fail(real, file.error(), false);
     content = file.readAll();
-    if (file.error() != QFileDevice::NoError) throw Error(57);
+    if (file.error() != QFileDevice::NoError) throw Error(errors::kDeviceError);
   });
   return content;
 }
@@ -248,7 +249,7 @@ void Files::append(const QString& path, const QByteArray& content) {
 void Files::remove(const QString& path) {
   refuseForeign(path);
   const QString real = resolve(path);
-  if (isFolder(real)) throw Error(75);
+  if (isFolder(real)) throw Error(errors::kPathAccess);
   QFile file(real);
   if (!file.remove())
     fail(real, kindOf(real) != Kind::Nothing ? QFileDevice::PermissionsError : file.error(), false);

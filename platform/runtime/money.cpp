@@ -31,12 +31,12 @@ double asWritten(double value) {
 Money Money::fromDouble(double euro) {
   constexpr double kLimit = 9223372036854775808.0;  // 2 to the 63rd
   const double scaled = std::nearbyint(asWritten(euro * 10000.0));
-  if (!(scaled >= -kLimit && scaled < kLimit)) throw Error(6);
+  if (!(scaled >= -kLimit && scaled < kLimit)) throw Error(errors::kOverflow);
   return fromUnits(static_cast<std::int64_t>(scaled));
 }
 
 void Money::overflow() {
-  throw Error(6);
+  throw Error(errors::kOverflow);
 }
 
 QString Money::toText() const {

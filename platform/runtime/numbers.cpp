@@ -127,7 +127,7 @@ template <class Whole>
 Whole toWhole(double value) {
   const double rounded = std::nearbyint(value);  // the language's default mode: halves to even
   if (!(rounded >= std::numeric_limits<Whole>::min() && rounded <= std::numeric_limits<Whole>::max()))
-    throw Error(6);
+    throw Error(errors::kOverflow);
   return static_cast<Whole>(rounded);
 }
 
@@ -135,9 +135,9 @@ Whole toWhole(double value) {
 
 double parseStrict(QStringView text) {
   const std::optional<Scan> scan = scanStrict(text);
-  if (!scan) throw Error(13);
+  if (!scan) throw Error(errors::kTypeMismatch);
   const std::optional<double> value = valueOf(*scan);
-  if (!value) throw Error(6);
+  if (!value) throw Error(errors::kOverflow);
   return *value;
 }
 
@@ -145,7 +145,7 @@ double parsePrefix(QStringView text) {
   const Scan scan = scanPrefix(text);
   if (!scan.hasDigits) return 0;
   const std::optional<double> value = valueOf(scan);
-  if (!value) throw Error(6);
+  if (!value) throw Error(errors::kOverflow);
   return *value;
 }
 

@@ -16,21 +16,18 @@ namespace qk {
 
 namespace {
 
-constexpr int kDeviceError = 57;
-constexpr int kFileExists = 58;
-
 void unheld(const QString& path, const std::function<void()>& use) {
-  if (!unlessHeld(path, use)) throw Error(55);
+  if (!unlessHeld(path, use)) throw Error(errors::kFileAlreadyOpen);
 }
 
 [[noreturn]] void fail(const QFile& file, bool writing) {
   switch (file.error()) {
     case QFileDevice::PermissionsError:
-      throw Error(70);
+      throw Error(errors::kPermissionDenied);
     case QFileDevice::ResourceError:
       throw Error(writing ? 61 : 7);
     default:
-      throw Error(!writing && !file.exists() ? 53 : kDeviceError);
+      throw Error(!writing && !file.exists() ? 53 : errors::kDeviceError);
   }
 }
 
@@ -40,7 +37,7 @@ void settle(const QFile& file) {
 #else
   const bool done = ::_commit(file.handle()) == 0;
 #endif
-  if (!done) throw Error(kDeviceError);
+  if (!done) throw Error(errors::kDeviceError);
 }
 
 }  // namespace
@@ -56,7 +53,7 @@ void settleFile(const QString& path) {
 void settleFolder([[maybe_unused]] const QString& path) {
 #ifdef Q_OS_UNIX
   const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) throw Error(76);
+  if (folder < 0) throw Error(errors::kPathNotFound);
   // A file system of the network may not know this; what it knows it has done.
   ::fsync(folder);
   ::close(folder);
@@ -66,7 +63,7 @@ void settleFolder([[maybe_unused]] const QString& path) {
 void writeSettled(const QString& path, const QByteArray& content) {
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-    if (file.exists()) throw Error(kFileExists);
+    if (file.exists()) throw Error(errors::kFileExists);
     fail(file, true);
   }
   try {

@@ -2,7 +2,6 @@
 
 #include <QFile>
 
-#include "platform/dao/engine.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 
@@ -18,10 +17,10 @@ TableData typedRows(const RowSection& section, const TableDef& table, const QStr
   for (const QString& column : section.columns) {
     fields.push_back(table.field(column));
     if (!fields.back())
-      throw Error(5, QString("%1:%2: Zeilen %3: keine Spalte »%4«")
-                         .arg(source)
-                         .arg(section.line)
-                         .arg(section.table, column));
+      throw Error(errors::kInvalidCall, QString("%1:%2: Zeilen %3: keine Spalte »%4«")
+                                            .arg(source)
+                                            .arg(section.line)
+                                            .arg(section.table, column));
   }
   for (const TextRow& row : section.rows) {
     QVariantList values;
@@ -44,7 +43,7 @@ void insertRows(Database& database, const TableData& data) {
     recordset->update();
   }
   constexpr size_t kMany = 1000;
-  if (data.rows.size() >= kMany) database.engine().learnFigures(data.table);
+  if (data.rows.size() >= kMany) database.learnFigures(data.table);
 }
 
 void buildSchema(Database& database, const Schema& schema) {

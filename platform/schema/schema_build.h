@@ -13,7 +13,7 @@
 
 namespace qk {
 
-/// Rows of one table with the values of platform/dao/types.h.
+/// Rows of one table with the values of platform/dao/values/types.h.
 struct TableData {
   QString table;
   QStringList columns;

@@ -20,7 +20,7 @@ using dao::TableDef;
 namespace {
 
 [[noreturn]] void fail(const QString& source, int line, const QString& what) {
-  throw Error(5, QStringLiteral("%1:%2: %3").arg(source).arg(line).arg(what));
+  throw Error(errors::kInvalidCall, QStringLiteral("%1:%2: %3").arg(source).arg(line).arg(what));
 }
 
 /// Words of a line, taken one by one; "[Alter von]" is one word.
@@ -205,7 +205,7 @@ class Parser {
 QVariant booleanCell(const QString& cell) {
   if (sameName(cell, "ja")) return -1;
   if (sameName(cell, "nein")) return 0;
-  throw Error(13);
+  throw Error(errors::kTypeMismatch);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@
 #include <QVariant>
 #include <vector>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 namespace qk {
 

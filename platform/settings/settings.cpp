@@ -213,8 +213,8 @@ void Settings::setValue(const QString& application, const QString& section, cons
 }
 
 Error Settings::notStored() const {
-  constexpr int kNotStored = 75;
-  return Error(kNotStored, errorDescription(kNotStored) + ": " + QDir::toNativeSeparators(filePath_));
+  return Error(errors::kPathAccess,
+               errorDescription(errors::kPathAccess) + ": " + QDir::toNativeSeparators(filePath_));
 }
 
 QString Settings::defaultFilePath() {

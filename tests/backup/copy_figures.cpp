@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "platform/dao/table_figures.h"
+#include "platform/dao/moving/table_figures.h"
 
 namespace qk::test {
 

@@ -4,7 +4,7 @@
 #include <QtTest>
 
 #include "backup/copy_making.h"
-#include "platform/dao/snapshot.h"
+#include "platform/dao/moving/snapshot.h"
 #include "platform/runtime/files.h"
 #include "tests/backup/copy_figures.h"
 #include "tests/masterdata/demo_store.h"

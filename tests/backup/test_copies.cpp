@@ -6,8 +6,8 @@
 
 #include "backup/copy_making.h"
 #include "masterdata/making/competition.h"
-#include "platform/dao/snapshot.h"
-#include "platform/dao/table_figures.h"
+#include "platform/dao/moving/snapshot.h"
+#include "platform/dao/moving/table_figures.h"
 #include "platform/runtime/error.h"
 #include "tests/backup/copy_figures.h"
 #include "tests/masterdata/demo_store.h"
@@ -22,8 +22,8 @@ using dao::Database;
 
 namespace {
 
-constexpr int kDifferent = 3197;
-constexpr int kGivenUp = 3059;
+constexpr int kDifferent = errors::kChangedMeanwhile;
+constexpr int kGivenUp = errors::kCancelled;
 
 }  // namespace
 
@@ -247,7 +247,6 @@ void TestCopies::givenUpLeavesNothing() {
 
 /// Nobody waits for the copy then: what was lost is mended by whoever works with the competition.
 void TestCopies::aLossGivesItUp() {
-  constexpr int kLost = 3043;
   int steps = 0;
   const int error = errorOf([&] {
     make({}, [&](double) {
@@ -260,10 +259,10 @@ void TestCopies::aLossGivesItUp() {
         return;
       }
       QVERIFY(QFile::remove(store_->path() + "-wal"));
-      QCOMPARE(errorOf([&] { store_->addShot("1", 1, 1); }), kLost);
+      QCOMPARE(errorOf([&] { store_->addShot("1", 1, 1); }), errors::kConnectionLost);
     });
   });
-  QCOMPARE(error, kLost);
+  QCOMPARE(error, errors::kConnectionLost);
   QVERIFY(steps < 8);
   QCOMPARE(names(), QStringList());
   const auto before = store_->count("Haering_Daten");

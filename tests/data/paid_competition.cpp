@@ -5,7 +5,7 @@
 
 #include "masterdata/making/competition.h"
 #include "platform/dao/database.h"
-#include "platform/dao/engine.h"
+#include "platform/dao/engine/engine.h"
 #include "platform/schema/schema_build.h"
 #include "tests/support/test_store.h"
 

@@ -9,7 +9,7 @@
 #include <QStringList>
 #include <memory>
 
-#include "platform/dao/server_address.h"
+#include "platform/dao/server/server_address.h"
 
 namespace qk::test {
 

@@ -14,7 +14,8 @@ namespace {
 
 QString readText(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) throw qk::Error(53, path + ": " + file.errorString());
+  if (!file.open(QIODevice::ReadOnly))
+    throw qk::Error(errors::kFileNotFound, path + ": " + file.errorString());
   return QString::fromUtf8(file.readAll());
 }
 
@@ -32,7 +33,7 @@ void build(const QString& textPath, const QString& target) {
   const qk::Schema schema = qk::parseSchema(readText(textPath), QFileInfo(textPath).fileName());
   qk::createDatabase(draft, [&schema](qk::dao::Database& database) { qk::buildSchema(database, schema); });
   removeDatabase(target);
-  if (!QFile::rename(draft, target)) throw qk::Error(75, target);
+  if (!QFile::rename(draft, target)) throw qk::Error(errors::kPathAccess, target);
 }
 
 }  // namespace

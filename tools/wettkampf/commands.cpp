@@ -21,8 +21,6 @@ namespace qk {
 
 namespace {
 
-constexpr int kDatabaseExists = 3204;
-
 const QString Help =
     "qk-wettkampf: legt Wettkämpfe an, zieht mit ihnen um, sichert sie und holt sie zurück\n"
     "\n"
@@ -214,7 +212,7 @@ int carryOut(const Request& request, QTextStream& out, QTextStream& errors) {
   try {
     make(request, out);
   } catch (const Error& error) {
-    if (error.number() != kDatabaseExists) throw;
+    if (error.number() != errors::kStoreExists) throw;
     errors << "Den Wettkampf gibt es schon, er bleibt unverändert: " << request.competition.path << "\n";
     return 1;
   }

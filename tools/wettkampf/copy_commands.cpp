@@ -2,7 +2,7 @@
 
 #include "backup/copy_check.h"
 #include "backup/copy_making.h"
-#include "platform/dao/snapshot.h"
+#include "platform/dao/moving/snapshot.h"
 #include "platform/runtime/clock.h"
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
@@ -13,8 +13,7 @@ namespace qk {
 
 namespace {
 
-constexpr int kDifferent = 3197;
-constexpr int kInUse = 3045;
+constexpr int kDifferent = errors::kChangedMeanwhile;
 
 struct BringBackRequest {
   MoveRequest move;
@@ -65,7 +64,8 @@ void runCopyCommand(const QStringList& arguments, QTextStream& out) {
   dao::SnapshotReader reader(competition, [] { return false; });
   const CopyResult result = makeCopy(reader, {competition, arguments.at(1), SystemClock().now()}, files);
   if (!result.copy)
-    throw Error(kInUse, "Ein anderes Programm sichert diesen Wettkampf gerade in denselben Ordner.");
+    throw Error(errors::kFileInUse,
+                "Ein anderes Programm sichert diesen Wettkampf gerade in denselben Ordner.");
   const Evidence& evidence = result.copy->evidence;
   out << (result.kind == CopyResult::Kind::Made ? "Gesichert und geprüft: "
                                                 : "Unverändert seit der letzten Sicherung: ")

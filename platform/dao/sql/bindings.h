@@ -5,9 +5,6 @@
 
 namespace qk::dao::sql {
 
-/// Upper and lower case are one, for all of Unicode.
-bool sameName(const QString& a, const QString& b);
-
 struct Binding {
   QString name;                       ///< alias, or table name in its stored spelling
   const TableDef* table = nullptr;    ///< of a table or stored query
@@ -21,8 +18,8 @@ struct Binding {
 using Bindings = std::vector<Binding>;
 
 /// Of a FROM clause whose tables carry their stored spelling and whose subselects are resolved.
-Bindings bindSources(const std::vector<SourcePtr>& from, const Catalog& catalog);
-void bindSources(const Source& source, const Catalog& catalog, bool outer, Bindings& bindings);
+Bindings bindSources(const std::vector<SourcePtr>& from, const Catalogue& catalogue);
+void bindSources(const Source& source, const Catalogue& catalogue, bool outer, Bindings& bindings);
 
 /// Error 3078 that tells the name.
 [[noreturn]] void throwUnknownSource(const QString& name);

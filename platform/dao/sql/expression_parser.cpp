@@ -62,12 +62,12 @@ ExpressionParser::ExpressionParser(QStringView text) : lexer_(text), size_(text.
 }
 
 ExpressionParser::Nesting::Nesting(ExpressionParser& parser) : parser_(parser) {
-  if (parser_.depth_ >= kMaxDepth) throw Error(3360);
+  if (parser_.depth_ >= kMaxDepth) throw Error(errors::kTooComplex);
   ++parser_.depth_;
 }
 
 void ExpressionParser::limitChain(int count) const {
-  if (count > kMaxChain) throw Error(3360);
+  if (count > kMaxChain) throw Error(errors::kTooComplex);
 }
 
 void ExpressionParser::advance() {

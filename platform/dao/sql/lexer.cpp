@@ -53,7 +53,7 @@ Word wordOf(QStringView text) {
 
 void throwSyntax(qsizetype position, QStringView near) {
   const QString where = near.isEmpty() ? QString("am Ende") : QString("bei '%1'").arg(near.left(40));
-  throw Error(3075,
+  throw Error(errors::kQuerySyntax,
               QString("Syntaxfehler im Abfrageausdruck an Stelle %1, %2.").arg(position + 1).arg(where));
 }
 

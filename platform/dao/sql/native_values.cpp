@@ -15,7 +15,7 @@ namespace {
 constexpr double kSecondsPerDay = 86400.0;
 
 [[noreturn]] void throwMismatch() {
-  throw Error(3464);
+  throw Error(errors::kCriterionTypes);
 }
 
 bool isText(const QVariant& value) {
@@ -47,7 +47,7 @@ QVariant numberOf(const QVariant& value) {
 /// Whole numbers round halves to even.
 QVariant wholeOf(const QVariant& value, double least, double greatest) {
   const double rounded = std::nearbyint(numberOf(value).toDouble());
-  if (!(rounded >= least && rounded <= greatest)) throw Error(6);
+  if (!(rounded >= least && rounded <= greatest)) throw Error(errors::kOverflow);
   return qlonglong(rounded);
 }
 
@@ -210,6 +210,17 @@ QVariant fromNative(const QVariant& native, FieldType type) {
       break;
   }
   return native.toByteArray();
+}
+
+QVariant presetOfDefault(const QString& text, FieldType type) {
+  if (text.size() >= 2 && text.startsWith('\'') && text.endsWith('\''))
+    return fromNative(text.mid(1, text.size() - 2).replace("''", "'"), type);
+  bool isNumber = false;
+  const double number = text.toDouble(&isNumber);
+  if (!isNumber) return {};
+  if (number == static_cast<double>(static_cast<qlonglong>(number)))
+    return fromNative(static_cast<qlonglong>(number), type);
+  return fromNative(number, type);
 }
 
 }  // namespace qk::dao::sql

@@ -24,4 +24,7 @@ QVariant toNative(const QVariant& value, Kind kind);
 QVariant nativeFieldValue(const QVariant& value, FieldType type);
 QVariant fromNative(const QVariant& native, FieldType type);
 
+/// Preset of a field from its column's default, a literal as SQL spells it; invalid for expressions.
+QVariant presetOfDefault(const QString& text, FieldType type);
+
 }  // namespace qk::dao::sql

@@ -18,7 +18,7 @@ const TableSource* findTable(const Source& source, const QString& name) {
 
 const TableSource& targetOf(const Update& update) {
   const TableSource* target = findTable(*update.source, update.set.front().column.table);
-  if (!target) throw Error(3073);
+  if (!target) throw Error(errors::kNoUpdatableQuery);
   return *target;
 }
 
@@ -239,7 +239,7 @@ void Printer::remove(const Delete& remove) {
     return where(remove.where);
   }
   const TableSource* target = findTable(*remove.source, remove.starTable);
-  if (!target) throw Error(3086);
+  if (!target) throw Error(errors::kNoDeletableTable);
   name(target->name);
   text_ += " WHERE ";
   rowOfJoin(remove, *target);

@@ -8,13 +8,13 @@ namespace qk::dao::sql {
 namespace {
 
 [[noreturn]] void throwUnknown(const QString& name) {
-  throw Error(3061, QString("Zu wenige Parameter: der Name '%1' ist unbekannt.").arg(name));
+  throw Error(errors::kUnknownColumn, QString("Zu wenige Parameter: der Name '%1' ist unbekannt.").arg(name));
 }
 
 /// Resolves one query level; the levels around it are reachable through outer.
 class Resolver {
  public:
-  Resolver(const Catalog& catalog, const Resolver* outer) : catalog_(catalog), outer_(outer) {}
+  Resolver(const Catalogue& catalogue, const Resolver* outer) : catalogue_(catalogue), outer_(outer) {}
 
   void select(Select& select);
   void update(Update& update);
@@ -50,7 +50,7 @@ class Resolver {
   bool replaceByAlias(Expression& expression, const Select& select) const;
   bool replaceByResultName(Expression& expression);
 
-  const Catalog& catalog_;
+  const Catalogue& catalogue_;
   const Resolver* outer_;
   Bindings bindings_;
   std::vector<ExpandedColumn> resultNames_;  ///< of a criterion; they go before the columns of the sources
@@ -62,12 +62,12 @@ void Resolver::select(Select& select) {
   core(select);
   if (!select.unionNext) return order(select);
   const auto width = [this](const Select& part) {
-    return expand(part, bindSources(part.from, catalog_)).size();
+    return expand(part, bindSources(part.from, catalogue_)).size();
   };
   for (Select* next = select.unionNext.get(); next; next = next->unionNext.get()) {
-    Resolver(catalog_, outer_).core(*next);
+    Resolver(catalogue_, outer_).core(*next);
     if (width(*next) != width(select)) {
-      throw Error(3307);
+      throw Error(errors::kUnionColumnCount);
     }
   }
   orderOfUnion(select);
@@ -75,7 +75,7 @@ void Resolver::select(Select& select) {
 
 void Resolver::core(Select& select) {
   for (const SourcePtr& source : select.from) from(*source);
-  for (const SourcePtr& source : select.from) bindSources(*source, catalog_, false, bindings_);
+  for (const SourcePtr& source : select.from) bindSources(*source, catalogue_, false, bindings_);
   for (const SourcePtr& source : select.from) conditions(*source);
   for (SelectItem& item : select.items) {
     if (item.expression) {
@@ -154,9 +154,9 @@ bool Resolver::replaceByAlias(Expression& expression, const Select& select) cons
 void Resolver::from(Source& source) {
   if (auto* table = std::get_if<TableSource>(&source.node)) {
     if (!table->file.isEmpty()) return;
-    if (const TableDef* definition = catalog_.find(table->name)) table->name = definition->name;
+    if (const TableDef* definition = catalogue_.find(table->name)) table->name = definition->name;
   } else if (auto* inner = std::get_if<SelectSource>(&source.node)) {
-    Resolver level(catalog_, nullptr);
+    Resolver level(catalogue_, nullptr);
     level.select(*inner->select);
     level.nameItems(*inner->select);
   } else {
@@ -304,7 +304,7 @@ Kind Resolver::node(Between& between, Place place) {
 Kind Resolver::node(In& in, Place place) {
   expression(in.value, place);
   for (const ExpressionPtr& item : in.list) expression(item, place);
-  if (in.select) Resolver(catalog_, this).select(*in.select);
+  if (in.select) Resolver(catalogue_, this).select(*in.select);
   return Kind::Boolean;
 }
 
@@ -315,15 +315,18 @@ Kind Resolver::node(IsNull& isNull, Place place) {
 
 Kind Resolver::node(Call& call, Place place) {
   const Function* function = call.function = findFunction(call.name);
-  if (!function) throw Error(3085, QString("Undefinierte Funktion '%1' im Ausdruck.").arg(call.name));
+  if (!function)
+    throw Error(errors::kUnknownFunction, QString("Undefinierte Funktion '%1' im Ausdruck.").arg(call.name));
   if (function->aggregate && place == Place::Row) {
-    throw Error(3096, QString("Die Aggregatfunktion '%1' ist hier nicht möglich.").arg(call.name));
+    throw Error(errors::kMisplacedAggregate,
+                QString("Die Aggregatfunktion '%1' ist hier nicht möglich.").arg(call.name));
   }
   aggregated_ |= function->aggregate;
   const int count = int(call.arguments.size());
   const bool starred = call.star && function->id == Function::Id::Count;
   if (call.star ? !starred : count < function->least || count > function->most) {
-    throw Error(3075, QString("Falsche Anzahl von Argumenten in der Funktion '%1'.").arg(call.name));
+    throw Error(errors::kQuerySyntax,
+                QString("Falsche Anzahl von Argumenten in der Funktion '%1'.").arg(call.name));
   }
   for (const ExpressionPtr& argument : call.arguments) {
     expression(argument, function->aggregate ? Place::Row : place);
@@ -351,13 +354,13 @@ Kind Resolver::node(Call& call, Place place) {
 
 void Resolver::update(Update& update) {
   from(*update.source);
-  bindSources(*update.source, catalog_, false, bindings_);
+  bindSources(*update.source, catalogue_, false, bindings_);
   conditions(*update.source);
   for (Assignment& assignment : update.set) {
     node(assignment.column, Place::Row);
     const Binding& target = bindings_[std::size_t(assignment.column.source)];
     if (!target.table || assignment.column.source != update.set.front().column.source) {
-      throw Error(3073);
+      throw Error(errors::kNoUpdatableQuery);
     }
     const int field = target.find(assignment.column.name);
     assignment.kind = storedKindOf(target.field(field).type);
@@ -368,7 +371,7 @@ void Resolver::update(Update& update) {
 
 void Resolver::remove(Delete& remove) {
   from(*remove.source);
-  bindSources(*remove.source, catalog_, false, bindings_);
+  bindSources(*remove.source, catalogue_, false, bindings_);
   conditions(*remove.source);
   expression(remove.where, Place::Row);
   int source = findBinding(bindings_, remove.starTable);
@@ -377,13 +380,13 @@ void Resolver::remove(Delete& remove) {
     throwUnknownSource(remove.starTable);
   }
   if (!bindings_[std::size_t(source)].table) {
-    throw Error(3086);
+    throw Error(errors::kNoDeletableTable);
   }
   remove.starTable = bindings_[std::size_t(source)].name;
 }
 
 void Resolver::insert(Insert& insert) {
-  const TableDef* table = catalog_.find(insert.table);
+  const TableDef* table = catalogue_.find(insert.table);
   if (!table) {
     throwUnknownSource(insert.table);
   }
@@ -396,7 +399,7 @@ void Resolver::insert(Insert& insert) {
   for (QString& column : insert.columns) {
     const int field = target.find(column);
     if (field < 0) {
-      throw Error(3127,
+      throw Error(errors::kUnknownTargetColumn,
                   QString("Die INSERT-INTO-Anweisung enthält den unbekannten Feldnamen '%1'.").arg(column));
     }
     column = target.field(field).name;
@@ -410,12 +413,12 @@ void Resolver::insert(Insert& insert) {
     for (const ExpressionPtr& value : insert.values) expression(value, Place::Row);
   }
   if (width != insert.kinds.size()) {
-    throw Error(3346);
+    throw Error(errors::kValueCount);
   }
 }
 
 void Resolver::criterion(Expression& criterion, const Select& select) {
-  bindings_ = bindSources(select.from, catalog_);
+  bindings_ = bindSources(select.from, catalogue_);
   // Over a plain table the result's names are the table's.
   const bool plain = bindings_.size() == 1 && bindings_.front().table && select.items.size() == 1 &&
                      !select.items.front().expression && !select.unionNext;
@@ -444,8 +447,8 @@ bool Resolver::replaceByResultName(Expression& expression) {
 
 }  // namespace
 
-void resolve(Statement& statement, const Catalog& catalog) {
-  Resolver resolver(catalog, nullptr);
+void resolve(Statement& statement, const Catalogue& catalogue) {
+  Resolver resolver(catalogue, nullptr);
   if (auto* select = std::get_if<Select>(&statement)) {
     resolver.select(*select);
   } else if (auto* update = std::get_if<Update>(&statement)) {
@@ -457,12 +460,12 @@ void resolve(Statement& statement, const Catalog& catalog) {
   }
 }
 
-void resolve(Select& select, const Catalog& catalog) {
-  Resolver(catalog, nullptr).select(select);
+void resolve(Select& select, const Catalogue& catalogue) {
+  Resolver(catalogue, nullptr).select(select);
 }
 
-void resolveCriterion(Expression& criterion, const Select& select, const Catalog& catalog) {
-  Resolver(catalog, nullptr).criterion(criterion, select);
+void resolveCriterion(Expression& criterion, const Select& select, const Catalogue& catalogue) {
+  Resolver(catalogue, nullptr).criterion(criterion, select);
 }
 
 }  // namespace qk::dao::sql

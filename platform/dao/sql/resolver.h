@@ -5,23 +5,15 @@
 #pragma once
 
 #include "platform/dao/sql/tree.h"
+#include "platform/dao/values/catalogue.h"
 
 namespace qk::dao::sql {
 
-/// What the resolver asks of a store.
-class Catalog {
- public:
-  virtual ~Catalog() = default;
-  /// Definition of a table or of a stored query's result; nullptr when there is none. Lives as long as the
-  /// catalogue is unchanged.
-  virtual const TableDef* find(const QString& name) const = 0;
-};
-
-void resolve(Statement& statement, const Catalog& catalog);
-void resolve(Select& select, const Catalog& catalog);
+void resolve(Statement& statement, const Catalogue& catalogue);
+void resolve(Select& select, const Catalogue& catalogue);
 /// A criterion, against the result columns of a resolved select first and then its sources. Above a union a
 /// column stays unbound (source -1) under its result name.
-void resolveCriterion(Expression& criterion, const Select& select, const Catalog& catalog);
+void resolveCriterion(Expression& criterion, const Select& select, const Catalogue& catalogue);
 
 /// One column of a resolved select's result, with stars expanded.
 struct ResultColumn {
@@ -31,7 +23,7 @@ struct ResultColumn {
   QString baseTable;  ///< stored spelling; empty for a computed column
   QString baseColumn;
 };
-std::vector<ResultColumn> resultColumns(const Select& select, const Catalog& catalog);
+std::vector<ResultColumn> resultColumns(const Select& select, const Catalogue& catalogue);
 
 /// The table sources of a resolved select, depth first, the position being Column::source. A subselect has an
 /// empty table name.
@@ -43,7 +35,7 @@ std::vector<BoundSource> boundSources(const Select& select);
 
 /// The source of a resolved select's join whose rows stand on the many side: the first one that isn't joined
 /// by the whole of its own primary key. A deletion over the join removes rows of this one only.
-int manySide(const Select& select, const Catalog& catalog);
+int manySide(const Select& select, const Catalogue& catalogue);
 
 /// What a value of a column of this type is compared and printed as.
 Kind kindOf(FieldType type);

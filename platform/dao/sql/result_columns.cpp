@@ -77,15 +77,6 @@ void gatherConditions(const Source& source, std::vector<std::pair<const Column*,
   gatherEqualities(join->on.get(), pairs);
 }
 
-/// TableDef::primary() belongs to the layer above.
-const IndexDef* primaryKey(const TableDef* table) {
-  if (!table) return nullptr;
-  for (const IndexDef& index : table->indexes) {
-    if (index.primary) return &index;
-  }
-  return nullptr;
-}
-
 }  // namespace
 
 Kind kindOf(FieldType type) {
@@ -124,10 +115,6 @@ Kind storedKindOf(FieldType type) {
   }
 }
 
-bool sameName(const QString& a, const QString& b) {
-  return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
 const FieldDef& Binding::field(int position) const {
   return table ? table->fields[std::size_t(position)] : columns[std::size_t(position)].type;
 }
@@ -140,7 +127,8 @@ int Binding::find(const QString& column) const {
 }
 
 void throwUnknownSource(const QString& name) {
-  throw Error(3078, QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(name));
+  throw Error(errors::kUnknownTable,
+              QString("Die Tabelle oder Abfrage '%1' wurde nicht gefunden.").arg(name));
 }
 
 int findBinding(const Bindings& bindings, const QString& name) {
@@ -150,34 +138,35 @@ int findBinding(const Bindings& bindings, const QString& name) {
   return -1;
 }
 
-void bindSources(const Source& source, const Catalog& catalog, bool outer, Bindings& bindings) {
+void bindSources(const Source& source, const Catalogue& catalogue, bool outer, Bindings& bindings) {
   if (const auto* join = std::get_if<Join>(&source.node)) {
-    bindSources(*join->left, catalog, outer || join->kind == JoinKind::Right, bindings);
-    bindSources(*join->right, catalog, outer || join->kind == JoinKind::Left, bindings);
+    bindSources(*join->left, catalogue, outer || join->kind == JoinKind::Right, bindings);
+    bindSources(*join->right, catalogue, outer || join->kind == JoinKind::Left, bindings);
     return;
   }
   Binding binding;
   binding.outer = outer;
   if (const auto* table = std::get_if<TableSource>(&source.node)) {
-    binding.table = table->file.isEmpty() ? catalog.find(table->name) : nullptr;
+    binding.table = table->file.isEmpty() ? catalogue.find(table->name) : nullptr;
     if (!binding.table) {
       throwUnknownSource(table->name);
     }
     binding.name = table->alias.isEmpty() ? binding.table->name : table->alias;
   } else {
     const SelectSource& inner = std::get<SelectSource>(source.node);
-    binding.columns = resultColumns(*inner.select, catalog);
+    binding.columns = resultColumns(*inner.select, catalogue);
     binding.name = inner.alias;
   }
   if (!binding.name.isEmpty() && findBinding(bindings, binding.name) >= 0) {
-    throw Error(3079, QString("Die FROM-Klausel nennt '%1' mehr als einmal.").arg(binding.name));
+    throw Error(errors::kAmbiguousName,
+                QString("Die FROM-Klausel nennt '%1' mehr als einmal.").arg(binding.name));
   }
   bindings.push_back(std::move(binding));
 }
 
-Bindings bindSources(const std::vector<SourcePtr>& from, const Catalog& catalog) {
+Bindings bindSources(const std::vector<SourcePtr>& from, const Catalogue& catalogue) {
   Bindings bindings;
-  for (const SourcePtr& source : from) bindSources(*source, catalog, false, bindings);
+  for (const SourcePtr& source : from) bindSources(*source, catalogue, false, bindings);
   return bindings;
 }
 
@@ -247,8 +236,8 @@ std::vector<ResultColumn> resultColumns(const Select& select, const Bindings& bi
   return result;
 }
 
-std::vector<ResultColumn> resultColumns(const Select& select, const Catalog& catalog) {
-  std::vector<ResultColumn> result = resultColumns(select, bindSources(select.from, catalog));
+std::vector<ResultColumn> resultColumns(const Select& select, const Catalogue& catalogue) {
+  std::vector<ResultColumn> result = resultColumns(select, bindSources(select.from, catalogue));
   if (select.unionNext) {
     for (ResultColumn& column : result) {
       column.source = -1;
@@ -294,18 +283,19 @@ int manySide(const std::vector<const Source*>& from, const Expression* where, co
     });
   };
   for (int source = 0; source < int(bindings.size()); ++source) {
-    const IndexDef* key = primaryKey(bindings[std::size_t(source)].table);
+    const TableDef* table = bindings[std::size_t(source)].table;
+    const IndexDef* key = table ? table->primary() : nullptr;
     bool whole = key != nullptr;
     for (int i = 0; whole && i < key->fields.size(); ++i) whole = joined(source, key->fields[i]);
-    if (!whole && bindings[std::size_t(source)].table) return source;
+    if (!whole && table) return source;
   }
   return 0;
 }
 
-int manySide(const Select& select, const Catalog& catalog) {
+int manySide(const Select& select, const Catalogue& catalogue) {
   std::vector<const Source*> from;
   for (const SourcePtr& source : select.from) from.push_back(source.get());
-  return manySide(from, select.where.get(), bindSources(select.from, catalog));
+  return manySide(from, select.where.get(), bindSources(select.from, catalogue));
 }
 
 }  // namespace qk::dao::sql

@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 namespace qk::dao::sql {
 

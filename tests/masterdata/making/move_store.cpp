@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <algorithm>
 
-#include "platform/dao/engine.h"
+#include "platform/dao/engine/engine.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/row_pages.h"
 #include "platform/runtime/money.h"

@@ -9,7 +9,7 @@
 #include "app/ground/unfinished_move.h"
 #include "masterdata/making/competition.h"
 #include "masterdata/making/move.h"
-#include "platform/dao/engine.h"
+#include "platform/dao/engine/engine.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/money.h"
 #include "tests/masterdata/making/move_store.h"

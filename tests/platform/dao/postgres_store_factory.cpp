@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <vector>
 
-#include "platform/dao/postgres_engine.h"
+#include "platform/dao/postgres/postgres_engine.h"
 #include "tests/support/postgres_server.h"
 
 namespace qk::dao {

@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <vector>
 
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 namespace qk::dao::test {
 

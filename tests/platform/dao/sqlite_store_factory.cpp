@@ -2,7 +2,7 @@
 
 #include <QTemporaryDir>
 
-#include "platform/dao/sqlite_engine.h"
+#include "platform/dao/sqlite/sqlite_engine.h"
 #include "tests/platform/dao/store_factory.h"
 
 namespace qk::dao {

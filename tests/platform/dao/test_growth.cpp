@@ -1,7 +1,7 @@
 // What grows with a table and what must not, counted.
 #include <QtTest>
 
-#include "platform/dao/engine.h"
+#include "platform/dao/engine/engine.h"
 #include "tests/platform/dao/store_factory.h"
 
 using namespace qk::dao;

@@ -7,8 +7,8 @@
 #include <QtTest>
 
 #include "platform/dao/changes.h"
-#include "platform/dao/engine.h"
-#include "platform/dao/sqlite_engine.h"
+#include "platform/dao/engine/engine.h"
+#include "platform/dao/sqlite/sqlite_engine.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/held_files.h"
 #include "tests/platform/dao/store_factory.h"

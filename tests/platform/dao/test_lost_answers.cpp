@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/dao/changes.h"
-#include "platform/dao/postgres_engine.h"
+#include "platform/dao/postgres/postgres_engine.h"
 #include "tests/platform/dao/store_factory.h"
 #include "tests/support/cutting_proxy.h"
 #include "tests/support/postgres_server.h"

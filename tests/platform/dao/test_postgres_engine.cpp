@@ -4,8 +4,8 @@
 #include <atomic>
 #include <thread>
 
-#include "platform/dao/postgres_engine.h"
-#include "platform/dao/sql/postgres_functions.h"
+#include "platform/dao/postgres/postgres_engine.h"
+#include "platform/dao/postgres/postgres_functions.h"
 #include "tests/platform/dao/store_factory.h"
 #include "tests/support/postgres_server.h"
 

@@ -2,7 +2,7 @@
 // and the old one, when it comes back, gets nothing.
 #include <QtTest>
 
-#include "platform/dao/postgres_engine.h"
+#include "platform/dao/postgres/postgres_engine.h"
 #include "platform/dao/standby.h"
 #include "tests/platform/dao/store_factory.h"
 #include "tests/support/postgres_server.h"

@@ -1,7 +1,7 @@
 // The text file that stands in for a database on a server.
 #include <QtTest>
 
-#include "platform/dao/server_address.h"
+#include "platform/dao/server/server_address.h"
 #include "platform/runtime/error.h"
 
 using namespace qk;

@@ -2,7 +2,7 @@
 // them.
 #include <QtTest>
 
-#include "platform/dao/server_memory.h"
+#include "platform/dao/server/server_memory.h"
 
 using namespace qk;
 using namespace qk::dao;

@@ -5,8 +5,8 @@
 #include <QtTest>
 #include <vector>
 
-#include "platform/dao/postgres_engine.h"
-#include "platform/dao/waiting_sign.h"
+#include "platform/dao/postgres/postgres_engine.h"
+#include "platform/dao/signs/waiting_sign.h"
 #include "tests/platform/dao/store_factory.h"
 #include "tests/support/postgres_server.h"
 #include "tests/support/stopped_server.h"

@@ -3,7 +3,7 @@
 
 #include <QtTest>
 
-#include "platform/dao/engine.h"
+#include "platform/dao/engine/engine.h"
 #include "tests/platform/dao/store_factory.h"
 
 using namespace qk::dao;

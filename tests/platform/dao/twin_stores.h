@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/dao/database.h"
-#include "platform/dao/types.h"
+#include "platform/dao/values/types.h"
 
 class QTemporaryDir;
 

@@ -3,7 +3,7 @@
 #include <sqlite3.h>
 
 #include "platform/dao/sql/parser.h"
-#include "platform/dao/sql/sqlite_functions.h"
+#include "platform/dao/sqlite/sqlite_functions.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao::sql::test {
@@ -97,9 +97,16 @@ SampleStore::~SampleStore() {
   sqlite3_close(database_);
 }
 
-const TableDef* SampleStore::find(const QString& name) const {
+const TableInfo* SampleStore::info(const QString& name) const {
   const auto found = tables_.find(name.toCaseFolded());
   return found == tables_.end() ? nullptr : found->second.get();
+}
+
+QStringList SampleStore::names(bool queries) const {
+  QStringList found;
+  for (const auto& [name, table] : tables_)
+    if (table->query == queries) found << table->def.name;
+  return found;
 }
 
 void SampleStore::table(const TableDef& table) {
@@ -108,18 +115,17 @@ void SampleStore::table(const TableDef& table) {
   for (const IndexDef& key : table.indexes)
     if (key.primary) native << "PRIMARY KEY (\"" + key.fields.join("\", \"") + "\")";
   this->native("CREATE TABLE \"" + table.name + "\" (" + native.join(", ") + ")");
-  tables_[table.name.toCaseFolded()] = std::make_unique<TableDef>(table);
+  tables_[table.name.toCaseFolded()] = std::make_unique<TableInfo>(TableInfo{.def = table});
 }
 
 void SampleStore::query(const QString& name, const QString& text) {
   Statement statement = parseStatement(text);
   resolve(statement, *this);
   const Select& select = std::get<Select>(statement);
-  auto definition = std::make_unique<TableDef>();
-  definition->name = name;
+  auto definition = std::make_unique<TableInfo>(TableInfo{.def = {.name = name}, .query = true});
   QStringList names;
   for (const ResultColumn& column : resultColumns(select, *this)) {
-    definition->fields.push_back(column.type);
+    definition->def.fields.push_back(column.type);
     names << SqliteWriter().identifier(column.name);
   }
   native("CREATE VIEW \"" + name + "\" (" + names.join(", ") + ") AS " + SqliteWriter().plainText(select));

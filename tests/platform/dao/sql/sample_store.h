@@ -5,7 +5,7 @@
 #include <map>
 #include <memory>
 
-#include "platform/dao/sql/sqlite_writer.h"
+#include "platform/dao/sqlite/sqlite_writer.h"
 
 struct sqlite3;
 
@@ -15,11 +15,13 @@ namespace qk::dao::sql::test {
 /// itself. y yes/no, i integer, l long, m money, d double, c date, t text, b binary
 TableDef sampleTable(const QString& name, const QString& columns);
 
-class SampleStore : public Catalog {
+class SampleStore : public Catalogue {
  public:
   SampleStore();
   ~SampleStore() override;
-  const TableDef* find(const QString& name) const override;
+  const TableInfo* info(const QString& name) const override;
+  QStringList tableNames() const override { return names(false); }
+  QStringList queryNames() const override { return names(true); }
 
   sqlite3* handle() const { return database_; }
 
@@ -36,7 +38,9 @@ class SampleStore : public Catalog {
   int changes() const;
 
  private:
-  std::map<QString, std::unique_ptr<TableDef>> tables_;
+  QStringList names(bool queries) const;
+
+  std::map<QString, std::unique_ptr<TableInfo>> tables_;
   sqlite3* database_ = nullptr;
 };
 

@@ -1,0 +1,90 @@
+// How the rows of a query text are listed, read and written back; worked out once for a text and shared by
+// every recordset that opens it again.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "platform/dao/engine/engine.h"
+#include "platform/dao/sql/writer.h"
+#include "platform/dao/values/catalogue.h"
+
+namespace qk::dao {
+
+/// A base table of a keyed select.
+struct PlanSource {
+  const TableInfo* table = nullptr;
+  QString qualifier;       ///< alias or name, as it stands in the text
+  bool outer = false;      ///< may be missing from a row: its key is Null then
+  qsizetype keyFirst = 0;  ///< position of its first key column in the row's key
+};
+
+struct PlanColumn {
+  FieldDef def;
+  int source = -1;     ///< position in sources; -1: can't be written
+  int baseField = -1;  ///< position in the source table's definition
+};
+
+/// Keyed: a row is found again by the keys of its base tables, so that it can be read when stood on, and
+/// changed. Otherwise (unions, groups, distinct rows, stored queries, subselects) the rows are read whole,
+/// once.
+struct SelectPlan {
+  std::shared_ptr<const Catalogue> catalogue;  ///< what the plan was made of; another one makes it stale
+  QString text;
+  sql::SelectPtr select;  ///< resolved
+  std::vector<PlanColumn> columns;
+  QHash<QString, int> positions;  ///< by name as spelled in the result, and by folded name
+  sql::NativeQuery whole;         ///< the select as it is, where the rows aren't keyed
+  sql::SelectPtr unresolved;      ///< likewise: to be the source of a larger select
+
+  bool keyed = false;
+  std::vector<PlanSource> sources;
+  int manySide = 0;  ///< the source whose rows addNew() makes and remove() deletes
+  int keyWidth = 0;
+  bool integerKey = false;  ///< one source with a whole-number key
+  bool paged = false;       ///< the order is that of the key, so the list can be read page by page
+  sql::NativeQuery from;    ///< "FROM …"
+  sql::NativeQuery where;   ///< condition, may be empty
+  QString orderBy;          ///< terms of the text's own order, may be empty
+  QVariantList orderValues;
+  QString keyColumns;    ///< qualified, comma separated
+  QStringList keyOrder;  ///< the same as terms of an order
+  sql::NativeQuery row;  ///< "SELECT … FROM …" without a condition
+
+  /// The last added row's statement and the columns it names: rows that are added alike share the text.
+  struct Insertion {
+    std::vector<bool> columns;
+    NewRow row;
+  };
+  mutable Insertion insertion;
+
+  static std::shared_ptr<const SelectPlan> make(Engine& engine, const QString& source);
+
+  /// The keys of all rows in the text's own order, where the rows are keyed.
+  sql::NativeQuery keyListing() const;
+  /// How many rows that lists.
+  sql::NativeQuery counting() const;
+
+  const PlanSource& target() const { return sources[static_cast<size_t>(manySide)]; }
+  int position(const QString& name) const;  ///< -1 when missing
+  /// The value of a column in the row with that key. Null in a yes/no column, as files of others may hold it,
+  /// is False; where a join found no row it stays Null.
+  QVariant value(const sql::Writer& writer, int column, const QVariant& native, const Key& key) const;
+  /// " WHERE a AND b" of the non-empty ones.
+  static QString conditions(const QStringList& parts);
+  /// A qualified key column of a source as text.
+  QString keyColumn(const sql::Writer& writer, const PlanSource& source, qsizetype column) const;
+};
+
+/// Plans by text, for one database.
+class PlanCache {
+ public:
+  std::shared_ptr<const SelectPlan> get(Engine& engine, const QString& source);
+
+ private:
+  QHash<QString, std::shared_ptr<const SelectPlan>> plans_;
+};
+
+}  // namespace qk::dao
