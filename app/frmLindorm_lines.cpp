@@ -101,7 +101,6 @@ void frmLindorm::ShowControl(qint16 nLinie) {
   UserControl1& shown = cLine(nLinie - 1);
   for (UserControl1* line : lines_)
     if (line != &shown) line->hide();
-  noLine_->hide();
   shown.show();
   shown.SetStandnummer(nLinie);
   showLineActions();

@@ -4,8 +4,6 @@
 
 namespace qk {
 
-namespace {}  // namespace
-
 void refuseReadOnly(dao::Database& store, const QString& sWettkampf) {
   try {
     store.execute("UPDATE Wettkampf SET Ort = Ort WHERE 1 = 0");

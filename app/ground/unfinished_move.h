@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/dao/database.h"
+#include "platform/runtime/error_numbers.h"
 
 namespace qk {
 

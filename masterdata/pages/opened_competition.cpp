@@ -11,8 +11,6 @@
 
 namespace qk {
 
-namespace {}  // namespace
-
 std::unique_ptr<dao::Database> openForMasterData(const QString& path) {
   // The engine would make a file of that name.
   if (!QFileInfo::exists(path)) throw Error(errors::kFileNotFound, "Diesen Wettkampf gibt es nicht: " + path);

@@ -15,7 +15,7 @@ namespace {
 QString readText(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly))
-    throw qk::Error(errors::kFileNotFound, path + ": " + file.errorString());
+    throw qk::Error(qk::errors::kFileNotFound, path + ": " + file.errorString());
   return QString::fromUtf8(file.readAll());
 }
 
@@ -33,7 +33,7 @@ void build(const QString& textPath, const QString& target) {
   const qk::Schema schema = qk::parseSchema(readText(textPath), QFileInfo(textPath).fileName());
   qk::createDatabase(draft, [&schema](qk::dao::Database& database) { qk::buildSchema(database, schema); });
   removeDatabase(target);
-  if (!QFile::rename(draft, target)) throw qk::Error(errors::kPathAccess, target);
+  if (!QFile::rename(draft, target)) throw qk::Error(qk::errors::kPathAccess, target);
 }
 
 }  // namespace

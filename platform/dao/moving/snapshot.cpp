@@ -10,7 +10,6 @@
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
-namespace {}  // namespace
 
 SnapshotReader::SnapshotReader(const QString& path, std::function<bool()> cancelled)
     : cancelled_(std::move(cancelled)) {

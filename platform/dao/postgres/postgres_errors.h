@@ -9,7 +9,6 @@
 
 namespace qk::dao::postgres {
 
-/// The connection is gone: whether the statement went through is open.
 /// Asked while another call waits.
 inline constexpr int kBusy = errors::kLocked;
 

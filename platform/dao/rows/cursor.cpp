@@ -7,7 +7,6 @@
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
-namespace {}  // namespace
 
 Cursor::Cursor(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan, RecordsetType type)
     : engine_(std::move(engine)),

@@ -8,11 +8,6 @@
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
-namespace {
-
-/// Whether the statement went through is open.
-
-}  // namespace
 
 RowWriter::RowWriter(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan)
     : engine_(std::move(engine)), plan_(std::move(plan)) {}
@@ -175,6 +170,7 @@ void RowWriter::remove(const Key& key) {
     if (removed == 0 && unansweredRemoval_ != key) throw Error(errors::kRecordDeleted);
     unansweredRemoval_.reset();
   } catch (const Error& error) {
+    // Whether the statement went through is open.
     if (error.number() == errors::kConnectionLost) unansweredRemoval_ = key;
     throw;
   }
