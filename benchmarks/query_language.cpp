@@ -7,6 +7,7 @@
 
 #include "benchmarks/pairs.h"
 #include "platform/dao/sql/parser.h"
+#include "platform/dao/sql/resolver.h"
 #include "platform/dao/sqlite/sqlite_functions.h"
 #include "platform/dao/sqlite/sqlite_writer.h"
 
@@ -18,18 +19,18 @@ using namespace qk::dao;
 constexpr int kColumns = 28;
 
 /// One wide table, in the catalogue and in a database in memory.
-class Store : public sql::Catalog {
+class Store : public Catalogue {
  public:
   Store() {
-    table_.name = "Messwerte";
+    table_.def.name = "Messwerte";
     QStringList columns = {"\"ID\" INTEGER PRIMARY KEY"};
-    table_.fields.push_back({"ID", FieldType::Long});
+    table_.def.fields.push_back({"ID", FieldType::Long});
     for (int i = 1; i < kColumns; ++i) {
       const QString name = QString("Messwert%1").arg(i);
-      table_.fields.push_back({name, FieldType::Text});
+      table_.def.fields.push_back({name, FieldType::Text});
       columns << "\"" + name + "\" TEXT COLLATE NOCASE";
     }
-    names_.insert(table_.name.toCaseFolded(), &table_);
+    names_.insert(table_.def.name.toCaseFolded(), &table_);
     sqlite3_open(":memory:", &database_);
     sql::registerSqliteFunctions(database_);
     const QByteArray create = ("CREATE TABLE \"Messwerte\" (" + columns.join(", ") + ")").toUtf8();
@@ -41,7 +42,9 @@ class Store : public sql::Catalog {
   Store(const Store&) = delete;
   Store& operator=(const Store&) = delete;
 
-  const TableDef* find(const QString& name) const override { return names_.value(name.toCaseFolded()); }
+  const TableInfo* info(const QString& name) const override { return names_.value(name.toCaseFolded()); }
+  QStringList tableNames() const override { return {table_.def.name}; }
+  QStringList queryNames() const override { return {}; }
 
   void prepare(const QByteArray& text) const {
     sqlite3_stmt* statement = nullptr;
@@ -58,8 +61,8 @@ class Store : public sql::Catalog {
   }
 
  private:
-  TableDef table_;
-  QHash<QString, const TableDef*> names_;
+  TableInfo table_;
+  QHash<QString, const TableInfo*> names_;
   sql::SqliteWriter writer_;
   sqlite3* database_ = nullptr;
 };

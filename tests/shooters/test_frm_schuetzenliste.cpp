@@ -40,6 +40,7 @@ class TestFrmSchuetzenListe : public QObject {
   void onlySevenColumnsAreShown();
   void noShootersAreToldOnTheEmptyList();
   void theFirstRowAndTheSearchFieldAreReady();
+  void whoComesBackToOneShooterSearches();
   void aPartOfTheNameMatchesAnywhere();
   void theEmptyFieldShowsAllAgain();
   void aQuoteBreaksTheQuery();
@@ -163,6 +164,16 @@ void TestFrmSchuetzenListe::theFirstRowAndTheSearchFieldAreReady() {
   QVERIFY(search().hasFocus());
   QCOMPARE(list().currentIndex().row(), 0);
   QVERIFY(list().selectionModel()->isRowSelected(0));
+}
+
+void TestFrmSchuetzenListe::whoComesBackToOneShooterSearches() {
+  addShooter(*database, {1, "10", "Müller, Jörg"});
+  open();
+  list().setFocus();
+  QVERIFY(!search().hasFocus());
+  QEvent back(QEvent::WindowActivate);
+  QCoreApplication::sendEvent(dialog.get(), &back);
+  QVERIFY(search().hasFocus());
 }
 
 void TestFrmSchuetzenListe::aPartOfTheNameMatchesAnywhere() {

@@ -29,17 +29,17 @@ class TestWatchLine : public QObject {
   WatchLine line_{&window_};
 
   /// The colour of the line's ground, below no letter.
-  QColor ground(bool underMouse) {
+  QRgb ground(bool underMouse) {
     line_.setAttribute(Qt::WA_UnderMouse, underMouse);
     line_.resize(line_.sizeHint());
-    return line_.grab().toImage().pixelColor(0, 0);
+    return line_.grab().toImage().pixel(0, 0);
   }
-  QColor alert() {
+  QRgb alert() {
     QPalette colours = line_.palette();
     look::setAlertColours(colours);
-    return colours.color(QPalette::Window);
+    return colours.color(QPalette::Window).rgb();
   }
-  QColor marked() { return line_.palette().color(QPalette::Midlight); }
+  QRgb marked() { return line_.palette().color(QPalette::Midlight).rgb(); }
 
  private Q_SLOTS:
   void initTestCase() {

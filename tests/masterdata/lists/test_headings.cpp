@@ -52,6 +52,15 @@ class TestHeadings : public QObject {
     QCOMPARE(recognised(static_cast<ListKind>(kind), headings), headings);
   }
 
+  void aSpelledOutUmlautIsTheSameHeading() {
+    TestWorkplace place;
+    for (const auto& [one, spelled] : {std::pair("Kür", "kuer"), std::pair("Größe Öl", "GROESSE OEL"),
+                                       std::pair("Bär", "Baer"), std::pair("Maß", "Mass")}) {
+      remember(ListKind::Shooters, {one}, {"Ort"}, place.settings);
+      QCOMPARE(recognised(ListKind::Shooters, {spelled}, place.settings), QStringList("Ort"));
+    }
+  }
+
   void remembersWhatTheHandSaid() {
     TestWorkplace place;
     const QStringList headings = {"Nr", "Name", "Telefon", "Verein"};

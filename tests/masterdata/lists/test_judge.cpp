@@ -120,6 +120,11 @@ class TestJudge : public QObject {
         "neu Startnummer: >200 Name: >Müller Jörg Geburtsdatum: >01.01.1990 (Keine Klasse nimmt Jahrgang "
         "1990, "
         "ohne Geschlecht.)");
+    row("namesake with a licence of his own", "Ausweis;Name;geb.", "L77;Müller Jörg;14.05.80",
+        "neu Startnummer: >105 Name: >Müller Jörg Ausweisnummer: >L77 Geburtsdatum: >14.05.1980 (Im "
+        "Wettkampf "
+        "steht schon Müller Jörg (Startnummer 101, geb. 14.05.1980).) (Bekommt die Startnummer 105.) (Keine "
+        "Klasse nimmt Jahrgang 1980, ohne Geschlecht.)");
     row("a formula is text", "Startnummer;Ort", "101;=1+1", "geändert Ort: >=1+1");
     row("a guarded formula is, too", "Startnummer;Telefon", "101;'+49 911", "geändert Telefon: >+49 911");
     row("too many cells", "Startnummer;Ort", "101;Öd;slipped",
