@@ -1,6 +1,5 @@
 #include "platform/runtime/files.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,12 +12,10 @@
 #include <functional>
 #include <system_error>
 
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
-
 #include "platform/runtime/error.h"
+#include "platform/runtime/folder_names.h"
 #include "platform/runtime/held_files.h"
+#include "platform/runtime/path_look.h"
 
 namespace qk {
 
@@ -29,9 +26,6 @@ constexpr bool kNamesIgnoreCase = true;
 #else
 constexpr bool kNamesIgnoreCase = false;
 #endif
-
-/// A folder's time stamp counts ticks; a younger one may still hide a change within the same tick.
-constexpr qint64 kSettledNanoseconds = 1000000000;
 
 QString parentOf(const QString& path) {
   const qsizetype cut = path.lastIndexOf(u'/');
@@ -54,56 +48,19 @@ std::filesystem::path nativePath(const QString& path) {
   return std::filesystem::path(path.toStdU16String());
 }
 
-enum class Kind { Nothing, File, Folder };
-
-/// What one look at the file system tells. The stamp is the last change, nanoseconds since 1970.
-struct Look {
-  Kind kind = Kind::Nothing;
-  qint64 stamp = 0;
-};
-
-#ifdef Q_OS_UNIX
-using NativePath = QByteArray;
-
-NativePath native(const QString& path) {
-  return QFile::encodeName(path);
-}
-
-/// One look, no more: a poll of many names lives from this being cheap.
-Look lookAt(const NativePath& path) {
-  struct stat status;
-  if (::stat(path.constData(), &status) != 0) return {};
-  const qint64 stamp = status.st_mtim.tv_sec * qint64(1000000000) + status.st_mtim.tv_nsec;
-  return {S_ISDIR(status.st_mode) ? Kind::Folder : Kind::File, stamp};
-}
-#else
-using NativePath = QString;
-
-NativePath native(const QString& path) {
-  return path;
-}
-
-Look lookAt(const NativePath& path) {
-  const QFileInfo info(path);
-  if (!info.exists()) return {};
-  const qint64 stamp = info.lastModified().toMSecsSinceEpoch() * 1000000;
-  return {info.isDir() ? Kind::Folder : Kind::File, stamp};
-}
-#endif
-
-Kind kindOf(const QString& path) {
+PathKind kindOf(const QString& path) {
   return lookAt(native(path)).kind;
 }
 
 bool isFolder(const QString& path) {
-  return kindOf(path) == Kind::Folder;
+  return kindOf(path) == PathKind::Folder;
 }
 
 [[noreturn]] void fail(const QString& path, QFileDevice::FileError error, bool writing) {
   if (error == QFileDevice::PermissionsError) throw Error(errors::kPermissionDenied);
   if (error == QFileDevice::ResourceError) throw Error(writing ? 61 : 7);
   if (!isFolder(parentOf(path))) throw Error(errors::kPathNotFound);
-  if (!writing && kindOf(path) == Kind::Nothing) throw Error(errors::kFileNotFound);
+  if (!writing && kindOf(path) == PathKind::Nothing) throw Error(errors::kFileNotFound);
   throw Error(errors::kPathAccess);
 }
 
@@ -163,24 +120,22 @@ QRegularExpression wildcard(const QString& pattern) {
 
 }  // namespace
 
-/// The names of one folder, by their case-folded form.
-struct Files::Listing {
-  qint64 stamp = 0;      ///< the folder's
-  bool settled = false;  ///< the stamp was old enough when the names were read
-  QHash<QString, QString> names;
+struct Files::Listing : FolderNames {
+  using FolderNames::FolderNames;
 };
 
 /// A name that wasn't there, ready to be looked for again.
 struct Files::Miss {
   NativePath path;
-  NativePath folder;
-  qint64 stamp = 0;  ///< the folder's; while it stands, no other spelling has come either
+  QString foldedName;
+  std::shared_ptr<Listing> folder;
 };
 
 bool Files::isStillMissing(const QString& path) {
   const auto miss = misses_.constFind(path);
   if (miss == misses_.constEnd()) return false;
-  if (lookAt((*miss)->path).kind == Kind::Nothing && lookAt((*miss)->folder).stamp == (*miss)->stamp)
+  const Miss& name = **miss;
+  if (lookAt(name.path).kind == PathKind::Nothing && name.folder->spelling(name.foldedName).isEmpty())
     return true;
   misses_.erase(miss);
   return false;
@@ -188,37 +143,23 @@ bool Files::isStillMissing(const QString& path) {
 
 void Files::rememberMiss(const QString& path, const QString& plain) {
   constexpr qsizetype enough = 10000;
-  const QString folder = parentOf(plain);
-  const auto listing = listings_.constFind(folder);
-  if (listing == listings_.constEnd() || !(*listing)->settled || misses_.size() >= enough) return;
-  misses_.insert(path, std::make_shared<Miss>(Miss{native(plain), native(folder), (*listing)->stamp}));
+  const auto folder = listings_.constFind(parentOf(plain));
+  if (folder == listings_.constEnd() || misses_.size() >= enough) return;
+  misses_.insert(path, std::make_shared<Miss>(Miss{native(plain), nameOf(plain).toCaseFolded(), *folder}));
 }
 
 QString Files::otherSpelling(const QString& path) {
   if (kNamesIgnoreCase) return {};
-  const QString folder = parentOf(path);
-  const Look look = lookAt(native(folder));
-  if (look.kind != Kind::Folder) return {};
-
-  std::shared_ptr<Listing>& listing = listings_[folder];
-  if (!listing) listing = std::make_shared<Listing>();
-  if (!listing->settled || listing->stamp != look.stamp) {
-    listing->stamp = look.stamp;
-    listing->settled = look.stamp + kSettledNanoseconds < QDateTime::currentMSecsSinceEpoch() * 1000000;
-    listing->names.clear();
-    const QStringList names = QDir(folder).entryList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QString& name : names) listing->names.insert(name.toCaseFolded(), name);
-  }
-  const auto found = listing->names.constFind(nameOf(path).toCaseFolded());
-  if (found == listing->names.constEnd()) return {};
-  return path.left(path.lastIndexOf(u'/') + 1) + *found;
+  std::shared_ptr<Listing>& folder = listings_[parentOf(path)];
+  if (!folder) folder = std::make_shared<Listing>(sightOf(parentOf(path)));
+  const QString spelling = folder->spelling(nameOf(path).toCaseFolded());
+  return spelling.isEmpty() ? spelling : path.left(path.lastIndexOf(u'/') + 1) + spelling;
 }
 
 QString Files::resolve(const QString& path) {
   if (path.isEmpty() || isForeignPath(path)) return path;
   const QString plain = plainPath(path);
-  if (kNamesIgnoreCase || kindOf(plain) != Kind::Nothing) return plain;
+  if (kNamesIgnoreCase || kindOf(plain) != PathKind::Nothing) return plain;
   const QString other = otherSpelling(plain);
   return other.isEmpty() ? plain : other;
 }
@@ -252,7 +193,7 @@ void Files::remove(const QString& path) {
   if (isFolder(real)) throw Error(errors::kPathAccess);
   QFile file(real);
   if (!file.remove())
-    fail(real, kindOf(real) != Kind::Nothing ? QFileDevice::PermissionsError : file.error(), false);
+    fail(real, kindOf(real) != PathKind::Nothing ? QFileDevice::PermissionsError : file.error(), false);
 }
 
 void Files::copy(const QString& from, const QString& to) {
@@ -279,7 +220,7 @@ void Files::replace(const QString& path, const QByteArray& content) {
   const QString target = plainPath(path);
   QFile beside(nameBeside(target));
   while (!beside.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-    if (kindOf(beside.fileName()) == Kind::Nothing) fail(target, beside.error(), true);
+    if (kindOf(beside.fileName()) == PathKind::Nothing) fail(target, beside.error(), true);
     beside.setFileName(nameBeside(target));  // somebody else's, who has every right to it
   }
   try {
@@ -303,11 +244,11 @@ bool Files::exists(const QString& path) {
   if (isStillMissing(path)) return false;
   if (path.isEmpty() || isForeignPath(path)) return false;
   const QString plain = plainPath(path);
-  const Kind kind = kindOf(plain);
-  if (kind != Kind::Nothing) return kind == Kind::File;
+  const PathKind kind = kindOf(plain);
+  if (kind != PathKind::Nothing) return kind == PathKind::File;
   const QString other = otherSpelling(plain);
   if (other.isEmpty()) rememberMiss(path, plain);
-  return !other.isEmpty() && kindOf(other) == Kind::File;
+  return !other.isEmpty() && kindOf(other) == PathKind::File;
 }
 
 bool Files::folderExists(const QString& path) {

@@ -54,7 +54,7 @@ class Files {
   struct Miss;
   bool isStillMissing(const QString& path);
   void rememberMiss(const QString& path, const QString& plain);
-  QHash<QString, std::shared_ptr<Listing>> listings_;  // by folder, trusted while its time stamp stands
+  QHash<QString, std::shared_ptr<Listing>> listings_;  // by folder
   QHash<QString, std::shared_ptr<Miss>> misses_;       // by path as asked, so that a poll costs two looks
 };
 

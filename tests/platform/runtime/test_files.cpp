@@ -12,6 +12,9 @@
 #include "platform/runtime/files.h"
 #include "platform/runtime/folder_writer.h"
 #include "tests/support/error_of.h"
+#if defined(Q_OS_LINUX)
+#include "tests/support/folder_readings.h"
+#endif
 
 using namespace qk;
 using namespace qk::test;
@@ -42,6 +45,10 @@ class TestFiles : public QObject {
   void aYoungTimeStampIsNotTrusted();
   void aQuietFolderIsNotReadAgain();
   void aMissingNameIsSeenWhenItComes();
+#if defined(Q_OS_LINUX)
+  void aBusyFolderIsNotReadAgain();
+  void moreNewsThanTheKernelKeeps();
+#endif
   void fullDisk();
   void lists();
   void copies();
@@ -55,7 +62,9 @@ class TestFiles : public QObject {
   void trailingSeparator();
 
  private:
-  QString path(const QString& name) const { return folder_->path() + "/" + name; }
+  QString path(const QString& name) const {
+    return folder_->path() + "/" + name;
+  }
   std::unique_ptr<QTemporaryDir> folder_;
   Files files_;
 };
@@ -205,6 +214,41 @@ void TestFiles::aMissingNameIsSeenWhenItComes() {
   Files().write(path("flag.ctl"), "");
   QVERIFY(files_.exists(path("flag.ctl")));
 }
+
+#if defined(Q_OS_LINUX)
+void TestFiles::aBusyFolderIsNotReadAgain() {
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  Files().write(path("anderes"), "");
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  FolderReadings readings(folder_->path());
+  for (int number = 0; number < 100; ++number) {
+    Files().replace(path(QString("Brief %1.txt").arg(number)), "");
+    QVERIFY(!files_.exists(path("flag.ctl")));
+    Files().replace(path("FLAG.CTL"), "");
+    QVERIFY(files_.exists(path("flag.ctl")));
+    QCOMPARE(files_.resolve(path("brief 0.TXT")), path("Brief 0.txt"));
+    QVERIFY(QFile::rename(path("FLAG.CTL"), path("fort")));
+    QVERIFY(QFile::remove(path("fort")));
+  }
+  QCOMPARE(readings.count(), 0);
+}
+
+void TestFiles::moreNewsThanTheKernelKeeps() {
+  QFile limit("/proc/sys/fs/inotify/max_queued_events");
+  QVERIFY(limit.open(QIODevice::ReadOnly));
+  const int most = limit.readAll().trimmed().toInt();
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  Files().write(path("anderes"), "");
+  QVERIFY(!files_.exists(path("flag.ctl")));
+  // The kernel takes two equal reports in a row for one.
+  for (int change = 0; change <= most / 2; ++change) {
+    Files().replace(path("a"), "");
+    QVERIFY(QFile::remove(path("a")));
+  }
+  Files().replace(path("FLAG.CTL"), "");
+  QVERIFY(files_.exists(path("flag.ctl")));
+}
+#endif
 
 void TestFiles::fullDisk() {
   if (!QFile::exists("/dev/full")) return;  // only there can a full disk be had for nothing
