@@ -62,6 +62,7 @@ struct CuttingProxy::Link {
   const int program, server;
   std::optional<Cut> cut;  // of the request that is under way
   qsizetype arrived = 0;   // bytes of its answer
+  bool answered = true;    // the server has spoken last
 };
 
 CuttingProxy::CuttingProxy(const QString& serverFolder)
@@ -124,6 +125,7 @@ void CuttingProxy::serve() {
 bool CuttingProxy::passOn(Link& link) {
   const QByteArray request = received(link.program);
   if (request.isEmpty()) return false;
+  if (std::exchange(link.answered, false)) ++turns_;
   const std::lock_guard lock(mutex_);
   if (!plans_.empty() && request.contains(plans_.front().words)) {
     const Plan plan = plans_.front();
@@ -138,6 +140,7 @@ bool CuttingProxy::passOn(Link& link) {
 bool CuttingProxy::answer(Link& link) {
   const QByteArray bytes = received(link.server);
   if (bytes.isEmpty()) return false;
+  link.answered = true;
   const qsizetype before = std::exchange(link.arrived, link.cut ? link.arrived + bytes.size() : 0);
   if (link.cut == Cut::Answer || (link.cut == Cut::InAnswer && link.arrived > kBeginning)) {
     if (link.cut == Cut::InAnswer) sendAll(link.program, bytes.left(kBeginning - before));

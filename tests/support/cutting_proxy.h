@@ -1,6 +1,6 @@
 // Stands between a program and the server of a PostgreSQL cluster and cuts the connection at a chosen moment,
 // as a network does: before a request arrives, or after the server has done it and before its answer is
-// heard.
+// heard. Counts meanwhile how often the one waits for the other.
 #pragma once
 
 #include <QByteArray>
@@ -40,6 +40,9 @@ class CuttingProxy {
   void refuse(bool refusing) { refusing_ = refusing; }
   /// How often it has cut so far.
   int cuts() const { return cuts_; }
+  /// How often the program has spoken so far after the server had: each time it waits for an answer. What it
+  /// says first over a new connection counts, too.
+  int turns() const { return turns_; }
 
  private:
   struct Link;
@@ -61,7 +64,7 @@ class CuttingProxy {
   std::deque<Plan> plans_;
   std::function<void()> then_;  // of the one that is being cut
   std::atomic<bool> refusing_ = false;
-  std::atomic<int> cuts_ = 0;
+  std::atomic<int> cuts_ = 0, turns_ = 0;
   std::thread thread_;
 };
 

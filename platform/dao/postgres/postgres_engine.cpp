@@ -125,6 +125,10 @@ void PostgresEngine::furnish() {
   });
 }
 
+/// Asked each time, so before each row that is added, too. A notice of the server's would spare the question,
+/// but not what it is good for besides: it finds a connection dead or silent, and makes it anew, while
+/// nothing is in doubt yet. Without it the row would be the first that is sent, and whoever stores it would
+/// have to decide what to do about a lost answer.
 std::shared_ptr<const Catalogue> PostgresEngine::catalogue() {
   const qint64 version = connection_->value("SELECT version FROM " + postgres::kVersionTable).toLongLong();
   if (!catalogue_ || catalogue_->version() != version)
@@ -265,7 +269,7 @@ qint64 PostgresEngine::insertKeyed(const TableInfo& table, const NewRow& row, co
       return 0;
     }
     if (isLoss(error)) {
-      unanswered_.push_back({row.text, values});
+      keepUnanswered(row, values);
       if (number >= 0) numbers_.doubt(table, values[number].toLongLong());
     }
     throw;
@@ -288,6 +292,15 @@ qint64 PostgresEngine::insertNow(const TableInfo& table, const NewRow& row, cons
   connection_->write(text, values, numbered ? PostgresConnection::Take(take) : PostgresConnection::Take());
   if (depth_ == 0) ++commits_;
   return assigned;
+}
+
+/// Once, however often it fails: what is left here of a row that came through would be taken for the next one
+/// like it.
+void PostgresEngine::keepUnanswered(const NewRow& row, const QVariantList& values) {
+  const bool kept = std::any_of(unanswered_.begin(), unanswered_.end(), [&](const Unanswered& other) {
+    return other.text == row.text && other.values == values;
+  });
+  if (!kept) unanswered_.push_back({row.text, values});
 }
 
 bool PostgresEngine::isUnanswered(const NewRow& row, const QVariantList& values, qsizetype number) const {

@@ -87,6 +87,7 @@ class PostgresEngine final : public Engine {
   qint64 once(const QString& text, const QVariantList& values, const std::function<qint64()>& change);
   qint64 insertKeyed(const TableInfo& table, const NewRow& row, const QVariantList& values);
   qint64 insertNow(const TableInfo& table, const NewRow& row, const QVariantList& values);
+  void keepUnanswered(const NewRow& row, const QVariantList& values);
   bool isUnanswered(const NewRow& row, const QVariantList& values, qsizetype number) const;
   bool wasStored(const TableInfo& table, const NewRow& row, const QVariantList& values);
   bool isStored(const TableInfo& table, const NewRow& row, const QVariantList& values);

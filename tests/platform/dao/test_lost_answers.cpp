@@ -90,6 +90,36 @@ class TestLostAnswers : public QObject {
     QCOMPARE(stored(), QStringList({row(id, "Schuß"), row(next, "Schuß")}));
   }
 
+  /// The first repetition finds the server away, too.
+  void aRowThatComesThroughLateIsNotTakenForTheNextOneLikeIt() {
+    const auto rows = articlesOf();
+    const int id = begin(*rows, "Schuß");
+    loseUpdate(*rows, "INSERT INTO", Cut::Answer);
+    proxy_->cutNext("SELECT count(*)", Cut::Request);
+    proxy_->cutThen("SELECT count(*)", Cut::Request);
+    QCOMPARE(errorOf([&] { rows->update(); }), 3043);
+    QCOMPARE(proxy_->cuts(), 3);
+    rows->update();
+    const int next = begin(*rows, "Schuß");
+    rows->update();
+    QCOMPARE(stored(), QStringList({row(id, "Schuß"), row(next, "Schuß")}));
+  }
+
+  /// Whether a definition has changed, and the row itself: what is asked more is felt far from the server.
+  void aRowWaitsForTwoAnswers() {
+    const auto addRows = [&] {
+      for (int i = 0; i < 2 * Engine::kNumberBlock; ++i) {
+        const auto rows = articlesOf();
+        begin(*rows, "Schuß");
+        rows->update();
+      }
+    };
+    addRows();  // after which all that comes again is prepared
+    const int before = proxy_->turns();
+    addRows();
+    QCOMPARE(proxy_->turns() - before, 2 * 2 * Engine::kNumberBlock);
+  }
+
   /// With statements that are prepared meanwhile, and beyond the first block of numbers.
   void everyRowOfManyIsStoredOnce() {
     const auto rows = articlesOf();

@@ -90,6 +90,15 @@ class TestSilentServer : public QObject {
              QStringList{"a"});
   }
 
+  /// The question for the definitions meets the silence, before anything is in doubt.
+  void aRowThatIsBegunInTheSilenceGoesOnByItself() {
+    addArticle(*database_->openRecordset("Artikel"), "a");
+    StoppedServer stopped(*server_);
+    addArticle(*database_->openRecordset("Artikel"), "b");
+    stopped.goOn();
+    QCOMPARE(walk(*database_->openRecordset("Artikel"), "Name"), QStringList({"a", "b"}));
+  }
+
   void whatCountsOnIsDoneOnce() {
     database_->execute("INSERT INTO Artikel (ID, Name, Preis) VALUES (1, 'a', 1)");
     const QString more = "UPDATE \"Artikel\" SET \"Preis\" = \"Preis\" + 1";
