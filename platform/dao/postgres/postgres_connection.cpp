@@ -10,6 +10,7 @@
 #include <array>
 #include <atomic>
 #include <charconv>
+#include <cmath>
 
 #include "platform/dao/postgres/postgres_errors.h"
 #include "platform/dao/postgres/postgres_schema.h"
@@ -61,6 +62,17 @@ QByteArray textParameter(const QString& text) {
   return text.toUtf8();
 }
 
+/// The fewest digits that are read as the same number again; a whole number without an exponent, which an
+/// integer column would not read.
+QByteArray realParameter(double number) {
+  constexpr double kLongest = 1e17;
+  std::array<char, 32> digits{};
+  const bool whole = std::abs(number) < kLongest && number != 0 && std::trunc(number) == number;
+  const auto text = whole ? std::to_chars(digits.begin(), digits.end(), static_cast<qint64>(number))
+                          : std::to_chars(digits.begin(), digits.end(), number);
+  return {digits.data(), text.ptr - digits.data()};
+}
+
 QByteArray parameter(const QVariant& value) {
   switch (value.typeId()) {
     case QMetaType::Bool:
@@ -68,7 +80,7 @@ QByteArray parameter(const QVariant& value) {
     case QMetaType::LongLong:
       return QByteArray::number(value.toLongLong());
     case QMetaType::Double:
-      return QByteArray::number(value.toDouble(), 'g', 17);
+      return realParameter(value.toDouble());
     case QMetaType::QByteArray:
       return value.toByteArray();
     default:

@@ -79,6 +79,7 @@ Key RowWriter::insert(const EditBuffer& buffer) {
 
   QStringList columns;
   QVariantList values;
+  values.reserve(static_cast<qsizetype>(plan_->columns.size()));
   const bool known = plan_->insertion.columns == buffer.changed;
   QVariantList byField(static_cast<qsizetype>(fields.size()));
   for (size_t i = 0; i < plan_->columns.size(); ++i) {

@@ -112,8 +112,23 @@ std::pair<double, double> limitsOf(Kind kind) {
   }
 }
 
+/// Digit by digit, for the toolkit reads its format anew each time, and this is done with each row.
 QString isoText(const QDateTime& date) {
-  return date.toString(u"yyyy-MM-dd HH:mm:ss");
+  const QDate day = date.date();
+  if (!date.isValid() || day.year() < 0 || day.year() > 9999) return date.toString(u"yyyy-MM-dd HH:mm:ss");
+  const QTime time = date.time();
+  QString text = "0000-00-00 00:00:00";
+  QChar* const place = text.data();
+  const auto put = [place](qsizetype last, int number) {
+    for (; number > 0; number /= 10) place[last--] = QChar(u'0' + number % 10);
+  };
+  put(3, day.year());
+  put(6, day.month());
+  put(9, day.day());
+  put(12, time.hour());
+  put(15, time.minute());
+  put(18, time.second());
+  return text;
 }
 
 QDateTime dateOfIso(QStringView iso) {

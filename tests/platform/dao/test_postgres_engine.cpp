@@ -2,6 +2,8 @@
 // up.
 #include <QtTest>
 #include <atomic>
+#include <cmath>
+#include <limits>
 #include <thread>
 
 #include "platform/dao/postgres/postgres_engine.h"
@@ -217,6 +219,21 @@ class TestPostgresEngine : public QObject {
     QVERIFY(database->openRecordset("Artikel")->eof());
     add();
     QCOMPARE(walk(*database->openRecordset("Artikel"), "Name"), QStringList{"x"});
+  }
+
+  void numbersArriveAsTheyAre() {
+    const ServerDatabase server;
+    const auto database = Database::open(furnished(server));
+    PostgresConnection& connection = static_cast<PostgresEngine&>(database->engine()).connection();
+    using Limits = std::numeric_limits<double>;
+    for (const double number : {0.1, 0.1 + 0.2, 1.0 / 3, 1e5, -1e5, 1e16, 1e17, 12345678901234567890.0, 1e-5,
+                                Limits::max(), Limits::min(), -Limits::denorm_min(), 0.0}) {
+      const QVariant text = connection.value("SELECT (?::float8)::text", {number});
+      QCOMPARE(text.toString().toDouble(), number);
+    }
+    QVERIFY(std::signbit(connection.value("SELECT ?::float8", {-0.0}).toDouble()));
+    for (const double number : {0.0, 100000.0, -2e9})  // where an exponent would not be read
+      QCOMPARE(connection.value("SELECT ?::integer", {number}).toDouble(), number);
   }
 
   void aReadIsGivenUpWithinAMoment() {

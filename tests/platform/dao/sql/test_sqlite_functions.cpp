@@ -18,6 +18,17 @@ class TestSqliteFunctions : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
+  void timesAreWrittenAsTheToolkitWritesThem() {
+    const QTime early(1, 2, 3, 456), late(23, 59, 59);
+    for (const int year : {1, 99, 100, 1899, 2026, 9999, 10000, -44})
+      for (const QTime time : {QTime(0, 0), early, late})
+        for (const QDate day : {QDate(year, 1, 9), QDate(year, 12, 31)}) {
+          const QDateTime moment(day, time);
+          QCOMPARE(isoText(moment), moment.toString("yyyy-MM-dd HH:mm:ss"));
+        }
+    QCOMPARE(isoText({}), QString());
+  }
+
   void matchesPatterns_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("pattern");
