@@ -62,6 +62,7 @@ double instructionsOf(const Pair& pair, const QString& side) {
 }  // namespace
 
 double countedRatio(const Pair& pair) {
+  if (pair.ground) pair.ground();
   double counts[2] = {};
   for (int side = 0; side < 2; ++side) counts[side] = instructionsOf(pair, side == 0 ? kHouse : "bare");
   QTextStream(stdout) << QString("  %1: %2 gegen %3 Befehle\n")

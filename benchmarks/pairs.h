@@ -20,6 +20,8 @@ struct Pair {
   Work bare;
   /// How many rounds are counted in instructions; 0 for a pair whose processor time is measured.
   int counted = 0;
+  /// Done once before a pair is counted, in the process that starts those of both sides: what they share.
+  std::function<void()> ground = {};
 };
 
 /// A figure that is counted, not timed.
