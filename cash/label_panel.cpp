@@ -118,10 +118,8 @@ void LabelPanel::keepFlag(QAbstractButton* box, const SettingKey& key) {
 void LabelPanel::keepPosition(QLineEdit* field, const SettingKey& key) {
   connect(field, &QLineEdit::editingFinished, this, [this, field, &key] {
     versuche([&] {
-      if (isNumeric(field->text()))
-        schreibe(settings(), key, field->text());
-      else
-        field->setText(liesText(settings(), key));
+      if (!isNumeric(field->text())) return field->setText(liesText(settings(), key));
+      schreibe(settings(), key, field->text());
     });
   });
 }

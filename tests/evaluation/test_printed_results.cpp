@@ -87,6 +87,7 @@ void TestPrintedResults::aPrintedGrid() {
 
 void TestPrintedResults::theSheetSaysWhoseItIs() {
   desk->open();
+  type(desk->window(), "filter_Ergebnis_1", "300");
   type(desk->window(), "filter_Waffe_1", "LP");
   desk->boxes.expectWindow("ReportPreview", [&](QWidget& preview) {
     QTRY_VERIFY(!the<QLabel>(preview, "lblSeiten").text().contains("…"));
@@ -97,7 +98,7 @@ void TestPrintedResults::theSheetSaysWhoseItIs() {
     QVERIFY(!stands("Süß Benno"));
     for (const char* text :
          {"Müller Jörg, Startnummer 107, Schützenlust Äußere Au", "Stand: 22.11.2026 10:41:07",
-          "Nur: Waffe LP", "300,1", "03.12.2025 10:00:00", "Disziplin"})
+          "Nur: Ergebnis 300, Waffe LP", "300,1", "21.11.2026 09:00:00", "Disziplin"})
       QVERIFY2(stands(text), text);
     QVERIFY(!stands("123,4"));  // the filter hides it
     press(preview, "viwSeiten", Qt::Key_Escape);

@@ -97,9 +97,9 @@ class Trial:
         status = self._run(test, test.limit(measure.seconds))
         if status == 0:
             return None
-        if status != children.HUNG and self._run(test, test.limit(measure.seconds)) == 0:
+        if self._run(test, test.limit(measure.seconds)) == 0:
             self.shaky.add(test.name)
-            return None  # what notices, notices again; the first time something else was wrong
+            return None  # what notices, notices again; the first time something else was wrong, or the machine busy
         return Verdict(HUNG if status == children.HUNG else KILLED, by=test.name)
 
     # --- tests ---

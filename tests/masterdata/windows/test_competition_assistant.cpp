@@ -112,6 +112,15 @@ void TestCompetitionAssistant::whatIsMissingIsSaid() {
   place->dialogs.expect("»31.02.« ist kein Stichtag (TT.MM.JJJJ).");
   click(*window, "cmdOK");
   QVERIFY(field("txtStichtag").hasFocus());
+  type(*window, "txtStichtag", "1.7.26");
+  the<QComboBox>(*window, "cboStarter").setCurrentIndex(-1);
+  place->dialogs.expect("Es ist kein Startersatz gewählt.");
+  click(*window, "cmdOK");
+  QVERIFY(the<QComboBox>(*window, "cboStarter").hasFocus());
+  click(*window, "optFrueher");
+  place->dialogs.expect("Es fehlt der frühere Wettkampf.");
+  click(*window, "cmdOK");
+  QVERIFY(field("txtFrueher").hasFocus());
   QCOMPARE(window->path(), "");
 }
 
