@@ -71,35 +71,25 @@ struct Changes::Table {
     }
   }
 
-  QString name(int position) const { return writer.identifier(field(position).name); }
-  QString list(const Positions& columns, const QString& behind) const {
-    QStringList names;
-    for (int column : columns) names.append(name(column) + behind);
-    return names.join(", ");
+  QStringList names(const Positions& columns) const {
+    QStringList all;
+    for (int column : columns) all.append(field(column).name);
+    return all;
   }
-  QString itself() const { return writer.identifier(info.def.name); }
-  QString thisRow() const { return " WHERE " + writer.identifier(info.key.names.front()) + " = ?"; }
 
   const NewRow& insertion(const Positions& columns) {
     NewRow& row = insertions[columns];
-    if (!row.text.isEmpty()) return row;
-    for (int column : columns) row.columns.append(field(column).name);
-    row.text = columns.isEmpty() ? "INSERT INTO " + itself() + " DEFAULT VALUES"
-                                 : "INSERT INTO " + itself() + " (" + list(columns, {}) + ") VALUES (" +
-                                       QStringList(columns.size(), "?").join(", ") + ")";
+    if (row.text.isEmpty()) row = {writer.insertRow(info, names(columns)), names(columns)};
     return row;
   }
   const QString& updating(const Positions& columns) {
     QString& text = updates[columns];
-    if (text.isEmpty()) text = "UPDATE " + itself() + " SET " + list(columns, " = ?") + thisRow();
+    if (text.isEmpty()) text = writer.updateRow(info, names(columns));
     return text;
-  }
-  QString looking(const Positions& columns) {
-    return "SELECT " + list(columns, {}) + " FROM " + itself() + thisRow();
   }
   const QString& holding(const Positions& columns) {
     QString& text = looks[columns];
-    if (text.isEmpty()) text = looking(columns) + writer.holdingRows();
+    if (text.isEmpty()) text = writer.holdRow(info, names(columns));
     return text;
   }
 
@@ -302,8 +292,7 @@ void Changes::Work::run(const Change& change) {
         throw Error(errors::kRecordDeleted);
       break;
     case Change::Kind::Remove:
-      engine.write("DELETE FROM " + change.table->itself() + change.table->thisRow(),
-                   {static_cast<qlonglong>(change.key)});
+      engine.write(change.table->writer.deleteRow(change.table->info), {static_cast<qlonglong>(change.key)});
       break;
     case Change::Kind::Action:
       database.execute(change.action);
@@ -338,8 +327,8 @@ bool Changes::Work::wasStored() {
   if (numbered == changes.end()) return false;
   Table& table = *numbered->table;
   bool stored = false;
-  engine.read(table.looking(numbered->columns), {static_cast<qlonglong>(numbered->key)},
-              [&](const NativeRow& row) {
+  engine.read(table.writer.readRow(table.info, table.names(numbered->columns)),
+              {static_cast<qlonglong>(numbered->key)}, [&](const NativeRow& row) {
                 stored = true;
                 for (qsizetype i = 0; i < numbered->columns.size(); ++i) {
                   const FieldType type = table.field(numbered->columns[i]).type;

@@ -61,9 +61,9 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
   job.packed = !plan_->keyed;
   job.width = plan_->keyed ? plan_->keyWidth : 1;
   job.integer = plan_->keyed && plan_->integerKey;
-  job.query = plan_->keyed ? plan_->keyListing() : plan_->whole;
+  job.query = plan_->keyed ? plan_->keyListing(engine_->writer()) : plan_->whole;
   job.sorted = !plan_->paged && !plan_->select->top && !plan_->select->orderBy.empty();
-  if (job.sorted && plan_->keyed) job.counting = plan_->counting();
+  if (job.sorted && plan_->keyed) job.counting = plan_->counting(engine_->writer());
   keys_ = KeyList(job.width, job.integer);
   first_ = 0;
   state_ = {.complete = false, .sorting = job.sorted};

@@ -9,12 +9,6 @@ namespace {
 
 constexpr int kPage = 1000;
 
-QString nameList(const QStringList& names, const sql::Writer& writer) {
-  QStringList written;
-  for (const QString& name : names) written.append(writer.identifier(name));
-  return written.join(", ");
-}
-
 }  // namespace
 
 RowPages::RowPages(Engine& engine, const QString& table)
@@ -24,23 +18,13 @@ RowPages::RowPages(Engine& engine, const QString& table)
 
 RowPages::RowPages(Database& database, const QString& table) : RowPages(database.engine(), table) {}
 
-QString RowPages::text() const {
-  const sql::Writer& writer = engine_.writer();
-  QStringList fields;
-  for (const FieldDef& field : table_->def.fields) fields.append(field.name);
-  const QString key = nameList(table_->key.names, writer);
-  QString text =
-      "SELECT " + key + ", " + nameList(fields, writer) + " FROM " + writer.identifier(table_->def.name);
-  if (!last_.isEmpty()) text += " WHERE (" + key + ") > (" + QStringList(last_.size(), "?").join(", ") + ")";
-  return text + " ORDER BY " + key + " LIMIT ?";
-}
-
 bool RowPages::next(std::vector<QVariantList>& rows) {
   rows.clear();
   if (complete_) return false;
   const qsizetype width = table_->key.names.size();
   QVariantList last = last_;
-  engine_.read(text(), last_ + QVariantList{kPage}, [&](const NativeRow& native) {
+  const sql::NativeQuery page = engine_.writer().page(*table_, last_, kPage);
+  engine_.read(page.text, page.values, [&](const NativeRow& native) {
     last = native.mid(0, width);
     QVariantList row = native.mid(width);
     for (qsizetype i = 0; i < row.size(); ++i) {

@@ -25,8 +25,6 @@ class RowPages {
   bool next(std::vector<QVariantList>& rows);
 
  private:
-  QString text() const;
-
   Engine& engine_;
   std::shared_ptr<const Catalogue> catalogue_;
   const TableInfo* table_;

@@ -6,28 +6,11 @@
 
 namespace qk::dao {
 
-namespace {
-
-sql::NativeQuery wholeOf(const SelectPlan& plan) {
-  if (!plan.keyed) return plan.whole;
-  const QString keys = plan.keyOrder.join(", ");
-  sql::NativeQuery query{plan.row.text + SelectPlan::conditions({plan.where.text}) + " ORDER BY " +
-                             (plan.orderBy.isEmpty() ? keys : plan.orderBy + ", " + keys),
-                         plan.row.values + plan.where.values + plan.orderValues};
-  if (plan.select->top) {
-    query.text += " LIMIT ?";
-    query.values.append(*plan.select->top);
-  }
-  return query;
-}
-
-}  // namespace
-
 RowReader::RowReader(Database& database, const QString& query) : database_(database) {
   const auto plan = SelectPlan::make(database.engine(), query);
   fields_.reserve(plan->columns.size());
   for (const PlanColumn& column : plan->columns) fields_.push_back(column.def);
-  sql::NativeQuery whole = wholeOf(*plan);
+  sql::NativeQuery whole = plan->rowListing(database.engine().writer());
   text_ = std::move(whole.text);
   values_ = std::move(whole.values);
 }

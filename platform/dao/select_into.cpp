@@ -32,13 +32,6 @@ TableDef definitionOf(const std::vector<sql::ResultColumn>& columns, const QStri
   return table;
 }
 
-QString insertText(const TableDef& table, const sql::Writer& writer) {
-  QStringList names;
-  for (const FieldDef& field : table.fields) names.append(writer.identifier(field.name));
-  return "INSERT INTO " + writer.identifier(table.name) + " (" + names.join(", ") + ") VALUES (" +
-         QStringList(names.size(), "?").join(", ") + ")";
-}
-
 }  // namespace
 
 int selectInto(Engine& engine, sql::Select select) {
@@ -60,7 +53,7 @@ int selectInto(Engine& engine, sql::Select select) {
   });
   target.transaction([&] {
     target.createTable(table);
-    const QString text = insertText(table, target.writer());
+    const QString text = target.writer().insertRows(table, 1);
     for (QVariantList& row : rows) {
       for (qsizetype i = 0; i < row.size(); ++i) {
         const FieldType type = table.fields[static_cast<size_t>(i)].type;

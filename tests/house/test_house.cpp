@@ -252,6 +252,26 @@ class TestHouse : public QObject {
     COMPARE_LINES(wrong, QStringList());
   }
 
+  /// What an engine is told is written where an engine can write it otherwise.
+  void theStoreSpeaksSqlBelowItsSeamOnly() {
+    static const QRegularExpression comment("//[^\n]*");
+    static const QRegularExpression literal("'(?:[^'\\\\\n]|\\\\.)'|\"(?:[^\"\\\\\n]|\\\\.)*\"");
+    static const QStringList words = {"SELECT", "FROM",   "WHERE", "ORDER BY", "GROUP BY", "LIMIT",
+                                      "INSERT", "VALUES", "SET",   "UPDATE",   "DELETE",   "JOIN",
+                                      "UNION",  "AND",    "OR",    "NULL",     "DESC"};
+    static const QRegularExpression sql("\\b(" + words.join('|') + ")\\b|\\b(?i:min|max|count)\\(|= \\?");
+    const QStringList below = {"platform/dao/sql/", "platform/dao/sqlite/", "platform/dao/postgres/"};
+    QStringList wrong, found;
+    for (auto it = sources().begin(); it != sources().end(); ++it) {
+      if (!it.key().startsWith("platform/dao/")) continue;
+      const QStringList spoken = matches(QString(it->text).remove(comment), literal).filter(sql);
+      for (const QString& text : spoken)
+        (placeIn(below, it.key()) >= 0 ? found : wrong) << it.key() + ": " + text;
+    }
+    QVERIFY(found.size() > 50);
+    COMPARE_LINES(wrong, QStringList());
+  }
+
   void noFileOutgrowsAReader() {
     QStringList wrong;
     for (auto it = sources().begin(); it != sources().end(); ++it)

@@ -1,6 +1,11 @@
 // The seam to a database kind. Everything above it (recordsets, definitions, SELECT … INTO between files) is
 // the same for each engine: it asks the engine's Writer for text and hands over native values.
 //
+// Of SQL, what stands above takes for granted: a statement is a text and the values that it asks for, in that
+// order; the same question asks for them in the same text, so that a text may be kept; a select may be begun
+// in one place and completed in another (Writer::chosen()). It neither looks into a text nor puts one
+// together.
+//
 // An engine is one connection. No cursor and no lock outlives a call. Every failure is a qk::Error with the
 // number of the classic engine.
 #pragma once

@@ -30,7 +30,7 @@ class RowInserter {
         const size_t end = std::min(rows.size(), first + static_cast<size_t>(atOnce));
         QVariantList values;
         for (size_t i = first; i < end; ++i) appendNative(rows[i], values);
-        engine_.write(text(static_cast<qsizetype>(end - first)), values);
+        engine_.write(engine_.writer().insertRows(table_, static_cast<int>(end - first)), values);
       }
     });
   }
@@ -39,15 +39,6 @@ class RowInserter {
   void appendNative(const QVariantList& row, QVariantList& values) const {
     for (qsizetype i = 0; i < width_; ++i)
       values.append(engine_.writer().toNative(row[i], table_.fields[static_cast<size_t>(i)].type));
-  }
-
-  QString text(qsizetype rows) const {
-    const sql::Writer& writer = engine_.writer();
-    QStringList names;
-    for (const FieldDef& field : table_.fields) names.append(writer.identifier(field.name));
-    const QString row = "(" + QStringList(width_, "?").join(", ") + ")";
-    return "INSERT INTO " + writer.identifier(table_.name) + " (" + names.join(", ") + ") VALUES " +
-           QStringList(rows, row).join(", ");
   }
 
   Engine& engine_;

@@ -35,10 +35,10 @@ QVariant PostgresWriter::fromNative(const QVariant& native, FieldType type) cons
   return sql::fromNative(native, type);
 }
 
-QStringList PostgresWriter::keyOrder(const QString& column, FieldType type, bool outer) const {
-  QStringList terms{kindOf(type) == Kind::Text ? foldedText(column) : column};
-  if (outer) terms.prepend('(' + column + " IS NOT NULL)");
-  return terms;
+std::vector<NativeQuery> PostgresWriter::keyOrder(const QString& column, FieldType type, bool outer) const {
+  const NativeQuery term{kindOf(type) == Kind::Text ? foldedText(column) : column};
+  if (outer) return {{'(' + column + " IS NOT NULL)"}, term};
+  return {term};
 }
 
 }  // namespace qk::dao::sql

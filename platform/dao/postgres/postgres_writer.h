@@ -28,10 +28,10 @@ class PostgresWriter final : public PrintingWriter {
 
   QVariant toNative(const QVariant& value, FieldType type) const override;
   QVariant fromNative(const QVariant& native, FieldType type) const override;
-  QString holdingRows() const override { return " FOR UPDATE"; }
-  QStringList keyOrder(const QString& column, FieldType type, bool outer) const override;
+  std::vector<NativeQuery> keyOrder(const QString& column, FieldType type, bool outer) const override;
 
  private:
+  QString holdingRows() const override { return " FOR UPDATE"; }
   std::unique_ptr<Printer> printer(QVariantList& values, Printer::Literals literals) const override;
 
   TableLookup tables_;

@@ -99,7 +99,9 @@ class Pieces {
   }
 
   int run() {
-    const auto [least, greatest] = bounds();
+    const std::optional<qint64> first = keyAt(sql::End::Least), last = keyAt(sql::End::Greatest);
+    if (!first || !last) return 0;
+    const qint64 least = *first, greatest = *last;
     PieceSize looked(kFirstLook, kMostLookedAt);
     for (qint64 low = least; low <= greatest;) {
       const quint64 rest = quint64(greatest) - quint64(low);
@@ -119,16 +121,14 @@ class Pieces {
   sql::Update& update() { return std::get<sql::Update>(statement_); }
   const QString& keyName() const { return target_.key.names.front(); }
 
-  std::pair<qint64, qint64> bounds() {
-    const QString key = engine_.writer().identifier(keyName());
-    std::pair<qint64, qint64> found(0, -1);
-    engine_.read(
-        "SELECT min(" + key + "), max(" + key + ") FROM " + engine_.writer().identifier(target_.def.name), {},
-        [&](const NativeRow& row) {
-          if (!row[0].isNull()) found = {row[0].toLongLong(), row[1].toLongLong()};
-          return false;
-        });
-    return found;
+  /// Nothing where the table has no rows.
+  std::optional<qint64> keyAt(sql::End end) {
+    std::optional<qint64> key;
+    engine_.read(engine_.writer().endOfKeys(target_, end), {}, [&](const NativeRow& row) {
+      if (!row[0].isNull()) key = row[0].toLongLong();
+      return false;
+    });
+    return key;
   }
 
   std::vector<qint64> toBeWritten(qint64 low, qint64 high) {

@@ -71,11 +71,8 @@ bool KeyedRows::readKeys(KeyList& keys) {
 }
 
 void KeyedRows::fixUpperLimit() {
-  const PlanSource& source = plan_->sources.front();
-  const sql::Writer& writer = engine_->writer();
-  const QString text = "SELECT max(" + writer.identifier(source.table->key.names.front()) + ") FROM " +
-                       writer.identifier(source.table->def.name);
   qint64 limit = kNoKey;
+  const QString text = engine_->writer().endOfKeys(*plan_->sources.front().table, sql::End::Greatest);
   engine_->read(text, {}, [&](const NativeRow& row) {
     if (!row.first().isNull()) limit = row.first().toLongLong();
     return false;
@@ -89,19 +86,13 @@ bool KeyedRows::readPage(KeyList& keys) {
     listed_ = true;
     return false;
   }
-  const QString& key = plan_->keyColumns;
-  const QString after = last_ ? key + " > ? AND " : QString();
-  const QString text = "SELECT " + key + plan_->from.text +
-                       SelectPlan::conditions({plan_->where.text, after + key + " <= ?"}) + " ORDER BY " +
-                       key + " LIMIT ?";
-  QVariantList values = plan_->from.values + plan_->where.values;
-  if (last_) values.append(static_cast<qlonglong>(*last_));
-  values.append(static_cast<qlonglong>(*limit_));
-  values.append(pageSize_);
-
+  const sql::Writer& writer = engine_->writer();
+  const sql::NativeQuery query = writer.chosen(
+      plan_->keys,
+      {{plan_->where, writer.within(plan_->keyColumns.first(), last_, *limit_)}, plan_->keyOrder, pageSize_});
   KeyList page(keys.width(), keys.isInteger());
   std::optional<qint64> last;
-  engine_->read(text, values, [&](const NativeRow& row) {
+  engine_->read(query.text, query.values, [&](const NativeRow& row) {
     page.append(row);
     last = row.first().toLongLong();
     return true;
@@ -113,21 +104,22 @@ bool KeyedRows::readPage(KeyList& keys) {
   return page.size() > 0;
 }
 
-QString KeyedRows::orderClause(bool backwards) const {
-  QStringList terms;
-  if (indexFields_.isEmpty() && !plan_->orderBy.isEmpty()) terms.append(plan_->orderBy);
+std::vector<sql::NativeQuery> KeyedRows::order(bool backwards) const {
+  if (indexFields_.isEmpty()) return plan_->order;
+  const sql::Writer& writer = engine_->writer();
+  std::vector<sql::NativeQuery> terms;
   for (const QString& field : indexFields_)
-    terms.append(engine_->writer().orderTerm({indexColumn(field), backwards}).text);
-  for (const QString& key : plan_->keyOrder) terms.append(backwards ? key + " DESC" : key);
-  return " ORDER BY " + terms.join(", ");
+    terms.push_back(writer.orderTerm({indexColumn(field), backwards}));
+  for (const sql::NativeQuery& key : plan_->keyOrder)
+    terms.push_back(backwards ? writer.descending(key) : key);
+  return terms;
 }
 
 void KeyedRows::readWhole(KeyList& keys) {
-  sql::NativeQuery query = plan_->keyListing();
-  if (!indexFields_.isEmpty())
-    query = {"SELECT " + plan_->keyColumns + plan_->from.text + SelectPlan::conditions({plan_->where.text}) +
-                 orderClause(),
-             plan_->from.values + plan_->where.values};
+  const sql::Writer& writer = engine_->writer();
+  const sql::NativeQuery query = indexFields_.isEmpty()
+                                     ? plan_->keyListing(writer)
+                                     : writer.chosen(plan_->keys, {{plan_->where}, order()});
   KeyList whole(keys.width(), keys.isInteger());
   engine_->read(query.text, query.values, [&](const NativeRow& row) {
     whole.append(row);
@@ -136,27 +128,22 @@ void KeyedRows::readWhole(KeyList& keys) {
   keys.append(whole);
 }
 
+/// The text depends on nothing but which parts of the key are Null: mostly none.
 bool KeyedRows::readRow(const Key& key, QVariantList& row) {
-  const bool whole = std::none_of(key.begin(), key.end(), [](const QVariant& part) { return part.isNull(); });
-  QString tail = whole ? rowTail_ : QString();
-  QVariantList values = plan_->row.values;
-  if (tail.isEmpty()) {
-    QStringList parts;
-    for (const PlanSource& source : plan_->sources)
-      for (qsizetype i = 0; i < source.table->key.names.size(); ++i)
-        parts.append(plan_->keyColumn(engine_->writer(), source, i) +
-                     (key[source.keyFirst + i].isNull() ? " IS NULL" : " = ?"));
-    tail = " WHERE " + parts.join(" AND ");
-    if (whole) rowTail_ = tail;
-  }
-  for (const QVariant& part : key)
-    if (!part.isNull()) values.append(part);
   bool found = false;
-  engine_->read(plan_->row.text + tail, values, [&](const NativeRow& native) {
+  const auto take = [&](const NativeRow& native) {
     row = native;
     found = true;
     return false;
-  });
+  };
+  const bool whole = std::none_of(key.begin(), key.end(), [](const QVariant& part) { return part.isNull(); });
+  if (whole && !rowText_.isEmpty()) {
+    engine_->read(rowText_, plan_->row.values + key, take);
+    return found;
+  }
+  const sql::NativeQuery query = engine_->writer().atKey(plan_->row, plan_->keyColumns, key);
+  if (whole) rowText_ = query.text;
+  engine_->read(query.text, query.values, take);
   return found;
 }
 
@@ -172,19 +159,16 @@ void KeyedRows::find(const QString& criterion, const std::function<bool(const Ke
     return false;
   });
   if (!more) return;
-  const QString text = "SELECT " + plan_->keyColumns + plan_->from.text +
-                       SelectPlan::conditions({plan_->where.text, condition.text}) + orderClause();
-  engine_->read(text, plan_->from.values + plan_->where.values + condition.values + orderValues(),
-                [&](const NativeRow& row) { return take(row); });
+  const sql::NativeQuery all = writer.chosen(plan_->keys, {{plan_->where, condition}, order()});
+  engine_->read(all.text, all.values, [&](const NativeRow& row) { return take(row); });
 }
 
 void KeyedRows::readFirst(const sql::NativeQuery& condition, bool backwards,
                           const std::function<bool(const Key&)>& take) {
-  const QString text = "SELECT " + plan_->keyColumns + plan_->from.text +
-                       SelectPlan::conditions({plan_->where.text, condition.text}) + orderClause(backwards) +
-                       " LIMIT 1";
-  engine_->read(text, plan_->from.values + plan_->where.values + condition.values + orderValues(),
-                [&](const NativeRow& row) { return take(row); });
+  const sql::Writer& writer = engine_->writer();
+  const sql::NativeQuery query =
+      writer.first(writer.chosen(plan_->keys, {{plan_->where, condition}, order(backwards)}), 1);
+  engine_->read(query.text, query.values, [&](const NativeRow& row) { return take(row); });
 }
 
 void KeyedRows::orderBy(const IndexDef& index) {

@@ -23,8 +23,7 @@ class KeyedRows final : public RowSource {
   void fixUpperLimit();
   bool readPage(KeyList& keys);
   void readWhole(KeyList& keys);
-  QString orderClause(bool backwards = false) const;
-  QVariantList orderValues() const { return indexFields_.isEmpty() ? plan_->orderValues : QVariantList(); }
+  std::vector<sql::NativeQuery> order(bool backwards = false) const;
   sql::ExpressionPtr indexColumn(const QString& name) const;
   sql::NativeQuery seekCondition(const QString& comparison, const QVariantList& values) const;
   void readFirst(const sql::NativeQuery& condition, bool backwards,
@@ -38,7 +37,7 @@ class KeyedRows final : public RowSource {
       limit_;  // greatest key when the first page was read: rows that others add later stay out
   std::optional<qint64> last_;  // greatest key listed
   int pageSize_ = 0;
-  QString rowTail_;  // condition of readRow() for a key without Nulls
+  QString rowText_;  // of readRow() for a key without Nulls
 };
 
 }  // namespace qk::dao

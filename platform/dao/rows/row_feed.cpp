@@ -126,11 +126,11 @@ void RowFeed::list(const Job& job, quint64 number) {
 
 KeyList RowFeed::readPage(const Job& job) {
   KeyList page(job.width, job.integer);
-  reader_->read(job.query.text + " LIMIT " + QString::number(kFirstPage), job.query.values,
-                [&](const NativeRow& row) {
-                  page.append(keyOf(job, row));
-                  return true;
-                });
+  const sql::NativeQuery first = reader_->writer().first(job.query, kFirstPage);
+  reader_->read(first.text, first.values, [&](const NativeRow& row) {
+    page.append(keyOf(job, row));
+    return true;
+  });
   return page;
 }
 

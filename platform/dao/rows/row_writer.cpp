@@ -74,7 +74,6 @@ void RowWriter::refuseIncomplete(const EditBuffer& buffer, const PlanSource& sou
 Key RowWriter::insert(const EditBuffer& buffer) {
   const PlanSource& target = plan_->target();
   refuseIncomplete(buffer, target, true);
-  const sql::Writer& writer = engine_->writer();
   const auto& fields = target.table->def.fields;
 
   QStringList columns;
@@ -91,14 +90,7 @@ Key RowWriter::insert(const EditBuffer& buffer) {
     if (!known) columns.append(fields[static_cast<size_t>(column.baseField)].name);
   }
   if (!known) {
-    QStringList names;
-    for (const QString& column : std::as_const(columns)) names.append(writer.identifier(column));
-    const QString table = writer.identifier(target.table->def.name);
-    plan_->insertion.row = {names.isEmpty()
-                                ? "INSERT INTO " + table + " DEFAULT VALUES"
-                                : "INSERT INTO " + table + " (" + names.join(", ") + ") VALUES (" +
-                                      QStringList(names.size(), "?").join(", ") + ")",
-                            columns};
+    plan_->insertion.row = {engine_->writer().insertRow(*target.table, columns), columns};
     plan_->insertion.columns = buffer.changed;
   }
   const qint64 assigned =
@@ -120,36 +112,28 @@ Key RowWriter::keyOf(const PlanSource& source, const Key& key) const {
   return key.mid(source.keyFirst, source.table->key.names.size());
 }
 
-QString RowWriter::keyCondition(const TableInfo& table) const {
-  QStringList parts;
-  for (const QString& name : table.key.names) parts.append(engine_->writer().identifier(name) + " = ?");
-  return " WHERE " + parts.join(" AND ");
-}
-
 Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
-  const sql::Writer& writer = engine_->writer();
   Key changedKey = key;
   const auto updateSource = [&](size_t index) {
     const PlanSource& source = plan_->sources[index];
-    QStringList assignments;
+    QStringList names;
     QVariantList values;
     for (size_t i = 0; i < plan_->columns.size(); ++i) {
       const PlanColumn& column = plan_->columns[i];
       if (!buffer.changed[i] || column.source != static_cast<int>(index)) continue;
       const QString& name = source.table->def.fields[static_cast<size_t>(column.baseField)].name;
-      assignments.append(writer.identifier(name) + " = ?");
+      names.append(name);
       values.append(native(static_cast<int>(i), buffer));
       const qsizetype part = source.table->key.names.indexOf(name);
       if (part >= 0)
         changedKey[source.keyFirst + part] =
             source.table->key.integer ? QVariant(values.last().toLongLong()) : values.last();
     }
-    if (assignments.isEmpty()) return;
+    if (names.isEmpty()) return;
     refuseIncomplete(buffer, source, false);
     const Key own = keyOf(source, key);
     if (own.first().isNull()) throw Error(errors::kFieldNotUpdatable);
-    const QString text = "UPDATE " + writer.identifier(source.table->def.name) + " SET " +
-                         assignments.join(", ") + keyCondition(*source.table);
+    const QString text = engine_->writer().updateRow(*source.table, names);
     if (withRightToWrite([&] { return engine_->write(text, values + own); }) == 0)
       throw Error(errors::kRecordDeleted);
   };
@@ -164,8 +148,7 @@ Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
 
 void RowWriter::remove(const Key& key) {
   const PlanSource& source = plan_->target();
-  const QString text =
-      "DELETE FROM " + engine_->writer().identifier(source.table->def.name) + keyCondition(*source.table);
+  const QString text = engine_->writer().deleteRow(*source.table);
   try {
     const int removed = withRightToWrite([&] { return engine_->write(text, keyOf(source, key)); });
     if (removed == 0 && unansweredRemoval_ != key) throw Error(errors::kRecordDeleted);

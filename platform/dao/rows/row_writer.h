@@ -43,7 +43,6 @@ class RowWriter {
  private:
   int autoNumberColumn() const;
   Key keyOf(const PlanSource& source, const Key& key) const;
-  QString keyCondition(const TableInfo& table) const;
   QVariant native(int column, const EditBuffer& buffer) const;
   void refuseIncomplete(const EditBuffer& buffer, const PlanSource& source, bool added) const;
 

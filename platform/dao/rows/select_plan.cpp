@@ -109,37 +109,28 @@ bool ordersByKey(const Select& select, const PlanSource& source) {
 }
 
 void writeParts(SelectPlan& plan, const Writer& writer) {
-  Select& select = *plan.select;
-  QStringList froms;
-  for (const SourcePtr& source : select.from) froms.append(writer.source(*source, plan.from.values));
-  plan.from.text = " FROM " + froms.join(", ");
+  const Select& select = *plan.select;
+  for (const PlanSource& source : plan.sources)
+    for (const QString& name : source.table->key.names) {
+      plan.keyColumns.append(writer.column(source.qualifier, name));
+      const FieldDef* field = source.table->def.field(name);
+      const auto terms =
+          writer.keyOrder(plan.keyColumns.last(), field ? field->type : FieldType::Long, source.outer);
+      plan.keyOrder.insert(plan.keyOrder.end(), terms.begin(), terms.end());
+    }
+  plan.keys = writer.columnsOf(plan.keyColumns, select.from);
+  plan.row = writer.bare(select);
   if (select.where)
     plan.where = plan.paged ? writer.conditionInKeyOrder(*select.where) : writer.condition(*select.where);
-
-  QStringList terms;
-  for (const OrderItem& item : select.orderBy) {
-    const NativeQuery term = writer.orderTerm(sourceOrder(item, select));
-    terms.append(term.text);
-    plan.orderValues += term.values;
-  }
-  plan.orderBy = terms.join(", ");
-
-  QStringList keys;
-  for (const PlanSource& source : plan.sources)
-    for (qsizetype i = 0; i < source.table->key.names.size(); ++i) {
-      keys.append(plan.keyColumn(writer, source, i));
-      const FieldDef* field = source.table->def.field(source.table->key.names[i]);
-      plan.keyOrder += writer.keyOrder(keys.last(), field ? field->type : FieldType::Long, source.outer);
-    }
-  plan.keyColumns = keys.join(", ");
-
-  plan.row = writer.bare(select);
+  for (const OrderItem& item : select.orderBy)
+    plan.order.push_back(writer.orderTerm(sourceOrder(item, select)));
+  plan.order.insert(plan.order.end(), plan.keyOrder.begin(), plan.keyOrder.end());
 }
 
 Statement parseSource(const Catalogue& catalogue, const QString& source) {
   const QString name = source.trimmed();
   if (const TableInfo* table = catalogue.info(name))
-    return parseStatement("SELECT * FROM [" + table->def.name + "]");
+    return everythingOf(TableSource{table->def.name, {}, {}});
   const bool oneWord = std::none_of(name.begin(), name.end(), [](QChar c) { return c.isSpace(); });
   if (oneWord) throw Error(errors::kUnknownTable);
   return parseStatement(source);
@@ -157,31 +148,20 @@ QVariant SelectPlan::value(const sql::Writer& writer, int column, const QVariant
   return writer.fromNative(native, shown.def.type);
 }
 
-QString SelectPlan::conditions(const QStringList& parts) {
-  QStringList given;
-  for (const QString& part : parts)
-    if (!part.isEmpty()) given.append("(" + part + ")");
-  return given.isEmpty() ? QString() : " WHERE " + given.join(" AND ");
+NativeQuery SelectPlan::listed(const Writer& writer, const NativeQuery& rows) const {
+  return writer.chosen(rows, {{where}, order, select->top});
 }
 
-NativeQuery SelectPlan::keyListing() const {
-  const QString keys = keyOrder.join(", ");
-  const QString order = orderBy.isEmpty() ? keys : orderBy + ", " + keys;
-  NativeQuery query{"SELECT " + keyColumns + from.text + conditions({where.text}) + " ORDER BY " + order,
-                    from.values + where.values + orderValues};
-  if (select->top) {
-    query.text += " LIMIT ?";
-    query.values.append(*select->top);
-  }
-  return query;
+NativeQuery SelectPlan::keyListing(const Writer& writer) const {
+  return listed(writer, keys);
 }
 
-NativeQuery SelectPlan::counting() const {
-  return {"SELECT COUNT(*)" + from.text + conditions({where.text}), from.values + where.values};
+NativeQuery SelectPlan::rowListing(const Writer& writer) const {
+  return keyed ? listed(writer, row) : whole;
 }
 
-QString SelectPlan::keyColumn(const Writer& writer, const PlanSource& source, qsizetype column) const {
-  return writer.identifier(source.qualifier) + "." + writer.identifier(source.table->key.names[column]);
+NativeQuery SelectPlan::counting(const Writer& writer) const {
+  return writer.chosen(writer.count(select->from), {{where}});
 }
 
 int SelectPlan::position(const QString& name) const {

@@ -45,13 +45,12 @@ struct SelectPlan {
   int keyWidth = 0;
   bool integerKey = false;  ///< one source with a whole-number key
   bool paged = false;       ///< the order is that of the key, so the list can be read page by page
-  sql::NativeQuery from;    ///< "FROM …"
-  sql::NativeQuery where;   ///< condition, may be empty
-  QString orderBy;          ///< terms of the text's own order, may be empty
-  QVariantList orderValues;
-  QString keyColumns;    ///< qualified, comma separated
-  QStringList keyOrder;  ///< the same as terms of an order
-  sql::NativeQuery row;  ///< "SELECT … FROM …" without a condition
+  QStringList keyColumns;   ///< as they stand in a text, in the order of the row's key
+  sql::NativeQuery keys;    ///< those columns alone, and the whole row; both without a condition
+  sql::NativeQuery row;
+  sql::NativeQuery where;                  ///< condition, may be empty
+  std::vector<sql::NativeQuery> order;     ///< the text's own terms and then those of the keys
+  std::vector<sql::NativeQuery> keyOrder;  ///< these alone
 
   /// The last added row's statement and the columns it names: rows that are added alike share the text.
   struct Insertion {
@@ -62,20 +61,20 @@ struct SelectPlan {
 
   static std::shared_ptr<const SelectPlan> make(Engine& engine, const QString& source);
 
-  /// The keys of all rows in the text's own order, where the rows are keyed.
-  sql::NativeQuery keyListing() const;
-  /// How many rows that lists.
-  sql::NativeQuery counting() const;
+  /// All rows in the text's own order: their keys alone, where the rows are keyed, or whole.
+  sql::NativeQuery keyListing(const sql::Writer& writer) const;
+  sql::NativeQuery rowListing(const sql::Writer& writer) const;
+  /// How many rows that lists, where they are keyed.
+  sql::NativeQuery counting(const sql::Writer& writer) const;
 
   const PlanSource& target() const { return sources[static_cast<size_t>(manySide)]; }
   int position(const QString& name) const;  ///< -1 when missing
   /// The value of a column in the row with that key. Null in a yes/no column, as files of others may hold it,
   /// is False; where a join found no row it stays Null.
   QVariant value(const sql::Writer& writer, int column, const QVariant& native, const Key& key) const;
-  /// " WHERE a AND b" of the non-empty ones.
-  static QString conditions(const QStringList& parts);
-  /// A qualified key column of a source as text.
-  QString keyColumn(const sql::Writer& writer, const PlanSource& source, qsizetype column) const;
+
+ private:
+  sql::NativeQuery listed(const sql::Writer& writer, const sql::NativeQuery& rows) const;
 };
 
 /// Plans by text, for one database.

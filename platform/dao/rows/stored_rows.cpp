@@ -55,11 +55,7 @@ bool StoredRows::readRow(const Key& key, QVariantList& row) {
 
 /// The engine decides which contents meet the criterion, the stored order which of them is first.
 void StoredRows::find(const QString& criterion, const std::function<bool(const Key&)>& take) {
-  sql::Select outer;
-  outer.items.emplace_back();
-  auto source = std::make_unique<sql::Source>();
-  source->node = sql::SelectSource{sql::clone(*plan_->unresolved), "rows"};
-  outer.from.push_back(std::move(source));
+  sql::Select outer = sql::everythingOf(sql::SelectSource{sql::clone(*plan_->unresolved), "rows"});
   outer.where = sql::parseCriterion(criterion);
   sql::resolve(outer, *plan_->catalogue);
   const sql::NativeQuery query = engine_->writer().select(outer);

@@ -75,6 +75,11 @@ void Printer::bare(const Select& select) {
   from(select.from);
 }
 
+void Printer::columnsOf(const QStringList& columns, const std::vector<SourcePtr>& sources) {
+  text_ += "SELECT " + columns.join(", ");
+  from(sources);
+}
+
 /// Where one table stands alone, its columns need no name before them.
 void Printer::qualify(const Select& select) {
   qualified_ = select.from.size() != 1 || !tableOf(*select.from.front());

@@ -23,7 +23,8 @@ class Printer {
   virtual void select(const Select& select, const std::vector<Kind>& wanted = {});
   /// Items and sources alone: a condition may follow.
   void bare(const Select& select);
-  void source(const Source& source);
+  /// The same with columns that are printed already.
+  void columnsOf(const QStringList& columns, const std::vector<SourcePtr>& sources);
   void update(const Update& update);
   /// A select of the keys of the rows that the update over a join would change.
   void keysToChange(const Update& update, const QString& key);
@@ -92,6 +93,7 @@ class Printer {
   void call(const char* function, const Expression& argument, const char* tail = ")");
   void qualify(const Select& select);
   void where(const ExpressionPtr& expression);
+  void source(const Source& source);
   /// The join of an update and its condition, after which another one follows. An update leaves out the rows
   /// that are right already: writing them would cost, and lock others out. A row with several partners is
   /// right if one of them gives what stands there; else each run would write the values of another one.

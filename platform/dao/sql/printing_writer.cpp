@@ -52,16 +52,9 @@ NativeQuery PrintingWriter::orderTerm(const OrderItem& item) const {
   return printed([&](Printer& printer) { printer.orderItem(item); });
 }
 
-QString PrintingWriter::source(const Source& source, QVariantList& values) const {
-  const auto made = printer(values, Printer::Literals::AsParameters);
-  made->source(source);
-  return made->take();
-}
-
-QString PrintingWriter::identifier(const QString& name) const {
-  QString text;
-  appendIdentifier(text, name);
-  return text;
+NativeQuery PrintingWriter::columnsOf(const QStringList& columns,
+                                      const std::vector<SourcePtr>& sources) const {
+  return printed([&](Printer& printer) { printer.columnsOf(columns, sources); });
 }
 
 QString PrintingWriter::plainText(const Select& select) const {

@@ -92,4 +92,12 @@ SelectPtr clone(const Select& select) {
   return result;
 }
 
+Select everythingOf(decltype(Source::node) source) {
+  Select select;
+  select.items.emplace_back();
+  select.from.push_back(std::make_unique<Source>());
+  select.from.back()->node = std::move(source);
+  return select;
+}
+
 }  // namespace qk::dao::sql

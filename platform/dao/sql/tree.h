@@ -165,4 +165,7 @@ ExpressionPtr clone(const Expression& expression);
 SelectPtr clone(const Select& select);
 SourcePtr clone(const Source& source);
 
+/// All columns of one source.
+Select everythingOf(decltype(Source::node) source);
+
 }  // namespace qk::dao::sql

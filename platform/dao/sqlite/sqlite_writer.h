@@ -12,8 +12,6 @@ class SqliteWriter final : public PrintingWriter {
  public:
   QVariant toNative(const QVariant& value, FieldType type) const override;
   QVariant fromNative(const QVariant& native, FieldType type) const override;
-  QString holdingRows() const override { return {}; }  // whoever writes is alone
-  QStringList keyOrder(const QString& column, FieldType, bool) const override { return {column}; }
 
  private:
   std::unique_ptr<Printer> printer(QVariantList& values, Printer::Literals literals) const override;

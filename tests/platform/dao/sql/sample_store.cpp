@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "platform/dao/sql/parser.h"
+#include "platform/dao/sql/printer.h"
 #include "platform/dao/sqlite/sqlite_functions.h"
 #include "platform/runtime/error.h"
 
@@ -126,7 +127,8 @@ void SampleStore::query(const QString& name, const QString& text) {
   QStringList names;
   for (const ResultColumn& column : resultColumns(select, *this)) {
     definition->def.fields.push_back(column.type);
-    names << SqliteWriter().identifier(column.name);
+    names.emplace_back();
+    appendIdentifier(names.back(), column.name);
   }
   native("CREATE VIEW \"" + name + "\" (" + names.join(", ") + ") AS " + SqliteWriter().plainText(select));
   tables_[name.toCaseFolded()] = std::move(definition);

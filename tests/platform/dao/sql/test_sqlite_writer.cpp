@@ -298,16 +298,16 @@ class TestSqliteWriter : public QObject {
     resolve(statement, *store_);
     const Select& select = std::get<Select>(statement);
     const SqliteWriter writer;
-    QVariantList values;
-    QCOMPARE(
-        writer.source(*select.from[0], values),
-        QString("\"Schützen\" LEFT JOIN \"Verein\" AS \"v\" ON \"v\".\"ID\" = \"Schützen\".\"VereinsID\" AND "
-                "\"v\".\"Name\" = ?"));
-    QCOMPARE(values, QVariantList{"x"});
+    const QString from =
+        " FROM \"Schützen\" LEFT JOIN \"Verein\" AS \"v\" ON \"v\".\"ID\" = \"Schützen\".\"VereinsID\" AND "
+        "\"v\".\"Name\" = ?";
+    const NativeQuery keys = writer.columnsOf({writer.column("v", "a\"b"), "1"}, select.from);
+    QCOMPARE(keys.text, "SELECT \"v\".\"a\"\"b\", 1" + from);
+    QCOMPARE(keys.values, QVariantList{"x"});
+    QCOMPARE(writer.count(select.from).text, "SELECT COUNT(*)" + from);
     QCOMPARE(writer.condition(*select.where).text, QString("\"v\".\"ID\" = ?"));
     QCOMPARE(writer.orderTerm(select.orderBy[0]).text, QString("\"v\".\"Name\" COLLATE german DESC"));
     QCOMPARE(writer.orderTerm(select.orderBy[1]).values, QVariantList{qlonglong(1)});
-    QCOMPARE(writer.identifier("a\"b"), QString("\"a\"\"b\""));
   }
 
   void plainTextHoldsItsLiterals() {
