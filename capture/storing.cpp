@@ -1,6 +1,7 @@
 #include "capture/storing.h"
 
 #include <array>
+#include <functional>
 
 #include "capture/row_values.h"
 #include "platform/dialog/dialogs.h"
@@ -153,13 +154,14 @@ std::optional<StoredResults> SpeichereErgebnisse(const Workplace& workplace, dao
     return std::nullopt;
   }
   StoredResults stored;
-  QString result;  // the one that is being stored
-  const auto begun = [&result](const auto& record) { result = resultText(record); };
+  // The one that is being stored: its text is made only where that fails.
+  std::function<QString()> result = [] { return QString(); };
+  const auto begun = [&result](const auto& record) { result = [&record] { return resultText(record); }; };
   // Whoever aborts keeps all results, to store them later.
   const ErrorReport report = reportOfALoss(
       workplace.dialogs,
       fehlerReport(workplace.dialogs, "Fehler beim Speichern der Ergebnisse in die Datenbank!", {}, false),
-      [&result](ErrorAnswer answer) { return answer == ErrorAnswer::Ignore ? lossOf(result) : QString(); });
+      [&result](ErrorAnswer answer) { return answer == ErrorAnswer::Ignore ? lossOf(result()) : QString(); });
   const bool done = reported(report, [&](Steps& step) {
     appendRows(
         step, db, "Select * from Schuss", pending.m_colTeilerErg, schussColumns(), begun,

@@ -232,9 +232,9 @@ const FieldDef& Cursor::fieldDef(int position) const {
 }
 
 int Cursor::fieldPosition(const QString& name) const {
-  const int position = plan_->position(name);
+  const int position = plan_->position(name, asked_ + 1);
   if (position < 0) throw Error(errors::kNoSuchElement);
-  return position;
+  return asked_ = position;
 }
 
 QVariant Cursor::value(int position) const {

@@ -99,6 +99,8 @@ class Cursor final : public Recordset {
   mutable bool loaded_ = false;
   mutable QVariantList row_;  // native values of the current row
 
+  mutable int asked_ = -1;  // the field whose name was asked for last
+
   Mode mode_ = Mode::Reading;
   EditBuffer buffer_;
   bool noMatch_ = false;

@@ -8,6 +8,27 @@
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
+namespace {
+
+/// All but the text.
+std::shared_ptr<RowChange> changeOf(const SelectPlan& plan, int index, const std::vector<bool>& changed) {
+  const TableInfo& table = *plan.sources[static_cast<size_t>(index)].table;
+  auto made = std::make_shared<RowChange>(RowChange{changed});
+  made->keyPlaces.assign(static_cast<size_t>(table.key.names.size()), -1);
+  for (size_t i = 0; i < plan.columns.size(); ++i) {
+    const PlanColumn& column = plan.columns[i];
+    if (!changed[i] || column.source != index) continue;
+    const QString& name = table.def.fields[static_cast<size_t>(column.baseField)].name;
+    for (qsizetype part = 0; part < table.key.names.size(); ++part)
+      if (sameName(table.key.names[part], name))
+        made->keyPlaces[static_cast<size_t>(part)] = static_cast<int>(made->columns.size());
+    made->columns.push_back(static_cast<int>(i));
+    made->names.append(name);
+  }
+  return made;
+}
+
+}  // namespace
 
 RowWriter::RowWriter(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan)
     : engine_(std::move(engine)), plan_(std::move(plan)) {}
@@ -30,13 +51,19 @@ EditBuffer RowWriter::unchanged() const {
   return {std::vector<QVariant>(plan_->columns.size()), std::vector<bool>(plan_->columns.size(), false)};
 }
 
-EditBuffer RowWriter::newRow() const {
+EditBuffer RowWriter::presets() const {
   EditBuffer buffer = unchanged();
   for (size_t i = 0; i < plan_->columns.size(); ++i) {
     if (plan_->columns[i].source != plan_->manySide) continue;
     buffer.values[i] = presetValue(plan_->columns[i].def);
     buffer.changed[i] = buffer.values[i].isValid();
   }
+  return buffer;
+}
+
+EditBuffer RowWriter::newRow() const {
+  if (!plan_->newRow) plan_->newRow = presets();
+  EditBuffer buffer = *plan_->newRow;
   if (const int column = autoNumberColumn(); column >= 0) {
     const TableInfo& table = *plan_->target().table;
     buffer.values[static_cast<size_t>(column)] = static_cast<int>(engine_->takeNumber(table));
@@ -57,9 +84,15 @@ void RowWriter::set(EditBuffer& buffer, int column, const QVariant& value, bool 
   buffer.changed[static_cast<size_t>(column)] = true;
 }
 
-QVariant RowWriter::native(int column, const EditBuffer& buffer) const {
-  return engine_->writer().toNative(buffer.values[static_cast<size_t>(column)],
-                                    plan_->columns[static_cast<size_t>(column)].def.type);
+QVariantList RowWriter::nativesOf(const RowChange& change, const EditBuffer& buffer, qsizetype more) const {
+  const sql::Writer& writer = engine_->writer();
+  QVariantList values;
+  values.reserve(static_cast<qsizetype>(change.columns.size()) + more);
+  for (const int column : change.columns) {
+    const auto i = static_cast<size_t>(column);
+    values.append(writer.toNative(buffer.values[i], plan_->columns[i].def.type));
+  }
+  return values;
 }
 
 void RowWriter::refuseIncomplete(const EditBuffer& buffer, const PlanSource& source, bool added) const {
@@ -71,39 +104,41 @@ void RowWriter::refuseIncomplete(const EditBuffer& buffer, const PlanSource& sou
   }
 }
 
+std::shared_ptr<const RowChange> RowWriter::insertionOf(const EditBuffer& buffer) const {
+  auto& last = plan_->insertion;
+  if (last && last->changed == buffer.changed) return last;
+  const auto made = changeOf(*plan_, plan_->manySide, buffer.changed);
+  const auto changed = std::count(buffer.changed.begin(), buffer.changed.end(), true);
+  if (static_cast<size_t>(changed) != made->columns.size()) throw Error(errors::kFieldNotUpdatable);
+  made->text = engine_->writer().insertRow(*plan_->target().table, made->names);
+  return last = made;
+}
+
+std::shared_ptr<const RowChange> RowWriter::updateOf(int source, const EditBuffer& buffer) const {
+  plan_->updates.resize(plan_->sources.size());
+  auto& last = plan_->updates[static_cast<size_t>(source)];
+  if (last && last->changed == buffer.changed) return last;
+  const auto made = changeOf(*plan_, source, buffer.changed);
+  made->text = engine_->writer().updateRow(*plan_->sources[static_cast<size_t>(source)].table, made->names);
+  return last = made;
+}
+
 Key RowWriter::insert(const EditBuffer& buffer) {
   const PlanSource& target = plan_->target();
   refuseIncomplete(buffer, target, true);
-  const auto& fields = target.table->def.fields;
-
-  QStringList columns;
-  QVariantList values;
-  values.reserve(static_cast<qsizetype>(plan_->columns.size()));
-  const bool known = plan_->insertion.columns == buffer.changed;
-  QVariantList byField(static_cast<qsizetype>(fields.size()));
-  for (size_t i = 0; i < plan_->columns.size(); ++i) {
-    if (!buffer.changed[i]) continue;
-    const PlanColumn& column = plan_->columns[i];
-    if (column.source != plan_->manySide) throw Error(errors::kFieldNotUpdatable);
-    values.append(native(static_cast<int>(i), buffer));
-    byField[column.baseField] = values.last();
-    if (!known) columns.append(fields[static_cast<size_t>(column.baseField)].name);
-  }
-  if (!known) {
-    plan_->insertion.row = {engine_->writer().insertRow(*target.table, columns), columns};
-    plan_->insertion.columns = buffer.changed;
-  }
-  const qint64 assigned =
-      withRightToWrite([&] { return engine_->insert(*target.table, plan_->insertion.row, values); });
+  const auto change = insertionOf(buffer);
+  const QVariantList values = nativesOf(*change, buffer);
+  const qint64 assigned = withRightToWrite([&] {
+    return engine_->insert(*target.table, NewRow{change->text, change->names}, values);
+  });
 
   Key key(plan_->keyWidth);
-  for (qsizetype i = 0; i < target.table->key.names.size(); ++i) {
-    const auto field = std::find_if(fields.begin(), fields.end(), [&](const FieldDef& candidate) {
-      return sameName(candidate.name, target.table->key.names[i]);
-    });
-    QVariant part = field == fields.end() ? QVariant() : byField[field - fields.begin()];
-    if (!part.isValid()) part = static_cast<qlonglong>(assigned);
-    key[target.keyFirst + i] = target.table->key.integer ? QVariant(part.toLongLong()) : part;
+  for (size_t i = 0; i < change->keyPlaces.size(); ++i) {
+    const int place = change->keyPlaces[i];
+    const bool known = place >= 0 && values[place].isValid();
+    const QVariant part = known ? values[place] : QVariant(static_cast<qlonglong>(assigned));
+    key[target.keyFirst + static_cast<qsizetype>(i)] =
+        target.table->key.integer ? QVariant(part.toLongLong()) : part;
   }
   return key;
 }
@@ -112,36 +147,31 @@ Key RowWriter::keyOf(const PlanSource& source, const Key& key) const {
   return key.mid(source.keyFirst, source.table->key.names.size());
 }
 
+void RowWriter::updateSource(int index, const Key& key, const EditBuffer& buffer, Key& changedKey) {
+  const PlanSource& source = plan_->sources[static_cast<size_t>(index)];
+  const auto change = updateOf(index, buffer);
+  if (change->columns.empty()) return;
+  QVariantList values = nativesOf(*change, buffer, source.table->key.names.size());
+  refuseIncomplete(buffer, source, false);
+  const Key own = keyOf(source, key);
+  if (own.first().isNull()) throw Error(errors::kFieldNotUpdatable);
+  for (size_t i = 0; i < change->keyPlaces.size(); ++i)
+    if (const int place = change->keyPlaces[i]; place >= 0)
+      changedKey[source.keyFirst + static_cast<qsizetype>(i)] =
+          source.table->key.integer ? QVariant(values[place].toLongLong()) : values[place];
+  values += own;
+  if (withRightToWrite([&] { return engine_->write(change->text, values); }) == 0)
+    throw Error(errors::kRecordDeleted);
+}
+
 Key RowWriter::update(const Key& key, const EditBuffer& buffer) {
   Key changedKey = key;
-  const auto updateSource = [&](size_t index) {
-    const PlanSource& source = plan_->sources[index];
-    QStringList names;
-    QVariantList values;
-    for (size_t i = 0; i < plan_->columns.size(); ++i) {
-      const PlanColumn& column = plan_->columns[i];
-      if (!buffer.changed[i] || column.source != static_cast<int>(index)) continue;
-      const QString& name = source.table->def.fields[static_cast<size_t>(column.baseField)].name;
-      names.append(name);
-      values.append(native(static_cast<int>(i), buffer));
-      const qsizetype part = source.table->key.names.indexOf(name);
-      if (part >= 0)
-        changedKey[source.keyFirst + part] =
-            source.table->key.integer ? QVariant(values.last().toLongLong()) : values.last();
-    }
-    if (names.isEmpty()) return;
-    refuseIncomplete(buffer, source, false);
-    const Key own = keyOf(source, key);
-    if (own.first().isNull()) throw Error(errors::kFieldNotUpdatable);
-    const QString text = engine_->writer().updateRow(*source.table, names);
-    if (withRightToWrite([&] { return engine_->write(text, values + own); }) == 0)
-      throw Error(errors::kRecordDeleted);
-  };
   if (plan_->sources.size() == 1)
-    updateSource(0);
+    updateSource(0, key, buffer, changedKey);
   else
     engine_->transaction([&] {
-      for (size_t i = 0; i < plan_->sources.size(); ++i) updateSource(i);
+      for (int i = 0; i < static_cast<int>(plan_->sources.size()); ++i)
+        updateSource(i, key, buffer, changedKey);
     });
   return changedKey;
 }

@@ -11,12 +11,6 @@ namespace qk::dao {
 
 class Engine;
 
-/// The fields of a row while it is added or edited.
-struct EditBuffer {
-  std::vector<QVariant> values;
-  std::vector<bool> changed;  ///< by column of the plan
-};
-
 class RowWriter {
  public:
   RowWriter(std::shared_ptr<Engine> engine, std::shared_ptr<const SelectPlan> plan);
@@ -43,7 +37,12 @@ class RowWriter {
  private:
   int autoNumberColumn() const;
   Key keyOf(const PlanSource& source, const Key& key) const;
-  QVariant native(int column, const EditBuffer& buffer) const;
+  EditBuffer presets() const;
+  std::shared_ptr<const RowChange> insertionOf(const EditBuffer& buffer) const;
+  std::shared_ptr<const RowChange> updateOf(int source, const EditBuffer& buffer) const;
+  /// With room for so many more.
+  QVariantList nativesOf(const RowChange& change, const EditBuffer& buffer, qsizetype more = 0) const;
+  void updateSource(int index, const Key& key, const EditBuffer& buffer, Key& changedKey);
   void refuseIncomplete(const EditBuffer& buffer, const PlanSource& source, bool added) const;
 
   std::shared_ptr<Engine> engine_;

@@ -42,6 +42,7 @@ void describeColumns(SelectPlan& plan) {
     column.def = result.type;
     column.def.name = result.name;
     plan.columns.push_back(column);
+    plan.ambiguous |= plan.positions.contains(result.name);
     plan.positions.insert(result.name, position);
     const QString folded = foldedName(result.name);
     if (!plan.positions.contains(folded)) plan.positions.insert(folded, position);
@@ -167,6 +168,12 @@ NativeQuery SelectPlan::counting(const Writer& writer) const {
 int SelectPlan::position(const QString& name) const {
   if (const auto found = positions.find(name); found != positions.end()) return *found;
   return positions.value(foldedName(name), -1);
+}
+
+int SelectPlan::position(const QString& name, int likely) const {
+  const bool isLikely = !ambiguous && likely < static_cast<int>(columns.size()) &&
+                        columns[static_cast<size_t>(likely)].def.name == name;
+  return isLikely ? likely : position(name);
 }
 
 std::shared_ptr<const SelectPlan> SelectPlan::make(Engine& engine, const QString& source) {

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/dao/engine/engine.h"
@@ -27,6 +28,22 @@ struct PlanColumn {
   int baseField = -1;  ///< position in the source table's definition
 };
 
+/// The fields of a row while it is added or edited.
+struct EditBuffer {
+  std::vector<QVariant> values;
+  std::vector<bool> changed;  ///< by column of the plan
+};
+
+/// What writes some columns of one source: rows that are written alike share it.
+struct RowChange {
+  std::vector<bool> changed;      ///< of the buffer that it was made for
+  std::vector<int> columns = {};  ///< of the plan: those that changed, and are the source's
+  QStringList names = {};         ///< as the table calls them
+  /// By column of the source's key: the place among `columns`; -1 where it isn't among them.
+  std::vector<int> keyPlaces = {};
+  QString text = {};
+};
+
 /// Keyed: a row is found again by the keys of its base tables, so that it can be read when stood on, and
 /// changed. Otherwise (unions, groups, distinct rows, stored queries, subselects) the rows are read whole,
 /// once.
@@ -36,6 +53,7 @@ struct SelectPlan {
   sql::SelectPtr select;  ///< resolved
   std::vector<PlanColumn> columns;
   QHash<QString, int> positions;  ///< by name as spelled in the result, and by folded name
+  bool ambiguous = false;         ///< two columns have the same name
   sql::NativeQuery whole;         ///< the select as it is, where the rows aren't keyed
   sql::SelectPtr unresolved;      ///< likewise: to be the source of a larger select
 
@@ -52,12 +70,10 @@ struct SelectPlan {
   std::vector<sql::NativeQuery> order;     ///< the text's own terms and then those of the keys
   std::vector<sql::NativeQuery> keyOrder;  ///< these alone
 
-  /// The last added row's statement and the columns it names: rows that are added alike share the text.
-  struct Insertion {
-    std::vector<bool> columns;
-    NewRow row;
-  };
-  mutable Insertion insertion;
+  // What was worked out last, for the rows to come.
+  mutable std::optional<EditBuffer> newRow = {};  ///< with its presets
+  mutable std::shared_ptr<const RowChange> insertion = {};
+  mutable std::vector<std::shared_ptr<const RowChange>> updates = {};  ///< by source
 
   static std::shared_ptr<const SelectPlan> make(Engine& engine, const QString& source);
 
@@ -69,6 +85,9 @@ struct SelectPlan {
 
   const PlanSource& target() const { return sources[static_cast<size_t>(manySide)]; }
   int position(const QString& name) const;  ///< -1 when missing
+  /// The same. A row is mostly written and read in the order of its columns, and looking whether the likely
+  /// one is called so costs less than looking for the name.
+  int position(const QString& name, int likely) const;
   /// The value of a column in the row with that key. Null in a yes/no column, as files of others may hold it,
   /// is False; where a join found no row it stays Null.
   QVariant value(const sql::Writer& writer, int column, const QVariant& native, const Key& key) const;

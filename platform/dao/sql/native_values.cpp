@@ -80,6 +80,8 @@ QVariant textOf(const QVariant& value) {
       return dateText(value.toDateTime());
     case QMetaType::Double:
       return numberText(value.toDouble());
+    case QMetaType::QString:
+      return value;
     default:
       return value.userType() == qMetaTypeId<Money>() ? value.value<Money>().toText() : value.toString();
   }
@@ -193,9 +195,9 @@ QVariant toNative(const QVariant& value, Kind kind) {
 }
 
 QVariant nativeFieldValue(const QVariant& value, FieldType type) {
-  const QVariant native = toNative(value, kindOf(type));
-  if (type != FieldType::Boolean) return native;
-  return native.toDouble() != 0 ? -1 : 0;
+  QVariant native = toNative(value, kindOf(type));
+  if (type == FieldType::Boolean) native = native.toDouble() != 0 ? -1 : 0;
+  return native;
 }
 
 QVariant fromNative(const QVariant& native, FieldType type) {

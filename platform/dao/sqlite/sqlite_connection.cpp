@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
+#include <QVarLengthArray>
 #include <utility>
 
 #include "platform/dao/sqlite/sqlite_errors.h"
@@ -14,18 +15,6 @@ namespace {
 
 constexpr int kKeptStatements = 200;
 constexpr int kBusyMilliseconds = 5000;
-
-/// Resets a statement, so that no cursor stays open.
-class Reset {
- public:
-  explicit Reset(sqlite3_stmt* statement) : statement_(statement) {}
-  ~Reset() { sqlite3_reset(statement_); }
-  Reset(const Reset&) = delete;
-  Reset& operator=(const Reset&) = delete;
-
- private:
-  sqlite3_stmt* statement_;
-};
 
 int openFlags(SqliteConnection::Access access) {
   switch (access) {
@@ -58,28 +47,58 @@ QVariant columnValue(sqlite3_stmt* statement, int column) {
   }
 }
 
-int bindOne(sqlite3_stmt* statement, int place, const QVariant& value) {
-  switch (value.typeId()) {
-    case QMetaType::UnknownType:
-      return sqlite3_bind_null(statement, place);
-    case QMetaType::Bool:
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-      return sqlite3_bind_int64(statement, place, value.toLongLong());
-    case QMetaType::Double:
-      return sqlite3_bind_double(statement, place, value.toDouble());
-    case QMetaType::QByteArray: {
-      const QByteArray bytes = value.toByteArray();
-      return sqlite3_bind_blob64(statement, place, bytes.constData(),
-                                 static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT);
-    }
-    default: {
-      const QByteArray text = value.toString().toUtf8();
-      return sqlite3_bind_text64(statement, place, text.constData(), static_cast<sqlite3_uint64>(text.size()),
-                                 SQLITE_TRANSIENT, SQLITE_UTF8);
+/// A statement with values, which it reads where they lie. Afterwards it is reset, so that no cursor stays
+/// open, and knows nothing of them any more.
+class Bound {
+ public:
+  explicit Bound(sqlite3_stmt* statement) : statement_(statement) {}
+  ~Bound() {
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
+  }
+  Bound(const Bound&) = delete;
+  Bound& operator=(const Bound&) = delete;
+
+  bool bind(const QVariantList& values) {
+    bytes_.reserve(values.size());
+    for (int i = 0; i < values.size(); ++i)
+      if (bindOne(i + 1, values[i]) != SQLITE_OK) return false;
+    return true;
+  }
+
+ private:
+  int bindOne(int place, const QVariant& value) {
+    switch (value.typeId()) {
+      case QMetaType::UnknownType:
+        return sqlite3_bind_null(statement_, place);
+      case QMetaType::Int:
+        return sqlite3_bind_int(statement_, place, value.toInt());
+      case QMetaType::Bool:
+      case QMetaType::LongLong:
+        return sqlite3_bind_int64(statement_, place, value.toLongLong());
+      case QMetaType::Double:
+        return sqlite3_bind_double(statement_, place, value.toDouble());
+      case QMetaType::QByteArray: {
+        const QByteArray& bytes = kept(value.toByteArray());
+        return sqlite3_bind_blob64(statement_, place, bytes.constData(), sizeOf(bytes), SQLITE_STATIC);
+      }
+      default: {
+        const QByteArray& text = kept(value.toString().toUtf8());
+        return sqlite3_bind_text64(statement_, place, text.constData(), sizeOf(text), SQLITE_STATIC,
+                                   SQLITE_UTF8);
+      }
     }
   }
-}
+
+  const QByteArray& kept(QByteArray&& bytes) {
+    bytes_.append(std::move(bytes));
+    return bytes_.last();
+  }
+  static sqlite3_uint64 sizeOf(const QByteArray& bytes) { return static_cast<sqlite3_uint64>(bytes.size()); }
+
+  sqlite3_stmt* statement_;
+  QVarLengthArray<QByteArray, 32> bytes_;  // until the destructor has let go of them
+};
 
 }  // namespace
 
@@ -211,17 +230,12 @@ SqliteConnection::Statement SqliteConnection::prepared(const QString& text) {
   return kept;
 }
 
-void SqliteConnection::bind(sqlite3_stmt* statement, const QVariantList& values) const {
-  for (int i = 0; i < values.size(); ++i)
-    if (bindOne(statement, i + 1, values[i]) != SQLITE_OK) fail();
-}
-
 void SqliteConnection::read(const QString& text, const QVariantList& values,
                             const std::function<bool(const QVariantList&)>& take) {
   const InUse inUse(*this);
   const Statement statement = prepared(text);
-  const Reset reset(statement.get());
-  bind(statement.get(), values);
+  Bound bound(statement.get());
+  if (!bound.bind(values)) fail();
   QVariantList row(sqlite3_column_count(statement.get()));
   for (;;) {
     const int result = sqlite3_step(statement.get());
@@ -243,8 +257,8 @@ QVariant SqliteConnection::value(const QString& text, const QVariantList& values
 
 void SqliteConnection::run(const QString& text, const QVariantList& values) {
   const Statement statement = prepared(text);
-  const Reset reset(statement.get());
-  bind(statement.get(), values);
+  Bound bound(statement.get());
+  if (!bound.bind(values)) fail();
   int result = SQLITE_ROW;
   while (result == SQLITE_ROW) result = sqlite3_step(statement.get());
   if (result != SQLITE_DONE) fail();

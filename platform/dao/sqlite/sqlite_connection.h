@@ -70,7 +70,6 @@ class SqliteConnection final : private SqliteFile::Member {
   bool isStale() const;
   [[noreturn]] void fail() const;
   Statement prepared(const QString& text);
-  void bind(sqlite3_stmt* statement, const QVariantList& values) const;
   void run(const QString& text, const QVariantList& values);
 
   QString path_;

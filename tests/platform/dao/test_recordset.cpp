@@ -362,6 +362,40 @@ class TestRecordset : public QObject {
     QCOMPARE(errorOf([&] { rows->value(17); }), 3265);
   }
 
+  /// Whatever was asked for before.
+  void ofColumnsThatShareANameTheLastIsMeant() {
+    fill(1);
+    const auto rows = database_->openRecordset("Select ID as x, Name, Menge as x from Artikel");
+    const std::vector<std::pair<QString, int>> asked = {
+        {"x", 2}, {"Name", 1}, {"x", 2}, {"x", 2}, {"NAME", 1}};
+    for (const auto& [name, position] : asked) QCOMPARE(rows->fieldPosition(name), position);
+  }
+
+  /// Rows that are written alike share a statement; these aren't, and those before don't count.
+  void eachRowIsWrittenWithItsOwnColumns() {
+    fill(2);
+    const auto rows = all();
+    const auto change = [&](const QVariantMap& values, bool added) {
+      added ? rows->addNew() : rows->edit();
+      for (auto it = values.begin(); it != values.end(); ++it) rows->setValue(it.key(), *it);
+      rows->update();
+    };
+    change({{"Name", "a"}}, false);
+    change({{"Menge", 7}}, false);
+    change({{"Menge", 8}, {"Name", "b"}}, false);
+    rows->moveNext();
+    change({{"Menge", 9}, {"Name", "c"}}, false);
+    change({{"Name", "d"}}, true);
+    change({{"Menge", 10}}, true);
+    change({{"ID", 50}, {"Name", "e"}}, true);
+    change({{"Name", "f"}}, true);
+    QCOMPARE(walk(*rows, "Name"), QStringList({"b", "c", "d", "", "e", "f"}));
+    QCOMPARE(walk(*rows, "Menge"), QStringList({"8", "9", "", "10", "", ""}));
+    rows->moveLast();
+    rows->movePrevious();
+    QCOMPARE(rows->value("ID").toInt(), 50);
+  }
+
   void aSnapshotRefusesChanges() {
     fill(2);
     const auto rows = database_->openRecordset("Artikel", RecordsetType::Snapshot);
