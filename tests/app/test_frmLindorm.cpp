@@ -118,6 +118,7 @@ void TestFrmLindorm::noLineActive() {
   QVERIFY(!office.action("linienstop").isEnabled());
   QVERIFY(office.action("linienstop").statusTip().contains("Schießstände"));
   QVERIFY(the<QLabel>(office.window(), "lblKeineLinie").isVisible());
+  office.activate();
   QTest::keyClick(&office.window(), Qt::Key_F5);
   QVERIFY(office.window().statusBar()->currentMessage().startsWith("Keine Linie"));
 }
@@ -236,6 +237,7 @@ void TestFrmLindorm::aClickedLineIsShown() {
 void TestFrmLindorm::keysWalkTheTree() {
   RangeOffice office("101");
   QVERIFY(office.open());
+  office.activate();
   QTest::keyClick(&office.window(), Qt::Key_PageDown, Qt::ControlModifier);
   QVERIFY(office.line(3).isVisible());
   QTest::keyClick(&office.window(), Qt::Key_PageDown, Qt::ControlModifier);

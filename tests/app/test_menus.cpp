@@ -544,6 +544,7 @@ void TestMenus::help() {
 void TestMenus::keys() {
   RangeOffice office("1");
   QVERIFY(office.open());
+  office.activate();  // a window that is shown gets the keyboard a moment later
   QTest::keyClick(&office.window(), Qt::Key_F2);
   QCOMPARE(office.window().focusWidget()->objectName(), QString("m_txtStartNummer"));
   QTest::keyClick(&office.window(), Qt::Key_F6);

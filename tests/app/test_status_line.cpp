@@ -67,6 +67,7 @@ void TestStatusLine::aMissingFolderShowsWhileItLasts() {
   RangeOffice office("11");
   QVERIFY(office.open());
   QVERIFY(inStatusBar(office) != kMissing);
+  office.activate();
   takeAway(office);
   QTest::keyClick(&office.window(), Qt::Key_F5);
   QCOMPARE(inStatusBar(office), kMissing);
@@ -112,6 +113,7 @@ void TestStatusLine::nobodyLooksWithoutNeed() {
 void TestStatusLine::anotherFolderEndsTheTrouble() {
   RangeOffice office("1");
   QVERIFY(office.open());
+  office.activate();
   takeAway(office);
   QTest::keyClick(&office.window(), Qt::Key_F5);
   QCOMPARE(inStatusBar(office), kMissing);
