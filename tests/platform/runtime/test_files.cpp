@@ -12,9 +12,7 @@
 #include "platform/runtime/files.h"
 #include "platform/runtime/folder_writer.h"
 #include "tests/support/error_of.h"
-#if defined(Q_OS_LINUX)
 #include "tests/support/folder_readings.h"
-#endif
 
 using namespace qk;
 using namespace qk::test;
@@ -45,10 +43,8 @@ class TestFiles : public QObject {
   void aYoungTimeStampIsNotTrusted();
   void aQuietFolderIsNotReadAgain();
   void aMissingNameIsSeenWhenItComes();
-#if defined(Q_OS_LINUX)
   void aBusyFolderIsNotReadAgain();
   void moreNewsThanTheKernelKeeps();
-#endif
   void fullDisk();
   void lists();
   void copies();
@@ -62,9 +58,7 @@ class TestFiles : public QObject {
   void trailingSeparator();
 
  private:
-  QString path(const QString& name) const {
-    return folder_->path() + "/" + name;
-  }
+  QString path(const QString& name) const { return folder_->path() + "/" + name; }
   std::unique_ptr<QTemporaryDir> folder_;
   Files files_;
 };
@@ -215,7 +209,6 @@ void TestFiles::aMissingNameIsSeenWhenItComes() {
   QVERIFY(files_.exists(path("flag.ctl")));
 }
 
-#if defined(Q_OS_LINUX)
 void TestFiles::aBusyFolderIsNotReadAgain() {
   QVERIFY(!files_.exists(path("flag.ctl")));
   Files().write(path("anderes"), "");
@@ -248,7 +241,6 @@ void TestFiles::moreNewsThanTheKernelKeeps() {
   Files().replace(path("FLAG.CTL"), "");
   QVERIFY(files_.exists(path("flag.ctl")));
 }
-#endif
 
 void TestFiles::fullDisk() {
   if (!QFile::exists("/dev/full")) return;  // only there can a full disk be had for nothing
