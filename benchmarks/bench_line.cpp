@@ -1,14 +1,15 @@
 #include "benchmarks/bench_line.h"
 
-#include <sqlite3.h>
-
 #include <QDir>
 #include <QFile>
 #include <QMetaObject>
+#include <map>
 #include <stdexcept>
 
 #include "app/competition_opening.h"
 #include "app/ground/settings_keys.h"
+#include "benchmarks/long_list.h"
+#include "benchmarks/made_once.h"
 #include "masterdata/making/competition.h"
 #include "platform/runtime/textcodec.h"
 
@@ -16,33 +17,36 @@ namespace qk::bench {
 
 namespace {
 
-QString folderTemplate() {
-  const QString memory = "/dev/shm";
-  return (QDir(memory).exists() ? memory : QDir::tempPath()) + "/qk-bench-XXXXXX";
+/// Straight into the file: the way through the house would take its time a million times. More than a million
+/// hold only what tells booked shots from open ones.
+void addBookedShots(const QString& path, int rows) {
+  const QString whole =
+      "%numbers(%1) INSERT INTO Haering_Daten (WettbewerbBezeichnung, Liniennummer, Treffernummer, "
+      "RingwertmitZehntel, X, Y, Radius, ZeitAbsolut, Datum, Wettbewerb, Startnummer, Waffe, Teiler, "
+      "Teilerfaktor, \"Key\", Verbucht, Verworfen, BuchungsZeitpunkt) SELECT 'LG Auflage', 1 + i % 24, "
+      "i % 1000, 9.7, i % 500, i % 400, 12.3, '10:41:07', '20.11.2026', '1.10', '107', 'LG', 12.3, 1, "
+      "'alt-' || i, -1, 0, '2026-11-20 10:41:07' FROM n";
+  const QString least =
+      "PRAGMA synchronous = OFF; %numbers(%1) INSERT INTO Haering_Daten (Liniennummer, Verbucht, Verworfen) "
+      "SELECT 1 + i % 24, -1, 0 FROM n";
+  fillNatively(path, (rows > kMillion ? least : whole).arg(rows));
 }
 
-/// Straight into the file: the way through the house would take its time a million times.
-void addBookedShots(const QString& path, int rows) {
-  sqlite3* store = nullptr;
-  sqlite3_open(path.toUtf8().constData(), &store);
-  const QString text =
-      QString(
-          "INSERT INTO Haering_Daten (WettbewerbBezeichnung, Liniennummer, Treffernummer, "
-          "RingwertmitZehntel, X, Y, "
-          "Radius, ZeitAbsolut, Datum, Wettbewerb, Startnummer, Waffe, Teiler, Teilerfaktor, \"Key\", "
-          "Verbucht, "
-          "Verworfen, BuchungsZeitpunkt) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
-          "WHERE i < "
-          "%1) SELECT 'LG Auflage', 1 + i %% 24, i %% 1000, 9.7, i %% 500, i %% 400, 12.3, '10:41:07', "
-          "'20.11.2026', '1.10', '107', 'LG', 12.3, 1, 'alt-' || i, -1, 0, '2026-11-20 10:41:07' FROM n")
-          .arg(rows)
-          .replace("%%", "%");
-  char* problem = nullptr;
-  sqlite3_exec(store, text.toUtf8().constData(), nullptr, nullptr, &problem);
-  const std::string message = problem ? problem : "";
-  sqlite3_close(store);
-  if (!message.empty()) throw std::runtime_error(message);
-}
+/// A place on a copy of one that is made once a run.
+class CopiedPlace {
+ public:
+  explicit CopiedPlace(int rows)
+      : copy_(QString("platz-%1").arg(rows),
+              [rows](const QString& folder) {
+                const BenchPlace made(InFolder{folder, rows});
+              }),
+        place_(OnFolder{copy_.path()}) {}
+  BenchPlace& place() { return place_; }
+
+ private:
+  OwnCopy copy_;
+  BenchPlace place_;
+};
 
 }  // namespace
 
@@ -58,15 +62,17 @@ BenchPlace::BenchPlace(std::unique_ptr<QTemporaryDir> folder, const QString& pat
   global_.SystemVerzeichnis = QString(QK_BIN_FOLDER) + "/System/";
 }
 
-BenchPlace::BenchPlace(int rows) : BenchPlace(std::make_unique<QTemporaryDir>(folderTemplate()), {}) {
+BenchPlace::BenchPlace(int rows) : BenchPlace(std::make_unique<QTemporaryDir>(inMemory()), {}) {
   make(rows);
 }
 
 BenchPlace::BenchPlace(const InFolder& place) : BenchPlace(nullptr, place.folder) {
-  make(0);
+  make(place.rows);
 }
 
-BenchPlace::BenchPlace(const OnFolder& place) : BenchPlace(nullptr, place.folder) {}
+BenchPlace::BenchPlace(const OnFolder& place) : BenchPlace(nullptr, place.folder) {
+  settings_.setValue("Tarvex", "Häring", "Netzverzeichnis", exchangeFolder());
+}
 
 void BenchPlace::make(int rows) {
   QDir(path_).mkpath("austausch");
@@ -81,10 +87,8 @@ void BenchPlace::make(int rows) {
 }
 
 BenchPlace& sharedPlace(int rows) {
-  static BenchPlace empty(0);
-  if (rows == 0) return empty;
-  static BenchPlace full(kMillion);
-  return full;
+  static std::map<int, CopiedPlace> places;
+  return places.try_emplace(rows, rows).first->second.place();
 }
 
 QString record(int n) {

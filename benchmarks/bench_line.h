@@ -30,6 +30,7 @@ class NoDialogs : public Dialogs {
 
 struct InFolder {
   QString folder;
+  int rows = 0;
 };
 struct OnFolder {
   QString folder;
@@ -41,7 +42,7 @@ class BenchPlace {
   explicit BenchPlace(int rows = 0);
   /// The same in a folder that stays.
   explicit BenchPlace(const InFolder& place);
-  /// On what an earlier process left in a folder; nothing is made.
+  /// On what an earlier process left in a folder, there or where it has been copied from; nothing is made.
   explicit BenchPlace(const OnFolder& place);
 
   Workplace workplace() { return {clock_, random_, waits_, files_, settings_, dialogs_}; }
@@ -65,10 +66,10 @@ class BenchPlace {
   GlobalVariablen global_;
 };
 
-inline constexpr int kMillion = 1'000'000;
+inline constexpr int kMillion = 1'000'000, kTenMillion = 10 * kMillion;
 
-/// A place with so many booked shots, none or a million, that all benchmarks share: making a million rows
-/// takes longer than measuring on them.
+/// A place with so many booked shots that all benchmarks of a process share: making a million rows takes
+/// longer than measuring on them.
 BenchPlace& sharedPlace(int rows);
 
 /// Record line number n of line 1, as a station writes it.

@@ -5,10 +5,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <string>
 
 #include "benchmarks/long_list.h"
+#include "benchmarks/made_once.h"
 #include "benchmarks/pairs.h"
 #include "evaluation/evaluation_tables.h"
 #include "evaluation/quick_evaluation.h"
@@ -52,8 +52,15 @@ Place& place() {
 class Competition {
  public:
   /// `nOthers`: results of other shooters, half of them in either table.
-  explicit Competition(int nOthers) : path_(folder_.filePath("pokal.qkk")) {
-    makeCompetition(path_, {});
+  explicit Competition(int nOthers)
+      : path_(
+            madeStore(QString("pokal-%1").arg(nOthers), [=](const QString& path) { make(path, nOthers); })) {}
+
+  const QString& path() const { return path_; }
+
+ private:
+  static void make(const QString& path, int nOthers) {
+    makeCompetition(path, {});
     const QString result =
         "%numbers(%1) INSERT INTO %2 (Startnummer, DisziID, Ergebnis, WTyp, KlassenID, MannID, VorMannID, "
         "Datum) "
@@ -77,13 +84,9 @@ class Competition {
         statements += QString(result).arg(QString::number(nOthers / 2), table, QString("(1000 + i % 4000)"),
                                           discipline);
     }
-    fillNatively(path_, statements);
+    fillNatively(path, statements);
   }
 
-  const QString& path() const { return path_; }
-
- private:
-  QTemporaryDir folder_;
   QString path_;
 };
 
@@ -214,13 +217,13 @@ void lookAtAMillion(Rounds& rounds) {
 
 const Registered sheet{Pair{"quick_evaluation_1000000", 1.5,
                             "a sheet with 1,000,000 results : the statements bare", sheetOfAMillion,
-                            sheetBare}};
-const Registered calm{Pair{"quick_evaluation_no_update", 1.3,
+                            sheetBare, 1}};
+const Registered calm{Pair{"quick_evaluation_no_update", 1.1,
                            "a sheet with 1,000,000 results, NoUpdate.txt : with none but the shooter's",
-                           sheetWithoutAlignment<kMillion>, sheetWithoutAlignment<0>}};
+                           sheetWithoutAlignment<kMillion>, sheetWithoutAlignment<0>, 5}};
 const Registered aligned{Pair{"alignment_nothing_to_write", 1.3,
                               "both UPDATEs over 1,000,000 results that are right : the bare look",
-                              alignMillion, lookAtAMillion}};
+                              alignMillion, lookAtAMillion, 1}};
 
 }  // namespace
 }  // namespace qk::bench

@@ -1,6 +1,6 @@
-// qk-bench [--json FILE] [--only TEXT]: prints every ratio with its bound; exit status 1 when one is
-// exceeded. qk-bench --gezaehlt NAME --seite house|bare is what it starts to count the instructions of a
-// side.
+// qk-bench [--json FILE] [--only TEXT] [--gross]: prints every ratio with its bound; exit status 1 when one
+// is exceeded. qk-bench --gezaehlt NAME --seite house|bare [--bereiten] is what it starts to count the
+// instructions of a side.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
@@ -8,60 +8,77 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
+#include <QTemporaryDir>
 #include <QTextStream>
-#include <algorithm>
+#include <exception>
 
 #include "benchmarks/counting.h"
+#include "benchmarks/made_once.h"
 #include "benchmarks/pairs.h"
+#include "benchmarks/timing.h"
 #include "platform/runtime/program_call.h"
 
 namespace {
 
 using namespace qk::bench;
 
-constexpr int kRepetitions = 9;
-
-/// Keeps the processor time per iteration of every repetition, by benchmark name.
-class Collector : public benchmark::BenchmarkReporter {
+/// What is measured, as it goes: printed at once, and kept.
+class Results {
  public:
-  bool ReportContext(const Context&) override { return true; }
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (run.error_occurred) failed << QString::fromStdString(run.error_message);
-      if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
-      times[QString::fromStdString(run.run_name.function_name)]
-          << run.cpu_accumulated_time / static_cast<double>(run.iterations);
+  /// A measuring that fails has no figure; the others go on.
+  template <class Measuring>
+  void take(const QString& name, double bound, const QString& unit, const Measuring& measuring) {
+    try {
+      add(name, measuring(), bound, unit);
+    } catch (const std::exception& problem) {
+      good_ = false;
+      QTextStream(stderr) << name << ": " << QString::fromUtf8(problem.what()) << Qt::endl;
     }
   }
-  QMap<QString, QList<double>> times;
-  QStringList failed;
+
+  bool has(const QString& name) const { return medians_.contains(name); }
+  double of(const QString& name) const { return medians_[name]; }
+  const QJsonArray& rows() const { return rows_; }
+  bool allGood() const { return good_; }
+
+ private:
+  void add(const QString& name, const Spread& measured, double bound, const QString& unit) {
+    const bool holds = measured.median <= bound;
+    good_ = good_ && holds;
+    medians_[name] = measured.median;
+    QJsonObject row{{"name", name}, {"ratio", measured.median}, {"bound", bound}, {"unit", unit}};
+    QString quartiles;
+    if (measured.quartiles) {
+      row["lower"] = measured.quartiles->lower;
+      row["upper"] = measured.quartiles->upper;
+      quartiles = QString("  (Viertel %1 bis %2)")
+                      .arg(measured.quartiles->lower, 0, 'f', 2)
+                      .arg(measured.quartiles->upper, 0, 'f', 2);
+    }
+    rows_ << row;
+    QTextStream(stdout) << QString("%1 %2  (höchstens %3)  %4%5%6\n")
+                               .arg(name, -34)
+                               .arg(QString::number(measured.median, 'f', 2), 8)
+                               .arg(QString::number(bound, 'f', 2))
+                               .arg(unit, quartiles, holds ? "" : "   ÜBERSCHRITTEN");
+  }
+
+  QMap<QString, double> medians_;
+  QJsonArray rows_;
+  bool good_ = true;
 };
 
-double median(QList<double> values) {
-  if (values.isEmpty()) return 0;
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-void registerSide(const QString& name, const Work& work) {
-  benchmark::RegisterBenchmark(name.toStdString().c_str(),
-                               [work](benchmark::State& state) {
-                                 Rounds rounds(state);
-                                 work(rounds);
-                               })
-      ->Repetitions(kRepetitions)
-      ->MinTime(0.05)
-      ->MeasureProcessCPUTime();  // a worker thread counts too
-}
-
-QJsonObject row(const QString& name, double ratio, double bound, const QString& unit) {
-  const bool good = ratio <= bound;
-  QTextStream(stdout) << QString("%1 %2  (höchstens %3)  %4%5\n")
-                             .arg(name, -34)
-                             .arg(QString::number(ratio, 'f', 2), 8)
-                             .arg(QString::number(bound, 'f', 2))
-                             .arg(unit, good ? "" : "   ÜBERSCHRITTEN");
-  return {{"name", name}, {"ratio", ratio}, {"bound", bound}, {"unit", unit}};
+void measureAll(Results& results, const QString& only, bool large) {
+  for (const Pair& pair : pairs())
+    if (pair.name.contains(only) && (large || !pair.large))
+      results.take(pair.name, pair.bound, pair.unit,
+                   [&] { return pair.counted > 0 ? Spread(countedRatio(pair)) : timedRatio(pair); });
+  for (const Quotient& quotient : quotients())
+    if (results.has(quotient.over) && results.has(quotient.under))
+      results.take(quotient.name, quotient.bound, quotient.unit,
+                   [&] { return Spread(results.of(quotient.over) / results.of(quotient.under)); });
+  for (const Figure& figure : figures())
+    if (figure.name.contains(only)) results.take(figure.name, figure.bound, figure.unit, figure.measure);
 }
 
 }  // namespace
@@ -69,58 +86,28 @@ QJsonObject row(const QString& name, double ratio, double bound, const QString& 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QCommandLineParser parser;
-  parser.addOption({"json", "Writes a list of objects name, ratio, bound, unit.", "FILE"});
+  parser.addOption({"json", "Writes a list of objects name, ratio, bound, unit, lower, upper.", "FILE"});
   parser.addOption({"only", "Only benchmarks whose name holds TEXT.", "TEXT"});
+  parser.addOption({"gross", "Also those of ten million rows."});
   parser.addOption({"gezaehlt", "Runs the rounds of one side of a counted benchmark.", "NAME"});
   parser.addOption({"seite", "Which: house or bare.", "SIDE"});
+  parser.addOption({"bereiten", "Makes what the rounds need, and runs none."});
   if (qk::answeredCall(app.arguments().mid(1), "qk-bench", parser.helpText())) return 0;
   parser.process(app);
-  const auto wanted = [&](const QString& name) { return name.contains(parser.value("only")); };
 
-  if (parser.isSet("gezaehlt")) return runCounted(parser.value("gezaehlt"), parser.value("seite"));
+  if (parser.isSet("gezaehlt"))
+    return runCounted(parser.value("gezaehlt"), parser.value("seite"), parser.isSet("bereiten"));
 
-  bool timed = false;
-  for (const Pair& pair : pairs()) {
-    if (!wanted(pair.name) || pair.counted > 0) continue;
-    timed = true;
-    registerSide(pair.name + "|house", pair.house);
-    registerSide(pair.name + "|bare", pair.bare);
-  }
-  int count = 2;
-  char program[] = "qk-bench", interleave[] = "--benchmark_enable_random_interleaving=true";
-  char* arguments[] = {program, interleave, nullptr};
-  benchmark::Initialize(&count, arguments);
-  Collector collector;
-  if (timed) benchmark::RunSpecifiedBenchmarks(&collector);
-  for (const QString& problem : collector.failed) QTextStream(stderr) << problem << Qt::endl;
-
-  QMap<QString, double> ratios;
-  QJsonArray rows;
-  for (const Pair& pair : pairs()) {
-    if (!wanted(pair.name)) continue;
-    const double ratio = pair.counted > 0 ? countedRatio(pair)
-                                          : median(collector.times[pair.name + "|house"]) /
-                                                median(collector.times[pair.name + "|bare"]);
-    ratios[pair.name] = ratio;
-    rows << row(pair.name, ratio, pair.bound, pair.unit);
-  }
-  for (const Quotient& quotient : quotients())
-    if (ratios.contains(quotient.over) && ratios.contains(quotient.under))
-      rows << row(quotient.name, ratios[quotient.over] / ratios[quotient.under], quotient.bound,
-                  quotient.unit);
-  for (const Figure& figure : figures())
-    if (wanted(figure.name)) rows << row(figure.name, figure.measure(), figure.bound, figure.unit);
-
+  const QTemporaryDir made;
+  keepMadeIn(made.path());
+  Results results;
+  measureAll(results, parser.value("only"), parser.isSet("gross"));
   if (parser.isSet("json")) {
     QFile file(parser.value("json"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(rows).toJson()) < 0) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(results.rows()).toJson()) < 0) {
       QTextStream(stderr) << file.errorString() << Qt::endl;
       return 2;
     }
   }
-  const bool good =
-      collector.failed.isEmpty() && std::all_of(rows.begin(), rows.end(), [](const QJsonValue& value) {
-        return value["ratio"].toDouble() <= value["bound"].toDouble();
-      });
-  return good ? 0 : 1;
+  return results.allGood() ? 0 : 1;
 }

@@ -27,7 +27,7 @@ void load(Rounds& rounds, int lines) {
 
 const Registered registered{Pair{"Laden von 240 Linien", 1.3, "gegen zehnmal 24 Linien",
                                  [](Rounds& rounds) { load(rounds, kManyLines); },
-                                 [](Rounds& rounds) { load(rounds, kFewLines); }}};
+                                 [](Rounds& rounds) { load(rounds, kFewLines); }, 1}};
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// Benchmarks by ratio: two ways to the same end, measured in turn in one run. Absolute times say nothing on a
-// shared machine; the ratio of two processor times does.
+// Benchmarks by ratio: two ways to the same end, measured in one run. Absolute times say nothing on a shared
+// machine; the ratio of two counts is the same on each, and the median of many ratios taken in turn nearly.
 #pragma once
 
 #include <QString>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "benchmarks/rounds.h"
+#include "benchmarks/spread.h"
 
 namespace qk::bench {
 
@@ -18,18 +19,21 @@ struct Pair {
   QString unit;  ///< what is set against what
   Work house;
   Work bare;
-  /// How many rounds are counted in instructions; 0 for a pair whose processor time is measured.
+  /// How many rounds are counted in instructions; 0 for a pair that is timed on the clock.
   int counted = 0;
   /// Done once before a pair is counted, in the process that starts those of both sides: what they share.
   std::function<void()> ground = {};
+  /// Of one that is counted: its ratio is that of the calls of the system, for most of its work is there.
+  bool calls = false;
+  bool large = false;  ///< made of so much that it is measured when asked for only
 };
 
-/// A figure that is counted, not timed.
+/// A figure of another kind, or a ratio that a benchmark takes its own way.
 struct Figure {
   QString name;
   double bound;
   QString unit;
-  std::function<double()> measure;
+  std::function<Spread()> measure;
 };
 
 /// The ratio of one pair over the ratio of another.

@@ -14,32 +14,48 @@ constexpr int kWarmUp = 2;
 }  // namespace
 
 bool Rounds::next() {
-  if (state_) return state_->KeepRunning();
-  if (!failure_.empty()) return false;
-  if (begun_ == kWarmUp) CALLGRIND_START_INSTRUMENTATION;
-  if (begun_ == kWarmUp + counted_) {
-    CALLGRIND_DUMP_STATS_AT(kMeasured);
-    CALLGRIND_STOP_INSTRUMENTATION;
+  if (how_ == How::Not || !failure_.empty()) return false;
+  if (begun_ == kWarmUp + rounds_) {
+    end();
+    if (how_ == How::Counted) CALLGRIND_STOP_INSTRUMENTATION;
     return false;
   }
-  ++begun_;
+  if (begun_++ == kWarmUp) {
+    if (how_ == How::Counted) CALLGRIND_START_INSTRUMENTATION;
+    begin();
+  }
   return true;
 }
 
-/// A dump begins all counts anew, those of other threads too. Collecting can't be switched for all of them.
 void Rounds::pause() {
-  if (state_) return state_->PauseTiming();
-  if (begun_ > kWarmUp) CALLGRIND_DUMP_STATS_AT(kMeasured);
+  if (measures()) end();
 }
 
 void Rounds::resume() {
-  if (state_) return state_->ResumeTiming();
-  if (begun_ > kWarmUp) CALLGRIND_DUMP_STATS_AT(kPaused);
+  if (measures()) begin();
 }
 
-void Rounds::fail(const char* why) {
-  if (state_) return state_->SkipWithError(why);
-  failure_ = why;
+bool Rounds::measures() const {
+  return begun_ > kWarmUp;
+}
+
+/// A dump begins all counts anew, those of other threads too. Collecting can't be switched for all of them.
+void Rounds::begin() {
+  if (how_ == How::Timed) {
+    since_ = Clock::now();
+    return;
+  }
+  CALLGRIND_DUMP_STATS_AT(kPaused);
+  VALGRIND_PRINTF("%s\n", kMeasured);
+}
+
+void Rounds::end() {
+  if (how_ == How::Timed) {
+    taken_ += Clock::now() - since_;
+    return;
+  }
+  VALGRIND_PRINTF("%s\n", kPaused);
+  CALLGRIND_DUMP_STATS_AT(kMeasured);
 }
 
 }  // namespace qk::bench

@@ -1,4 +1,4 @@
-// The rounds of one side of a pair: timed by the benchmark library, or counted in instructions.
+// The rounds of one side of a pair: counted in instructions, or timed on the clock.
 //
 //   while (rounds.next()) {
 //     rounds.pause();
@@ -8,32 +8,51 @@
 //   }
 #pragma once
 
-#include <benchmark/benchmark.h>
-
+#include <chrono>
 #include <string>
 
 namespace qk::bench {
 
+/// What was made counts as used, so that the compiler doesn't leave the making out.
+template <class Made>
+void keep(const Made& made) {
+  asm volatile("" : : "r"(&made) : "memory");
+}
+
 class Rounds {
  public:
-  /// Timed: as many as the library wants. It outlives this.
-  explicit Rounds(benchmark::State& state) : state_(&state) {}
-  /// Counted, in a process that runs under callgrind: so many, after two that count nothing.
-  explicit Rounds(int counted) : counted_(counted) {}
+  /// None: whatever is made before the first one is made, and nothing else done.
+  static Rounds none() { return Rounds(How::Not, 0); }
+  /// In a process that runs under callgrind: so many, after two that count nothing.
+  static Rounds counted(int rounds) { return Rounds(How::Counted, rounds); }
+  /// Likewise, on the clock.
+  static Rounds timed(int rounds) { return Rounds(How::Timed, rounds); }
 
   /// Whether there is another round, which begins now.
   bool next();
   void pause();
   void resume();
   /// Ends the rounds; the figure is worth nothing.
-  void fail(const char* why);
-  /// Empty unless they failed; of counted ones.
+  void fail(const char* why) { failure_ = why; }
+  /// Empty unless they failed.
   const std::string& failure() const { return failure_; }
+  /// What the timed ones have taken together, without the pauses.
+  double seconds() const { return std::chrono::duration<double>(taken_).count(); }
 
  private:
-  benchmark::State* state_ = nullptr;
-  int counted_ = 0;
+  using Clock = std::chrono::steady_clock;
+  enum class How { Not, Counted, Timed };
+
+  Rounds(How how, int rounds) : how_(how), rounds_(rounds) {}
+  bool measures() const;
+  void begin();
+  void end();
+
+  How how_;
+  int rounds_;
   int begun_ = 0;
+  Clock::time_point since_;
+  Clock::duration taken_{};
   std::string failure_;
 };
 

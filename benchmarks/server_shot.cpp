@@ -3,8 +3,6 @@
 // one server, and only they are looked at. How often each asks the server is counted on the wire. What waits,
 // for the server and its disk, is timed.
 #include <QElapsedTimer>
-#include <algorithm>
-#include <array>
 
 #include "benchmarks/pairs.h"
 #include "benchmarks/server_place.h"
@@ -72,11 +70,6 @@ double turnsOfAShot() {
   return static_cast<double>(wire.turns() - before) / kCountedRounds;
 }
 
-double median(std::vector<qint64> times) {
-  std::sort(times.begin(), times.end());
-  return static_cast<double>(times[times.size() / 2]);
-}
-
 /// A place on the disk, with both that work on it.
 struct OnDisk {
   explicit OnDisk(int rows)
@@ -92,28 +85,33 @@ struct OnDisk {
 /// Times on the wall, for the server's work counts too. A disk has better and worse seconds: house and bare
 /// client take turns shot by shot, so that each meets the same ones.
 struct Times {
-  double house = 0, bare = 0, houseAmongMany = 0, bareAmongMany = 0;
+  Spread ratio, ratioAmongMany, growth;
 };
 
 const Times& times() {
   static const Times measured = [] {
-    std::array<std::vector<qint64>, 4> all;
-    const auto take = [](std::vector<qint64>& times, const auto& store) {
+    const auto taken = [](const auto& store) {
       const HaeringSchuss shot = nextServerShot();
       QElapsedTimer timer;
       timer.start();
       store(shot);
-      times.push_back(timer.nsecsElapsed());
+      return static_cast<double>(timer.nsecsElapsed());
     };
     OnDisk empty(0), full(kMillion);
-    const std::array<OnDisk*, 2> places{&empty, &full};
-    for (int round = 0; round < kRounds; ++round)
-      for (std::size_t i = 0; i < places.size(); ++i) {
-        OnDisk& on = *places[i];
-        take(all[2 * i], [&](const HaeringSchuss& shot) { on.house.store(shot); });
-        take(all[2 * i + 1], [&](const HaeringSchuss& shot) { on.client.insert(shot); });
-      }
-    return Times{median(all[0]), median(all[1]), median(all[2]), median(all[3])};
+    const auto house = [&](OnDisk& on) {
+      return taken([&](const HaeringSchuss& shot) { on.house.store(shot); });
+    };
+    const auto bare = [&](OnDisk& on) {
+      return taken([&](const HaeringSchuss& shot) { on.client.insert(shot); });
+    };
+    std::vector<double> ratios, ratiosAmongMany, growths;
+    for (int round = 0; round < kRounds; ++round) {
+      const double one = house(empty), oneBare = bare(empty), among = house(full), amongBare = bare(full);
+      ratios.push_back(one / oneBare);
+      ratiosAmongMany.push_back(among / amongBare);
+      growths.push_back(among / one);
+    }
+    return Times{Spread(ratios), Spread(ratiosAmongMany), Spread(growths)};
   }();
   return measured;
 }
@@ -135,11 +133,11 @@ const Registered shareAmongMany{counted("Anteil des Programms bei 1.000.000 Zeil
 const Registered turns{
     Figure{"Schuss auf dem Server, Fragen an ihn", 2, "Fragen; bloßes Einfügen ist eine", turnsOfAShot}};
 const Registered onServer{
-    Figure{"Ein Schuss auf dem Server", 1.5, kAgainstBare, [] { return times().house / times().bare; }}};
-const Registered amongMany{Figure{"Server bei 1.000.000 Zeilen", 1.5, kAgainstBare,
-                                  [] { return times().houseAmongMany / times().bareAmongMany; }}};
-const Registered growth{Figure{"Wachstum auf dem Server", 1.2, "1.000.000 Zeilen gegen keine",
-                               [] { return times().houseAmongMany / times().house; }}};
+    Figure{"Ein Schuss auf dem Server", 1.5, kAgainstBare, [] { return times().ratio; }}};
+const Registered amongMany{
+    Figure{"Server bei 1.000.000 Zeilen", 1.5, kAgainstBare, [] { return times().ratioAmongMany; }}};
+const Registered growth{
+    Figure{"Wachstum auf dem Server", 1.2, "1.000.000 Zeilen gegen keine", [] { return times().growth; }}};
 
 }  // namespace
 

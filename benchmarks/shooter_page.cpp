@@ -3,9 +3,9 @@
 // cells.
 #include <QApplication>
 #include <QLineEdit>
-#include <QTemporaryDir>
 
 #include "benchmarks/long_list.h"
+#include "benchmarks/made_once.h"
 #include "benchmarks/pairs.h"
 #include "masterdata/making/competition.h"
 #include "masterdata/windows/shooter_page.h"
@@ -20,35 +20,26 @@ namespace {
 constexpr int kShooters = 200'000;
 constexpr int kName = 1;  // column of the list
 
-/// A competition with that many shooters, made once a run.
-class Shooters {
- public:
-  static const QString& path() {
-    static const Shooters shooters;
-    return shooters.path_;
-  }
-
- private:
-  Shooters() : path_(folder_.filePath("Viele.qkk")) {
-    makeDemoCompetition(path_);
+/// A competition with that many shooters.
+QString competition() {
+  return madeStore("schuetzenseite", [](const QString& path) {
+    makeDemoCompetition(path);
     fillNatively(
-        path_, QString("%numbers(%1) "
-                       "INSERT INTO \"Schützen\" (ID, Startnummer, Name, Vorname, Gebdat, Geschlecht, "
-                       "VereinsID, lMannID, KlassenID, AusweisNr) SELECT 1000 + i, '' || (1000 + i), 'Name ' "
-                       "|| (i * 7919 % 100003), 'Vorname', '01.01.1990', 'M', i % 6 + 1, i % 8 + 1, i % 14 "
-                       "+ 1, 'A' || i FROM n")
-                   .arg(kShooters));
-  }
-  QTemporaryDir folder_;
-  QString path_;
-};
+        path, QString("%numbers(%1) "
+                      "INSERT INTO \"Schützen\" (ID, Startnummer, Name, Vorname, Gebdat, Geschlecht, "
+                      "VereinsID, lMannID, KlassenID, AusweisNr) SELECT 1000 + i, '' || (1000 + i), 'Name ' "
+                      "|| (i * 7919 % 100003), 'Vorname', '01.01.1990', 'M', i % 6 + 1, i % 8 + 1, i % 14 "
+                      "+ 1, 'A' || i FROM n")
+                  .arg(kShooters));
+  });
+}
 
 /// The real page.
 class Page {
  public:
   Page()
       : place_([](const QString& problem) { failBench(problem); }),
-        database_(dao::Database::open(Shooters::path())),
+        database_(dao::Database::open(competition())),
         page_(place_.workplace()) {
     page_.resize(1300, 900);
     page_.show();
@@ -93,7 +84,7 @@ class Bare {
   }
 
  private:
-  BareTable table_{Shooters::path()};
+  BareTable table_{competition()};
 };
 
 const QString kByNumber = "ORDER BY CAST(s.Startnummer AS REAL), s.ID";
@@ -139,11 +130,11 @@ void bareSorts(Rounds& rounds) {
 
 const Registered registered[] = {
     Registered{Pair{"Schützenseite erste Seite", 1.5, "von 200.000, gegen SQLite in einer Tabelle",
-                    houseShows, bareShows}},
+                    houseShows, bareShows, 3}},
     Registered{Pair{"Schützenseite gefiltert", 1.5, "von 200.000, gegen SQLite in einer Tabelle",
-                    houseFilters, bareFilters}},
+                    houseFilters, bareFilters, 1}},
     Registered{Pair{"Schützenseite sortiert", 1.5, "von 200.000, gegen SQLite in einer Tabelle", houseSorts,
-                    bareSorts}}};
+                    bareSorts, 1}}};
 
 }  // namespace
 }  // namespace qk::bench

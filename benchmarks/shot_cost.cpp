@@ -72,7 +72,7 @@ void open(Rounds& rounds, int rows) {
   while (rounds.next()) {
     const auto store = dao::Database::open(place.competition());
     const auto held = store->openRecordset("Select * from Haering_Daten order by Datum, ZeitAbsolut");
-    benchmark::DoNotOptimize(held);
+    keep(held);
   }
 }
 
@@ -90,6 +90,7 @@ double growthOfMemory() {
     const auto recordset = store->openRecordset("Select * from Haering_Daten order by Datum, ZeitAbsolut");
     return residentMegabytes() - before;
   };
+  held(0);  // what the first opening of all takes stays, and counts for nobody
   const double empty = held(0);
   return held(kMillion) - empty;
 }
@@ -134,8 +135,17 @@ const Registered shotAmongMany{Pair{"Ein Schuss bei 1.000.000 Zeilen", 3.3,
                                     std::bind(house, _1, kMillion), std::bind(bare, _1, kMillion), 40}};
 const Registered growth{Quotient{"Wachstum eines Schusses", 1.05, "1.000.000 Zeilen gegen keine",
                                  "Ein Schuss bei 1.000.000 Zeilen", "Ein Schuss"}};
-const Registered opening{Pair{"Öffnen bei 1.000.000 Zeilen", 1.3, "gegen Öffnen ohne Zeilen",
-                              std::bind(open, _1, kMillion), std::bind(open, _1, 0)}};
+const Registered shotAmongMost{Pair{.name = "Ein Schuss bei 10.000.000 Zeilen",
+                                    .bound = 3.3,
+                                    .unit = "gegen bloßes Lesen, Zerlegen und Einfügen",
+                                    .house = std::bind(house, _1, kTenMillion),
+                                    .bare = std::bind(bare, _1, kTenMillion),
+                                    .counted = 40,
+                                    .large = true}};
+const Registered greatGrowth{Quotient{"Wachstum auf 10.000.000 Zeilen", 1.05, "10.000.000 Zeilen gegen keine",
+                                      "Ein Schuss bei 10.000.000 Zeilen", "Ein Schuss"}};
+const Registered opening{Pair{"Öffnen bei 1.000.000 Zeilen", 1.1, "gegen Öffnen ohne Zeilen",
+                              std::bind(open, _1, kMillion), std::bind(open, _1, 0), 5}};
 const Registered memory{Figure{"Speicher beim Öffnen", 2.0, "MB mehr bei 1.000.000 Zeilen", growthOfMemory}};
 const Registered commitCount{Figure{"Commits je Schuss", 1.0, "Commits", commitsOfAShot}};
 

@@ -2,10 +2,10 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QThread>
-#include <algorithm>
 #include <atomic>
 #include <exception>
 #include <thread>
+#include <utility>
 
 #include "backup/copy_making.h"
 #include "benchmarks/bench_line.h"
@@ -18,9 +18,6 @@ namespace qk::bench {
 namespace {
 
 constexpr int kShotsOfAVisit = 40;  ///< open shots of a line before they are booked
-constexpr int kRounds = 2;
-constexpr int kVisits = 20;
-constexpr int kBetweenVisits = 100;  ///< milliseconds
 
 /// One copy after another, each of a store that has changed, in a thread like the keeper's.
 class EndlessCopies {
@@ -58,17 +55,19 @@ class Shots {
  public:
   explicit Shots(BenchPlace& place) : place_(place) { freshLine(); }
 
-  /// How long each of a visit's shots took on the clock: what waits for the processor, the disk or a lock
-  /// waits here.
-  void fire(QList<double>& times) {
+  /// How long the middle one of a visit's shots took on the clock: what waits for the processor, the disk or
+  /// a lock waits here.
+  double fire() {
     freshLine();
+    std::vector<double> times;
     for (int i = 0; i < kShotsOfAVisit; ++i) {
       report(place_.exchangeFolder(), record(++shot_));
       QElapsedTimer clock;
       clock.start();
       tick(*line_);
-      times.append(static_cast<double>(clock.nsecsElapsed()));
+      times.push_back(static_cast<double>(clock.nsecsElapsed()));
     }
+    return Spread(std::move(times)).median;
   }
 
  private:
@@ -84,26 +83,27 @@ class Shots {
   inline static int shot_ = 500000;  // other numbers than those of the other benchmarks on the place
 };
 
-double median(QList<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
+/// Milliseconds.
+qint64 lengthOfACopy(const QString& competition) {
+  QElapsedTimer clock;
+  clock.start();
+  const EndlessCopies copies(competition);
+  while (copies.made() == 0) QThread::msleep(1);
+  return clock.elapsed();
 }
 
-/// In turn, so that whatever else the machine does meets both.
-double costDuringACopy() {
+Spread costDuringACopy() {
   BenchPlace& place = sharedPlace(kMillion);
   Shots shots(place);
-  QList<double> without, during;
-  for (int round = 0; round < kRounds; ++round) {
-    for (int visit = 0; visit < kVisits; ++visit) shots.fire(without);
+  const qint64 length = lengthOfACopy(place.competition());
+  int turn = 0;
+  // Over all stages of a copy, a visit in each turn.
+  const auto during = [&] {
     const EndlessCopies copies(place.competition());
-    // Over all stages of a copy, a visit now and then.
-    while (copies.made() == 0) {
-      shots.fire(during);
-      QThread::msleep(kBetweenVisits);
-    }
-  }
-  return median(during) / median(without);
+    QThread::msleep(static_cast<unsigned long>(length * turn++ / kTurns));
+    return shots.fire();
+  };
+  return ratioInTurns(during, [&] { return shots.fire(); });
 }
 
 const Registered during{Figure{"Ein Schuss während einer Sicherung", 1.5,

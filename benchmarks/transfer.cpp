@@ -26,7 +26,7 @@ void house(Rounds& rounds, Size size) {
     PendingResults results;
     transferShots(shots, disciplines, &shooter,
                   {now, random, [](const Error&, const QString&) { return ErrorAnswer::Abort; }}, results);
-    benchmark::DoNotOptimize(results);
+    keep(results);
     if (results.m_colTeilerErg.isEmpty() || results.m_colRingErg.isEmpty())
       rounds.fail("the transfer made nothing");
   }
@@ -121,7 +121,7 @@ void bare(Rounds& rounds, Size size) {
       else
         bareRing(texts, *d, results);
     }
-    benchmark::DoNotOptimize(results);
+    keep(results);
   }
 }
 

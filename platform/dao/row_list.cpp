@@ -3,6 +3,7 @@
 #include "platform/dao/database.h"
 #include "platform/dao/engine/engine.h"
 #include "platform/dao/rows/bookmark.h"
+#include "platform/dao/rows/list_pace.h"
 #include "platform/dao/rows/row_feed.h"
 #include "platform/dao/rows/row_source.h"
 #include "platform/dao/rows/row_writer.h"
@@ -10,19 +11,10 @@
 #include "platform/dao/values/convert.h"
 
 namespace qk::dao {
-namespace {
-
-/// First rows that come within this time are there at once, so that nothing flickers.
-constexpr int kPatience = 25;
-/// The first rows are painted within this time; whoever types on gets to the next list without this one's
-/// rest.
-constexpr int kFirstRowsAlone = 50;
-
-}  // namespace
 
 RowList::RowList(QObject* parent) : QObject(parent), keys_(1, true) {
   rest_.setSingleShot(true);
-  rest_.setInterval(kFirstRowsAlone);
+  rest_.setInterval(listPace().firstRowsAlone);
   connect(&rest_, &QTimer::timeout, this, [this] { feed_->goOn(); });
 }
 
@@ -71,7 +63,7 @@ void RowList::start(std::shared_ptr<const SelectPlan> plan) {
   feed_->start(std::move(job));
   Q_EMIT restarted();
 
-  waitForFirst(kPatience);
+  waitForFirst(listPace().firstRows);
 }
 
 bool RowList::waitForAll(int milliseconds) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/dao/rows/bookmark.h"
+#include "platform/dao/rows/list_pace.h"
 #include "platform/runtime/error.h"
 
 namespace qk::dao {
@@ -13,8 +14,6 @@ namespace {
 /// About what a screen shows.
 constexpr int kFirstPage = 50;
 constexpr int kGrowth = 8;
-/// A slow list shows what it has found so far.
-constexpr qint64 kLongestSilence = 100;
 
 Key keyOf(const RowFeed::Job& job, const NativeRow& row) {
   return job.packed ? Key{bookmarkOf(row)} : row;
@@ -165,7 +164,7 @@ void RowFeed::readKeys(const Job& job, quint64 number, const KeyList& page) {
       passed = page.size();
     }
     portion.keys.append(key);
-    if (portion.keys.size() < size && !silence.hasExpired(kLongestSilence)) return true;
+    if (portion.keys.size() < size && !silence.hasExpired(listPace().silence)) return true;
     const qsizetype missing = size - portion.keys.size();
     const bool rests = firstPage && missing <= 0;
     portion.resting = rests;
