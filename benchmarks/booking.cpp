@@ -130,7 +130,7 @@ void bare(Rounds& rounds) {
   while (rounds.next()) store.book(visit.capture().pending(), shots);
 }
 
-const Registered booking{Pair{"Verbuchen 60 Schuss × 40", 3.3,
+const Registered booking{Pair{"Verbuchen 60 Schuss × 40", 2.65,
                               "gegen bloßes Einfügen und Ändern in einer Transaktion", house, bare, 3}};
 
 }  // namespace
