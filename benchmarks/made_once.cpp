@@ -19,7 +19,7 @@ std::filesystem::path native(const QString& path) {
 
 QString inMemory() {
   const QString memory = "/dev/shm";
-  return (QDir(memory).exists() ? memory : QDir::tempPath()) + "/qk-bench-XXXXXX";
+  return (QDir(memory).exists() ? memory : QDir::tempPath()) + "/qk-bench-" + QString(6, 'X');
 }
 
 void keepMadeIn(const QString& folder) {

@@ -30,7 +30,6 @@ int Cursor::keyWidth() const {
 }
 
 // --- the list
-// -------------------------------------------------------------------------------------------------------
 
 /// A row added here may turn up again in the source's list: it stays where it is, at the end.
 bool Cursor::listMore() {
@@ -87,7 +86,6 @@ bool Cursor::isMember(const Key& key) const {
 }
 
 // --- the place
-// ------------------------------------------------------------------------------------------------------
 
 /// Just opened: the first row is looked for when somebody asks.
 void Cursor::settle() const {
@@ -216,7 +214,6 @@ void Cursor::loadRow() const {
 }
 
 // --- fields
-// ---------------------------------------------------------------------------------------------------------
 
 int Cursor::fieldCount() const {
   return static_cast<int>(plan_->columns.size());
@@ -252,7 +249,6 @@ void Cursor::setValue(int position, const QVariant& value) {
 }
 
 // --- changes
-// --------------------------------------------------------------------------------------------------------
 
 void Cursor::requireUpdatable() const {
   if (type_ == RecordsetType::Snapshot) throw Error(errors::kNotUpdatable);
@@ -336,7 +332,6 @@ void Cursor::remove() {
 }
 
 // --- looking up
-// -----------------------------------------------------------------------------------------------------
 
 void Cursor::findFirst(const QString& criterion) {
   leaveEditing();
@@ -373,7 +368,6 @@ void Cursor::seek(const QString& comparison, const QVariantList& keys) {
 }
 
 // --- bookmarks
-// ------------------------------------------------------------------------------------------------------
 
 QByteArray Cursor::bookmark() const {
   requireRow();
