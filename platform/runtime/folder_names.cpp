@@ -19,14 +19,12 @@ constexpr qint64 kLookAgain = kSecond;
 constexpr qint64 kShareOfTime = 50;
 constexpr qint64 kLongestPause = 60 * kSecond;
 
-/// The name in another case that its folder may know it by; empty where what is another case depends on the
-/// language.
+/// The name in another case, itself if it has none; empty where what is another case depends on the language.
 QString otherCaseOf(const QString& name) {
   const bool plain = std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 128; });
   if (!plain) return {};
   const QString upper = name.toUpper();
-  const QString other = upper == name ? name.toLower() : upper;
-  return other == name ? QString() : other;
+  return upper == name ? name.toLower() : upper;
 }
 
 bool ignoresCase(FolderSight& sight, const QStringList& names) {

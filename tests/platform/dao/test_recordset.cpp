@@ -388,10 +388,13 @@ class TestRecordset : public QObject {
     change({{"Name", "d"}}, true);
     change({{"Menge", 10}}, true);
     change({{"ID", 50}, {"Name", "e"}}, true);
+    change({{"Am", QDate(2026, 11, 20)}}, true);
     change({{"Name", "f"}}, true);
-    QCOMPARE(walk(*rows, "Name"), QStringList({"b", "c", "d", "", "e", "f"}));
-    QCOMPARE(walk(*rows, "Menge"), QStringList({"8", "9", "", "10", "", ""}));
+    QCOMPARE(walk(*rows, "Name"), QStringList({"b", "c", "d", "", "e", "", "f"}));
+    QCOMPARE(walk(*rows, "Menge"), QStringList({"8", "9", "", "10", "", "", ""}));
     rows->moveLast();
+    rows->movePrevious();
+    QCOMPARE(rows->value("Am").toDate(), QDate(2026, 11, 20));
     rows->movePrevious();
     QCOMPARE(rows->value("ID").toInt(), 50);
   }

@@ -44,6 +44,8 @@ class TestFiles : public QObject {
   void aQuietFolderIsNotReadAgain();
   void aMissingNameIsSeenWhenItComes();
   void aBusyFolderIsNotReadAgain();
+  void aNameInAnotherCaseComesAfterTheOneThatIsGone();
+  void aFolderMadeAnewIsSeenAtOnce();
   void moreNewsThanTheKernelKeeps();
   void fullDisk();
   void lists();
@@ -58,6 +60,12 @@ class TestFiles : public QObject {
   void trailingSeparator();
 
  private:
+  /// It changes while it is looked into: from then on it is followed.
+  void beginToFollow() {
+    QVERIFY(!files_.exists(path("flag.ctl")));
+    Files().write(path("anderes"), "");
+    QVERIFY(!files_.exists(path("flag.ctl")));
+  }
   QString path(const QString& name) const { return folder_->path() + "/" + name; }
   std::unique_ptr<QTemporaryDir> folder_;
   Files files_;
@@ -210,9 +218,7 @@ void TestFiles::aMissingNameIsSeenWhenItComes() {
 }
 
 void TestFiles::aBusyFolderIsNotReadAgain() {
-  QVERIFY(!files_.exists(path("flag.ctl")));
-  Files().write(path("anderes"), "");
-  QVERIFY(!files_.exists(path("flag.ctl")));
+  beginToFollow();
   FolderReadings readings(folder_->path());
   for (int number = 0; number < 100; ++number) {
     Files().replace(path(QString("Brief %1.txt").arg(number)), "");
@@ -226,13 +232,42 @@ void TestFiles::aBusyFolderIsNotReadAgain() {
   QCOMPARE(readings.count(), 0);
 }
 
+void TestFiles::aNameInAnotherCaseComesAfterTheOneThatIsGone() {
+  beginToFollow();
+  const std::function<void()> ends[] = {[&] { QVERIFY(QFile::rename(path("Flag.ctl"), path("fort"))); },
+                                        [&] { QVERIFY(QFile::remove(path("Flag.ctl"))); }};
+  for (const auto& end : ends) {
+    Files().replace(path("Flag.ctl"), "");
+    QVERIFY(files_.exists(path("flag.ctl")));
+    end();
+    Files().replace(path("FLAG.CTL"), "");
+    QVERIFY(files_.exists(path("flag.ctl")));
+    QVERIFY(QFile::remove(path("FLAG.CTL")));
+  }
+}
+
+/// Its watch ends with the old one; a look for another folder comes once a second only.
+void TestFiles::aFolderMadeAnewIsSeenAtOnce() {
+  const QString folder = folder_->path();
+  const std::function<void()> ends[] = {[&] { QVERIFY(QDir(folder).removeRecursively()); },
+                                        [&] { QVERIFY(QDir().rename(folder, folder + "-fort")); }};
+  for (const auto& end : ends) {
+    files_ = Files();
+    beginToFollow();
+    end();
+    QVERIFY(QDir().mkpath(folder));
+    Files().replace(path("FLAG.CTL"), "");
+    QVERIFY(files_.exists(path("flag.ctl")));
+    QVERIFY(QFile::remove(path("FLAG.CTL")));
+  }
+  QVERIFY(QDir(folder + "-fort").removeRecursively());
+}
+
 void TestFiles::moreNewsThanTheKernelKeeps() {
   QFile limit("/proc/sys/fs/inotify/max_queued_events");
   QVERIFY(limit.open(QIODevice::ReadOnly));
   const int most = limit.readAll().trimmed().toInt();
-  QVERIFY(!files_.exists(path("flag.ctl")));
-  Files().write(path("anderes"), "");
-  QVERIFY(!files_.exists(path("flag.ctl")));
+  beginToFollow();
   // The kernel takes two equal reports in a row for one.
   for (int change = 0; change <= most / 2; ++change) {
     Files().replace(path("a"), "");

@@ -22,7 +22,8 @@ struct Played {
   bool reports = true;  ///< what changes in it
   bool loses = false;   ///< some of its reports
   int readings = 0;
-  int followed = 0;
+  int followed = 0;   ///< how often it was begun
+  int following = 0;  ///< how many do
   std::vector<std::pair<QString, bool>> news;
 
   void come(const QString& name) {
@@ -43,7 +44,11 @@ struct Played {
 
 class PlayedNews : public FolderNews {
  public:
-  explicit PlayedNews(Played& folder) : folder_(folder) { folder.news.clear(); }
+  explicit PlayedNews(Played& folder) : folder_(folder) {
+    folder.news.clear();
+    ++folder.following;
+  }
+  ~PlayedNews() override { --folder_.following; }
   bool hear(const std::function<void(const QString&, bool)>& use) override {
     for (const auto& [name, came] : std::exchange(folder_.news, {})) use(name, came);
     return !std::exchange(folder_.loses, false);
@@ -95,6 +100,7 @@ class TestFolderNames : public QObject {
 
  private Q_SLOTS:
   void init() {
+    names_.reset();
     folder_ = Played();
     names_ = std::make_unique<FolderNames>(std::make_unique<PlayedSight>(folder_));
   }
@@ -173,6 +179,7 @@ class TestFolderNames : public QObject {
     folder_.now += kSecond;
     QCOMPARE(spelling("brief.txt"), QString());
     QCOMPARE(folder_.readings, 0);
+    QCOMPARE(folder_.following, 0);
     folder_.look = before;
     QCOMPARE(spelling("brief.txt"), QString("BRIEF.TXT"));
   }
@@ -189,6 +196,16 @@ class TestFolderNames : public QObject {
     folder_.look.identity = {2, 7};
     folder_.now += kSecond;
     QCOMPARE(spelling("hslav1.nrt"), QString("HSlav1.nrt"));
+  }
+
+  void aNameInCapitalsTellsOfCase() {
+    folder_.ignoresCase = true;
+    folder_.names = QStringList{"ABC"};
+    QCOMPARE(spelling("abc"), QString());
+    folder_.look.identity = {2, 7};
+    folder_.ignoresCase = false;
+    folder_.now += kSecond;
+    QCOMPARE(spelling("abc"), QString("ABC"));
   }
 
   /// Only a name that has two cases tells, and only one that has them in every language.
