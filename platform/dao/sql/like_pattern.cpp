@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace qk::dao::sql {
 namespace {
@@ -119,6 +120,19 @@ LikePattern::LikePattern(QStringView pattern) {
   beginning_ = beginning.toUtf8();
   nothingElseCounts_ =
       elements_.size() == std::size_t(beginning.size()) + 1 && elements_.back().type == Element::Type::Any;
+  noteRun();
+}
+
+void LikePattern::noteRun() {
+  QByteArray run;
+  for (const Element& element : elements_) {
+    const bool plain = element.type == Element::Type::Character && element.character < 0x80;
+    run = plain ? run + static_cast<char>(element.character) : QByteArray();
+    if (run.size() > run_.size() && run.size() <= std::numeric_limits<uchar>::max()) run_ = run;
+  }
+  skip_.fill(static_cast<uchar>(run_.size()));
+  for (qsizetype i = 0; i + 1 < run_.size(); ++i)
+    skip_[static_cast<uchar>(run_[i])] = static_cast<uchar>(run_.size() - 1 - i);
 }
 
 /// The position behind the set that starts here, or the start where its end is missing. "[]" is nothing.
@@ -210,8 +224,25 @@ std::optional<bool> LikePattern::beginsSo(QByteArrayView utf8) const {
   return {};
 }
 
+/// A filter for what stands anywhere fails in most rows: Horspool's search tells it from a few of their
+/// bytes.
+bool LikePattern::holdsRun(QByteArrayView utf8) const {
+  const qsizetype size = run_.size();
+  const auto isHere = [&](const char* end) {
+    return std::equal(run_.begin(), run_.end(), end - size, [](char wanted, char byte) {
+      return kFolded[static_cast<uchar>(byte)] == static_cast<uchar>(wanted);
+    });
+  };
+  for (qsizetype end = size; end <= utf8.size();) {
+    if (isHere(utf8.data() + end)) return true;
+    end += skip_[kFolded[static_cast<uchar>(utf8[end - 1])]];
+  }
+  return false;
+}
+
 bool LikePattern::matches(QByteArrayView utf8) const {
   if (const auto decided = beginsSo(utf8)) return *decided;
+  if (!holdsRun(utf8)) return false;
   if (const auto matched = walk(Utf8Reader(utf8))) return *matched;
   return matches(QString::fromUtf8(utf8));
 }

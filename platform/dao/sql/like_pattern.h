@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -38,10 +39,14 @@ class LikePattern {
   template <class Reader>
   std::optional<bool> walk(Reader text) const;
   qsizetype readSet(QStringView pattern, qsizetype at);
+  void noteRun();
+  bool holdsRun(QByteArrayView utf8) const;
 
   std::vector<Element> elements_;
   QByteArray beginning_;            ///< characters before the first other element, folded, UTF-8
   bool nothingElseCounts_ = false;  ///< only "*" follows
+  QByteArray run_;  ///< the longest of ASCII, folded: every matching text holds it in some case
+  std::array<uchar, 0x100> skip_{};  ///< by the byte where its end would be: how far on it may end, at least
 };
 
 }  // namespace qk::dao::sql

@@ -91,9 +91,18 @@ class TestSqliteFunctions : public QObject {
     QCOMPARE(store_.native("SELECT qk_like(?, ?)", {text, pattern}), expected);
   }
 
-  void bytesMatchAsCharactersDo() {
+  void bytesMatchAsCharactersDo_data() {
+    QTest::addColumn<QString>("some");
+    QTest::addColumn<int>("longestPattern");
+    QTest::addColumn<int>("longestText");
     // Of one to four bytes; "ẞ" folds to a letter of another length.
-    const QString some = "aAzZ059 *?#[]!-äÄßẞÉſK€Ωω\ufeff😀";
+    QTest::newRow("all kinds") << "aAzZ059 *?#[]!-äÄßẞÉſK€Ωω\ufeff😀" << 6 << 7;
+    QTest::newRow("words that nearly fit") << "aAbÄ*" << 8 << 24;
+  }
+  void bytesMatchAsCharactersDo() {
+    QFETCH(QString, some);
+    QFETCH(int, longestPattern);
+    QFETCH(int, longestText);
     QRandomGenerator random(1);
     const auto text = [&](int longest) {
       QString made;
@@ -103,8 +112,8 @@ class TestSqliteFunctions : public QObject {
     };
     int matched = 0;
     for (int i = 0; i < 100'000; ++i) {
-      const QString pattern = text(6);
-      const QByteArray bytes = text(7).toUtf8();
+      const QString pattern = text(longestPattern);
+      const QByteArray bytes = text(longestText).toUtf8();
       const QString value = QString::fromUtf8(bytes);
       const bool expected = LikePattern(pattern).matches(value);
       matched += expected;
@@ -155,6 +164,15 @@ class TestSqliteFunctions : public QObject {
     QVERIFY(text.contains(QChar::ReplacementCharacter));
     for (const QString& pattern : {text, QString("a*z"), QString("a?z"), QString("a*")})
       QCOMPARE(LikePattern(pattern).matches(QByteArrayView(bytes)), LikePattern(pattern).matches(text));
+  }
+
+  void wordsOfAnyLengthAreFound() {
+    for (const int length : {1, 2, 254, 255, 256, 257, 600}) {
+      const QString word = QString("ab").repeated(300).left(length);
+      const LikePattern pattern("*" + word + "*");
+      QVERIFY(pattern.matches(QByteArrayView(("ä" + word.toUpper() + "c").toUtf8())));
+      QVERIFY(!pattern.matches(QByteArrayView((word.chopped(1) + "c" + word.chopped(1)).toUtf8())));
+    }
   }
 
   void manyStarsStayQuick() {
