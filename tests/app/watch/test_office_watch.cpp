@@ -1,5 +1,7 @@
 // What threatens the office, in the real main window: one line in its status bar, the details by click and by
 // key, and nobody who types is disturbed.
+#include <QDirIterator>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -79,6 +81,8 @@ class TestOfficeWatch : public QObject {
   void theLastCopyIsNamed();
   void aCopyThatFailsShows();
   void closingWaitsForTheLastCopy();
+  void closingMakesTheLastCopy();
+  void nobodyClosesTheWindowBehindTheLastCopy();
   void theCashDeskAloneIsWarnedToo();
   void manners();
 };
@@ -246,6 +250,35 @@ void TestOfficeWatch::closingWaitsForTheLastCopy() {
   });
   QVERIFY(office.window().close());
   QVERIFY(waited);
+}
+
+void TestOfficeWatch::closingMakesTheLastCopy() {
+  const QTemporaryDir folder;
+  WatchedOffice office(kPlenty, folder.path());
+  const auto copies = [&] {
+    return QDirIterator(folder.path(), {"*.qkk"}, QDir::Files, QDirIterator::Subdirectories);
+  };
+  QVERIFY(!copies().hasNext());
+  QVERIFY(office.window().close());
+  QVERIFY(copies().hasNext());
+}
+
+/// As a session does that ends while the competition is changed.
+void TestOfficeWatch::nobodyClosesTheWindowBehindTheLastCopy() {
+  const QTemporaryDir folder;
+  WatchedOffice office(kPlenty, folder.filePath("fehlt/ganz"));
+  const QSignalSpy ended(&office.window(), &frmLindorm::unloaded);
+  office.boxes.expectWindow("frmSicherung", [&](QWidget& waiting) {
+    QVERIFY(!office.window().close());
+    QVERIFY(ended.isEmpty());
+    click(waiting, "cmdOhne");
+  });
+  QVERIFY(office.window().setWettkampf(office.competition));
+  QVERIFY(office.window().isVisible());
+  QVERIFY(office.global().Datenbank);
+  office.boxes.expectWindow("frmSicherung", [&](QWidget& waiting) { click(waiting, "cmdOhne"); });
+  QVERIFY(office.window().close());
+  QCOMPARE(ended.size(), 1);
 }
 
 void TestOfficeWatch::theCashDeskAloneIsWarnedToo() {
