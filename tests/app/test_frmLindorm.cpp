@@ -363,6 +363,12 @@ void TestFrmLindorm::eventsWithoutRaiser() {
   QCOMPARE(office.mark(1), QString("stop"));
   QCOMPARE(office.node(1), QString("Linie1"));
   QCOMPARE(office.line(1).sStartnummer(), QString());
+  // Of a line that was taken down meanwhile.
+  for (const int gone : {-1, 2}) {
+    Q_EMIT office.line(1).XGruenClick(gone);
+    Q_EMIT office.line(1).cmdXSchuetzeGesendet(gone);
+  }
+  QCOMPARE(office.mark(1), QString("stop"));
 }
 
 void TestFrmLindorm::stationMessages() {

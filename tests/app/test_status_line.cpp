@@ -190,6 +190,9 @@ void TestStatusLine::allBeforeADisciplineSaysWhatComesFirst() {
   QVERIFY(office.open());
   office.chooseShooter(1, "107");
   office.press(1, "cmdPreisModus");
+  const QString before = status(office);
+  office.press(1, "m_cmdAlleWaehlenHaering");
+  QCOMPARE(status(office), before);  // there is nothing to choose
   office.fire(1, shotRecord(1, 1, "9,7", "123,4"));
   const QString first = "Linie 1: Zuerst rechts eine Disziplin ankreuzen (F11), dann die Schüsse wählen.";
   office.boxes

@@ -394,7 +394,11 @@ void TestDeskPanels::thePictureFollows() {
   QCOMPARE(hint(), "");
   desk->on<QCheckBox>("chkEtikett2").click();
   QCoreApplication::processEvents();
-  QVERIFY(picture.image().width() > bars.width());
+  const QImage both = picture.image();
+  QCOMPARE(both.size(), QSize(bars.width() + 20 + bars.height(), bars.width()));  // the second stands
+  const auto edgeAt = [&](int x) { return both.pixelColor(x, both.height() / 2) == QColor(Qt::gray); };
+  QVERIFY(edgeAt(1) && edgeAt(bars.width() - 1) && edgeAt(bars.width() + 21) && edgeAt(both.width() - 1));
+  QCOMPARE(both.pixelColor(bars.width() + 10, both.height() / 2).alpha(), 0);
 }
 
 void TestDeskPanels::theHelpOfTheTemplate() {

@@ -28,6 +28,7 @@ class TestClassDetermination : public QObject {
 
   void limitsBelongToTheClass_data();
   void limitsBelongToTheClass();
+  void beyondItsLimitsAClassTakesNobody();
   void sexDecides_data();
   void sexDecides();
   void whatWasSetByHandStays();
@@ -103,6 +104,17 @@ void TestClassDetermination::limitsBelongToTheClass() {
   addClass(2, 21, 120);
   QFETCH(QString, born);
   QTEST(classOf(born), "expected");
+}
+
+void TestClassDetermination::beyondItsLimitsAClassTakesNobody() {
+  setClassYear("01.01.");
+  addClass(1, 13, 20);
+  for (const char* born : {"31.12.2005", "01.01.2014"}) {
+    expectReport(3021, "Fehler beim Ermitteln de Klassen-ID!");
+    QCOMPARE(classOf(born), 0);
+  }
+  QCOMPARE(classOf("01.01.2006"), 1);
+  QCOMPARE(classOf("31.12.2013"), 1);
 }
 
 void TestClassDetermination::sexDecides_data() {

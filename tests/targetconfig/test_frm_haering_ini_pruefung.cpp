@@ -2,9 +2,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include "platform/grid/text_grid.h"
 #include "platform/look/look.h"
@@ -62,6 +65,7 @@ class TestFrmHaeringIniPruefung : public QObject {
   void aMissingIniIsReported();
   void aRedRowSaysWhatIsMissing();
   void otherRowsSayNothing();
+  void aCutRowShowsWholeUnderThePointer();
   void enterChecksWhereItIsDrawnSo();
   void copies();
   void prints();
@@ -260,6 +264,23 @@ void TestFrmHaeringIniPruefung::otherRowsSayNothing() {
   click(*dialog, "cmdCheck");
   for (const int row : {1, 2, 3}) doubleClickRow(row);
   QVERIFY(place->dialogs.asked().isEmpty());
+}
+
+void TestFrmHaeringIniPruefung::aCutRowShowsWholeUnderThePointer() {
+  const QString title = QString("Luftgewehr & <mehr> ").repeated(20).trimmed();
+  write("esa_preis.ini", ("Bezeichnung = kurz\nBezeichnung = " + title + "\n").toUtf8());
+  open();
+  click(*dialog, "cmdCheck");
+  const auto tip = [this](int row) {
+    const QPoint at = grid().visualRect(grid().table()->index(row - 1, 0)).topLeft() + QPoint(30, 5);
+    QHelpEvent event(QEvent::ToolTip, at, grid().viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(grid().viewport(), &event);
+    return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+  };
+  QCOMPARE(texts(), (QStringList{"kurz", title}));
+  QCOMPARE(tip(2), title);
+  tip(1);
+  QTRY_VERIFY(!QToolTip::isVisible());
 }
 
 void TestFrmHaeringIniPruefung::enterChecksWhereItIsDrawnSo() {

@@ -80,6 +80,10 @@ void TestImportSession::eachRowGetsItsVerdict() {
   QCOMPARE(preview.rowCount(), 3);
   QCOMPARE(preview.index(0, PreviewRows::Line).data().toInt(), 2);
   QCOMPARE(preview.index(0, PreviewRows::Verdict).data().toString(), "neu");
+  for (const int column : {PreviewRows::Line, PreviewRows::Verdict, PreviewRows::Who, PreviewRows::What})
+    QCOMPARE(preview.index(0, column).data(Qt::TextAlignmentRole).toInt() ==
+                 int(Qt::AlignRight | Qt::AlignVCenter),
+             column == PreviewRows::Line);  // a number
   QVERIFY(preview.details(1).contains("»Schützenlust Äußere Au« → »Edelweiß Höfen«"));
   preview.setVerdict(Verdict::Faulty);
   QCOMPARE(preview.rowCount(), 1);

@@ -49,6 +49,7 @@ class TestBoundGrid : public BoundGridBench {
   void theSpaceBarTicks();
   void rowsAreAddedByTyping();
   void anotherRowKeepsTheColumn();
+  void theCurrentRowIsSeen();
   void markedRowsAreDeleted();
   void withoutMarksTheCurrentRowIsDeleted();
   void theFirstRowsAreDeletedInPortions();
@@ -368,6 +369,24 @@ void TestBoundGrid::anotherRowKeepsTheColumn() {
   QCOMPARE(place(), std::pair(5, 3));
   grid->setCurrentRow(-1);
   QCOMPARE(place(), std::pair(0, 3));
+}
+
+void TestBoundGrid::theCurrentRowIsSeen() {
+  database->execute("INSERT INTO Artikel (Name) SELECT a.Name FROM Artikel AS a, Artikel AS b, Artikel AS c");
+  rows->open(*database, "Select * from Artikel order by ID");
+  QVERIFY(rows->waitForAll());
+  grid->setCurrentIndex(rows->index(0, 1));
+  grid->setFocus();
+  const auto isSeen = [this] {
+    return grid->viewport()->rect().contains(grid->visualRect(grid->currentIndex()).center());
+  };
+  for (int step = 0; step < 40; ++step) {
+    QTest::keyClick(grid, Qt::Key_Down);
+    QVERIFY2(isSeen(), qPrintable(QString::number(grid->currentIndex().row())));
+  }
+  QCOMPARE(grid->currentIndex().row(), 40);
+  QTest::keyClick(grid, Qt::Key_Home, Qt::ControlModifier);
+  QVERIFY(isSeen());
 }
 
 void TestBoundGrid::markedRowsAreDeleted() {
