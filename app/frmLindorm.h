@@ -114,7 +114,8 @@ class frmLindorm : public QMainWindow {
   struct LineFonts {
     Schrift shots, disciplines;
   };
-  void loadLine(int position, bool active, const LineFonts& fonts);
+  void loadLine(int position, bool active, const LineFonts& fonts,
+                const std::shared_ptr<LineReadings>& readings);
   UserControl1& currentLine() const { return cLine(Get_AktLinienNummer()); }
   enum class AfterEach { Nothing, MessageLoop };
   /// Calls `call` for every line, inactive ones too; ends early when the lines are rebuilt or the window

@@ -35,9 +35,10 @@ void frmLindorm::Load_Settings() {
     tree_.clear();
     clearLines();
     const int generation = generation_;
+    const auto readings = std::make_shared<LineReadings>();
     for (int position = 1; position <= LinienAktiv.size() && generation == generation_; ++position) {
       if (position % kLinesAtATime == 1) showLoading(position, LinienAktiv.size());
-      loadLine(position, LinienAktiv.at(position - 1) == '1', fonts);
+      loadLine(position, LinienAktiv.at(position - 1) == '1', fonts, readings);
     }
     statusBar()->clearMessage();
     if (watch_.isExchangeFolderDeaf()) watch_.lookAtExchangeFolder();  // perhaps another one was chosen
@@ -82,10 +83,11 @@ UserControl1* frmLindorm::addLine(int nIndex) {
   return line;
 }
 
-void frmLindorm::loadLine(int position, bool active, const LineFonts& fonts) {
+void frmLindorm::loadLine(int position, bool active, const LineFonts& fonts,
+                          const std::shared_ptr<LineReadings>& readings) {
   UserControl1* line = addLine(position - 1);
   if (active) tree_.add(position);
-  line->Init(sWettkampf());
+  line->Init(sWettkampf(), readings);
   line->Set_Font_Flex(fonts.shots);
   line->Set_Font_HaeringDisziplin(fonts.disciplines);
   line->setLinie(static_cast<qint16>(position));

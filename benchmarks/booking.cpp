@@ -25,7 +25,7 @@ class TransferredVisit {
     capture_->setDatabase(db_.get());
     db_->reserveNumbers("Haering_Daten");
     addDisciplines();
-    capture_->fillLists();
+    capture_->fillLists(*LadeListen(*db_));
     capture_->setShooter(std::make_shared<Schuetze>(visitShooter()));
     for (int i = 0; i < capture_->lstDisziTarvex().count(); ++i)
       capture_->lstDisziTarvex().setTicked(i, capture_->lstDisziTarvex().number(i) >= 1000);

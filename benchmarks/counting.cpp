@@ -1,5 +1,7 @@
 #include "benchmarks/counting.h"
 
+#include <valgrind/callgrind.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -10,6 +12,7 @@
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <string_view>
 
 #include "platform/dao/rows/list_pace.h"
 
@@ -17,7 +20,7 @@ namespace qk::bench {
 
 namespace {
 
-constexpr auto kHouse = "house";
+constexpr auto kHouse = "house", kFromStart = "--erstmals";
 
 [[noreturn]] void fail(const QString& why) {
   throw std::runtime_error(why.toStdString());
@@ -88,7 +91,7 @@ Count countOf(const Pair& pair, const QString& side) {
                        "--callgrind-out-file=" + folder.filePath("counts"),
                        "--log-file=" + folder.filePath("log")};
   if (pair.calls) valgrind << "--trace-syscalls=yes";
-  run(valgrind, pair.name, side, {});
+  run(valgrind, pair.name, side, pair.fromStart ? QStringList{kFromStart} : QStringList());
   qint64 instructions = 0;
   for (const QString& file : QDir(folder.path()).entryList({"counts*"}, QDir::Files))
     instructions += measuredIn(folder.filePath(file));
@@ -114,6 +117,13 @@ double countedRatio(const Pair& pair) {
   return pair.calls ? house.calls / bare.calls : house.instructions / bare.instructions;
 }
 
+void countFromHere(int argc, const char* const* argv) {
+  const auto isAsked = [](const char* argument) { return std::string_view(argument) == kFromStart; };
+  if (std::none_of(argv, argv + argc, isAsked)) return;
+  CALLGRIND_START_INSTRUMENTATION;
+  CALLGRIND_ZERO_STATS;
+}
+
 int runCounted(const QString& name, const QString& side, bool onlyMakes) {
   const auto pair =
       std::find_if(pairs().begin(), pairs().end(), [&](const Pair& one) { return one.name == name; });
@@ -123,7 +133,9 @@ int runCounted(const QString& name, const QString& side, bool onlyMakes) {
   constexpr int kNever = std::numeric_limits<int>::max();
   dao::listPace() = {kNever, kNever, kNever};
   QApplication::setCursorFlashTime(0);
-  Rounds rounds = onlyMakes ? Rounds::none() : Rounds::counted(pair->counted);
+  Rounds rounds = onlyMakes         ? Rounds::none()
+                  : pair->fromStart ? Rounds::first()
+                                    : Rounds::counted(pair->counted);
   (side == kHouse ? pair->house : pair->bare)(rounds);
   if (onlyMakes) return 0;
   QTextStream(stderr) << QString::fromStdString(rounds.failure());

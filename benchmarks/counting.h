@@ -14,6 +14,9 @@ inline constexpr auto kMeasured = "measured", kPaused = "paused";
 /// make. Throws std::runtime_error with what went wrong.
 double countedRatio(const Pair& pair);
 
+/// Where a process is to count all it does (--erstmals among its arguments), this is its first call.
+void countFromHere(int argc, const char* const* argv);
+
 /// What such a process does: the rounds of one side ("house" or "bare") of the pair of that name, or only
 /// what it makes before the first. Its exit status.
 int runCounted(const QString& name, const QString& side, bool onlyMakes);

@@ -1,6 +1,6 @@
 // qk-bench [--json FILE] [--only TEXT] [--gross]: prints every ratio with its bound; exit status 1 when one
-// is exceeded. qk-bench --gezaehlt NAME --seite house|bare [--bereiten] is what it starts to count the
-// instructions of a side.
+// is exceeded. qk-bench --gezaehlt NAME --seite house|bare [--bereiten|--erstmals] is what it starts to count
+// the instructions of a side.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
@@ -84,6 +84,7 @@ void measureAll(Results& results, const QString& only, bool large) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  countFromHere(argc, argv);
   QApplication app(argc, argv);
   QCommandLineParser parser;
   parser.addOption({"json", "Writes a list of objects name, ratio, bound, unit, lower, upper.", "FILE"});
@@ -92,6 +93,7 @@ int main(int argc, char** argv) {
   parser.addOption({"gezaehlt", "Runs the rounds of one side of a counted benchmark.", "NAME"});
   parser.addOption({"seite", "Which: house or bare.", "SIDE"});
   parser.addOption({"bereiten", "Makes what the rounds need, and runs none."});
+  parser.addOption({"erstmals", "Counts from the process's beginning."});
   if (qk::answeredCall(app.arguments().mid(1), "qk-bench", parser.helpText())) return 0;
   parser.process(app);
 

@@ -25,6 +25,8 @@ struct Pair {
   std::function<void()> ground = {};
   /// Of one that is counted: its ratio is that of the calls of the system, for most of its work is there.
   bool calls = false;
+  /// Of one that is counted: one round, and with it all that the process has done since main() began.
+  bool fromStart = false;
   bool large = false;  ///< made of so much that it is measured when asked for only
 };
 

@@ -13,18 +13,28 @@ constexpr int kWarmUp = 2;
 
 }  // namespace
 
+Rounds Rounds::first() {
+  Rounds rounds(How::First, 1);
+  rounds.end();
+  return rounds;
+}
+
 bool Rounds::next() {
   if (how_ == How::Not || !failure_.empty()) return false;
-  if (begun_ == kWarmUp + rounds_) {
+  if (begun_ == warmUp() + rounds_) {
     end();
-    if (how_ == How::Counted) CALLGRIND_STOP_INSTRUMENTATION;
+    if (how_ != How::Timed) CALLGRIND_STOP_INSTRUMENTATION;
     return false;
   }
-  if (begun_++ == kWarmUp) {
+  if (begun_++ == warmUp()) {
     if (how_ == How::Counted) CALLGRIND_START_INSTRUMENTATION;
     begin();
   }
   return true;
+}
+
+int Rounds::warmUp() const {
+  return how_ == How::First ? 0 : kWarmUp;
 }
 
 void Rounds::pause() {
@@ -36,7 +46,7 @@ void Rounds::resume() {
 }
 
 bool Rounds::measures() const {
-  return begun_ > kWarmUp;
+  return begun_ > warmUp();
 }
 
 /// A dump begins all counts anew, those of other threads too. Collecting can't be switched for all of them.

@@ -25,7 +25,9 @@ class Rounds {
   static Rounds none() { return Rounds(How::Not, 0); }
   /// In a process that runs under callgrind: so many, after two that count nothing.
   static Rounds counted(int rounds) { return Rounds(How::Counted, rounds); }
-  /// Likewise, on the clock.
+  /// In one that has counted since it began: goes on counting with its one round, which nothing has warmed.
+  static Rounds first();
+  /// So many after two that count nothing, on the clock.
   static Rounds timed(int rounds) { return Rounds(How::Timed, rounds); }
 
   /// Whether there is another round, which begins now.
@@ -41,9 +43,10 @@ class Rounds {
 
  private:
   using Clock = std::chrono::steady_clock;
-  enum class How { Not, Counted, Timed };
+  enum class How { Not, Counted, First, Timed };
 
   Rounds(How how, int rounds) : how_(how), rounds_(rounds) {}
+  int warmUp() const;
   bool measures() const;
   void begin();
   void end();

@@ -19,6 +19,14 @@ void CheckList::add(const QString& text, std::int32_t number) {
   endInsertRows();
 }
 
+void CheckList::takeEntriesOf(const CheckList& other) {
+  beginResetModel();
+  entries_ = other.entries_;
+  for (Entry& entry : entries_) entry.ticked = false;
+  current_ = -1;
+  endResetModel();
+}
+
 int CheckList::tickedCount() const {
   return static_cast<int>(
       std::count_if(entries_.begin(), entries_.end(), [](const Entry& e) { return e.ticked; }));

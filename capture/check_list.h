@@ -20,6 +20,7 @@ class CheckList : public QAbstractListModel {
 
   void clear();  ///< no entry, none current
   void add(const QString& text, std::int32_t number);
+  void takeEntriesOf(const CheckList& other);  ///< instead of its own; none ticked, none current
 
   int count() const { return static_cast<int>(entries_.size()); }
   const QString& text(int position) const { return entry(position).text; }

@@ -138,6 +138,13 @@ void FuelleKombinationsListe(dao::Database& db, CheckList& list, ListOrder order
   fillList(db, combinationsQuery(order), "Kombinationsname", list);
 }
 
+std::shared_ptr<const CompetitionLists> LadeListen(dao::Database& db, const ListOrders& orders) {
+  auto lists = std::make_shared<CompetitionLists>();
+  FuelleDisziplinListe(db, lists->disciplines, orders.disciplines);
+  FuelleKombinationsListe(db, lists->combinations, orders.combinations);
+  return lists;
+}
+
 void WendeKombinationenAn(dao::Database& db, const CheckList& lstKombi, CheckList& lstDiszi) {
   lstDiszi.untickAll();
   for (int kombi = 0; kombi < lstKombi.count(); ++kombi) {

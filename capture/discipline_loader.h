@@ -26,6 +26,12 @@ std::shared_ptr<Schuetze> LadeSchuetze(dao::Database& db, const QString& sStartn
 void FuelleDisziplinListe(dao::Database& db, CheckList& list, ListOrder order = ListOrder::Position);
 void FuelleKombinationsListe(dao::Database& db, CheckList& list, ListOrder order = ListOrder::Position);
 
+/// What the lines offer for choosing.
+struct CompetitionLists {
+  CheckList disciplines, combinations;
+};
+std::shared_ptr<const CompetitionLists> LadeListen(dao::Database& db, const ListOrders& orders = {});
+
 /// Ticks exactly the disciplines that belong to the ticked combinations.
 void WendeKombinationenAn(dao::Database& db, const CheckList& lstKombi, CheckList& lstDiszi);
 

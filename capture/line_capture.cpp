@@ -14,9 +14,9 @@ LineCapture::LineCapture(const Workplace& workplace, QObject* parent)
   ErgebnislisteEinrichten(workplace_, ffErg_, layoutCode(m_colDisziplinen_), look_);
 }
 
-void LineCapture::fillLists(const ListOrders& orders) {
-  FuelleDisziplinListe(required(db_), lstDisziTarvex_, orders.disciplines);
-  FuelleKombinationsListe(required(db_), lstKombiTarvex_, orders.combinations);
+void LineCapture::fillLists(const CompetitionLists& lists) {
+  lstDisziTarvex_.takeEntriesOf(lists.disciplines);
+  lstKombiTarvex_.takeEntriesOf(lists.combinations);
 }
 
 void LineCapture::setShooter(std::shared_ptr<const Schuetze> shooter) {

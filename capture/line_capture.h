@@ -38,8 +38,8 @@ class LineCapture : public QObject {
 
   /// The line's own connection to the competition; outlives its use here. nullptr ends it.
   void setDatabase(dao::Database* db) { db_ = db; }
-  /// Refills the check lists of disciplines and combinations. Errors pass to the caller.
-  void fillLists(const ListOrders& orders = {});
+  /// Refills the check lists of disciplines and combinations.
+  void fillLists(const CompetitionLists& lists);
   /// The line's shooter, nullptr for none. Checks the transfer button.
   void setShooter(std::shared_ptr<const Schuetze> shooter);
   const Schuetze* shooter() const { return shooter_.get(); }

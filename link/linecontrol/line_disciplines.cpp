@@ -3,7 +3,6 @@
 #include "platform/dao/recordset.h"
 #include "platform/dialog/dialogs.h"
 #include "platform/runtime/numbers.h"
-#include "targetconfig/station_files.h"
 
 namespace qk {
 
@@ -36,12 +35,12 @@ LineDisciplines::LineDisciplines(const Workplace& workplace) : workplace_(workpl
   table_.setColumnWidth(Grundwert, 0);
 }
 
-void LineDisciplines::read(const QString& folder) {
+void LineDisciplines::read(const QString& folder, LineReadings& readings) {
   table_.setRows(1);
   reported(fehlerReport(workplace_.dialogs, "Fehler beim Ermittelen der Intarso-Schusszahlen DEF!"),
            [&](Steps& step) {
              DisciplineGrid grid;
-             step([&] { grid = readDisciplineGrid(workplace_.files, folder); });
+             step([&] { grid = readings.stationDisciplines(workplace_.files, folder); });
              if (grid.iniMissing) {
                workplace_.dialogs.note(iniMissingText(grid.iniPath), BoxIcon::Critical, "Fehler");
                return;

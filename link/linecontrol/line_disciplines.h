@@ -8,6 +8,7 @@
 #include <QString>
 
 #include "link/commands.h"
+#include "link/linecontrol/line_readings.h"
 #include "platform/dao/database.h"
 #include "platform/grid/text_table.h"
 #include "platform/workplace.h"
@@ -34,7 +35,7 @@ class LineDisciplines {
 
   /// Refills the grid from esa_preis.ini and the def files of the exchange folder (with its final separator).
   /// A missing esa_preis.ini and other failures are reported in a box; the grid then stays empty.
-  void read(const QString& folder);
+  void read(const QString& folder, LineReadings& readings);
 
   /// The rules behind an edit of a cell: refuses too few shots in columns Schuss and Nachkauf with a box.
   void afterEdit(int row, int column);

@@ -118,10 +118,7 @@ void UserControl1::Fill_HaeringGruppen() {
   act([this] {
     reported(report("Fehler beim Ermitteln der Intarso-Gruppen in Linie!"), [&](Steps&) {
       groups_.clear();
-      if (!db_) return;
-      const auto rs = db_->openRecordset("Select * from Haering_Gruppen order by GruppenName");
-      for (; !rs->eof(); rs->moveNext())
-        groups_.emplace_back(rs->value("GruppenName").toString(), rs->value("ID").toInt());
+      if (db_) groups_ = readings()->groups(*db_);
     });
     if (ui_.areMade()) showGroups();
   });
@@ -331,6 +328,7 @@ void UserControl1::sayWhatWasSent(const QString& done, int sentBefore, int notSe
 void UserControl1::setTimerEnabled(bool enabled) {
   if (enabled && !retired_) {
     Timer1_->start();
+    reserveShotNumbers();
   } else {
     Timer1_->stop();
   }

@@ -19,8 +19,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "app/ground/global_variablen.h"
 #include "app/ground/temp_module.h"
@@ -28,6 +26,7 @@
 #include "link/exchange.h"
 #include "link/linecontrol/line_commands.h"
 #include "link/linecontrol/line_disciplines.h"
+#include "link/linecontrol/line_readings.h"
 #include "platform/dao/database.h"
 #include "platform/workplace.h"
 
@@ -78,8 +77,9 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   /// Says on the line that its exchange folder is away, or takes that back.
   void showExchangeFolder(bool missing);
   const QString& sWettkampf() const { return sWettkampf_; }
-  /// Opens the competition and reads exchange folder, station disciplines and check lists.
-  void Init(const QString& sWettkampf);
+  /// Opens the competition and reads exchange folder, station disciplines and check lists. As long as
+  /// `shared` lives, the line reads with those that have the same.
+  void Init(const QString& sWettkampf, const std::shared_ptr<LineReadings>& shared = {});
   void Fill_HaeringGruppen();
   /// Imports a recorded file of shot lines for the line's shooter.
   void Fill_Testdaten(const QString& sDatei);
@@ -167,7 +167,9 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   bool isOpenFor(Asked asked);
   void complete(const ErrorReport& report, Asked asked);
   void openDatabase(Asked asked);
+  void reserveShotNumbers();
   void readStation();
+  std::shared_ptr<LineReadings> readings() const;
   void restoreLine();
   void tryUnasked();
   void showWhetherOpen();
@@ -206,6 +208,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   Views ui_;
   QString sWettkampf_;
   std::unique_ptr<dao::Database> db_;
+  std::weak_ptr<LineReadings> shared_;
   LineCapture capture_;
   LineDisciplines disciplines_;
   LineCommands commands_;
@@ -216,7 +219,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   QMenu* mnuPopManuellerSchuss_ = nullptr;
   QColor disziplinText_;  // of the discipline grid while there is a shooter
   // What the views show once they are made.
-  std::vector<std::pair<QString, int>> groups_;  // name and ID
+  LineGroups groups_;
   std::optional<Schrift> shotFont_, disciplineFont_;
   SendState sendState_ = SendState::Hidden;
   int nStandnummer_ = 0;

@@ -22,8 +22,9 @@ const QString kNotOpen =
 
 }  // namespace
 
-void UserControl1::Init(const QString& sWettkampf) {
+void UserControl1::Init(const QString& sWettkampf, const std::shared_ptr<LineReadings>& shared) {
   sWettkampf_ = sWettkampf;
+  shared_ = shared;
   capture_.setDatabase(nullptr);
   capture_.lstDisziTarvex().clear();
   capture_.lstKombiTarvex().clear();
@@ -38,13 +39,11 @@ void UserControl1::complete(const ErrorReport& report, Asked asked) {
   const QScopedValueRollback completing(completing_, true);
   reported(report, [&](Steps& step) {
     if (!db_) step([&] { openDatabase(asked); });
-    // A shot must cost one commit, not a second one for its number.
-    if (db_) step([&] { db_->reserveNumbers("Haering_Daten"); });
     if (retired_) return;
     readStation();
     if (!db_ || retired_ || listsFilled_) return;
     step([&] {
-      capture_.fillLists(listOrders(*db_));
+      capture_.fillLists(readings()->lists(*db_));
       listsFilled_ = true;
     });
   });
@@ -68,12 +67,27 @@ void UserControl1::openDatabase(Asked asked) {
   capture_.setDatabase(db_.get());
 }
 
+/// A shot must cost one commit, not a second one for its number.
+void UserControl1::reserveShotNumbers() {
+  if (!db_) return;
+  try {
+    db_->reserveNumbers("Haering_Daten");
+  } catch (const Error&) {
+    return;  // the shot reserves it then, and says what stands in its way
+  }
+}
+
 void UserControl1::readStation() {
   if (stationRead_) return;
   stationRead_ = true;
   exchange_->setNetzverzeichnis(liesText(workplace_.settings, keys::Netzverzeichnis));
   exchange_->setDatenverzeichnis(global_.Verzeichnis);
-  disciplines_.read(exchange_->netzverzeichnis());
+  disciplines_.read(exchange_->netzverzeichnis(), *readings());
+}
+
+std::shared_ptr<LineReadings> UserControl1::readings() const {
+  const auto shared = shared_.lock();
+  return shared ? shared : std::make_shared<LineReadings>();
 }
 
 /// Whether the line has its competition; tries to open it when it hasn't. What the operator wants gets a box.

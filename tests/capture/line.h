@@ -54,7 +54,7 @@ struct Line {
                        if (!text.isEmpty()) count = text;
                      });
     capture->setDatabase(&bench.store());
-    capture->fillLists();
+    capture->fillLists(*LadeListen(bench.store()));
     capture->setShooter(std::make_shared<Schuetze>(shooter()));
     capture->setPictureCaption([] { return PictureCaption{"107", "Müller, Änne", "SV Grünau"}; });
   }

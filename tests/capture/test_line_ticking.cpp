@@ -159,7 +159,7 @@ Zeilen Kombination_Diszi
   8  | 8       | 8
   9  | 9       | 9
 )");
-  line.capture->fillLists();
+  line.capture->fillLists(*LadeListen(line.bench.store()));
   const Shots all = shots("4x9");
   for (const auto& s : all) s->WettbewerbBezeichnung = "20 LG Pokal";
   line.receive(all);

@@ -77,6 +77,7 @@ class TestLoading : public QObject {
   void shooterWithoutClubTeamAndClass();
   void unknownShooter();
   void listsByPositionAndByName();
+  void aListTakesTheEntriesOfAnother();
   void combinations();
   void choosingADiscipline();
   void choosingACombination();
@@ -209,6 +210,23 @@ void TestLoading::listsByPositionAndByName() {
   QCOMPARE(entries(list), (QStringList{"1 Zum Pokal", "2 Alles"}));
   FuelleKombinationsListe(bench->store(), list, ListOrder::Name);
   QCOMPARE(entries(list), (QStringList{"2 Alles", "1 Zum Pokal"}));
+}
+
+void TestLoading::aListTakesTheEntriesOfAnother() {
+  const auto lists = LadeListen(bench->store(), {ListOrder::Name, ListOrder::Position});
+  QCOMPARE(entries(lists->disciplines), (QStringList{"1 10m Luftgewehr", "3 Anton", "2 Glücksscheibe"}));
+  QCOMPARE(entries(lists->combinations), (QStringList{"1 Zum Pokal", "2 Alles"}));
+  CheckList chosen, list;
+  chosen.add("alt", 99);
+  chosen.setTicked(0, true);
+  list.add("neu", 98);
+  list.add("noch neuer", 97);
+  list.setCurrent(1);
+  const QSignalSpy reset(&list, &CheckList::modelReset);
+  list.takeEntriesOf(chosen);
+  QCOMPARE(entries(list), QStringList{"99 alt"});
+  QCOMPARE(list.current(), -1);
+  QCOMPARE(reset.size(), 1);
 }
 
 void TestLoading::combinations() {

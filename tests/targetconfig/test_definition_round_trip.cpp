@@ -134,7 +134,8 @@ void TestDefinitionRoundTrip::whatIsWrittenIsFound() {
 
   // The firing line: a row for each section, with the shots that the grid shows.
   LineDisciplines line(office.place.workplace());
-  line.read(office.folder());
+  LineReadings readings;
+  line.read(office.folder(), readings);
   QCOMPARE(line.table().rows() - 1, int(written.size()));
   for (size_t i = 0; i < written.size(); ++i) {
     const int row = int(i) + 1;

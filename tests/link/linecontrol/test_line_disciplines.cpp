@@ -53,6 +53,35 @@ class TestLineDisciplines : public QObject {
     QCOMPARE(grid_->table().rows(), 3);
   }
 
+  /// Each has a file in a folder of the network: lines that are loaded together read them once.
+  void readWithOthersFilesAreReadOnce() {
+    LineReadings shared;
+    read(shared);
+    place_->files.write(place_->path("0_hd_lg.def"), ">Schusszahl\r\n\"60\"\r\n");
+    LineDisciplines other(place_->workplace());
+    other.read(place_->path() + "/", shared);
+    QCOMPARE(cells(other, 1), (QStringList{"0", "LG Auflage", "40", "40", "", "40"}));
+    QCOMPARE(cells(other, 2), (QStringList{"0", "LP 20", "", "", "", ""}));
+    QCOMPARE(other.table().rows(), 3);
+    read();
+    QCOMPARE(cells(*grid_, 1), (QStringList{"0", "LG Auflage", "60", "60", "", "60"}));
+  }
+
+  /// Each line says what it couldn't read, and the next one tries again.
+  void whatIsMissingIsNotShared() {
+    LineReadings shared;
+    const QByteArray ini = place_->files.read(place_->path("esa_preis.ini"));
+    place_->files.remove(place_->path("esa_preis.ini"));
+    for (int line = 0; line < 2; ++line) {
+      place_->dialogs.expect(iniMissingText(place_->path("esa_preis.ini"))).titled("Fehler");
+      read(shared);
+      QCOMPARE(grid_->table().rows(), 1);
+    }
+    place_->files.write(place_->path("esa_preis.ini"), ini);
+    read(shared);
+    QCOMPARE(grid_->table().rows(), 3);
+  }
+
   void missingIniIsToldAndLeavesTheGridEmpty() {
     read();
     place_->files.remove(place_->path("esa_preis.ini"));
@@ -163,7 +192,11 @@ class TestLineDisciplines : public QObject {
   void writeIni(const QString& text) {
     place_->files.write(place_->path("esa_preis.ini"), toWindows1252(text));
   }
-  void read() { grid_->read(place_->path() + "/"); }
+  void read() {
+    LineReadings own;
+    read(own);
+  }
+  void read(LineReadings& readings) { grid_->read(place_->path() + "/", readings); }
   QString selection() const {
     QString all;
     for (int row = 1; row < grid_->table().rows(); ++row) all += grid_->table().text(row, Column::Auswahl);
