@@ -215,15 +215,14 @@ void lookAtAMillion(Rounds& rounds) {
   while (rounds.next()) store.run(look("Schuss") + look("SchussSerien"));
 }
 
-const Registered sheet{Pair{"quick_evaluation_1000000", 1.5,
-                            "a sheet with 1,000,000 results : the statements bare", sheetOfAMillion,
-                            sheetBare, 1}};
-const Registered calm{Pair{"quick_evaluation_no_update", 1.1,
-                           "a sheet with 1,000,000 results, NoUpdate.txt : with none but the shooter's",
+const Registered sheet{Pair{"Bogen bei 1.000.000 Ergebnissen", 1.5, "gegen dieselben Anweisungen bloß",
+                            sheetOfAMillion, sheetBare, 1}};
+const Registered calm{Pair{"Bogen ohne Angleichen", 1.1,
+                           "bei 1.000.000 Ergebnissen gegen nur die des Schützen",
                            sheetWithoutAlignment<kMillion>, sheetWithoutAlignment<0>, 5}};
-const Registered aligned{Pair{"alignment_nothing_to_write", 1.3,
-                              "both UPDATEs over 1,000,000 results that are right : the bare look",
-                              alignMillion, lookAtAMillion, 1}};
+const Registered aligned{Pair{"Angleichen, nichts zu schreiben", 1.3,
+                              "bei 1.000.000 Ergebnissen gegen das bloße Nachsehen", alignMillion,
+                              lookAtAMillion, 1}};
 
 }  // namespace
 }  // namespace qk::bench

@@ -210,15 +210,13 @@ void bare(Rounds& rounds) {
     rounds.fail("the empty window has fewer widgets");
 }
 
-const Registered start{Pair{"Start mit 24 Linien, 1.000.000 Zeilen",
-                            1.5,
-                            "gegen ein leeres Fenster mit so vielen Steuerelementen",
-                            house,
-                            bare,
-                            1,
-                            {},
-                            false,
-                            true}};
+const Registered start{Pair{.name = "Start mit 24 Linien, 1.000.000 Zeilen",
+                            .bound = 5.1,
+                            .unit = "gegen ein leeres Fenster mit so vielen Steuerelementen",
+                            .house = house,
+                            .bare = bare,
+                            .counted = 1,
+                            .fromStart = true}};
 
 }  // namespace
 
