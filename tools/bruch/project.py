@@ -86,12 +86,13 @@ class Project:
 
     @functools.cache
     def _distance(self, path: str, test: Test) -> int:
-        """0 for a test that names the source, 1 for one of the same folder, 2 for one of the room, 3 for others."""
+        """0 for a test that names the source, 1 for one of its folder or of those above, 2 for one of the room, 3 for
+        others."""
         source, own = PurePosixPath(path), PurePosixPath(test.source)
         said = (self.tree / test.source).read_text() if test.source else ""
         if own.stem == f"test_{source.stem}" or f'"{source.with_suffix(".h")}"' in said:
             return 0
-        if own.parent == "tests" / source.parent:
+        if own.parent in ["tests" / folder for folder in source.parents if folder.name]:
             return 1
         return 2 if own.parts[:2] == ("tests", source.parts[0]) else 3
 
