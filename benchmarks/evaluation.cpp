@@ -215,12 +215,12 @@ void lookAtAMillion(Rounds& rounds) {
   while (rounds.next()) store.run(look("Schuss") + look("SchussSerien"));
 }
 
-const Registered sheet{Pair{"Bogen bei 1.000.000 Ergebnissen", 1.5, "gegen dieselben Anweisungen bloß",
+const Registered sheet{Pair{"Bogen bei 1.000.000 Ergebnissen", 1.25, "gegen dieselben Anweisungen bloß",
                             sheetOfAMillion, sheetBare, 1}};
 const Registered calm{Pair{"Bogen ohne Angleichen", 1.1,
                            "bei 1.000.000 Ergebnissen gegen nur die des Schützen",
                            sheetWithoutAlignment<kMillion>, sheetWithoutAlignment<0>, 5}};
-const Registered aligned{Pair{"Angleichen, nichts zu schreiben", 1.3,
+const Registered aligned{Pair{"Angleichen, nichts zu schreiben", 1.25,
                               "bei 1.000.000 Ergebnissen gegen das bloße Nachsehen", alignMillion,
                               lookAtAMillion, 1}};
 
