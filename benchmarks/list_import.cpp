@@ -186,7 +186,7 @@ double longestWaitOfAShot() {
 }
 
 const Registered import{
-    Pair{"20.000 Schützen übernehmen", 4.0, "gegen bloßes Einfügen in einer Transaktion", house, bare, 1}};
+    Pair{"20.000 Schützen übernehmen", 2.13, "gegen bloßes Einfügen in einer Transaktion", house, bare, 1}};
 const Registered wait{
     Figure{"Schuss während der Übernahme", 1.0, "Sekunden, die der langsamste wartet", longestWaitOfAShot}};
 
