@@ -1,6 +1,7 @@
 // What threatens the office, in the real main window: one line in its status bar, the details by click and by
 // key, and nobody who types is disturbed.
 #include <QDirIterator>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -252,15 +253,18 @@ void TestOfficeWatch::closingWaitsForTheLastCopy() {
   QVERIFY(waited);
 }
 
+/// The stick for the copies is plugged in when its lack is said.
 void TestOfficeWatch::closingMakesTheLastCopy() {
-  const QTemporaryDir folder;
-  WatchedOffice office(kPlenty, folder.path());
-  const auto copies = [&] {
-    return QDirIterator(folder.path(), {"*.qkk"}, QDir::Files, QDirIterator::Subdirectories);
-  };
-  QVERIFY(!copies().hasNext());
+  const QTemporaryDir stick;
+  WatchedOffice office(kPlenty, stick.filePath("fehlt/ganz"));
+  office.boxes.expectWindow("frmSicherung", [&](QWidget& waiting) {
+    QTRY_VERIFY(the<QPushButton>(waiting, "cmdNochmal").isVisible());
+    QVERIFY(QDir().mkpath(stick.filePath("fehlt")));
+    click(waiting, "cmdNochmal");
+    QTRY_VERIFY(!waiting.isVisible());
+  });
   QVERIFY(office.window().close());
-  QVERIFY(copies().hasNext());
+  QVERIFY(QDirIterator(stick.path(), {"*.qkk"}, QDir::Files, QDirIterator::Subdirectories).hasNext());
 }
 
 /// As a session does that ends while the competition is changed.

@@ -41,10 +41,6 @@ class TestUserControl1 : public QObject {
   void clearedLine();
   void clearingWithOpenShotsIsRefused();
   void groups();
-  void linesLoadedTogetherOfferTheSame();
-  void theCompetitionIsReadOnceForAll();
-  void aLineThatListensHasItsNumbers();
-  void numbersThatCannotBeReservedStopNothing();
   void numbersAndPopupOfTheStationGrid();
   void oneCommitAShot();
   void roadOfAShot();
@@ -252,77 +248,6 @@ void TestUserControl1::groups() {
   QCOMPARE(stationGrid().text(10, 0), QString("1"));
   QTest::keyClick(&combo, Qt::Key_Up);
   QCOMPARE(stationGrid().text(10, 0), QString("0"));
-}
-
-void TestUserControl1::linesLoadedTogetherOfferTheSame() {
-  office_.reset();
-  office_ = std::make_unique<RangeOffice>("101");
-  QVERIFY(office_->open());
-  office_->database()->execute("insert into Haering_Gruppen (GruppenName) values ('Pistole')");
-  office_->place.files.clearJournal();
-  const auto readings = [this] { return office_->place.files.journal().count("read " + EsaPreisIni); };
-  office_->window().Load_Settings();
-  QCOMPARE(readings(), 1);
-  for (const char* list : {"m_lstDisziTarvex", "m_lstKombiTarvex"}) {
-    const auto entries = [&](int line) {
-      const QAbstractItemModel* model = office_->on<QListView>(line, list).model();
-      QStringList texts;
-      for (int row = 0; row < model->rowCount(); ++row)
-        texts << model->index(row, 0).data().toString() +
-                     model->index(row, 0).data(Qt::CheckStateRole).toString();
-      return texts;
-    };
-    QVERIFY(entries(1).size() > 1);
-    QCOMPARE(entries(3), entries(1));
-    const QStringList before = entries(3);
-    auto* model = office_->on<QListView>(1, list).model();
-    QVERIFY(model->setData(model->index(0, 0), Qt::Checked, Qt::CheckStateRole));
-    QCOMPARE(entries(3), before);
-    QVERIFY(entries(1) != before);
-  }
-  for (const int line : {1, 3})
-    QCOMPARE(office_->on<QComboBox>(line, "cmbHaeringGruppen").itemText(1), "Pistole");
-  QCOMPARE(office_->on<TextGrid>(3, "flexHaeringDiszi").table()->rows(), stationGrid().rows());
-  // Later each line reads for itself.
-  office_->database()->execute("insert into Haering_Gruppen (GruppenName) values ('Gewehr')");
-  office_->line(3).Fill_HaeringGruppen();
-  QCOMPARE(office_->on<QComboBox>(3, "cmbHaeringGruppen").itemText(1), "Gewehr");
-  office_->line(3).Init(office_->competition);
-  QCOMPARE(readings(), 2);
-}
-
-void TestUserControl1::theCompetitionIsReadOnceForAll() {
-  const auto db = office_->database();
-  LineReadings readings;
-  const int disciplines = readings.lists(*db).disciplines.count();
-  QVERIFY(disciplines > 0);
-  QCOMPARE(readings.groups(*db), LineGroups());
-  db->execute("insert into Haering_Gruppen (GruppenName) values ('Gewehr')");
-  db->execute("delete from Disziplin");
-  QCOMPARE(readings.groups(*db), LineGroups());
-  QCOMPARE(readings.lists(*db).disciplines.count(), disciplines);
-  LineReadings later;
-  QCOMPARE(later.groups(*db), (LineGroups{{"Gewehr", 1}}));
-  QCOMPARE(later.lists(*db).disciplines.count(), 0);
-}
-
-/// A shot must cost one commit; an idle line costs none.
-void TestUserControl1::aLineThatListensHasItsNumbers() {
-  QCOMPARE(office_->line(1).commitCount(), 0);
-  office_->chooseShooter(1, "107");
-  office_->press(1, "cmdPreisModus");
-  const qint64 before = office_->line(1).commitCount();
-  office_->fire(1, shotRecord(1, 1, "9,7", "155,3"));
-  QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
-  QCOMPARE(office_->line(1).commitCount() - before, 1);
-}
-
-/// The shot itself says what stands in its way.
-void TestUserControl1::numbersThatCannotBeReservedStopNothing() {
-  office_->chooseShooter(1, "107");
-  office_->database()->dropTable("Haering_Daten");
-  office_->press(1, "cmdPreisModus");
-  QVERIFY(office_->line(1).isPolling());
 }
 
 void TestUserControl1::numbersAndPopupOfTheStationGrid() {

@@ -337,6 +337,10 @@ void TestCompetition::demoHasRowsInEveryTable() {
     QVERIFY2((rowCount(*demo_, table) > 0) != filledByTheProgram.contains(table), qPrintable(table));
   QCOMPARE(rowCount(*demo_, "Schützen"), 60);
   QCOMPARE(rowCount(*demo_, "Verein"), 6);
+  const auto payments = demo_->openRecordset("Select * from Kasse_Eingang");
+  for (; !payments->eof(); payments->moveNext())
+    QVERIFY(payments->value("Betrag").value<qk::Money>() > qk::Money() &&
+            payments->value("DatumEingang").isValid());
 }
 
 void TestCompetition::demoIsTheSameTwice() {
