@@ -159,10 +159,9 @@ QList<qint32> ResultsPage::resultsOf(const QList<QByteArray>& bookmarks) {
   return results;
 }
 
-bool ResultsPage::goTo(qint32 result) {
+void ResultsPage::goTo(qint32 result) {
   const int row = rows_->findFirst("SchussID = " + QString::number(result));
   if (row >= 0) grid_.setCurrentRow(row);
-  return row >= 0;
 }
 
 bool ResultsPage::remove(const QList<QByteArray>& bookmarks, int& removed) {

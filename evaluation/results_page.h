@@ -49,7 +49,7 @@ class ResultsPage : public QObject {
   /// The IDs of those that are still there.
   QList<qint32> resultsOf(const QList<QByteArray>& bookmarks);
   /// Stands on the result with that ID if the list has it.
-  bool goTo(qint32 result);
+  void goTo(qint32 result);
   /// Deletes these and adds to the count of deleted rows. False when the operator gave up.
   bool remove(const QList<QByteArray>& bookmarks, int& removed);
 
