@@ -37,6 +37,7 @@ class TestLineCapture : public QObject {
   void tickAfterTheTransfer();
   void failedStoringKeepsAll();
   void aFailedPictureEndsNothing();
+  void eachKindOfResultIsCounted();
   void successSaysWhatWasStored();
   void bookingGivenUpIsNoSuccess();
   void storingNeedsATransfer();
@@ -253,6 +254,15 @@ void TestLineCapture::aFailedPictureEndsNothing() {
   QCOMPARE(line.rows("Haering_Daten", "Verbucht"), (QStringList{"-1", "-1", "-1", "-1"}));
   QCOMPARE(line.capture->nOffeneSchuss(), 0);
   QCOMPARE(line.pending(), QStringList());
+}
+
+void TestLineCapture::eachKindOfResultIsCounted() {
+  QCOMPARE(storedText({1, 1, 1}, "Huber", {}),
+           "1 Serie, 1 Teiler und 1 Ring-Teiler für Huber gespeichert; die Schüsse bleiben offen.");
+  QCOMPARE(storedText({2, 0, 0}, "Huber", 1), "2 Serien für Huber gespeichert, 1 Schuss verbucht.");
+  QCOMPARE(storedText({0, 1, 0}, "", 0), "1 Teiler gespeichert, kein Schuss verbucht.");
+  QCOMPARE(storedText({0, 0, 1}, "", 2), "1 Ring-Teiler gespeichert, 2 Schüsse verbucht.");
+  QCOMPARE(storedText({}, "Huber", 2), "");
 }
 
 void TestLineCapture::successSaysWhatWasStored() {

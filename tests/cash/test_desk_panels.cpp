@@ -521,7 +521,10 @@ void TestDeskPanels::stoppingARun() {
   desk->article("300");  // six labels in sets of four
   till->waits.inSleep(1, [this] {
     QVERIFY(!window().isEnabled());
-    desk->on<QProgressDialog>("dlgEtiketten").cancel();
+    auto& progress = desk->on<QProgressDialog>("dlgEtiketten");
+    QCOMPARE(progress.value(), 4);
+    QCOMPARE(progress.maximum(), 6);
+    progress.cancel();
   });
   till->dialogs.expect(kStopped);
   desk->press("cmdVerbuchen");

@@ -56,6 +56,8 @@ class TestIssuedTargets : public QObject {
     show("107");
     QCOMPARE(rows(), (QStringList{"9|20.11.2026|21.11.2026|Zehner|LG Meister|LG", "12|20.11.2026|||Pokal|"}));
     QCOMPARE(issued->grdScheibenAlle().rowData(1), "2");
+    for (int column = 0; column < IssuedColumn::Anzahl; ++column)
+      QCOMPARE(issued->grdScheibenAlle().isRightAligned(column), column == IssuedColumn::Nummer);
   }
 
   void aDisciplineThatIsGoneHasNoName() {

@@ -140,6 +140,9 @@ void TestUserControl1::chosenShooter() {
   QCOMPARE(label("m_lblMannName"), QString("Äußere Au I"));
   QCOMPARE(label("m_lblKlasse"), QString("Senioren Auflage"));
   QCOMPARE(office_->line(1).sStartnummer(), QString("107"));
+  // Read from across the room.
+  const QFont name = office_->on<QLabel>(1, "m_lblSchuetzenName").font();
+  QVERIFY(name.bold() && name.pointSizeF() > office_->line(1).font().pointSizeF());
 }
 
 void TestUserControl1::unknownStartNumber() {
@@ -147,7 +150,11 @@ void TestUserControl1::unknownStartNumber() {
   office_->chooseShooter(1, "99999");
   QCOMPARE(label("m_lblSchuetzenName"), QString("Müller Jörg"));
   QCOMPARE(office_->line(1).sStartnummer(), QString("107"));
-  QCOMPARE(office_->on<QLineEdit>(1, "m_txtStartNummer").text(), QString("99999"));
+  const QLineEdit& number = office_->on<QLineEdit>(1, "m_txtStartNummer");
+  QCOMPARE(number.text(), QString("99999"));
+  QCOMPARE(number.selectedText(), number.text());  // the next one overwrites it
+  office_->chooseShooter(1, "105");
+  QCOMPARE(number.selectedText(), QString());
 }
 
 void TestUserControl1::startNumberWithAQuote() {
