@@ -105,7 +105,6 @@ void frmLindorm::ShowControl(qint16 nLinie) {
     if (line != &shown) line->hide();
   shown.show();
   shown.SetStandnummer(nLinie);
-  showLineActions();
 }
 
 void frmLindorm::showNode(int position) {
