@@ -200,7 +200,7 @@ void readBare(Rounds& rounds) {
 }
 
 const Registered registered[] = {
-    Registered{Pair{"Kasse: 20 Einlagen verbuchen", 1.65, "gegen bloßes Einfügen derselben Zeilen", book,
+    Registered{Pair{"Kasse: 20 Einlagen verbuchen", 1.43, "gegen bloßes Einfügen derselben Zeilen", book,
                     insertBare, 5}},
     Registered{Pair{"Kasse öffnen, zweimal wechseln, 50.000 Eingänge", 1.4,
                     "gegen dieselben Anweisungen bloß", open, readBare, 2}}};

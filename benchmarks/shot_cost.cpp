@@ -22,11 +22,7 @@ int nextShot() {
 void house(Rounds& rounds, int rows) {
   BenchPlace& place = sharedPlace(rows);
   std::unique_ptr<UserControl1> line;
-  const auto freshLine = [&] {
-    line = std::make_unique<UserControl1>(place.workplace(), place.global(), 0);
-    line->setLinie(1);
-    line->Init(place.competition());
-  };
+  const auto freshLine = [&] { line = listeningLine(place); };
   freshLine();
   tick(*line);
   while (rounds.next()) {
@@ -114,14 +110,12 @@ int commitsInLog(const QString& path) {
 
 double commitsOfAShot() {
   BenchPlace place;
-  UserControl1 line(place.workplace(), place.global(), 0);
-  line.setLinie(1);
-  line.Init(place.competition());
+  const auto line = listeningLine(place);
   const int before = commitsInLog(place.competition());
   constexpr int kShots = 100;
   for (int i = 0; i < kShots; ++i) {
     report(place.exchangeFolder(), record(nextShot()));
-    tick(line);
+    tick(*line);
   }
   return static_cast<double>(commitsInLog(place.competition()) - before) / kShots;
 }

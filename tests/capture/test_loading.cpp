@@ -79,6 +79,7 @@ class TestLoading : public QObject {
   void listsByPositionAndByName();
   void aListTakesTheEntriesOfAnother();
   void combinations();
+  void aDisciplineComesBeforeACombinationOfItsName();
   void choosingADiscipline();
   void choosingACombination();
   void choosingNothing();
@@ -243,6 +244,16 @@ void TestLoading::combinations() {
   combinationList.untickAll();
   WendeKombinationenAn(bench->store(), combinationList, disciplineList);
   QCOMPARE(disciplineList.tickedCount(), 0);
+}
+
+void TestLoading::aDisciplineComesBeforeACombinationOfItsName() {
+  CheckList disciplineList, combinationList;
+  disciplineList.add("Pokal", 1);
+  disciplineList.add("Anton", 3);
+  combinationList.add("Zum Pokal", 1);
+  WaehleWettbewerb(bench->store(), "Pokal", disciplineList, combinationList);
+  QCOMPARE(entries(disciplineList), (QStringList{"1 Pokal x", "3 Anton"}));
+  QCOMPARE(combinationList.tickedCount(), 0);
 }
 
 void TestLoading::choosingADiscipline() {

@@ -7,6 +7,7 @@
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module_ui.h"
+#include "platform/grid/text_grid.h"
 #include "platform/widgets/panel_splitter.h"
 #include "tests/support/test_workplace.h"
 
@@ -45,6 +46,7 @@ class TestGroundUi : public QObject {
   void aPlaceGoesAndComes();
   void aGridKeepsItsColumns();
   void aHiddenColumnKeepsItsWidth();
+  void widthsOfATextGridAreRemembered();
   void anEmptyPlaceCentres();
   void onlyWhatMakesSenseIsTaken();
   void decimalCommasReadTheSame();
@@ -116,6 +118,26 @@ void TestGroundUi::aHiddenColumnKeepsItsWidth() {
   QVERIFY(again.grid.isColumnHidden(1));
   again.grid.setColumnHidden(1, false);
   QCOMPARE(again.grid.columnWidth(1), 80);
+}
+
+void TestGroundUi::widthsOfATextGridAreRemembered() {
+  TestWorkplace place;
+  const QString key = keys::KasseFlex.toString();
+  {
+    TextTable table(3);
+    TextGrid grid;
+    grid.setTable(&table);
+    SpaltenbreitenMerken(place.workplace(), grid, key);
+    Q_EMIT grid.columnDrawn(0, 1111);
+    Q_EMIT grid.columnDrawn(2, 3333);
+  }
+  TextTable table(3);
+  TextGrid grid;
+  grid.setTable(&table);
+  SpaltenbreitenMerken(place.workplace(), grid, key);
+  QCOMPARE(table.columnWidth(0), 1111);
+  QCOMPARE(table.columnWidth(1), -1);
+  QCOMPARE(table.columnWidth(2), 3333);
 }
 
 void TestGroundUi::anEmptyPlaceCentres() {
