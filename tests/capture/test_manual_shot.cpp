@@ -186,6 +186,7 @@ void TestManualShot::wertung() {
   SchussFormular form = filled();
   form.wertung = index;
   HaeringSchuss shot;
+  shot.Wertung = 5;  // that of the shot before
   QCOMPARE(errorFilling(shot, form), 0);
   QCOMPARE(shot.Wertung, value);
   QCOMPARE(formOf(shot).wertung, index);

@@ -255,6 +255,11 @@ class TestTargetStacks : public QObject {
   }
   void theSum() {
     till->fill(kHeld);
+    TextTable table(1);
+    fuelle(table, Gruppierung::Stapel, {});
+    QStringList titles;
+    for (int column = 0; column < table.columns(); ++column) titles += table.text(0, column);
+    QCOMPARE(titles.join('|'), "Stapel|Ausgegeben|Abgegeben|Noch draußen|Erste Nummer|Letzte Nummer");
     const IssuedSum total = summe(gruppiere(ladeAusgaben(*database), Gruppierung::Stapel, QDate()));
     QCOMPARE(total.ausgegeben, 5);
     QCOMPARE(total.abgegeben, 2);

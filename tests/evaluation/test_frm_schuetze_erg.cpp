@@ -1,6 +1,7 @@
 // The results editor: the real window on a competition, answered through real boxes.
 #include <QApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -69,6 +70,7 @@ class TestFrmSchuetzeErg : public QObject {
   void unlock() {
     click(desk->window(), "cmdEdit");
     QCOMPARE(button("cmdEdit").text(), "S&perren");
+    QVERIFY(the<QLabel>(desk->window(), "lblStand").text().endsWith("F2 oder Eingabe ändert eine Zelle."));
   }
   QLineEdit* editor() { return desk->editor(); }
 

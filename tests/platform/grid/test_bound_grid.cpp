@@ -372,6 +372,7 @@ void TestBoundGrid::anotherRowKeepsTheColumn() {
 }
 
 void TestBoundGrid::theCurrentRowIsSeen() {
+  QVERIFY(grid->alternatingRowColors());  // a row is followed across the window
   database->execute("INSERT INTO Artikel (Name) SELECT a.Name FROM Artikel AS a, Artikel AS b, Artikel AS c");
   rows->open(*database, "Select * from Artikel order by ID");
   QVERIFY(rows->waitForAll());
