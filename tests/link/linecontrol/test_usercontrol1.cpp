@@ -263,6 +263,11 @@ void TestUserControl1::numbersAndPopupOfTheStationGrid() {
   const auto popup = [this](const char* name) { the<QAction>(office_->line(1), name).trigger(); };
   popup("mnuSchuss20");
   QCOMPARE(stationGrid().text(3, 4), QString("20"));
+  QCOMPARE(stationGrid().text(1, 4), QString());
+  office_->on<TextGrid>(1, "flexHaeringDiszi").setCurrentRow(1);
+  popup("mnuSchuss20");
+  QCOMPARE(stationGrid().text(1, 4), QString("20"));
+  office_->on<TextGrid>(1, "flexHaeringDiszi").setCurrentRow(3);
   QCOMPARE(stationGrid().text(3, 3), QString("40"));
   popup("mnuSchuss0");
   QCOMPARE(stationGrid().text(3, 4), QString("0"));
