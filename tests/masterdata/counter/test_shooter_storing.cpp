@@ -194,7 +194,15 @@ void TestShooterStoring::aNamesakeIsShownBeside() {
   bench->place.dialogs.expect(question, BoxAnswer::No).presetting(BoxAnswer::No);
   QVERIFY(store(entry).outcome == Outcome::Refused);
   bench->place.dialogs.expect(question, BoxAnswer::Yes);
-  QVERIFY(store(entry).outcome == Outcome::Stored);
+  const qint64 id = store(entry).id;
+  // Whoever becomes one by a change is asked, too.
+  ShooterEntry changed = known(id);
+  changed.data.person.last = "Maier";
+  QVERIFY(store(changed).outcome == Outcome::Stored);
+  changed = known(id);
+  changed.data.person.last = "Müller";
+  bench->place.dialogs.expect(QString(question).replace("neu: ", "geändert: "), BoxAnswer::No);
+  QVERIFY(store(changed).outcome == Outcome::Refused);
 }
 
 void TestShooterStoring::onlyWhatWasChangedIsWritten() {
