@@ -445,14 +445,16 @@ void TestUserControl1::ctlButton() {
 }
 
 void TestUserControl1::ctlButtonReportsAndKeepsPolling() {
-  office_->press(1, "cmdPreisModus");
-  office_->place.files.fail(FileStep::Write, "HSlav1.ctl", 70, 1);
-  office_->boxes
-      .expect("Fehler: 70 - " + errorDescription(70) + "\nFehler bei cmdCreateCTL_Click_err!",
-              BoxAnswer::Abort)
-      .titled("Fehler");
-  office_->press(1, "cmdCreateCTL");
-  QVERIFY(office_->line(1).findChild<QTimer*>("Timer1")->isActive());
+  for (const bool polling : {false, true}) {
+    if (polling) office_->press(1, "cmdPreisModus");
+    office_->place.files.fail(FileStep::Write, "HSlav1.ctl", 70, 1);
+    office_->boxes
+        .expect("Fehler: 70 - " + errorDescription(70) + "\nFehler bei cmdCreateCTL_Click_err!",
+                BoxAnswer::Abort)
+        .titled("Fehler");
+    office_->press(1, "cmdCreateCTL");
+    QCOMPARE(office_->line(1).isPolling(), polling);
+  }
 }
 
 void TestUserControl1::pendingCommandShowsTheSendLabel() {
