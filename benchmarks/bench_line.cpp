@@ -91,14 +91,6 @@ BenchPlace& sharedPlace(int rows) {
   return places.try_emplace(rows, rows).first->second.place();
 }
 
-std::unique_ptr<UserControl1> listeningLine(BenchPlace& place) {
-  auto line = std::make_unique<UserControl1>(place.workplace(), place.global(), 0);
-  line->setLinie(1);
-  line->Init(place.competition());
-  line->command(&LineCommands::Set_Linie_PreisModus_ON);
-  return line;
-}
-
 QString record(int n) {
   return QString(
              "33 ; LG Auflage ; Herren I ; 1 ; 1 ; Müller, Jörg ; M ; 11 ; %1 ; 9,7 ; * ; -123,4 ; 56,7 ; "

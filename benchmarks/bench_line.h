@@ -72,8 +72,6 @@ inline constexpr int kMillion = 1'000'000, kTenMillion = 10 * kMillion;
 /// longer than measuring on them.
 BenchPlace& sharedPlace(int rows);
 
-/// Line 1 in price mode: it waits for shots.
-std::unique_ptr<UserControl1> listeningLine(BenchPlace& place);
 /// Record line number n of line 1, as a station writes it.
 QString record(int n);
 /// The number n of the record that a row of Haering_Daten came from.

@@ -19,12 +19,21 @@ int nextShot() {
   return ++n;
 }
 
+/// Line 1 after a first shot, which has reserved the numbers of those that follow; a shooter does that else.
+std::unique_ptr<UserControl1> shootingLine(BenchPlace& place) {
+  auto line = std::make_unique<UserControl1>(place.workplace(), place.global(), 0);
+  line->setLinie(1);
+  line->Init(place.competition());
+  report(place.exchangeFolder(), record(nextShot()));
+  tick(*line);
+  return line;
+}
+
 void house(Rounds& rounds, int rows) {
   BenchPlace& place = sharedPlace(rows);
   std::unique_ptr<UserControl1> line;
-  const auto freshLine = [&] { line = listeningLine(place); };
+  const auto freshLine = [&] { line = shootingLine(place); };
   freshLine();
-  tick(*line);
   while (rounds.next()) {
     rounds.pause();
     if (line->nOffeneSchuss() >= kShotsOfAVisit) freshLine();
@@ -110,7 +119,7 @@ int commitsInLog(const QString& path) {
 
 double commitsOfAShot() {
   BenchPlace place;
-  const auto line = listeningLine(place);
+  const auto line = shootingLine(place);
   const int before = commitsInLog(place.competition());
   constexpr int kShots = 100;
   for (int i = 0; i < kShots; ++i) {

@@ -155,6 +155,7 @@ bool UserControl1::SucheUndLadeSchuetzen(const QString& sNummer) {
     showShooter();
     Setze_Schuetzen_Controls();
     disciplines_.clearShots();
+    reserveShotNumbers();
     chosen = true;
   });
   return chosen;
@@ -328,7 +329,6 @@ void UserControl1::sayWhatWasSent(const QString& done, int sentBefore, int notSe
 void UserControl1::setTimerEnabled(bool enabled) {
   if (enabled && !retired_) {
     Timer1_->start();
-    reserveShotNumbers();
   } else {
     Timer1_->stop();
   }

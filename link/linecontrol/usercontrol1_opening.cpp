@@ -67,9 +67,9 @@ void UserControl1::openDatabase(Asked asked) {
   capture_.setDatabase(db_.get());
 }
 
-/// A shot must cost one commit, not a second one for its number.
+/// A shot must cost one commit, not a second one for its number. Whoever gets a shooter will shoot, and has
+/// just asked the competition for him; switching price mode must not wait for a server.
 void UserControl1::reserveShotNumbers() {
-  if (!db_) return;
   try {
     db_->reserveNumbers("Haering_Daten");
   } catch (const Error&) {
