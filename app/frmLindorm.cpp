@@ -68,8 +68,8 @@ bool frmLindorm::form_load(const QString& sCommandLine) {
     }
     ui_->mnuOptLoadTestDaten->setVisible(
         workplace_.files.exists(global_.Verzeichnis + "ShowHaeringTestImport.txt"));
-    opened = setWettkampf(sCommandLine);
-    if (!opened) return;
+    if (!setWettkampf(sCommandLine)) return;
+    opened = true;
     Load_Settings();
     global_.sWettkampf = sWettkampf();
   });

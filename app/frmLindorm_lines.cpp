@@ -35,7 +35,7 @@ void frmLindorm::Load_Settings() {
     tree_.clear();
     clearLines();
     const int generation = generation_;
-    const auto readings = std::make_shared<LineReadings>();
+    const auto readings = std::make_shared<LineReadings>(static_cast<int>(LinienAktiv.size()));
     for (int position = 1; position <= LinienAktiv.size() && generation == generation_; ++position) {
       if (position % kLinesAtATime == 1) showLoading(position, LinienAktiv.size());
       loadLine(position, LinienAktiv.at(position - 1) == '1', fonts, readings);

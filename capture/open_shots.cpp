@@ -99,8 +99,10 @@ QString lossOf(const HaeringSchuss& schuss, ErrorAnswer answer) {
          (all ? "Trotzdem abbrechen?" : "Trotzdem ignorieren?");
 }
 
+const QString kOpen = " where verbucht = 0 and verworfen = 0 and Liniennummer";
+
 QString openShotsOf(std::int16_t nLinie) {
-  return AllShots + " where verbucht = 0 and verworfen = 0 and Liniennummer = " + QString::number(nLinie);
+  return AllShots + kOpen + " = " + QString::number(nLinie);
 }
 
 /// Finds the shot's row and, when there is one, sets the flag and the time. True when the row bears them.
@@ -207,6 +209,18 @@ std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database* db,
     });
   });
   return nAnzahl;
+}
+
+// The numbers are named so that the index answers, whose first column they are.
+QSet<int> LinienMitOffenenSchuessen(dao::Database& db, int nLinien) {
+  QStringList numbers;
+  for (int line = 1; line <= nLinien; ++line) numbers.append(QString::number(line));
+  QSet<int> lines;
+  if (numbers.isEmpty()) return lines;
+  const auto rs = db.openRecordset("Select distinct Liniennummer from Haering_Daten" + kOpen + " in (" +
+                                   numbers.join(", ") + ")");
+  for (; !rs->eof(); rs->moveNext()) lines.insert(rs->value("Liniennummer").toInt());
+  return lines;
 }
 
 QString StartnummerOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie) {

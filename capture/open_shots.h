@@ -2,9 +2,10 @@
 // open ones, neither booked nor discarded, in the order of the grid of shots.
 //
 // Each routine reports its own failures in a box (abort, retry, ignore) and answers false when the operator
-// gave up; no Error leaves one of them. Each written row is one commit.
+// gave up; no Error leaves one of them, unless it says so. Each written row is one commit.
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -38,7 +39,11 @@ bool VerwerfeHaeringSchuss(const Workplace& workplace, dao::Database* db, const 
 std::optional<int> VerbucheHaeringSchuss(const Workplace& workplace, dao::Database* db, ShotCollection& shots,
                                          TextTable& flex);
 
-/// The three queries of a restart. Counts and texts are 0 and empty when the routine was aborted.
+/// Which of the lines 1 to nLinien have open shots, in one question. Errors pass.
+QSet<int> LinienMitOffenenSchuessen(dao::Database& db, int nLinien);
+
+/// The three queries of a restart, of one line. Counts and texts are 0 and empty when the routine was
+/// aborted.
 std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie);
 QString StartnummerOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie);
 /// Hands each open shot of the line to `take`, by the texts of date and time.

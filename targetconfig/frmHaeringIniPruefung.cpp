@@ -27,8 +27,8 @@ constexpr double kPrintPoints = 9;
 /// The colours of the rows are made for plain paper. In a dark window black ground is the one on which both
 /// can still be read.
 void setGround(QWidget& grid) {
-  const bool dark = grid.palette().color(QPalette::Base).lightness() < 128;
   QPalette palette = grid.palette();
+  const bool dark = palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
   const QColor ground = dark ? Qt::black : Qt::white;
   palette.setColor(QPalette::Base, ground);
   palette.setColor(QPalette::Highlight, ground);  // the chosen row is framed

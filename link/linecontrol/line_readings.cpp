@@ -1,5 +1,8 @@
 #include "link/linecontrol/line_readings.h"
 
+#include <utility>
+
+#include "capture/open_shots.h"
 #include "platform/dao/recordset.h"
 
 namespace qk {
@@ -12,6 +15,14 @@ LineGroups readGroups(dao::Database& db) {
   for (; !rs->eof(); rs->moveNext())
     groups.emplace_back(rs->value("GruppenName").toString(), rs->value("ID").toInt());
   return groups;
+}
+
+std::optional<QSet<int>> findLinesWithOpenShots(dao::Database& db, int lines) {
+  try {
+    return LinienMitOffenenSchuessen(db, lines);
+  } catch (const Error&) {
+    return {};
+  }
 }
 
 }  // namespace
@@ -31,6 +42,11 @@ const CompetitionLists& LineReadings::lists(dao::Database& db) {
 const LineGroups& LineReadings::groups(dao::Database& db) {
   if (!groups_) groups_ = readGroups(db);
   return *groups_;
+}
+
+bool LineReadings::mayHaveOpenShots(dao::Database& db, int nLinie) {
+  if (!std::exchange(askedForOpenShots_, true)) linesWithOpenShots_ = findLinesWithOpenShots(db, lines_);
+  return !linesWithOpenShots_ || linesWithOpenShots_->contains(nLinie);
 }
 
 }  // namespace qk

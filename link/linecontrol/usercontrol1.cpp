@@ -243,7 +243,9 @@ void UserControl1::cmdLinieClear_Click() {
 void UserControl1::Check_Old_Schuss(int nLinie) {
   act([this, line = static_cast<std::int16_t>(nLinie)] {
     reported(fehlerReport(workplace_.dialogs, "Fehler bei Check_Old_Schuss_err!", {}, false), [&](Steps&) {
-      if (!db_ || capture_.AnzahlOffeneSchuesse(line) <= 0) return;
+      const auto shared = shared_.lock();
+      if (!db_ || (shared && !shared->mayHaveOpenShots(*db_, line))) return;
+      if (capture_.AnzahlOffeneSchuesse(line) <= 0) return;
       SucheUndLadeSchuetzen(capture_.StartnummerOffeneSchuesse(line));
       if (!retired_) capture_.LadeOffeneSchuesse(line);
     });

@@ -87,7 +87,7 @@ void UserControl1::readStation() {
 
 std::shared_ptr<LineReadings> UserControl1::readings() const {
   const auto shared = shared_.lock();
-  return shared ? shared : std::make_shared<LineReadings>();
+  return shared ? shared : std::make_shared<LineReadings>(nLinie_);
 }
 
 /// Whether the line has its competition; tries to open it when it hasn't. What the operator wants gets a box.

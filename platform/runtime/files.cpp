@@ -135,7 +135,8 @@ bool Files::isStillMissing(const QString& path) {
   const auto miss = misses_.constFind(path);
   if (miss == misses_.constEnd()) return false;
   const Miss& name = **miss;
-  if (lookAt(name.path).kind == PathKind::Nothing && name.folder->spelling(name.foldedName).isEmpty())
+  if (name.folder->spelling(name.foldedName).isEmpty() &&
+      (name.folder->hearsAll() || lookAt(name.path).kind == PathKind::Nothing))
     return true;
   misses_.erase(miss);
   return false;

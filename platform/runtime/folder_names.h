@@ -56,6 +56,9 @@ class FolderNames {
   /// A spelling of a name, which is given case-folded. Empty when nothing in the folder is called that, and
   /// wherever a plain look under any spelling finds it.
   QString spelling(const QString& foldedName);
+  /// Whether that was all there is to know: without a spelling nothing was called that, and a plain look
+  /// needs not be taken.
+  bool hearsAll() const { return way_ == Way::News; }
 
  private:
   /// How it is known whether the names are still right.

@@ -63,6 +63,7 @@ class TestShotBrowser : public QObject {
   void aReadingThatFailsLaterIsReported();
   void aMissingFileIsReported();
   void usualTextsAreShownWhole();
+  void numbersDontTakeTheRoomOfTexts();
   void manners();
 
  private:
@@ -455,6 +456,13 @@ void TestShotBrowser::usualTextsAreShownWhole() {
     if (grid().columnWidth(columnOf(name)) < grid().fontMetrics().horizontalAdvance(usual)) cut << name;
   }
   QCOMPARE(cut, QStringList());
+}
+
+void TestShotBrowser::numbersDontTakeTheRoomOfTexts() {
+  open();
+  for (const char* name : {"X", "Y", "Radius", "Winkel", "Teiler"})
+    QVERIFY2(grid().columnWidth(columnOf(name)) < grid().fontMetrics().horizontalAdvance(QString(12, 'n')),
+             name);
 }
 
 void TestShotBrowser::manners() {

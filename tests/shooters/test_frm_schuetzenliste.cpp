@@ -59,6 +59,8 @@ class TestFrmSchuetzenListe : public QObject {
   void arrowsWalkTheListThatComes();
   void theWindowLivesWhileAKeyWaits_data();
   void theWindowLivesWhileAKeyWaits();
+  void aKeyIsKeptUntilThereAreRows();
+  void aKeyDoesNotWaitForAllRows();
   void aSearchThatComesFirstIsNoOccasionForTheNote();
   void manners();
 
@@ -377,6 +379,37 @@ void TestFrmSchuetzenListe::theWindowLivesWhileAKeyWaits() {
   }
   QTRY_VERIFY(!dialog->isVisible());
   QCOMPARE(dialog->sStartnummer(), chosen);
+}
+
+/// Also when the list is counted before it has any.
+void TestFrmSchuetzenListe::aKeyIsKeptUntilThereAreRows() {
+  const QString slow = addSlow();
+  open();
+  search().setText(slow);
+  QTest::keyClick(&search(), Qt::Key_Down);
+  QTest::keyClick(&search(), Qt::Key_Return);
+  Q_EMIT rows().counted();
+  QCoreApplication::processEvents();
+  QCOMPARE(rows().count(), 0);
+  QTRY_VERIFY(!dialog->isVisible());
+  QCOMPARE(dialog->sStartnummer(), "2");
+}
+
+void TestFrmSchuetzenListe::aKeyDoesNotWaitForAllRows() {
+  addMany(20000);
+  open();
+  search().setText("Schütze");
+  QTest::keyClick(&search(), Qt::Key_Down);
+  int rowOfThePart = -1;
+  connect(&rows(), &BoundRows::counted, dialog.get(), [&] {
+    if (rowOfThePart >= 0 || rows().count() == 0 || rows().isComplete()) return;
+    // Behind what the window has set off with the same news.
+    QTimer::singleShot(0, dialog.get(), [&] {
+      if (rowOfThePart < 0 && !rows().isComplete()) rowOfThePart = list().currentIndex().row();
+    });
+  });
+  QVERIFY(rows().waitForAll());
+  QCOMPARE(rowOfThePart, 1);
 }
 
 void TestFrmSchuetzenListe::aSearchThatComesFirstIsNoOccasionForTheNote() {

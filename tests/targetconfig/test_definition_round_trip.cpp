@@ -134,7 +134,7 @@ void TestDefinitionRoundTrip::whatIsWrittenIsFound() {
 
   // The firing line: a row for each section, with the shots that the grid shows.
   LineDisciplines line(office.place.workplace());
-  LineReadings readings;
+  LineReadings readings(1);
   line.read(office.folder(), readings);
   QCOMPARE(line.table().rows() - 1, int(written.size()));
   for (size_t i = 0; i < written.size(); ++i) {

@@ -111,7 +111,10 @@ class SqliteConnection::InUse {
   explicit InUse(SqliteConnection& connection) : connection_(connection) {
     connection_.inUse_.lock();
     try {
-      if (connection_.depth_ == 0) connection_.open();
+      if (connection_.depth_ == 0) {
+        connection_.open();
+        connection_.furnish();
+      }
     } catch (...) {
       connection_.inUse_.unlock();
       throw;
@@ -132,7 +135,7 @@ class SqliteConnection::InUse {
 
 SqliteConnection::SqliteConnection(const QString& path, Access access, bool immutable,
                                    const std::function<void(SqliteConnection&)>& furnish)
-    : path_(path), access_(access), immutable_(immutable), furnish_(furnish) {
+    : path_(path), access_(access), immutable_(immutable), furnishing_(furnish) {
   open();
 }
 
@@ -150,6 +153,24 @@ void SqliteConnection::open() {
   if (isStale()) close();
   if (handle_) return;
   if (file_) file_->recover();
+  join();
+  ++depth_;  // what is read here are statements, too
+  try {
+    // Learning the tables costs more than all else, and many a line never needs them. One look at the file
+    // takes the locks that a connection on the log holds while it stands.
+    if (file_->isLogKnown())
+      value("PRAGMA schema_version");
+    else
+      furnish();
+  } catch (...) {
+    --depth_;
+    close();
+    throw;
+  }
+  --depth_;
+}
+
+void SqliteConnection::join() {
   // Made before the engine opens it: only a file that is there can be held.
   if (file_ && access_ == Access::Create) access_ = Access::ReadWrite;  // it is made once
   if (access_ == Access::Create) QFile(path_).open(QIODevice::WriteOnly | QIODevice::NewOnly);
@@ -168,9 +189,14 @@ void SqliteConnection::open() {
   });
   sqlite3_extended_result_codes(handle_, 1);
   sqlite3_busy_timeout(handle_, kBusyMilliseconds);
+}
+
+/// Half furnished is not at all: the handle is closed then, and the next need opens it anew.
+void SqliteConnection::furnish() {
+  if (std::exchange(furnished_, true)) return;
   ++depth_;  // what furnishes it are statements, too
   try {
-    furnish_(*this);
+    furnishing_(*this);
     if (!immutable_ && value("PRAGMA journal_mode").toString() == "wal") {
       value("PRAGMA schema_version");
       file_->noteLog(handle_);
@@ -185,6 +211,7 @@ void SqliteConnection::open() {
 
 void SqliteConnection::close() {
   statements_.clear();
+  furnished_ = false;
   if (handle_) file_->leave(*this, std::exchange(handle_, nullptr));
 }
 

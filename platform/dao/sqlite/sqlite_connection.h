@@ -23,7 +23,8 @@ class SqliteConnection final : private SqliteFile::Member {
   enum class Access { ReadOnly, ReadWrite, Create };
 
   /// immutable: nobody writes to the file while it is open, and nothing is written beside it. `furnish` runs
-  /// at once, and again whenever the connection had to be opened anew.
+  /// before the first statement, and again whenever the connection had to be opened anew: at once when it is
+  /// the process's first on the file, which proves the file; with the first need when the log is known.
   SqliteConnection(const QString& path, Access access, bool immutable,
                    const std::function<void(SqliteConnection&)>& furnish);
   ~SqliteConnection();
@@ -51,6 +52,8 @@ class SqliteConnection final : private SqliteFile::Member {
   /// connections of the process to the file are opened anew with their next statement.
   void beforeCommit();
   void afterCommit();
+  /// Whether it has learned the tables: by a statement, or at once.
+  bool isFurnished() const { return furnished_; }
   /// Whether the file and the log that this connection reads are the ones that lie there; two looks at the
   /// disk. From any thread.
   bool isLogThere() const { return handle_ && !file_->isLost() && file_->logStands(); }
@@ -65,6 +68,8 @@ class SqliteConnection final : private SqliteFile::Member {
   using Statement = std::shared_ptr<sqlite3_stmt>;
 
   void open();
+  void join();
+  void furnish();
   void close();
   void closeWhenIdle() override;
   bool isStale() const;
@@ -75,9 +80,10 @@ class SqliteConnection final : private SqliteFile::Member {
   QString path_;
   Access access_;
   bool immutable_;
-  std::function<void(SqliteConnection&)> furnish_;
+  std::function<void(SqliteConnection&)> furnishing_;
   std::shared_ptr<SqliteFile> file_;
   sqlite3* handle_ = nullptr;
+  bool furnished_ = false;
   QHash<QString, Statement> statements_;
   QRecursiveMutex inUse_;
   int depth_ = 0;  // of statements under way

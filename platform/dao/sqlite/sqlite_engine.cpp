@@ -60,7 +60,7 @@ std::unique_ptr<Engine> SqliteEngine::open(const QString& path, const OpenOption
   const auto access =
       options.readOnly ? SqliteConnection::Access::ReadOnly : SqliteConnection::Access::ReadWrite;
   std::unique_ptr<SqliteEngine> engine(new SqliteEngine(found, options, access));
-  engine->catalogue();
+  if (engine->connection_->isFurnished()) engine->catalogue();  // a damaged file is told at once
   return engine;
 }
 

@@ -136,6 +136,11 @@ void SqliteFile::noteLog(sqlite3* handle) {
   lockBesideEngine(true);
 }
 
+bool SqliteFile::isLogKnown() const {
+  const QMutexLocker locked(&door());
+  return log_ && !lost_;
+}
+
 bool SqliteFile::logStands() const {
   return !log_ || (identityOf(logPath_.constData()) == log_ && identityOf(path_.constData()) == file_);
 }

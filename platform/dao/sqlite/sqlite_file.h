@@ -51,6 +51,8 @@ class SqliteFile {
   void leave(Member& member, sqlite3* handle);
   /// To be called when a connection in write-ahead mode has read for the first time: the log is there then.
   void noteLog(sqlite3* handle);
+  /// Whether one of them has; from then on the file is known to be a database in write-ahead mode.
+  bool isLogKnown() const;
 
   /// Whether the file and its log are still those that the connections work on. One look each.
   bool logStands() const;

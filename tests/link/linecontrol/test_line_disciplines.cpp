@@ -55,7 +55,7 @@ class TestLineDisciplines : public QObject {
 
   /// Each has a file in a folder of the network: lines that are loaded together read them once.
   void readWithOthersFilesAreReadOnce() {
-    LineReadings shared;
+    LineReadings shared(1);
     read(shared);
     place_->files.write(place_->path("0_hd_lg.def"), ">Schusszahl\r\n\"60\"\r\n");
     LineDisciplines other(place_->workplace());
@@ -69,7 +69,7 @@ class TestLineDisciplines : public QObject {
 
   /// Each line says what it couldn't read, and the next one tries again.
   void whatIsMissingIsNotShared() {
-    LineReadings shared;
+    LineReadings shared(1);
     const QByteArray ini = place_->files.read(place_->path("esa_preis.ini"));
     place_->files.remove(place_->path("esa_preis.ini"));
     for (int line = 0; line < 2; ++line) {
@@ -193,7 +193,7 @@ class TestLineDisciplines : public QObject {
     place_->files.write(place_->path("esa_preis.ini"), toWindows1252(text));
   }
   void read() {
-    LineReadings own;
+    LineReadings own(1);
     read(own);
   }
   void read(LineReadings& readings) { grid_->read(place_->path() + "/", readings); }

@@ -22,6 +22,8 @@ class TestLineLoading : public QObject {
 
   void linesLoadedTogetherOfferTheSame();
   void theCompetitionIsReadOnceForAll();
+  void openShotsAreAskedForOnceForAll();
+  void aFailedQuestionLeavesEachLineItsOwn();
   void aLineWithAShooterHasItsNumbers();
   void numbersThatCannotBeReservedStopNothing();
 
@@ -66,7 +68,7 @@ void TestLineLoading::linesLoadedTogetherOfferTheSame() {
 
 void TestLineLoading::theCompetitionIsReadOnceForAll() {
   const auto db = office_->database();
-  LineReadings readings;
+  LineReadings readings(1);
   const int disciplines = readings.lists(*db).disciplines.count();
   QVERIFY(disciplines > 0);
   QCOMPARE(readings.groups(*db), LineGroups());
@@ -74,9 +76,45 @@ void TestLineLoading::theCompetitionIsReadOnceForAll() {
   db->execute("delete from Disziplin");
   QCOMPARE(readings.groups(*db), LineGroups());
   QCOMPARE(readings.lists(*db).disciplines.count(), disciplines);
-  LineReadings later;
+  LineReadings later(1);
   QCOMPARE(later.groups(*db), (LineGroups{{"Gewehr", 1}}));
   QCOMPARE(later.lists(*db).disciplines.count(), 0);
+}
+
+void TestLineLoading::openShotsAreAskedForOnceForAll() {
+  const auto db = office_->database();
+  const auto add = [&](int line, const char* state) {
+    db->execute(QString("insert into Haering_Daten (Liniennummer, Verbucht, Verworfen) values (%1, %2)")
+                    .arg(line)
+                    .arg(state));
+  };
+  add(1, "0, 0");
+  add(1, "0, 0");
+  add(2, "-1, 0");
+  add(3, "0, -1");
+  add(12, "0, 0");
+  LineReadings readings(12);
+  const auto lines = [&](LineReadings& asked) {
+    QList<int> found;
+    for (int line = 1; line <= 13; ++line)
+      if (asked.mayHaveOpenShots(*db, line)) found << line;
+    return found;
+  };
+  QCOMPARE(lines(readings), QList<int>({1, 12}));
+  add(2, "0, 0");
+  QCOMPARE(lines(readings), QList<int>({1, 12}));
+  LineReadings later(11);
+  QCOMPARE(lines(later), QList<int>({1, 2}));
+}
+
+void TestLineLoading::aFailedQuestionLeavesEachLineItsOwn() {
+  const auto db = office_->database();
+  const auto rows = db->tableDef("Haering_Daten");
+  db->dropTable("Haering_Daten");
+  LineReadings readings(3);
+  QVERIFY(readings.mayHaveOpenShots(*db, 1));
+  db->createTable(rows);
+  QVERIFY(readings.mayHaveOpenShots(*db, 3));  // it isn't put again, and waits for no server a second time
 }
 
 /// A shot must cost one commit; an idle line costs none.

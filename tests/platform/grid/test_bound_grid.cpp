@@ -2,6 +2,7 @@
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -10,8 +11,10 @@
 
 #include "platform/dao/database.h"
 #include "platform/dao/recordset.h"
+#include "platform/dao/rows/list_pace.h"
 #include "platform/grid/bound_grid.h"
 #include "platform/grid/bound_rows.h"
+#include "platform/grid/count_text.h"
 #include "platform/runtime/error.h"
 #include "tests/platform/grid/bound_grid_bench.h"
 #include "tests/support/drive.h"
@@ -62,6 +65,7 @@ class TestBoundGrid : public BoundGridBench {
   void readingsReportByThemselves();
   void bookmarksOutliveTheOrder();
   void theModelKeepsItsPromises();
+  void theCountSaysHowFarTheListIs();
 };
 
 void TestBoundGrid::cellsAreGermanText() {
@@ -563,6 +567,18 @@ void TestBoundGrid::theModelKeepsItsPromises() {
   rows->removeFirst(0);
   rows->open(*database, "Select Name from Artikel");
   QVERIFY(rows->waitForAll());
+}
+
+void TestBoundGrid::theCountSaysHowFarTheListIs() {
+  const auto text = [this] { return countText(*rows, "1 Artikel", "Artikel"); };
+  const QScopedValueRollback noPatience(dao::listPace().firstRows, 0);
+  rows->open(*database, "Select * from Artikel where Menge > 0");
+  QCOMPARE(text(), QString("Wird gesucht…"));
+  QVERIFY(rows->waitForAll());
+  QCOMPARE(text(), QString("6 Artikel"));
+  rows->open(*database, "Select * from Artikel where ID = 1");
+  QVERIFY(rows->waitForAll());
+  QCOMPARE(text(), QString("1 Artikel"));
 }
 
 QTEST_MAIN(TestBoundGrid)

@@ -276,6 +276,30 @@ class TestFolderNames : public QObject {
     folder_.come("A");
     QCOMPARE(spelling("a"), QString("A"));
   }
+
+  /// Elsewhere a name may have come that nobody told of: whoever finds no spelling takes a look.
+  void allIsHeardOnlyWhereTheSystemReports_data() {
+    QTest::addColumn<bool>("reports");
+    QTest::addColumn<bool>("ignoresCase");
+    QTest::addColumn<bool>("all");
+    QTest::newRow("a disk of this machine") << true << false << true;
+    QTest::newRow("a place that ignores case") << true << true << false;
+    QTest::newRow("any other share") << false << false << false;
+  }
+  void allIsHeardOnlyWhereTheSystemReports() {
+    QFETCH(bool, reports);
+    QFETCH(bool, ignoresCase);
+    QFETCH(bool, all);
+    folder_.reports = reports;
+    folder_.ignoresCase = ignoresCase;
+    spelling("x");
+    QVERIFY(!names_->hearsAll());  // it isn't followed yet
+    beginToChange();
+    QCOMPARE(names_->hearsAll(), all);
+    folder_.loses = true;
+    spelling("x");
+    QCOMPARE(names_->hearsAll(), all);  // followed anew
+  }
 };
 
 QTEST_APPLESS_MAIN(TestFolderNames)
