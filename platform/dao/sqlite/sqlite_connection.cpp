@@ -154,14 +154,21 @@ void SqliteConnection::open() {
   if (handle_) return;
   if (file_) file_->recover();
   join();
-  ++depth_;  // what is read here are statements, too
-  try {
-    // Learning the tables costs more than all else, and many a line never needs them. One look at the file
-    // takes the locks that a connection on the log holds while it stands.
+  // Learning the tables costs more than all else, and many a line never needs them. One look at the file
+  // takes the locks that a connection on the log holds while it stands.
+  makeReady([this] {
     if (file_->isLogKnown())
       value("PRAGMA schema_version");
     else
       furnish();
+  });
+}
+
+/// Half ready is not at all: the handle is closed then, and the next need opens it anew.
+void SqliteConnection::makeReady(const std::function<void()>& body) {
+  ++depth_;  // what runs here are statements, too
+  try {
+    body();
   } catch (...) {
     --depth_;
     close();
@@ -191,22 +198,14 @@ void SqliteConnection::join() {
   sqlite3_busy_timeout(handle_, kBusyMilliseconds);
 }
 
-/// Half furnished is not at all: the handle is closed then, and the next need opens it anew.
 void SqliteConnection::furnish() {
   if (std::exchange(furnished_, true)) return;
-  ++depth_;  // what furnishes it are statements, too
-  try {
+  makeReady([this] {
     furnishing_(*this);
-    if (!immutable_ && value("PRAGMA journal_mode").toString() == "wal") {
-      value("PRAGMA schema_version");
-      file_->noteLog(handle_);
-    }
-  } catch (...) {
-    --depth_;
-    close();
-    throw;
-  }
-  --depth_;
+    if (immutable_ || value("PRAGMA journal_mode").toString() != "wal") return;
+    value("PRAGMA schema_version");
+    file_->noteLog(handle_);
+  });
 }
 
 void SqliteConnection::close() {

@@ -52,8 +52,6 @@ class SqliteConnection final : private SqliteFile::Member {
   /// connections of the process to the file are opened anew with their next statement.
   void beforeCommit();
   void afterCommit();
-  /// Whether it has learned the tables: by a statement, or at once.
-  bool isFurnished() const { return furnished_; }
   /// Whether the file and the log that this connection reads are the ones that lie there; two looks at the
   /// disk. From any thread.
   bool isLogThere() const { return handle_ && !file_->isLost() && file_->logStands(); }
@@ -69,6 +67,7 @@ class SqliteConnection final : private SqliteFile::Member {
 
   void open();
   void join();
+  void makeReady(const std::function<void()>& body);
   void furnish();
   void close();
   void closeWhenIdle() override;

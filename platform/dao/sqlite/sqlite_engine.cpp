@@ -59,9 +59,7 @@ std::unique_ptr<Engine> SqliteEngine::open(const QString& path, const OpenOption
   requireDatabaseFile(found);
   const auto access =
       options.readOnly ? SqliteConnection::Access::ReadOnly : SqliteConnection::Access::ReadWrite;
-  std::unique_ptr<SqliteEngine> engine(new SqliteEngine(found, options, access));
-  if (engine->connection_->isFurnished()) engine->catalogue();  // a damaged file is told at once
-  return engine;
+  return std::unique_ptr<SqliteEngine>(new SqliteEngine(found, options, access));
 }
 
 std::unique_ptr<Engine> SqliteEngine::create(const QString& path, const OpenOptions& options) {
@@ -70,7 +68,6 @@ std::unique_ptr<Engine> SqliteEngine::create(const QString& path, const OpenOpti
   if (info.exists()) throw Error(errors::kStoreExists);
   std::unique_ptr<SqliteEngine> engine(new SqliteEngine(path, options, SqliteConnection::Access::Create));
   engine->write("PRAGMA user_version = 1", {});  // so that the file has its header at once
-  engine->catalogue();
   return engine;
 }
 

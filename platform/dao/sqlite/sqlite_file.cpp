@@ -138,7 +138,7 @@ void SqliteFile::noteLog(sqlite3* handle) {
 
 bool SqliteFile::isLogKnown() const {
   const QMutexLocker locked(&door());
-  return log_ && !lost_;
+  return log_.has_value();
 }
 
 bool SqliteFile::logStands() const {

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "platform/dao/database.h"
+#include "platform/dao/engine/engine.h"
 #include "platform/dao/recordset.h"
 #include "tests/support/error_of.h"
 
@@ -70,6 +71,16 @@ inline QStringList walk(Recordset& rows, const QString& column) {
   if (!(rows.bof() && rows.eof())) rows.moveFirst();
   for (; !rows.eof(); rows.moveNext()) values.append(rows.value(column).toString());
   return values;
+}
+
+/// The first value that the engine itself answers.
+inline QString single(Database& database, const QString& nativeText) {
+  QString value;
+  database.engine().read(nativeText, {}, [&](const NativeRow& row) {
+    value = row.first().toString();
+    return false;
+  });
+  return value;
 }
 
 }  // namespace qk::dao

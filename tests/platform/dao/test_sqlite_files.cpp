@@ -3,7 +3,6 @@
 
 #include <QtTest>
 
-#include "platform/dao/engine/engine.h"
 #include "tests/platform/dao/store_factory.h"
 
 using namespace qk::dao;
@@ -27,14 +26,6 @@ class TestSqliteFiles : public QObject {
     sqlite3_exec(plain, statements, nullptr, nullptr, &message);
     if (message) qWarning() << message;
     sqlite3_close(plain);
-  }
-  static QString single(Database& database, const QString& nativeText) {
-    QString value;
-    database.engine().read(nativeText, {}, [&](const NativeRow& row) {
-      value = row.first().toString();
-      return false;
-    });
-    return value;
   }
 
  private Q_SLOTS:
