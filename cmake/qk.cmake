@@ -32,6 +32,12 @@ if(QK_PCH)
   target_precompile_headers(qk_pch PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch.h)
   set_target_properties(qk_pch PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
 
+  add_library(qk_core_pch STATIC ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
+  target_link_libraries(qk_core_pch PUBLIC qk_options Qt6::Core)
+  target_compile_options(qk_core_pch PUBLIC -fpch-preprocess)
+  target_precompile_headers(qk_core_pch PRIVATE ${CMAKE_SOURCE_DIR}/cmake/core_pch.h)
+  set_target_properties(qk_core_pch PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+
   # For tests: half of their compiling was reading Qt Test. The folder that Qt puts into each test's command
   # line would make a common header unfit.
   set_property(TARGET Qt6::Test PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
@@ -89,6 +95,8 @@ function(qk_library name)
       target_link_libraries(${name} PRIVATE Qt6::Sql)
       target_precompile_headers(${name} REUSE_FROM qk_pch)
     endif()
+  elseif(QK_PCH)
+    target_precompile_headers(${name} REUSE_FROM qk_core_pch)
   endif()
 endfunction()
 
