@@ -1,6 +1,7 @@
 #include "data/icons/icons.h"
 
 #include <QFile>
+#include <QHash>
 
 // Q_INIT_RESOURCE stands outside every namespace; a static library would otherwise leave its resource behind.
 static void loadResource() {
@@ -10,9 +11,12 @@ static void loadResource() {
 namespace qk {
 
 QIcon icon(const QString& key) {
+  // Copies share what was read and drawn. Never destroyed: pictures mustn't outlive the application object.
+  static auto* const known = new QHash<QString, QIcon>;
+  if (const auto found = known->constFind(key); found != known->cend()) return *found;
   loadResource();
   const QString path = ":/icons/" + key + ".svg";
-  return QFile::exists(path) ? QIcon(path) : QIcon();
+  return *known->insert(key, QFile::exists(path) ? QIcon(path) : QIcon());
 }
 
 }  // namespace qk

@@ -7,7 +7,7 @@
 
 namespace qk {
 
-/// An empty icon for an unknown key.
+/// An empty icon for an unknown key. Each is read once a run; in the window's thread only.
 QIcon icon(const QString& key);
 
 }  // namespace qk

@@ -46,6 +46,12 @@ class TestIcons : public QObject {
   Q_OBJECT
 
  private Q_SLOTS:
+  void eachPictureIsReadOnce() {
+    QCOMPARE(qk::icon("go").cacheKey(), qk::icon("go").cacheKey());
+    QVERIFY(qk::icon("go").cacheKey() != qk::icon("stop").cacheKey());
+    QVERIFY(qk::icon("gibt es nicht").isNull() && qk::icon("gibt es nicht").isNull());
+  }
+
   void everyKeyShowsOnEitherGround_data() {
     QTest::addColumn<QString>("key");
     for (const QString& key : kMarks + kButtons) QTest::newRow(qPrintable(key)) << key;
