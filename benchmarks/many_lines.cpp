@@ -25,7 +25,7 @@ void load(Rounds& rounds, int lines) {
   }
 }
 
-const Registered registered{Pair{"Laden von 240 Linien", 0.76, "gegen zehnmal 24 Linien",
+const Registered registered{Pair{"Laden von 240 Linien", 0.32, "gegen zehnmal 24 Linien",
                                  [](Rounds& rounds) { load(rounds, kManyLines); },
                                  [](Rounds& rounds) { load(rounds, kFewLines); }, 1}};
 

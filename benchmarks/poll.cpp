@@ -139,8 +139,8 @@ const Registered registered[] = {
                       idle<HouseLines>, idle<BareLines>)},
     Registered{pairOf("Takt über 100 Linien, 5 melden", 1.25, "gegen bloßes Nachsehen und Lesen",
                       busy<HouseLines>, busy<BareLines>)},
-    Registered{inCalls(pairOf("Systemaufrufe dabei", 2.8, "gegen bloßes Nachsehen und Lesen",
-                              busy<HouseLines>, busy<BareLines>))}};
+    Registered{inCalls(pairOf("Systemaufrufe dabei", 2, "gegen bloßes Nachsehen und Lesen", busy<HouseLines>,
+                              busy<BareLines>))}};
 
 }  // namespace
 
