@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <ctime>
@@ -36,24 +37,26 @@ void put(const QString& path) {
   if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error(file.errorString().toStdString());
 }
 
-/// A range's exchange folder.
+/// A range's exchange folder. It is named as the current one: a name that differs by run would be hashed to
+/// another place, and found with another count of steps.
 class Exchange {
  public:
   Exchange() {
+    if (!QDir::setCurrent(place_.exchangeFolder())) throw std::runtime_error("no exchange folder");
     for (int number = 0; number < kFiles; ++number) put(folder() + QString("0_hd_LG_%1.def").arg(number));
   }
   Workplace workplace() { return place_.workplace(); }
-  QString folder() const { return place_.exchangeFolder(); }
-  QString data(int line) const { return folder() + QString("HSlav%1.nrt").arg(line); }
-  QString flag(int line) const { return folder() + QString("HSlav%1.ctl").arg(line); }
+  static QString folder() { return "./"; }
+  static QString data(int line) { return folder() + QString("HSlav%1.nrt").arg(line); }
+  static QString flag(int line) { return folder() + QString("HSlav%1.ctl").arg(line); }
 
   /// As if nothing had happened for an hour.
-  void settle() const {
+  static void settle() {
     const timespec hourAgo[2] = {{time(nullptr) - 3600, 0}, {time(nullptr) - 3600, 0}};
     utimensat(AT_FDCWD, folder().toUtf8().constData(), hourAgo, 0);
   }
   /// What a station writes. It says nothing: what a shot costs is measured by itself.
-  void report(int line) const {
+  static void report(int line) {
     put(data(line));
     put(flag(line));
   }

@@ -11,7 +11,8 @@ static void loadResource() {
 namespace qk {
 
 QIcon icon(const QString& key) {
-  // Copies share what was read and drawn. Never destroyed: pictures mustn't outlive the application object.
+  // Copies share what was read and drawn. Never destroyed: pictures can't be, once the application object is
+  // gone.
   static auto* const known = new QHash<QString, QIcon>;
   if (const auto found = known->constFind(key); found != known->cend()) return *found;
   loadResource();

@@ -46,7 +46,7 @@ const LineGroups& LineReadings::groups(dao::Database& db) {
 
 bool LineReadings::mayHaveOpenShots(dao::Database& db, int nLinie) {
   if (!std::exchange(askedForOpenShots_, true)) linesWithOpenShots_ = findLinesWithOpenShots(db, lines_);
-  return !linesWithOpenShots_ || linesWithOpenShots_->contains(nLinie);
+  return !linesWithOpenShots_ || nLinie > lines_ || linesWithOpenShots_->contains(nLinie);
 }
 
 }  // namespace qk

@@ -28,8 +28,8 @@ class LineReadings {
   DisciplineGrid stationDisciplines(Files& files, const QString& folder);
   const CompetitionLists& lists(dao::Database& db);
   const LineGroups& groups(dao::Database& db);
-  /// False only when none are. Throws nothing: where the question failed, which isn't put twice, each line
-  /// asks for itself and says what stands in its way.
+  /// False only when no shot of that line is open. Throws nothing: where the question failed, which isn't put
+  /// twice, each line asks for itself and says what stands in its way.
   bool mayHaveOpenShots(dao::Database& db, int nLinie);
 
  private:

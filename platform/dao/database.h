@@ -28,9 +28,9 @@ class RowList;
 class Database {
  public:
   /// Opens in shared mode. 3024 when the file is missing, 3044 when its folder is, 3051 for a folder or
-  /// without rights, 3343 for another kind of file, 3049 for a damaged one. A short text file that names a
-  /// server (server_address.h) opens the database there; 3029 without a right password, 3043 where the server
-  /// can't be reached.
+  /// without rights, 3343 for another kind of file, 3049 for a damaged one (with the first need, where the
+  /// process has it open already). A short text file that names a server (server_address.h) opens the
+  /// database there; 3029 without a right password, 3043 where the server can't be reached.
   static std::unique_ptr<Database> open(const QString& path, bool readOnly = false);
   static std::unique_ptr<Database> open(const QString& path, const OpenOptions& options);
   /// Makes an empty file and opens it; 3204 when it exists. Where the file names a server, the database that

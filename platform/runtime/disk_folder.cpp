@@ -5,13 +5,17 @@
 
 #include "platform/runtime/folder_names.h"
 
+#ifdef Q_OS_UNIX
+#include <dirent.h>
+
+#include <cerrno>
+#endif
 #if defined(Q_OS_LINUX)
 #include <linux/magic.h>
 #include <sys/inotify.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <climits>
 #endif
 
@@ -84,15 +88,32 @@ class KernelNews : public FolderNews {
 
 #endif
 
+/// The toolkit's own lists end silently where reading fails, as for want of a descriptor.
+std::optional<QStringList> namesIn(const NativePath& folder) {
+#ifdef Q_OS_UNIX
+  const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.constData()), ::closedir);
+  if (!open) return {};
+  QStringList names;
+  for (;;) {
+    errno = 0;
+    const dirent* entry = ::readdir(open.get());
+    if (!entry && errno != 0) return {};
+    if (!entry) return names;
+    const QString name = QFile::decodeName(entry->d_name);
+    if (name != "." && name != "..") names.append(name);
+  }
+#else
+  return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                QDir::Unsorted);
+#endif
+}
+
 class DiskFolder : public FolderSight {
  public:
   explicit DiskFolder(const QString& folder) : folder_(folder), native_(native(folder)) {}
 
   PathLook look() override { return lookAt(native_); }
-  QStringList names() override {
-    return QDir(folder_).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                   QDir::Unsorted);
-  }
+  std::optional<QStringList> names() override { return namesIn(native_); }
   bool leadToOneFile(const QString& name, const QString& other) override {
     const auto file = identityOf(folder_ + u'/' + name);
     return file && file == identityOf(folder_ + u'/' + other);

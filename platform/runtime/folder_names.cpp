@@ -91,10 +91,7 @@ void FolderNames::read() {
   names_.clear();
   news_.reset();
   look_ = sight_->look();
-  if (look_.kind != PathKind::Folder) {
-    way_ = Way::Unread;
-    return;
-  }
+  if (look_.kind != PathKind::Folder) return forget();
   // Most folders are looked into once and stand still; only one that changes is followed.
   const bool changes = way_ != Way::Unread;
   if (changes) news_ = sight_->follow();
@@ -102,18 +99,24 @@ void FolderNames::read() {
   readNames();
 }
 
+void FolderNames::forget() {
+  way_ = Way::Unread;
+  news_.reset();
+}
+
 void FolderNames::readNames() {
   readAt_ = lookedAt_ = sight_->now();
   settled_ = look_.stamp + kSettled < readAt_;
-  const QStringList names = sight_->names();
+  const std::optional<QStringList> names = sight_->names();
+  if (!names) return forget();
   const qint64 now = sight_->now();
   readAgainAt_ = now + std::min((now - readAt_) * kShareOfTime, kLongestPause);
-  if (ignoresCase(*sight_, names)) {
+  if (ignoresCase(*sight_, *names)) {
     way_ = Way::IgnoresCase;
     news_.reset();
     return;
   }
-  for (const QString& name : names) names_.insert(name.toCaseFolded(), name);
+  for (const QString& name : *names) names_.insert(name.toCaseFolded(), name);
 }
 
 }  // namespace qk

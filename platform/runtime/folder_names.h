@@ -18,6 +18,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/runtime/path_look.h"
 
@@ -37,8 +38,8 @@ class FolderSight {
  public:
   virtual ~FolderSight() = default;
   virtual PathLook look() = 0;
-  /// Reads the whole folder.
-  virtual QStringList names() = 0;
+  /// Reads the whole folder; nothing where it can't be read to its end.
+  virtual std::optional<QStringList> names() = 0;
   virtual bool leadToOneFile(const QString& name, const QString& other) = 0;
   /// What happens from now on; null where the system doesn't hear of all of it.
   virtual std::unique_ptr<FolderNews> follow() = 0;
@@ -56,8 +57,8 @@ class FolderNames {
   /// A spelling of a name, which is given case-folded. Empty when nothing in the folder is called that, and
   /// wherever a plain look under any spelling finds it.
   QString spelling(const QString& foldedName);
-  /// Whether that was all there is to know: without a spelling nothing was called that, and a plain look
-  /// needs not be taken.
+  /// Right after spelling(): whether that was all there is to know. Where it found none, nothing is called
+  /// that, and no plain look needs to be taken.
   bool hearsAll() const { return way_ == Way::News; }
 
  private:
@@ -77,6 +78,7 @@ class FolderNames {
   bool hearNews();
   void read();
   void readNames();
+  void forget();
 
   std::unique_ptr<FolderSight> sight_;
   std::unique_ptr<FolderNews> news_;

@@ -136,10 +136,12 @@ class SqliteConnection::InUse {
 SqliteConnection::SqliteConnection(const QString& path, Access access, bool immutable,
                                    const std::function<void(SqliteConnection&)>& furnish)
     : path_(path), access_(access), immutable_(immutable), furnishing_(furnish) {
+  const QMutexLocker inUse(&inUse_);
   open();
 }
 
 SqliteConnection::~SqliteConnection() {
+  const QMutexLocker inUse(&inUse_);
   close();
 }
 
@@ -153,7 +155,9 @@ void SqliteConnection::open() {
   if (isStale()) close();
   if (handle_) return;
   if (file_) file_->recover();
-  join();
+  findFile();
+  file_->recover();  // another one's loss
+  openHandle();
   // Learning the tables costs more than all else, and many a line never needs them. One look at the file
   // takes the locks that a connection on the log holds while it stands.
   makeReady([this] {
@@ -177,11 +181,14 @@ void SqliteConnection::makeReady(const std::function<void()>& body) {
   --depth_;
 }
 
-void SqliteConnection::join() {
+void SqliteConnection::findFile() {
   // Made before the engine opens it: only a file that is there can be held.
   if (file_ && access_ == Access::Create) access_ = Access::ReadWrite;  // it is made once
   if (access_ == Access::Create) QFile(path_).open(QIODevice::WriteOnly | QIODevice::NewOnly);
   file_ = SqliteFile::at(path_);
+}
+
+void SqliteConnection::openHandle() {
   QByteArray name = path_.toUtf8();
   if (immutable_) name = QUrl::fromLocalFile(path_).toEncoded() + "?immutable=1";
   handle_ = file_->join(*this, [&] {

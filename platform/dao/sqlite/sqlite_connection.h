@@ -23,15 +23,15 @@ class SqliteConnection final : private SqliteFile::Member {
   enum class Access { ReadOnly, ReadWrite, Create };
 
   /// immutable: nobody writes to the file while it is open, and nothing is written beside it. `furnish` runs
-  /// before the first statement, and again whenever the connection had to be opened anew: at once when it is
-  /// the process's first on the file, which proves the file; with the first need when the log is known.
+  /// before the first statement that anybody asks for, and again whenever the connection had to be opened
+  /// anew: at once, which proves the file, where no other connection of the process has.
   SqliteConnection(const QString& path, Access access, bool immutable,
                    const std::function<void(SqliteConnection&)>& furnish);
   ~SqliteConnection();
   SqliteConnection(const SqliteConnection&) = delete;
   SqliteConnection& operator=(const SqliteConnection&) = delete;
 
-  /// Null after a loss of the log, until the next statement.
+  /// Null after a loss of the log, or where it couldn't be furnished, until the next statement.
   sqlite3* handle() const { return handle_; }
 
   /// Hands over row after row until `take` says false; Null is an invalid QVariant, a whole number a
@@ -66,7 +66,8 @@ class SqliteConnection final : private SqliteFile::Member {
   using Statement = std::shared_ptr<sqlite3_stmt>;
 
   void open();
-  void join();
+  void findFile();
+  void openHandle();
   void makeReady(const std::function<void()>& body);
   void furnish();
   void close();

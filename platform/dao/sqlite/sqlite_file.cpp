@@ -165,6 +165,10 @@ bool SqliteFile::isOpenElsewhere() const {
 void SqliteFile::lose() {
   const QMutexLocker locked(&door());
   lost_ = true;
+  closeIdle();
+}
+
+void SqliteFile::closeIdle() {
   const std::list<Member*> members = members_;
   for (Member* member : members) member->closeWhenIdle();
 }
@@ -172,6 +176,7 @@ void SqliteFile::lose() {
 void SqliteFile::recover() {
   const QMutexLocker locked(&door());
   if (!lost_) return;
+  closeIdle();  // those that have had no need since
   if (!members_.empty() || isAnotherOnLog())
     throw Error(errors::kConnectionLost,
                 "Die Protokolldatei der Datenbank wurde von außen entfernt, und anderswo wird noch mit ihr "

@@ -79,6 +79,7 @@ class SqliteFile {
   };
 
   void lockBesideEngine(bool locked) const;
+  void closeIdle();
   void forgetLog();
   bool isAnotherOnLog() const;
   void putLogBack() const;

@@ -4,6 +4,7 @@
 
 #include <QtTest>
 
+#include "platform/dao/sqlite/sqlite_engine.h"
 #include "platform/runtime/held_files.h"
 #include "tests/platform/dao/store_factory.h"
 #include "tests/support/foreign/foreign_process.h"
@@ -142,6 +143,59 @@ class TestLateConnections : public QObject {
     QCOMPARE(first_->execute("UPDATE Artikel SET Menge = 7"), 1);
     addArticle(*second->openRecordset("Artikel"), "zweiter");
     QCOMPARE(names(*first_), QStringList({"erster", "zweiter"}));
+    QVERIFY(foreignCheck(path_));
+  }
+
+  /// Whoever opens the file then isn't in the way of those who want to store.
+  void oneOpenedAfterALossStopsNobody() {
+    QVERIFY(QFile::remove(log()));
+    QCOMPARE(errorOf([&] { first_->execute("UPDATE Artikel SET Menge = 7"); }), 3043);
+    const auto second = Database::open(path_);
+    const auto third = Database::open(path_);
+    QCOMPARE(first_->execute("UPDATE Artikel SET Menge = 7"), 1);
+    addArticle(*third->openRecordset("Artikel"), "zweiter");
+    QCOMPARE(names(*second), QStringList({"erster", "zweiter"}));
+    QVERIFY(foreignCheck(path_));
+  }
+
+  /// It is whoever closes that notices the loss; nobody else has had a need since.
+  void aLossNoticedByOneThatClosesStopsNobody() {
+    const auto idle = Database::open(path_);
+    auto shortLived = Database::open(path_);
+    QVERIFY(QFile::remove(log()));
+    shortLived.reset();
+    QCOMPARE(first_->execute("UPDATE Artikel SET Menge = 7"), 1);
+    addArticle(*idle->openRecordset("Artikel"), "zweiter");
+    QCOMPARE(names(*first_), QStringList({"erster", "zweiter"}));
+    QVERIFY(foreignCheck(path_));
+  }
+
+  /// The need says why; the next one finds a connection that is whole.
+  void whatCouldntLearnTheTablesLearnsThemWithTheNextNeed() {
+    const auto second = Database::open(path_, OpenOptions{.durable = false});
+    auto& engine = static_cast<SqliteEngine&>(second->engine());
+    sqlite3_set_authorizer(
+        engine.handle(),
+        [](void*, int act, const char* name, const char*, const char*, const char*) {
+          return act == SQLITE_PRAGMA && qstrcmp(name, "synchronous") == 0 ? SQLITE_DENY : SQLITE_OK;
+        },
+        nullptr);
+    QVERIFY(errorOf([&] { second->hasTable("Artikel"); }) != 0);
+    QVERIFY(second->hasTable("Artikel"));
+    QCOMPARE(single(*second, "PRAGMA synchronous"), QString("0"));
+  }
+
+  void nobodyOpensALostLogOnWhichOthersWork() {
+    {
+      const ForeignHolder holder(path_);
+      QVERIFY(QFile::remove(log()));
+      QCOMPARE(errorOf([&] { first_->execute("UPDATE Artikel SET Menge = 7"); }), 3043);
+      QCOMPARE(errorOf([&] { Database::open(path_); }), 3043);
+      QVERIFY(!QFile::exists(log()));  // a new one would be in the way of the lost
+    }
+    const auto second = Database::open(path_);
+    addArticle(*second->openRecordset("Artikel"), "zweiter");
+    QCOMPARE(names(*second), QStringList({"erster", "zweiter"}));
     QVERIFY(foreignCheck(path_));
   }
 

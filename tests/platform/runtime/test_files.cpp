@@ -1,12 +1,16 @@
 // The door to files and folders, on the real file system.
+#include <unistd.h>
+
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 #include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <thread>
+#include <vector>
 
 #include "platform/runtime/error.h"
 #include "platform/runtime/files.h"
@@ -44,6 +48,8 @@ class TestFiles : public QObject {
   void aQuietFolderIsNotReadAgain();
   void aMissingNameIsSeenWhenItComes();
   void aBusyFolderIsNotReadAgain();
+  void anUnreportedFileIsLookedFor();
+  void aFlagIsSeenWithoutADescriptor();
   void aNameInAnotherCaseComesAfterTheOneThatIsGone();
   void aFolderMadeAnewIsSeenAtOnce();
   void moreNewsThanTheKernelKeeps();
@@ -230,6 +236,34 @@ void TestFiles::aBusyFolderIsNotReadAgain() {
     QVERIFY(QFile::remove(path("fort")));
   }
   QCOMPARE(readings.count(), 0);
+}
+
+/// Nobody reports what comes there, and its time stamp stands.
+void TestFiles::anUnreportedFileIsLookedFor() {
+  const QString name = "/proc/self/fd/977";
+  for (int look = 0; look < 3; ++look) QVERIFY(!files_.exists(name));
+  QCOMPARE(::dup2(STDIN_FILENO, 977), 977);
+  const bool found = files_.exists(name);
+  ::close(977);
+  QVERIFY(found);
+}
+
+/// The list of names takes a descriptor; a plain look takes none.
+void TestFiles::aFlagIsSeenWithoutADescriptor() {
+  for (const size_t room : {0, 1, 2}) {  // for the folder's reports, and its reading
+    files_ = Files();
+    QVERIFY(!files_.exists(path("flag.ctl")));
+    Files().replace(path("flag.ctl"), "");
+    std::vector<int> taken;
+    for (int descriptor; (descriptor = ::dup(STDIN_FILENO)) >= 0;) taken.push_back(descriptor);
+    for (size_t left = 0; left < room; ++left, taken.pop_back()) ::close(taken.back());
+    const bool found = files_.exists(path("flag.ctl"));
+    for (const int descriptor : taken) ::close(descriptor);
+    QVERIFY(found);
+    QVERIFY(files_.exists(path("flag.ctl")));
+    QVERIFY(QFile::remove(path("flag.ctl")));
+    QVERIFY(!files_.exists(path("flag.ctl")));
+  }
 }
 
 void TestFiles::aNameInAnotherCaseComesAfterTheOneThatIsGone() {

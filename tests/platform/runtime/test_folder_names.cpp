@@ -21,6 +21,7 @@ struct Played {
   bool ignoresCase = false;
   bool reports = true;  ///< what changes in it
   bool loses = false;   ///< some of its reports
+  bool readable = true;
   int readings = 0;
   int followed = 0;   ///< how often it was begun
   int following = 0;  ///< how many do
@@ -62,9 +63,10 @@ class PlayedSight : public FolderSight {
  public:
   explicit PlayedSight(Played& folder) : folder_(folder) {}
   PathLook look() override { return folder_.look; }
-  QStringList names() override {
+  std::optional<QStringList> names() override {
     ++folder_.readings;
     folder_.now += folder_.readingTakes;
+    if (!folder_.readable) return {};
     return folder_.names;
   }
   bool leadToOneFile(const QString& name, const QString& other) override {
@@ -275,6 +277,18 @@ class TestFolderNames : public QObject {
     folder_.now -= 3600 * kSecond;
     folder_.come("A");
     QCOMPARE(spelling("a"), QString("A"));
+  }
+
+  /// For want of a descriptor, say: what isn't known to be missing is looked for.
+  void whatCouldntBeReadIsReadAgain() {
+    spelling("x");
+    folder_.readable = false;
+    folder_.come("Flagge");
+    QCOMPARE(spelling("flagge"), QString());
+    QVERIFY(!names_->hearsAll());
+    QCOMPARE(folder_.following, 0);
+    folder_.readable = true;
+    QCOMPARE(spelling("flagge"), QString("Flagge"));
   }
 
   /// Elsewhere a name may have come that nobody told of: whoever finds no spelling takes a look.
