@@ -96,6 +96,7 @@ void RowList::collect() {
   }
   if (const auto more = static_cast<int>(delivery.keys.size()); more > 0) {
     Q_EMIT aboutToGrow(count(), count() + more - 1);
+    if (state_.expected > 0) keys_.reserve(state_.expected);
     keys_.append(delivery.keys);
     Q_EMIT grown();
   }

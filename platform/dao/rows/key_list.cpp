@@ -8,6 +8,13 @@ qsizetype KeyList::size() const {
   return static_cast<qsizetype>(integer_ ? numbers_.size() : values_.size() / static_cast<size_t>(width_));
 }
 
+void KeyList::reserve(qsizetype keys) {
+  if (integer_)
+    numbers_.reserve(static_cast<size_t>(keys));
+  else
+    values_.reserve(static_cast<size_t>(keys * width_));
+}
+
 void KeyList::append(const Key& key) {
   if (!integer_) {
     values_.insert(values_.end(), key.cbegin(), key.cend());

@@ -16,6 +16,9 @@ class KeyList {
   bool isInteger() const { return integer_; }
   int width() const { return width_; }
   qsizetype size() const;
+  /// Room for so many keys and no more, where their count is known before: growing takes up to three times
+  /// that.
+  void reserve(qsizetype keys);
   void append(const Key& key);
   void append(const KeyList& more);  ///< of the same kind
   void replace(qsizetype index, const Key& key);
