@@ -166,7 +166,7 @@ const Registered registered[] = {
                     bareFilters, 1}},
     Registered{Pair{"Schussliste sortiert", 1.13, "erste Seite gegen SQLite in einer Tabelle", houseSorts,
                     bareSorts, 1}},
-    Registered{Figure{"Schussliste Speicher", 30, "MB für eine Million Zeilen", memory}},
+    Registered{Figure{"Schussliste Speicher", 25, "MB für eine Million Zeilen", memory}},
     Registered{Figure{"Schussliste Pause", 0.1, "längste Pause, Teil der ganzen Arbeit", longestPause}}};
 
 }  // namespace
