@@ -48,7 +48,6 @@ class TestFiles : public QObject {
   void aQuietFolderIsNotReadAgain();
   void aMissingNameIsSeenWhenItComes();
   void aBusyFolderIsNotReadAgain();
-  void anUnreportedFileIsLookedFor();
   void aFlagIsSeenWithoutADescriptor();
   void aNameInAnotherCaseComesAfterTheOneThatIsGone();
   void aFolderMadeAnewIsSeenAtOnce();
@@ -236,16 +235,6 @@ void TestFiles::aBusyFolderIsNotReadAgain() {
     QVERIFY(QFile::remove(path("fort")));
   }
   QCOMPARE(readings.count(), 0);
-}
-
-/// Nobody reports what comes there, and its time stamp stands.
-void TestFiles::anUnreportedFileIsLookedFor() {
-  const QString name = "/proc/self/fd/977";
-  for (int look = 0; look < 3; ++look) QVERIFY(!files_.exists(name));
-  QCOMPARE(::dup2(STDIN_FILENO, 977), 977);
-  const bool found = files_.exists(name);
-  ::close(977);
-  QVERIFY(found);
 }
 
 /// The list of names takes a descriptor; a plain look takes none.
