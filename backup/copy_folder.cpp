@@ -68,6 +68,11 @@ QString copyStemOf(const QString& folder, const QString& competition, const QDat
   return below(folder, copyBaseOf(competition) + ' ' + moment.toString(kMomentFormat));
 }
 
+QDateTime nameMomentOf(const QString& copy) {
+  return QDateTime::fromString(QFileInfo(copy).completeBaseName().right(sizeof(kMomentFormat) - 1),
+                               kMomentFormat);
+}
+
 std::vector<ProvenCopy> provenCopies(Files& files, const QString& folder, const QString& source) {
   std::vector<ProvenCopy> found;
   for (const QString& name : files.list(folder, "*.beleg")) {

@@ -27,6 +27,8 @@ QString sourceOf(const QString& competition);
 QString copyBaseOf(const QString& competition);
 /// The path of a copy, without its ending. Sorting by name sorts by time.
 QString copyStemOf(const QString& folder, const QString& competition, const QDateTime& moment);
+/// The moment in a copy's name, local time; invalid for a name that tells none.
+QDateTime nameMomentOf(const QString& copy);
 
 /// All proven copies of the source in the folder, the oldest first. Reads their evidence, not them.
 std::vector<ProvenCopy> provenCopies(Files& files, const QString& folder, const QString& source);

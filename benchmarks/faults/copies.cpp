@@ -114,9 +114,12 @@ bool run(const QString& competition, const QString& folder, int runs, unsigned s
     office.store(1);
     copier.start();
     office.store(1);  // beside it
-    if (copier.killAfter(static_cast<int>(random() % static_cast<unsigned>(longest)))) ++killed;
+    const bool inTime = copier.killAfter(static_cast<int>(random() % static_cast<unsigned>(longest)));
+    if (inTime) ++killed;
     const auto copies = copier.proven();
-    if (copies.back().path != last) ++made;
+    const bool isNew = copies.back().path != last;
+    if (isNew) ++made;
+    faults += isNew || inTime ? 0 : 1;
     faults += faultsOf(copies, last);
     faults += storedShots(competition).rows == office.stored() ? 0 : 1;
   }
@@ -124,12 +127,14 @@ bool run(const QString& competition, const QString& folder, int runs, unsigned s
   office.store(1);
   const bool goesOn =
       copier.runToEnd() && faults == 0 && storedShots(copier.proven().back().path).rows == office.stored();
-  QTextStream(stdout) << QString(
-                             "%1 Sicherungen, %2 davon durch SIGKILL beendet, %3 neue Kopien: %4 Fehler\n")
-                             .arg(runs)
-                             .arg(killed)
-                             .arg(made)
-                             .arg(faults);
+  QTextStream(stdout)
+      << QString(
+             "%1 Sicherungen, %2 davon durch SIGKILL beendet, %3 neue Kopien, danach %4 ganze: %5 Fehler\n")
+             .arg(runs)
+             .arg(killed)
+             .arg(made)
+             .arg(goesOn ? "eine" : "keine")
+             .arg(faults);
   return goesOn && killed >= std::max(1, runs / 4);  // by chance some are whole before
 }
 

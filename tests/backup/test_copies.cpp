@@ -42,6 +42,7 @@ class TestCopies : public QObject {
   void isOneFileThatNeedsNoOther();
   void showsTheMomentAtWhichItBegan();
   void makesNoSecondOfTheSame();
+  void theLastOfOneSecondIsTheLast();
   void takesWhatAnotherProgramHasJustMade();
   void leavesTheFolderToWhoeverMakesOne();
   void aWrongByteBeforeTheProofIsSeen_data();
@@ -157,6 +158,19 @@ void TestCopies::makesNoSecondOfTheSame() {
   QCOMPARE(names("*.qkk").size(), 1);
   QCOMPARE(makeNext().kind, CopyResult::Kind::Made);
   QCOMPARE(names("*.qkk").size(), 2);
+}
+
+/// Their names run ahead of the clock, and the names of those that are needed no longer are free again.
+void TestCopies::theLastOfOneSecondIsTheLast() {
+  for (int i = 0; i < static_cast<int>(kKeptCopies) + 4; ++i) {
+    store_->addShot("1", 1, ++place_);
+    const CopyResult result = make();
+    QCOMPARE(result.kind, CopyResult::Kind::Made);
+    QCOMPARE(proven().back().path, result.copy->path);
+    QCOMPARE(result.copy->evidence.moment, moment_);
+  }
+  QCOMPARE(proven().size(), size_t(kKeptCopies));
+  QCOMPARE(make().kind, CopyResult::Kind::Current);
 }
 
 void TestCopies::takesWhatAnotherProgramHasJustMade() {
