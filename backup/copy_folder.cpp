@@ -3,7 +3,9 @@
 #include <QCryptographicHash>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSysInfo>
 #include <algorithm>
+#include <tuple>
 
 #include "platform/dao/server/server_address.h"
 #include "platform/dao/store_files.h"
@@ -38,6 +40,11 @@ bool isUsed(Files& files, const QString& path) {
          std::any_of(beside.begin(), beside.end(), [&](const QString& file) { return files.exists(file); });
 }
 
+/// Who gives a copy a name of his own wants to keep it.
+bool isRenamed(const ProvenCopy& copy) {
+  return QFileInfo(copy.path).fileName() != copy.evidence.file;
+}
+
 std::optional<ProvenCopy> provenCopy(Files& files, const QString& evidencePath) {
   try {
     const auto evidence = evidenceIn(files.read(evidencePath));
@@ -55,7 +62,9 @@ std::optional<ProvenCopy> provenCopy(Files& files, const QString& evidencePath) 
 
 QString sourceOf(const QString& competition) {
   if (const auto address = dao::serverAddressIn(competition)) return placeOf(*address);
-  return QFileInfo(competition).absoluteFilePath();
+  const QFileInfo file(competition);
+  const QString path = file.exists() ? file.canonicalFilePath() : file.absoluteFilePath();
+  return path + " auf " + QSysInfo::machineHostName();
 }
 
 QString copyBaseOf(const QString& competition) {
@@ -68,11 +77,6 @@ QString copyStemOf(const QString& folder, const QString& competition, const QDat
   return below(folder, copyBaseOf(competition) + ' ' + moment.toString(kMomentFormat));
 }
 
-QDateTime nameMomentOf(const QString& copy) {
-  return QDateTime::fromString(QFileInfo(copy).completeBaseName().right(sizeof(kMomentFormat) - 1),
-                               kMomentFormat);
-}
-
 std::vector<ProvenCopy> provenCopies(Files& files, const QString& folder, const QString& source) {
   std::vector<ProvenCopy> found;
   for (const QString& name : files.list(folder, "*.beleg")) {
@@ -80,7 +84,8 @@ std::vector<ProvenCopy> provenCopies(Files& files, const QString& folder, const 
     if (copy && copy->evidence.source == source) found.push_back(*std::move(copy));
   }
   std::stable_sort(found.begin(), found.end(), [](const ProvenCopy& a, const ProvenCopy& b) {
-    return a.evidence.moment < b.evidence.moment;
+    return std::tie(a.evidence.sequence, a.evidence.moment) <
+           std::tie(b.evidence.sequence, b.evidence.moment);
   });
   return found;
 }
@@ -105,7 +110,7 @@ bool isUnchanged(const ProvenCopy& copy) {
 
 void thinOut(Files& files, const std::vector<ProvenCopy>& copies) {
   for (const ProvenCopy& copy : superfluous(copies)) {
-    if (isUsed(files, copy.path) || !isUnchanged(copy)) continue;
+    if (isRenamed(copy) || isUsed(files, copy.path) || !isUnchanged(copy)) continue;
     tryToRemove(files, copy.path);
     if (!files.exists(copy.path)) tryToRemove(files, evidencePathOf(copy.path));
   }

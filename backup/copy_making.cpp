@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 #include <QLockFile>
-#include <algorithm>
 
 #include "platform/dao/database.h"
 #include "platform/dao/moving/snapshot.h"
@@ -51,12 +50,14 @@ class Making {
   CopyResult runAlone() {
     std::vector<ProvenCopy> copies = provenCopies(files_, request_.folder, source_);
     if (!copies.empty() && isYoung(copies.back().evidence)) return {CopyResult::Kind::Young, copies.back()};
-    const QString stem = freeStem(copies);
+    const QString stem = freeStem();
     const QString draft = stem + ".entwurf";
     try {
       const auto made = prove(draft, copies.empty() ? nullptr : &copies.back().evidence);
       if (!made) return {CopyResult::Kind::Current, copies.back()};
+      const qint64 sequence = copies.empty() ? 1 : copies.back().evidence.sequence + 1;
       copies.push_back({stem + ".qkk", *made});
+      copies.back().evidence.sequence = sequence;
       copies.back().evidence.file = QFileInfo(copies.back().path).fileName();
       publish(draft, copies.back());
     } catch (...) {
@@ -72,14 +73,9 @@ class Making {
     return age >= 0 && age < std::chrono::seconds(request_.interval).count();
   }
 
-  QDateTime momentInSeconds() const { return request_.moment.addMSecs(-request_.moment.time().msec()); }
-
-  /// Those of one second get names a second apart: their order is that of the names. So no name that has
-  /// become free before the last of them is taken again.
-  QString freeStem(const std::vector<ProvenCopy>& copies) const {
-    QDateTime moment = momentInSeconds();
-    if (!copies.empty() && copies.back().evidence.moment == moment)
-      moment = std::max(moment, nameMomentOf(copies.back().path).addSecs(1));
+  /// Two within one second get names a second apart.
+  QString freeStem() const {
+    QDateTime moment = request_.moment;
     for (;; moment = moment.addSecs(1)) {
       const QString stem = copyStemOf(request_.folder, request_.competition, moment);
       if (!files_.exists(stem + ".qkk") && !files_.exists(stem + ".beleg")) return stem;
@@ -90,7 +86,7 @@ class Making {
   std::optional<Evidence> prove(const QString& draft, const Evidence* last) {
     Evidence evidence;
     evidence.source = source_;
-    evidence.moment = momentInSeconds();
+    evidence.moment = request_.moment.addMSecs(-request_.moment.time().msec());
     std::vector<dao::TableFigures> figures;
     dao::PageWitness written;
     std::optional<dao::Snapshot> snapshot(std::in_place, reader_);

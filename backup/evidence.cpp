@@ -90,6 +90,7 @@ QByteArray evidenceText(const Evidence& evidence) {
       kTitle,
       "Quelle: " + onOneLine(evidence.source),
       "Stand: " + evidence.moment.toOffsetFromUtc(evidence.moment.offsetFromUtc()).toString(Qt::ISODate),
+      "Folge: " + QString::number(evidence.sequence),
       "Datei: " + onOneLine(evidence.file),
       "Groesse: " + QString::number(evidence.size),
       "SHA-256: " + QString::fromLatin1(evidence.sha256.toHex()),
@@ -121,6 +122,7 @@ std::optional<Evidence> evidenceIn(const QByteArray& text) {
   const auto size = numberIn(values.value("Groesse"), 10), structure = numberIn(values.value("Aufbau"), 16);
   evidence.source = values.value("Quelle");
   evidence.moment = QDateTime::fromString(values.value("Stand"), Qt::ISODate).toLocalTime();
+  evidence.sequence = values.value("Folge").toLongLong();
   evidence.file = values.value("Datei");
   evidence.sha256 = QByteArray::fromHex(values.value("SHA-256").toLatin1());
   if (!size || !structure || !evidence.moment.isValid()) return {};

@@ -2,8 +2,9 @@
 // anybody can see later whether it is still what it was then.
 //
 //   QK-Beleg 1
-//   Quelle: /home/buero/pokal2026.qkk
+//   Quelle: /home/buero/pokal2026.qkk auf BUERO1
 //   Stand: 2026-11-22T15:10:00+01:00
+//   Folge: 17
 //   Datei: pokal2026 2026-11-22 15-10-00.qkk
 //   Groesse: 1597440
 //   SHA-256: 9f86d0818…
@@ -35,10 +36,11 @@ struct TableEvidence {
 };
 
 struct Evidence {
-  QString source;    ///< the competition's path, or its database and server: sourceOf()
-  QDateTime moment;  ///< to the second
-  QString file;      ///< name of the copy when it was made
-  qint64 size = 0;   ///< bytes
+  QString source;       ///< sourceOf()
+  QDateTime moment;     ///< to the second
+  qint64 sequence = 0;  ///< counts the copies of the source; a clock may be set back. 0 in old evidence
+  QString file;         ///< name of the copy when it was made
+  qint64 size = 0;      ///< bytes
   QByteArray sha256;
   quint64 structure = 0;  ///< structureOf()
   std::vector<TableEvidence> tables;

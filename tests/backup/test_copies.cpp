@@ -43,6 +43,8 @@ class TestCopies : public QObject {
   void showsTheMomentAtWhichItBegan();
   void makesNoSecondOfTheSame();
   void theLastOfOneSecondIsTheLast();
+  void aClockSetBackChangesNoOrder();
+  void eachMachineHasItsOwn();
   void takesWhatAnotherProgramHasJustMade();
   void leavesTheFolderToWhoeverMakesOne();
   void aWrongByteBeforeTheProofIsSeen_data();
@@ -57,6 +59,7 @@ class TestCopies : public QObject {
   void removesTheDraftsOfTheDead();
   void deletesWhatIsNeededNoLonger();
   void neverDeletesWhatSomebodyChanged();
+  void neverDeletesWhatSomebodyRenamed();
   void neverDeletesBeforeTheNewOneCounts();
   void makesTheFolder();
 
@@ -79,6 +82,8 @@ class TestCopies : public QObject {
       ProvenCopy copy = made.front();
       copy.path = copyStemOf(folder_->path(), store_->path(), moment_) + ".qkk";
       copy.evidence.moment = moment_;
+      copy.evidence.sequence = made.back().evidence.sequence + 1;
+      copy.evidence.file = QFileInfo(copy.path).fileName();
       QFile::copy(made.front().path, copy.path);
       files_.write(evidencePathOf(copy.path), evidenceText(copy.evidence));
       made.push_back(copy);
@@ -171,6 +176,41 @@ void TestCopies::theLastOfOneSecondIsTheLast() {
   }
   QCOMPARE(proven().size(), size_t(kKeptCopies));
   QCOMPARE(make().kind, CopyResult::Kind::Current);
+}
+
+void TestCopies::aClockSetBackChangesNoOrder() {
+  moment_ = moment_.addSecs(3600);
+  QStringList ahead;
+  for (int i = 0; i < kKeptCopies; ++i) ahead.append(makeNext().copy->path);
+  moment_ = moment_.addSecs(-9000);
+  const QString behind = makeNext().copy->path;
+  QCOMPARE(proven().back().path, behind);
+  QVERIFY(!QFile::exists(ahead[0]));
+  QVERIFY(QFile::exists(ahead[1]));
+  moment_ = moment_.addSecs(600);
+  QCOMPARE(make().kind, CopyResult::Kind::Current);
+  QCOMPARE(make().copy->path, behind);
+  // What tells no place in the order is from before there was one.
+  ProvenCopy old = proven().back();
+  old.evidence.sequence = 0;
+  files_.write(evidencePathOf(old.path), evidenceText(old.evidence).replace("Folge: 0\n", ""));
+  QVERIFY(proven().back().path != old.path);
+}
+
+void TestCopies::eachMachineHasItsOwn() {
+  const ProvenCopy own = *make().copy;
+  const QString other = folder_->filePath("other.qkk");
+  QFile::link(store_->path(), other);
+  QCOMPARE(sourceOf(other), sourceOf(store_->path()));
+  if (storesOnServer()) return;
+  QVERIFY2(own.evidence.source.endsWith(" auf " + QSysInfo::machineHostName()),
+           qPrintable(own.evidence.source));
+  ProvenCopy strange = own;
+  strange.evidence.source.replace(" auf ", " auf X");
+  files_.write(evidencePathOf(own.path), evidenceText(strange.evidence));
+  QCOMPARE(proven().size(), 0u);
+  QCOMPARE(make().kind, CopyResult::Kind::Made);
+  QCOMPARE(names("*.qkk").size(), 3);
 }
 
 void TestCopies::takesWhatAnotherProgramHasJustMade() {
@@ -343,6 +383,17 @@ void TestCopies::neverDeletesWhatSomebodyChanged() {
   QVERIFY(QFile::exists(made[0].path));
   QVERIFY(QFile::exists(made[1].path));
   QVERIFY(!QFile::exists(made[2].path));
+}
+
+void TestCopies::neverDeletesWhatSomebodyRenamed() {
+  const std::vector<ProvenCopy> made = makeMany(kKeptCopies + 2);
+  const QString kept = folder_->filePath("vor dem Finale.qkk");
+  QVERIFY(QFile::rename(made[0].path, kept));
+  QVERIFY(QFile::rename(evidencePathOf(made[0].path), evidencePathOf(kept)));
+  makeNext();
+  QVERIFY(QFile::exists(kept));
+  QVERIFY(QFile::exists(evidencePathOf(kept)));
+  QVERIFY(!QFile::exists(made[1].path));
 }
 
 void TestCopies::neverDeletesBeforeTheNewOneCounts() {

@@ -12,6 +12,7 @@ namespace {
 Evidence someEvidence() {
   return {"/home/büro/pokal 2026.qkk",
           QDateTime(QDate(2026, 11, 22), QTime(15, 10, 7)),
+          17,
           "pokal 2026 2026-11-22 15-10-07.qkk",
           1597440,
           QByteArray(32, '\x9f'),
@@ -47,6 +48,7 @@ class TestEvidence : public QObject {
     QVERIFY(found.has_value());
     QCOMPARE(found->source, wanted.source);
     QCOMPARE(found->moment, wanted.moment);
+    QCOMPARE(found->sequence, wanted.sequence);
     QCOMPARE(found->file, wanted.file);
     QCOMPARE(found->size, wanted.size);
     QCOMPARE(found->sha256, wanted.sha256);
