@@ -1,5 +1,6 @@
 #include "masterdata/pages/row_edit.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -54,6 +55,12 @@ QString textOf(const QVariant& value) {
   if (value.typeId() == QMetaType::QDateTime) return dateText(value.toDateTime());
   if (value.typeId() == QMetaType::QString || value.isNull()) return value.toString();
   return numberText(value.toDouble());
+}
+
+QList<qint64> inOrder(const QSet<qint64>& keys) {
+  QList<qint64> ordered(keys.begin(), keys.end());
+  std::sort(ordered.begin(), ordered.end());
+  return ordered;
 }
 
 bool same(const QVariant& a, const QVariant& b) {
@@ -309,12 +316,13 @@ void RowEdit::keepOfReferences(dao::RowValues& edited) const {
   }
 }
 
-/// Somebody else may have linked the same meanwhile: what is there already isn't added again.
+/// Somebody else may have linked the same meanwhile: what is there already isn't added again. In the order of
+/// the members: what reads the links by their keys (the stations' files) shall not go by chance.
 void RowEdit::changeLinks(dao::Changes& changes, qint64 key) const {
   for (size_t i = 0; i < links_.size(); ++i) {
     const LinkedList& list = page_.links[i];
-    const QSet<qint64> removed = links_[i].stored - links_[i].now;
-    const QSet<qint64> added = links_[i].now - links_[i].stored;
+    const QList<qint64> removed = inOrder(links_[i].stored - links_[i].now);
+    const QList<qint64> added = inOrder(links_[i].now - links_[i].stored);
     for (const qint64 member : removed + added)
       changes.execute(QString("DELETE FROM [%1] WHERE [%2] = %3 AND [%4] = %5")
                           .arg(list.table, list.owner)

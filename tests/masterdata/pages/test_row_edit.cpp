@@ -45,6 +45,7 @@ class TestRowEdit : public QObject {
   void saysWhatIsWrong();
   void whatIsWrongAndUntouchedStays();
   void membersGoWithTheRow();
+  void membersAreStoredInTheirOrder();
   void weaponsBringTheirMark();
   void aChangedMarkReachesTheDisciplines();
   void theSecondIsToldWhatTheFirstChanged();
@@ -178,6 +179,20 @@ void TestRowEdit::membersGoWithTheRow() {
   row.store();
   QCOMPARE(count(of), 2);
   QCOMPARE(row.members(0), (QSet<qint64>{6, 7}));
+}
+
+void TestRowEdit::membersAreStoredInTheirOrder() {
+  const QList<qint64> wanted = {1, 2, 3, 4, 5, 6, 7, 8};
+  RowEdit row(masterDataPage("Kombinationen"), *database_);
+  row.begin();
+  row.setEntry("Kombinationsname", "Alles");
+  for (const qint64 member : {5, 2, 8, 1, 7, 3, 6, 4}) row.setMember(0, member, true);
+  const qint64 key = row.store();
+  const auto stored = database_->openRecordset(
+      QString("SELECT disziID FROM Kombination_Diszi WHERE KombiID = %1 ORDER BY ID").arg(key));
+  QList<qint64> members;
+  for (; !stored->eof(); stored->moveNext()) members.append(stored->value("disziID").toLongLong());
+  QCOMPARE(members, wanted);
 }
 
 void TestRowEdit::weaponsBringTheirMark() {
