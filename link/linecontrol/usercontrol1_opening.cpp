@@ -108,10 +108,13 @@ void UserControl1::restoreLine() {
   if (!retired_) Q_EMIT workChanged(index_);
 }
 
-/// One line tries for all: while it fails the others needn't wait for the same server.
+/// One line tries for all: while it fails the others needn't wait for the same server. A clock that was set
+/// back doesn't keep them waiting.
 void UserControl1::tryUnasked() {
   const QDateTime now = workplace_.clock.now();
-  if (passwordRefused_ || isComplete() || now < global_.naechsterVersuch) return;
+  const QDateTime& next = global_.naechsterVersuch;
+  const bool pausing = now < next && now.secsTo(next) <= kPause;
+  if (passwordRefused_ || isComplete() || pausing) return;
   const Unasked unasked("Linie " + QString::number(nLinie_));
   isOpenFor(Asked::ByNobody);
   if (!retired_ && !isComplete()) global_.naechsterVersuch = workplace_.clock.now().addSecs(kPause);

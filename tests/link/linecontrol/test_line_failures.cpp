@@ -47,6 +47,7 @@ class TestLineFailures : public QObject {
   void unknownCompetitionIsReported();
   void aLineWithoutItsCompetitionSaysSoAndStartsNothing();
   void aLineOpensItsCompetitionByItself();
+  void aClockSetBackKeepsNoLineWaiting();
   void aLineOpensItsCompetitionWithTheNextNeed_data();
   void aLineOpensItsCompetitionWithTheNextNeed();
   void failedStoringAsksAndKeepsTheFlagMeanwhile();
@@ -231,6 +232,15 @@ void TestLineFailures::aLineOpensItsCompetitionByItself() {
   office_->fire(1, shotRecord(1, 1, "9,7", "123,4"));
   QCOMPARE(storedLater(), 1);
   QVERIFY(!QFile::exists(office_->folderFile("HSlav1.ctl")));
+}
+
+void TestLineFailures::aClockSetBackKeepsNoLineWaiting() {
+  loseCompetition();
+  waitASecond();
+  bringCompetition();
+  office_->place.clock.advance(-3600 * 1000);
+  waitASecond();
+  QVERIFY(office_->on<QListView>(1, "m_lstDisziTarvex").model()->rowCount() > 0);
 }
 
 void TestLineFailures::aLineOpensItsCompetitionWithTheNextNeed_data() {
