@@ -210,6 +210,7 @@ void Settings::setValue(const QString& application, const QString& section, cons
   const bool written = file.open(QIODevice::WriteOnly) && file.write(after) == after.size() && file.flush() &&
                        file.setFileTime(stamp, QFileDevice::FileModificationTime) && file.commit();
   if (!written) throw notStored();
+  content_.reset();  // a file system that counts in seconds may give the new file the old one's stamp
 }
 
 Error Settings::notStored() const {

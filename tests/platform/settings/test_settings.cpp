@@ -28,6 +28,7 @@ class TestSettings : public QObject {
   void theFirstOfTwoCounts();
   void windowsLineEndsAndByteOrderMark();
   void everyWriteMovesTheTimeStampOn();
+  void theSameTimeStampHidesNoOwnWrite();
   void noWriteIsLost();
   void anUnchangedValueWritesNothing();
   void aWriteThatFails();
@@ -208,6 +209,19 @@ void TestSettings::everyWriteMovesTheTimeStampOn() {
     QVERIFY(QFileInfo(path_).lastModified() > before);
     QCOMPARE(reader.number("App", "Teil", "k", -1), i);
   }
+}
+
+void TestSettings::theSameTimeStampHidesNoOwnWrite() {
+  Settings settings(path_);
+  settings.setValue("App", "Teil", "k", "an");
+  QCOMPARE(settings.value("App", "Teil", "k"), "an");
+  const QDateTime stamp = QFileInfo(path_).lastModified();
+  settings.setValue("App", "Teil", "k", "aus");
+  QFile file(path_);
+  QVERIFY(file.open(QIODevice::ReadWrite));
+  QVERIFY(file.setFileTime(stamp, QFileDevice::FileModificationTime));
+  file.close();
+  QCOMPARE(settings.value("App", "Teil", "k"), "aus");
 }
 
 void TestSettings::noWriteIsLost() {
