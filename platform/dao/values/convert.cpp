@@ -12,7 +12,7 @@ namespace qk::dao {
 namespace {
 
 constexpr int kDefaultTextSize = 255;
-constexpr double kMillisecondsPerDay = 86400000.0;
+constexpr qint64 kMillisecondsPerDay = 86400000;
 
 bool isMoney(const QVariant& value) {
   return value.typeId() == qMetaTypeId<Money>();
@@ -26,7 +26,7 @@ double textNumber(const QString& text) {
 double dateNumber(const QDateTime& date) {
   const QDateTime zero = dateZero();
   return static_cast<double>(zero.daysTo(date)) +
-         static_cast<double>(date.time().msecsSinceStartOfDay()) / kMillisecondsPerDay;
+         static_cast<double>(date.time().msecsSinceStartOfDay()) / static_cast<double>(kMillisecondsPerDay);
 }
 
 double number(const QVariant& value) {
@@ -90,8 +90,11 @@ QDateTime anyDate(const QVariant& value) {
   const double days = number(value);
   const double wholeDays = std::floor(days);
   if (!(std::abs(wholeDays) < 3000000)) throw Error(errors::kConversionFailed);
-  const int milliseconds = static_cast<int>(std::llround((days - wholeDays) * kMillisecondsPerDay));
-  return dateZero().addDays(static_cast<qint64>(wholeDays)).addMSecs(milliseconds);
+  const qint64 milliseconds = std::llround((days - wholeDays) * static_cast<double>(kMillisecondsPerDay));
+  // By the day and its clock: on the days of a clock change a moment plus milliseconds is another hour.
+  const QDate day = dateZero().date().addDays(static_cast<qint64>(wholeDays));
+  if (milliseconds == kMillisecondsPerDay) return {day.addDays(1), QTime(0, 0)};
+  return {day, QTime::fromMSecsSinceStartOfDay(static_cast<int>(milliseconds))};
 }
 
 /// The years that every engine and the texts of dates can hold.

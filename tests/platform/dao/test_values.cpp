@@ -10,6 +10,30 @@
 using namespace qk;
 using namespace qk::dao;
 
+namespace {
+
+/// A time zone, in the form of POSIX, for as long as it lives.
+class LocalZone {
+ public:
+  explicit LocalZone(const char* rule) : before_(qgetenv("TZ")), wasSet_(qEnvironmentVariableIsSet("TZ")) {
+    qputenv("TZ", rule);
+  }
+  ~LocalZone() {
+    if (wasSet_)
+      qputenv("TZ", before_);
+    else
+      qunsetenv("TZ");
+  }
+  LocalZone(const LocalZone&) = delete;
+  LocalZone& operator=(const LocalZone&) = delete;
+
+ private:
+  QByteArray before_;
+  bool wasSet_;
+};
+
+}  // namespace
+
 class TestValues : public QObject {
   Q_OBJECT
 
@@ -216,6 +240,15 @@ class TestValues : public QObject {
     QCOMPARE(refused("tag", -657435), 3421);
     QCOMPARE(kept("tag", 2958465).toDateTime(), QDateTime(QDate(9999, 12, 31), QTime(0, 0)));
     QCOMPARE(kept("tag", -657434).toDateTime(), QDateTime(QDate(100, 1, 1), QTime(0, 0)));
+  }
+
+  void aNumberIsTheSameTimeOnTheDaysOfAClockChange() {
+    const LocalZone germany("CET-1CEST,M3.5.0,M10.5.0/3");
+    for (const int day : {46110, 46320, 46204})  // 29.03., 25.10. and 01.07.2026
+      for (const double clock : {0.0, 0.5, 23.5 / 24})
+        QCOMPARE(kept("tag", day + clock).toDateTime(),
+                 QDateTime(dateZero().date().addDays(day), QTime(0, 0).addMSecs(qRound(clock * 86400000))));
+    QCOMPARE(kept("tag", 46109.9999999999).toDateTime(), QDateTime(QDate(2026, 3, 29), QTime(0, 0)));
   }
 
   void aNulIsLeftOutOfATextAsOnlyOneEngineHoldsIt() {
