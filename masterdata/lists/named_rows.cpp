@@ -41,7 +41,7 @@ PlannedValue plannedValue(const QString& column, const QVariant& before, const R
 }
 
 QString foldedText(const QString& text) {
-  return text.simplified().toCaseFolded();
+  return text.normalized(QString::NormalizationForm_C).simplified().toCaseFolded();
 }
 
 NamedRows::NamedRows(const StoreState& state, Plan& plan) : plan_(plan) {

@@ -94,6 +94,7 @@ DecodedText decodedText(const QByteArray& bytes) {
     result = fromBytes(bytes);
   }
   if (result.refusal.isEmpty() && result.text.contains(QChar(u'\0'))) result.refusal = noText();
+  result.text = result.text.normalized(QString::NormalizationForm_C);
   return result;
 }
 

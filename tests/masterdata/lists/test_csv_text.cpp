@@ -59,6 +59,7 @@ class TestCsvText : public QObject {
     row("mark", "\xEF\xBB\xBFÄ;b\n", "Ä|b");
     row("utf-16", utf16("Ä;b\r\nc;€\r\n"), "Ä|b/c|€", ";", "UTF-16");
     row("windows", qk::toWindows1252("Größe;Straße €\n"), "Größe|Straße €", ";", "Windows-1252");
+    row("umlauts of two characters", "Schu\xCC\x88tzen;O\xCC\x88\n", "Schützen|Ö");
     row("rows of other lengths", "a;b;c\nd\ne;f;g;h\n", "a|b|c/d/e|f|g|h");
   }
   void reads() {

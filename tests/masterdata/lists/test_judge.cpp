@@ -245,6 +245,14 @@ class TestJudge : public QObject {
     QCOMPARE(shown(place.judgedRow("Startnummer;Irgendwas", "101;\x01")), QString("bekannt"));
   }
 
+  void aNameIsTheSameInBothFormsOfUnicode() {
+    ListPlace place;
+    const QString name = "Schützengilde Grünau";
+    place.store().execute(QString("UPDATE Verein SET Name = '%1' WHERE Name = '%2'")
+                              .arg(name.normalized(QString::NormalizationForm_D), name));
+    QCOMPARE(shown(place.judgedRow("Startnummer;Verein", "101;" + name)), QString("bekannt"));
+  }
+
   void judgesClubs() {
     ListPlace place;
     const Judgement judgement = place.judged(
