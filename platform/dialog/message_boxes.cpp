@@ -24,6 +24,7 @@
 #include "platform/print/current_printer.h"
 #include "platform/runtime/files.h"
 #include "platform/runtime/unasked.h"
+#include "platform/widgets/hourglass.h"
 
 namespace qk {
 
@@ -100,6 +101,7 @@ class Modal {
   Dialog* get() const { return dialog_.data(); }
   /// The dialog's result; nothing when it went with its parent.
   std::optional<int> exec() {
+    const PlainCursor plain;  // whoever asks waits for the operator
     const int result = dialog_->exec();
     return dialog_ ? std::optional(result) : std::nullopt;
   }

@@ -13,30 +13,6 @@
 
 namespace qk {
 
-namespace {
-
-/// Takes away every hourglass while the window is open, and brings them back after it.
-class PlainCursor {
- public:
-  PlainCursor() {
-    while (const QCursor* cursor = QApplication::overrideCursor()) {
-      taken_.push_back(*cursor);
-      QApplication::restoreOverrideCursor();
-    }
-  }
-  ~PlainCursor() {
-    for (auto cursor = taken_.rbegin(); cursor != taken_.rend(); ++cursor)
-      QApplication::setOverrideCursor(*cursor);
-  }
-  PlainCursor(const PlainCursor&) = delete;
-  PlainCursor& operator=(const PlainCursor&) = delete;
-
- private:
-  std::vector<QCursor> taken_;
-};
-
-}  // namespace
-
 bool ReportControl::run(const report::Order& order, QWidget* parent) {
   return run(report::readReport(workplace_.files, order.reportFile), order, parent);
 }

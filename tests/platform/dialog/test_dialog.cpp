@@ -30,6 +30,7 @@ class TestDialog : public QObject {
   void aPresetTakesEnter();
   void textStandsAsTold();
   void everyButtonAnswers();
+  void anHourglassIsPutAside();
   void parentIsTheActiveWindow();
   void aParentThatGoesTakesItsBoxAlong();
   void aLongTitleStandsThereWhole();
@@ -125,6 +126,24 @@ void TestDialog::everyButtonAnswers() {
       boxes.expect("Text", answer).with(buttons).presetting(presetOf({.text = "Text", .buttons = buttons}));
       QCOMPARE(dialogs.show({.text = "Text", .buttons = buttons}), answer);
     }
+}
+
+void TestDialog::anHourglassIsPutAside() {
+  TestWorkplace place;
+  RealBoxes boxes;
+  MessageBoxes dialogs(clock_);
+  constexpr int kHourglasses = 2;
+  for (int i = 0; i < kHourglasses; ++i) QApplication::setOverrideCursor(Qt::WaitCursor);
+  bool plain = false;
+  boxes.expect("Text").during([&] { plain = !QApplication::overrideCursor(); });
+  dialogs.note("Text");
+  QVERIFY(plain);
+  for (int i = 0; i < kHourglasses; ++i) {
+    QVERIFY(QApplication::overrideCursor());
+    QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    QApplication::restoreOverrideCursor();
+  }
+  QVERIFY(!QApplication::overrideCursor());
 }
 
 void TestDialog::parentIsTheActiveWindow() {
