@@ -60,6 +60,16 @@ void LineCapture::assignOpenShots(const QString& sStartnummer) {
     schuss->SchuetzeStartnummer = sStartnummer;
     UpdateHaeringStartnummer(workplace_, db_, *schuss);
   }
+  // What was transferred bears the former shooter: it must be transferred again before it is stored.
+  forgetTransfer();
+}
+
+void LineCapture::forgetTransfer() {
+  clearResultGrid(ffErg_);
+  pending_ = {};
+  m_colGewaehlt_.clear();
+  LeereBesteErgebnisse(best_);
+  Q_EMIT bestResultsChanged();
 }
 
 // What is discarded never comes back: Enter must not do that.
@@ -211,11 +221,7 @@ void LineCapture::SpeichernInDatenbank(bool bUndVerbuchen) {
     SpeichernInGrafikDatenbank(workplace_, db_, caption, m_colHaeringSchuss_);
     std::optional<int> booked;
     if (bUndVerbuchen) booked = VerbucheHaeringSchuss(workplace_, db_, m_colHaeringSchuss_, flex_);
-    step([&] { clearResultGrid(ffErg_); });
-    pending_ = {};
-    m_colGewaehlt_.clear();
-    LeereBesteErgebnisse(best_);
-    Q_EMIT bestResultsChanged();
+    step([&] { forgetTransfer(); });
     PruefeUebertragenSchaltflaecheEnabled();
     const QString text = storedText(*results, shooter_ ? shooter_->Name : QString(), booked);
     const bool bookingGivenUp = bUndVerbuchen && !booked;

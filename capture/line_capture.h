@@ -63,7 +63,8 @@ class LineCapture : public QObject {
   std::int16_t AnzahlOffeneSchuesse(std::int16_t nLinie);
   QString StartnummerOffeneSchuesse(std::int16_t nLinie);
   void LadeOffeneSchuesse(std::int16_t nLinie);
-  /// Writes the new start number into every open shot and its row.
+  /// Writes the new start number into every open shot and its row. What was transferred is transferred no
+  /// more.
   void assignOpenShots(const QString& sStartnummer);
   void HaeringSchussVerwerfenAlle();
   void HaeringSchussVerwerfenGewaehlte();
@@ -110,6 +111,7 @@ class LineCapture : public QObject {
   /// Chooses the competition's disciplines where the lists know it; how many shots its series holds.
   int seriesLength(const QString& sWettbewerb);
   void UebertragenInDisziplinen();
+  void forgetTransfer();
   void storeAfterTransfer(const QString& missing, bool bUndVerbuchen);
 
   Workplace workplace_;

@@ -145,10 +145,11 @@ bool SpeichereHaeringSchuss(const Workplace& workplace, dao::Database* db, Haeri
   return reported(report, [&](Steps& step) {
     std::unique_ptr<dao::Recordset> rs;
     step([&] { rs = required(db).openRecordset(AllShots); });
-    step([&] { required(rs).addNew(); });
+    const bool added = step([&] { required(rs).addNew(); });
     for (const ShotColumn& column : shotColumns())
       step([&] { required(rs).setValue(column.name, column.get(schuss)); });
-    step([&] { schuss.ID = longIn(required(rs), "ID"); });
+    // Without a row of its own it would read that of another shot.
+    if (added) step([&] { schuss.ID = longIn(*rs, "ID"); });
     step([&] { required(rs).setValue("Verbucht", false); });
     step([&] { required(rs).setValue("BuchungsZeitpunkt", false); });
     step([&] { required(rs).update(); });
@@ -180,20 +181,23 @@ std::optional<int> VerbucheHaeringSchuss(const Workplace& workplace, dao::Databa
                                          TextTable& flex) {
   const ErrorReport report =
       storeReport(workplace, "Fehler beim Verbuchen der Intarso-Ergebnisse in die Datenbank!");
-  int booked = 0;
+  QStringList booked;
   const bool done = reported(report, [&](Steps& step) {
     std::unique_ptr<dao::Recordset> rs;
     step([&] { rs = required(db).openRecordset(AllShots); });
     for (const auto& schuss : shots.objects()) {
       if (!schuss->bAngewaehlt) continue;
-      if (markRow(step, rs, *schuss, "Verbucht", workplace.clock)) ++booked;
+      if (markRow(step, rs, *schuss, "Verbucht", workplace.clock)) booked.append(schuss->Key);
       const int row = flex.findRow(schuss->Key);
       if (row > 0) step([&] { flex.removeRow(row); });
     }
     for (int i = shots.count() - 1; i >= 0; --i)
       if (shots.at(i)->bAngewaehlt) shots.removeAt(i);
   });
-  return done ? std::optional(booked) : std::nullopt;
+  // Given up in the middle: a shot that is booked is open no more, and nobody may be credited with it again.
+  for (const QString& key : booked)
+    if (shots.contains(key)) shots.remove(key);
+  return done ? std::optional(static_cast<int>(booked.size())) : std::nullopt;
 }
 
 std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie) {

@@ -196,7 +196,7 @@ bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database* db, c
 
     const PictureSums sums = sumsOf(shots);
     std::int32_t id = 0;
-    step([&] { required(scheibe).addNew(); });
+    const bool added = step([&] { required(scheibe).addNew(); });
     setValues(step, scheibe,
               {{"StartNr", caption.sStartnummer},
                {"Name", caption.sName},
@@ -209,7 +209,7 @@ bool SpeichernInGrafikDatenbank(const Workplace& workplace, dao::Database* db, c
                {"Datum", workplace.clock.now()},
                {"ringeo", sums.ringeo},
                {"ringem", sums.ringem}});
-    step([&] { id = longIn(required(scheibe), "ID"); });
+    if (added) step([&] { id = longIn(*scheibe, "ID"); });
     step([&] { required(scheibe).update(); });
 
     for (const auto& shot : shots.objects()) {

@@ -159,10 +159,13 @@ bool TransferInGrid(const Workplace& workplace, TextTable& flex, ShotCollection&
                     const std::shared_ptr<HaeringSchuss>& schuss) {
   const ErrorReport report = fehlerReport(
       workplace.dialogs, "Fehler beim Übertragen der Intarso-Schussdaten in die Gridanzeige!", {}, false);
-  return reported(report, [&](Steps& step) {
-    step([&] { flex.addRow(shotCells(*schuss), schuss->Key); });
-    step([&] { shots.add(schuss, schuss->Key); });
+  bool shown = false, kept = false;
+  reported(report, [&](Steps& step) {
+    shown = step([&] { flex.addRow(shotCells(*schuss), schuss->Key); });
+    kept = step([&] { shots.add(schuss, schuss->Key); });
   });
+  if (shown && !kept) flex.removeRow(flex.rows() - 1);  // else it could be ticked, and count nowhere
+  return kept;
 }
 
 void PruefeBesteErgebnisse(const Workplace& workplace, const PendingResults& pending, BestResults& lists) {

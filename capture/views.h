@@ -19,7 +19,7 @@ void FlexEinrichten(TextTable& flex);
 /// The cells of a shot's row, the tick empty.
 QStringList shotCells(const HaeringSchuss& schuss);
 
-/// Adds the shot to the grid and, under its `Key`, to the collection. False when the operator aborted.
+/// Adds the shot to the grid and, under its `Key`, to the collection. False when it isn't in both then.
 bool TransferInGrid(const Workplace& workplace, TextTable& flex, ShotCollection& shots,
                     const std::shared_ptr<HaeringSchuss>& schuss);
 

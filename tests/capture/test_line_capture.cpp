@@ -40,11 +40,13 @@ class TestLineCapture : public QObject {
   void eachKindOfResultIsCounted();
   void successSaysWhatWasStored();
   void bookingGivenUpIsNoSuccess();
+  void whatIsBookedIsOpenNoMore();
   void storingNeedsATransfer();
   void discardingAll();
   void discardingNothing();
   void discardingTheTicked();
   void anotherShooter();
+  void anotherShooterWantsHisOwnTransfer();
   void withoutADatabase();
   void vanishedDiscipline();
 };
@@ -316,6 +318,27 @@ void TestLineCapture::bookingGivenUpIsNoSuccess() {
   QVERIFY(said.isEmpty());
 }
 
+/// A booking that is given up in the middle: the next shooter must not be credited with these.
+void TestLineCapture::whatIsBookedIsOpenNoMore() {
+  Line line;
+  line.receive(shots("4x9"));
+  line.choose({0});
+  line.capture->HaeringSchussAnAbwaehlen(true);
+  const int third = line.capture->m_colHaeringSchuss().at(2)->ID;
+  refuseChanges(line.bench.path("Pokal.qkk"), "Haering_Daten", third);
+  const Error failure = line.bench.failureOf([&] {
+    line.bench.store().execute("UPDATE Haering_Daten SET Verbucht = True WHERE ID = " +
+                               QString::number(third));
+  });
+  line.bench.expectError(failure, "Fehler beim Verbuchen der Intarso-Ergebnisse in die Datenbank!",
+                         BoxAnswer::Abort);
+  line.capture->m_cmdSaveTarvex_Click();
+  QCOMPARE(line.rows("Haering_Daten", "Verbucht"), (QStringList{"-1", "-1", "0", "0"}));
+  QCOMPARE(line.capture->nOffeneSchuss(), 2);
+  QCOMPARE(line.ticks(), QString("xx"));
+  QCOMPARE(line.count, QString("Gesamt: 2 Gewählt: 2"));
+}
+
 void TestLineCapture::storingNeedsATransfer() {
   Line line;
   line.bench.dialogs.expect(StoreFirst).titled("Hinweis").with(BoxButtons::Ok);
@@ -392,6 +415,24 @@ void TestLineCapture::anotherShooter() {
   QCOMPARE(line.rows("Haering_Daten", "Startnummer"), (QStringList{"8'b", "8'b"}));
   QCOMPARE(line.capture->m_colHaeringSchuss().at(1)->SchuetzeStartnummer, QString("8'b"));
   QCOMPARE(line.capture->StartnummerOffeneSchuesse(3), QString("8'b"));
+}
+
+void TestLineCapture::anotherShooterWantsHisOwnTransfer() {
+  Line line;
+  line.receive(shots("4x9"));
+  line.choose({0});
+  line.capture->HaeringSchussAnAbwaehlen(true);
+  QCOMPARE(line.pending().size(), 1);
+  QSignalSpy best(line.capture.get(), &LineCapture::bestResultsChanged);
+  line.capture->assignOpenShots("105");
+  QCOMPARE(line.pending(), QStringList());
+  QCOMPARE(best.count(), 1);
+  QVERIFY(line.capture->bestResults().beste.isEmpty());
+  QCOMPARE(line.capture->ffErg().text(1, 1), QString());
+  line.bench.dialogs.expect(StoreFirst);
+  line.capture->m_cmdSaveTarvex_Click();
+  QCOMPARE(line.rows("SchussSerien", "Startnummer"), QStringList());
+  QCOMPARE(line.ticks(), QString("xxxx"));
 }
 
 void TestLineCapture::withoutADatabase() {

@@ -106,6 +106,8 @@ class TestOpenShots : public QObject {
   void aShotIsNotGivenUpByOneAnswer_data();
   void aShotIsNotGivenUpByOneAnswer();
   void anIgnoredColumnIsAskedAboutOnce();
+  void aShotThatIsGivenUpKeepsItsNumber();
+  void aShotWithoutARowTakesNoOthersNumber();
   void retryRepeatsTheStatementThatFailed();
   void ignoreGoesOn();
   void abortLeavesTheRowOut();
@@ -331,6 +333,48 @@ void TestOpenShots::anIgnoredColumnIsAskedAboutOnce() {
   line.bench.expectError(3265, text, BoxAnswer::Ignore);
   QVERIFY(SpeichereHaeringSchuss(line.bench.workplace(), &db, *s));
   QCOMPARE(line.states(), QStringList{"17|0|0|00:00:00"});
+}
+
+/// Else what happens to it would happen to the next one's row.
+void TestOpenShots::aShotThatIsGivenUpKeepsItsNumber() {
+  Line line;
+  line.receive(shot(1, "9"));
+  const QString path = line.bench.path("Pokal.qkk");
+  refuse(path, StoreAct::Insert, "Haering_Daten", "Treffernummer", 2);
+  const auto lost = shot(2, "9");
+  const Error failure = line.bench.failureOf([&] {
+    const auto rows = line.bench.store().openRecordset("Select * from Haering_Daten");
+    rows->addNew();
+    rows->setValue("Treffernummer", 2);
+    rows->update();
+  });
+  line.bench.expectError(failure, "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!",
+                         BoxAnswer::Abort);
+  line.bench.expectLoss(*lost, BoxAnswer::Abort, BoxAnswer::Yes);
+  line.receive(lost);
+  const auto next = line.receive(shot(3, "9"));
+  QVERIFY(next->ID != lost->ID);
+  QVERIFY(VerwerfeHaeringSchuss(line.bench.workplace(), &line.bench.store(), *lost));
+  QCOMPARE(line.restored(), (QStringList{"1", "3"}));
+}
+
+void TestOpenShots::aShotWithoutARowTakesNoOthersNumber() {
+  Line line;
+  line.receive(shot(1, "9"));
+  dao::Database& db = line.bench.store();
+  const dao::TableDef table = db.tableDef("Haering_Daten");
+  db.execute("Select * Into Kopie From Haering_Daten");
+  db.dropTable("Haering_Daten");
+  db.createQuery("Haering_Daten", "Select Distinct * From Kopie");
+  const QString text = "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!";
+  const auto s = shot(2, "9");
+  line.bench.expectError(errors::kNotUpdatable, text, BoxAnswer::Ignore);
+  line.bench.expectLoss(*s, BoxAnswer::Ignore, BoxAnswer::Yes);
+  // Each column but the number and Verworfen, and the row itself.
+  for (size_t i = 0; i < table.fields.size() - 1; ++i)
+    line.bench.expectError(errors::kNotEditing, text, BoxAnswer::Ignore);
+  SpeichereHaeringSchuss(line.bench.workplace(), &db, *s);
+  QCOMPARE(s->ID, 0);
 }
 
 void TestOpenShots::retryRepeatsTheStatementThatFailed() {

@@ -260,6 +260,7 @@ void Cursor::addNew() {
   requireUpdatable();
   buffer_ = writer_.newRow();
   mode_ = Mode::Adding;
+  tried_ = false;
 }
 
 void Cursor::edit() {
@@ -273,6 +274,7 @@ void Cursor::edit() {
 void Cursor::update() {
   if (mode_ == Mode::Reading) throw Error(errors::kNotEditing);
   if (mode_ == Mode::Adding) {
+    tried_ = true;
     added_.append(writer_.insert(buffer_));
     mode_ = Mode::Reading;
     if (place_ == Place::After && nextLive(0) == keys_.size() + added_.size() - 1) place_ = Place::Unset;
@@ -294,9 +296,10 @@ void Cursor::cancelUpdate() {
   leaveEditing();
 }
 
-/// A number that was handed out for a row which is never stored goes back.
+/// A number that was handed out for a row which is never stored goes back. Not one whose storing was tried:
+/// somebody may know the row by it.
 void Cursor::leaveEditing() {
-  if (mode_ == Mode::Adding) writer_.discard(buffer_);
+  if (mode_ == Mode::Adding && !tried_) writer_.discard(buffer_);
   mode_ = Mode::Reading;
 }
 

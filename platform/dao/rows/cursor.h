@@ -102,6 +102,7 @@ class Cursor final : public Recordset {
   mutable int asked_ = -1;  // the field whose name was asked for last
 
   Mode mode_ = Mode::Reading;
+  bool tried_ = false;  // to store the new row
   EditBuffer buffer_;
   bool noMatch_ = false;
 };
