@@ -3,6 +3,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QProcess>
+#include <QScopedValueRollback>
 #include <QTimer>
 
 #include "app/frmLindorm.h"
@@ -373,8 +374,10 @@ void frmLindorm::mnuHaeringAktLinieWerbeEIN_Click(Steps& step) {
 
 void frmLindorm::mnuHaeringTransferClear_Click() {
   const Hourglass hourglass;
-  if (loescheOffeneLinienbefehle(workplace_, workplace_.settings.value("Tarvex", "Häring", "Netzverzeichnis"),
-                                 clickReport("mnuHaeringTransferClear_Click")))
+  const QScopedValueRollback clearing(global_.bLeertAustauschordner, true);
+  const QString folder = workplace_.settings.value("Tarvex", "Häring", "Netzverzeichnis");
+  if (loescheOffeneLinienbefehle(workplace_, folder, clickReport("mnuHaeringTransferClear_Click")) &&
+      istAustauschordnerLeer(workplace_.files, folder))
     success_.say("Der Austauschordner ist geleert.");
 }
 

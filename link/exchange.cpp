@@ -1,6 +1,7 @@
 #include "link/exchange.h"
 
 #include <algorithm>
+#include <array>
 
 #include "app/ground/settings_keys.h"
 #include "app/ground/temp_module.h"
@@ -78,11 +79,11 @@ void LineExchange::buildPaths() {
 
 // --- office to station ---
 
-void LineExchange::Output_2_ESA(const QString& sCommand, bool bWarten) {
+void LineExchange::Output_2_ESA(const QString& sCommand, bool bWarten, const std::function<bool()>& wanted) {
   if (nLinie_ == 0 || sCommand.trimmed().isEmpty()) return;
   const Life life = life_;
   try {
-    send(sCommand, bWarten, life);
+    send(sCommand, bWarten, wanted, life);
   } catch (const Error&) {
     if (!life.expired()) showSendState(SendState::Hidden);
     throw Error(errors::kTypeMismatch);  // callers know a failed send by this number alone
@@ -90,10 +91,12 @@ void LineExchange::Output_2_ESA(const QString& sCommand, bool bWarten) {
 }
 
 // The command is taken by value: what the caller holds may be gone after the wait.
-void LineExchange::send(QString sCommand, bool bWarten, const Life& life) {
+void LineExchange::send(QString sCommand, bool bWarten, const std::function<bool()>& wanted,
+                        const Life& life) {
   const QString dataFile = outData_;
   const QString flag = outFlag_;
   if (bWarten && !stationIsFree(flag, life)) return;
+  if (wanted && !wanted()) return showSendState(SendState::Hidden);
   workplace_.files.write(dataFile, quotedLine(sCommand));
   logOutgoing(dataFile, sCommand);
   workplace_.files.write(flag, quotedLine({}));
@@ -252,16 +255,25 @@ bool WennHaeringKeyNichtVorhanden(const KeyedCollection<HaeringSchuss>& colShots
 
 // --- all lines ---
 
+namespace {
+
+constexpr std::array kExchangeFiles = {"HServ*.nrt", "HServ*.ctl", "HSlav*.nrt", "HSlav*.ctl"};
+
+QStringList matches(Files& files, const QString& path) {
+  const qsizetype nameStart = std::max(path.lastIndexOf('/'), path.lastIndexOf('\\')) + 1;
+  return files.list(path.left(nameStart), path.mid(nameStart));
+}
+
+}  // namespace
+
 bool loescheOffeneLinienbefehle(const Workplace& workplace, const QString& folder,
                                 const ErrorReport& report) {
   return reported(report, [&](Steps& step) {
-    for (const QString pattern : {"HServ*.nrt", "HServ*.ctl", "HSlav*.nrt", "HSlav*.ctl"}) {
-      const QString path = folder + pattern;
-      const qsizetype nameStart = std::max(path.lastIndexOf('/'), path.lastIndexOf('\\')) + 1;
+    for (const QString pattern : kExchangeFiles) {
       // Looked up anew each time, as stations go on meanwhile; each name once, so that it ends.
       QStringList handled;
       const auto nextMatch = [&] {
-        for (const QString& name : workplace.files.list(path.left(nameStart), path.mid(nameStart)))
+        for (const QString& name : matches(workplace.files, folder + pattern))
           if (!handled.contains(name)) return name;
         return QString();
       };
@@ -272,6 +284,12 @@ bool loescheOffeneLinienbefehle(const Workplace& workplace, const QString& folde
       }
     }
   });
+}
+
+bool istAustauschordnerLeer(Files& files, const QString& folder) {
+  return folder == withTrailingSeparator(folder) && files.folderExists(folder) &&
+         std::all_of(kExchangeFiles.begin(), kExchangeFiles.end(),
+                     [&](const QString& pattern) { return matches(files, folder + pattern).isEmpty(); });
 }
 
 }  // namespace qk

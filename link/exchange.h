@@ -68,8 +68,8 @@ class LineExchange {
 
   /// Queues one command. With `bWarten` a pending former command is waited for (20 times 500 ms), then the
   /// operator is asked; without it a pending command is overwritten. Line 0 or a blank command does nothing.
-  /// Any failure leaves as Error 13, whatever it was.
-  void Output_2_ESA(const QString& sCommand, bool bWarten);
+  /// Any failure leaves as Error 13, whatever it was. `wanted` is asked behind the wait, whether it still is.
+  void Output_2_ESA(const QString& sCommand, bool bWarten, const std::function<bool()>& wanted = {});
 
   /// The one-second look for data of the station. Skipped while another tick of this line runs.
   /// Any failure leaves as Error 13 and leaves the line busy: it is meant to end the program. The flag then
@@ -82,7 +82,7 @@ class LineExchange {
  private:
   using Life = std::weak_ptr<const char>;
 
-  void send(QString sCommand, bool bWarten, const Life& life);
+  void send(QString sCommand, bool bWarten, const std::function<bool()>& wanted, const Life& life);
   bool stationIsFree(const QString& flag, const Life& life);
   void receive(const Life& life);
   bool takeLine(const QString& line, const std::shared_ptr<HaeringSchuss>& schuss, const Life& life);
@@ -116,5 +116,8 @@ bool WennHaeringKeyNichtVorhanden(const KeyedCollection<HaeringSchuss>& colShots
 /// as it stands: without a final separator its last component is part of the file names that are looked for.
 /// `report` answers a file that can't be deleted; false when the operator aborted.
 bool loescheOffeneLinienbefehle(const Workplace& workplace, const QString& folder, const ErrorReport& report);
+
+/// Whether the folder can be reached, as it stands, and holds no exchange file of any line.
+bool istAustauschordnerLeer(Files& files, const QString& folder);
 
 }  // namespace qk

@@ -15,7 +15,7 @@ void LineCommands::send(Befehl befehl) {
   send(befehl, stationCommand(befehl).text());
 }
 void LineCommands::send(Befehl befehl, const QString& text) {
-  line_.Output_2_ESA(text, stationCommand(befehl).wait);
+  line_.Output_2_ESA(text, stationCommand(befehl).wait, {});
 }
 
 bool LineCommands::quietly(const std::function<void()>& statement) {
@@ -66,6 +66,7 @@ bool LineCommands::wantsToSend(bool bFrage) {
 }
 
 QString LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
+  const QString number = line_.startnummer();
   const QString done = line_.schuetzenName() + " an die Station gesendet";
   reported(fehlerReport(workplace_.dialogs, "Fehler bei Set_Anmelden_SchuetzeDisziplinen_err!"),
            [&](Steps& step) {
@@ -82,27 +83,30 @@ QString LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
              Nachkauf_Senden(false);
              if (line_.lives()) step([&] { line_.raise(LineEvent::SchuetzeGesendet); });
            });
-  return done;
+  return line_.lives() && line_.startnummer() == number ? done : QString();
 }
 
 QString LineCommands::Nachkauf_Senden(bool bFrage) {
-  if (sendingExtras_) return {};
-  const QScopedValueRollback sending(sendingExtras_, true);
+  const QString number = line_.startnummer();
+  if (extrasOf_ == number) return {};
+  const QScopedValueRollback sending(extrasOf_, std::optional(number));
+  const auto wanted = [&] { return line_.lives() && line_.startnummer() == number; };
   reported(fehlerReport(workplace_.dialogs, "Fehler bei Nachkauf_Senden_err!"), [&](Steps& step) {
     if (bFrage && !workplace_.dialogs.confirm(frageNachkaufSenden(Get_HaeringDisziplinAuswahlNamen(true))))
       return;
-    sendExtras(step);
+    sendExtras(step, wanted);
   });
-  return "Nachkauf gesendet";
+  return wanted() ? "Nachkauf gesendet" : QString();
 }
 
-void LineCommands::sendExtras(Steps& step) {
+void LineCommands::sendExtras(Steps& step, const std::function<bool()>& wanted) {
   TextTable& table = disciplines_.table();
-  for (int row = 1; line_.lives() && row < table.rows(); ++row) {
+  const bool waits = stationCommand(Befehl::Nachkauf).wait;
+  for (int row = 1; wanted() && row < table.rows(); ++row) {
     const QString extra = table.text(row, LineDisciplines::Nachkauf).trimmed();
     if (!hatNachkauf(extra)) continue;
-    step([&] { send(Befehl::Nachkauf, nachkaufBefehl(row, extra)); });
-    if (line_.lives() && row < table.rows()) disciplines_.extraSent(row);
+    step([&] { line_.Output_2_ESA(nachkaufBefehl(row, extra), waits, wanted); });
+    if (wanted() && row < table.rows()) disciplines_.extraSent(row, extra);
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 #include "link/linecontrol/line_disciplines.h"
 #include "link/station_commands.h"
@@ -22,8 +23,9 @@ class LineSide {
  public:
   virtual ~LineSide() = default;
 
-  /// Queues one command; a failure is Error 13.
-  virtual void Output_2_ESA(const QString& sCommand, bool bWarten) = 0;
+  /// Queues one command; a failure is Error 13. `wanted`, which may be empty, is asked behind the wait for
+  /// the station, whether it still is.
+  virtual void Output_2_ESA(const QString& sCommand, bool bWarten, const std::function<bool()>& wanted) = 0;
   virtual bool lives() const = 0;
   /// Whether the line has its competition, without which it takes no shot; tries to open it when it hasn't.
   virtual bool opens() = 0;
@@ -50,8 +52,9 @@ class LineCommands {
   /// Registers the shooter with the selected disciplines. `bFrage` false sends only where none is selected.
   /// Reports its own failures.
   QString Set_Anmelden_SchuetzeDisziplinen(bool bFrage = true);
-  /// Sends the additional shots of every row that has a number. Reports its own failures. Does nothing while
-  /// a former call still waits for the station: the same shots would go out twice, and be paid once.
+  /// Sends the additional shots of every row that has a number, while the line keeps its shooter. Reports its
+  /// own failures. Does nothing while a former call for him still waits for the station: the same shots would
+  /// go out twice, and be paid once.
   QString Nachkauf_Senden(bool bFrage);
   // The rest does nothing but send; a failure passes to the caller.
   QString Wettkampf_Vorbereiten();
@@ -71,15 +74,16 @@ class LineCommands {
   void send(Befehl befehl);
   void send(Befehl befehl, const QString& text);
   bool wantsToSend(bool bFrage);
-  void sendExtras(Steps& step);
+  void sendExtras(Steps& step, const std::function<bool()>& wanted);
   /// Runs a statement whose failure disturbs nobody; false once the line is gone.
   bool quietly(const std::function<void()>& statement);
 
   Workplace workplace_;
   LineSide& line_;
   LineDisciplines& disciplines_;
-  /// While one command waits for its station, a second press would send the same numbers once more.
-  bool sendingExtras_ = false;
+  /// Whose additional shots go out: while one command waits for its station, a second press would send the
+  /// same numbers once more.
+  std::optional<QString> extrasOf_;
 };
 
 }  // namespace qk

@@ -64,7 +64,7 @@ void LineDisciplines::afterEdit(int row, int column) {
       workplace_.dialogs.note("Gesamtschusszahl muss größer 0 sein!", BoxIcon::Critical);
       table_.setText(row, Nachkauf, "");
     }
-    table_.setText(row, Gesamt, numberText(number(table_, row, Nachkauf) + number(table_, row, Grundwert)));
+    showTotal(row);
   }
 }
 
@@ -98,10 +98,19 @@ void LineDisciplines::enterExtra(int row, int count) {
   table_.setText(row, Gesamt, numberText(number(table_, row, Grundwert) + count));
 }
 
-void LineDisciplines::extraSent(int row) {
-  table_.setText(row, Grundwert, table_.text(row, Gesamt));
+void LineDisciplines::extraSent(int row, const QString& sent) {
   table_.setText(row, Auswahl, "1");
-  table_.setText(row, Nachkauf, "");
+  if (table_.text(row, Nachkauf).trimmed() == sent) {
+    table_.setText(row, Grundwert, table_.text(row, Gesamt));
+    table_.setText(row, Nachkauf, "");
+    return;
+  }
+  table_.setText(row, Grundwert, numberText(number(table_, row, Grundwert) + parsePrefix(sent)));
+  showTotal(row);
+}
+
+void LineDisciplines::showTotal(int row) {
+  table_.setText(row, Gesamt, numberText(number(table_, row, Nachkauf) + number(table_, row, Grundwert)));
 }
 
 DisziplinZeilen LineDisciplines::rows() const {

@@ -47,13 +47,16 @@ class LineDisciplines {
   void selectGroup(dao::Database& db, int groupId);
   /// Enters `count` additional shots in a row, as the popup does.
   void enterExtra(int row, int count);
-  /// A row's additional shots went out: its total is the new base, it is selected, nothing is left to send.
-  void extraSent(int row);
+  /// A row's additional shots went out, as they stood there: they belong to the base now, the row is
+  /// selected, and nothing is left to send but what was typed over them since.
+  void extraSent(int row, const QString& sent);
 
   /// The cells of all rows, for the texts that are built from them.
   DisziplinZeilen rows() const;
 
  private:
+  void showTotal(int row);
+
   Workplace workplace_;
   TextTable table_;
 };

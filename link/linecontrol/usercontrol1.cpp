@@ -303,10 +303,10 @@ void UserControl1::mnuPopHaeringManuellNeu_Click() {
 
 // ---- commands ----
 
-void UserControl1::Output_2_ESA(const QString& sCommand, bool bWarten) {
+void UserControl1::Output_2_ESA(const QString& sCommand, bool bWarten, const std::function<bool()>& wanted) {
   if (!exchange_) return;
   try {
-    exchange_->Output_2_ESA(sCommand, bWarten);
+    exchange_->Output_2_ESA(sCommand, bWarten, wanted);
   } catch (const Error&) {
     ++notSent_;
     throw;

@@ -152,7 +152,7 @@ class UserControl1 : public QWidget, private ShotReceiver, private LineSide {
   void summenZeile(const QString& text) override;
 
   // LineSide
-  void Output_2_ESA(const QString& sCommand, bool bWarten) override;
+  void Output_2_ESA(const QString& sCommand, bool bWarten, const std::function<bool()>& wanted) override;
   bool opens() override { return isOpenFor(Asked::ByOperator); }
   bool lives() const override { return !retired_; }
   QString startnummer() const override { return sStartnummer_; }

@@ -127,6 +127,7 @@ class TestMenus : public QObject {
   void currentLineCommands();
   void shotMenu();
   void transferClear();
+  void noLineReadsWhileItIsCleared();
   void fontDialogs();
   void settingsDialog();
   void lineSetup();
@@ -373,6 +374,27 @@ void TestMenus::transferClear() {
   office.send(2, {"22;alt"});
   trigger(office.window(), "mnuHaeringTransferClear");
   QCOMPARE(office.place.files.list(office.folder, "HS*").size(), 2);
+}
+
+/// Between a station's data and its flag nobody may read: that would end the program.
+void TestMenus::noLineReadsWhileItIsCleared() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  office.press(1, "cmdPreisModus");
+  office.send(1, {shotRecord(1, 1, "9,7", "123,4")});
+  int ticks = 0;
+  office.place.files.before([&](FileStep step, const QString& path) {
+    if (step != FileStep::Remove || !path.endsWith("HSlav1.ctl")) return;
+    ++ticks;
+    office.tick(1);
+  });
+  trigger(office.window(), "mnuHaeringTransferClear");
+  office.place.files.before({});
+  QCOMPARE(ticks, 1);
+  QCOMPARE(office.line(1).nOffeneSchuss(), 0);
+  office.fire(1, shotRecord(1, 2, "9,7", "123,4"));
+  QCOMPARE(office.line(1).nOffeneSchuss(), 1);
 }
 
 void TestMenus::fontDialogs() {

@@ -183,6 +183,11 @@ void TestStatusLine::clearingIsTold() {
   QVERIFY(office.open());
   trigger(office.window(), "mnuHaeringTransferClear");
   QCOMPARE(status(office), QString("Der Austauschordner ist geleert."));
+  // Not where nothing was cleared: an old command would still be there when the share comes back.
+  office.window().statusBar()->clearMessage();
+  QVERIFY(QDir().rename(office.folder, office.folder + "-weg"));
+  trigger(office.window(), "mnuHaeringTransferClear");
+  QCOMPARE(status(office), QString());
 }
 
 void TestStatusLine::allBeforeADisciplineSaysWhatComesFirst() {

@@ -77,6 +77,19 @@ class TestClearing : public QObject {
     QVERIFY(!loescheOffeneLinienbefehle(place_->workplace(), file(""),
                                         [](const Error&) { return ErrorAnswer::Abort; }));
   }
+
+  void tellsWhetherAnythingIsLeft() {
+    QVERIFY(istAustauschordnerLeer(place_->files, file("")));
+    QVERIFY(!istAustauschordnerLeer(place_->files, file("").chopped(1)));
+    QVERIFY(!istAustauschordnerLeer(place_->files, place_->path("gibtsnicht/")));
+    put("esa_preis.ini", "x");
+    QVERIFY(istAustauschordnerLeer(place_->files, file("")));
+    for (const QString name : {"HServ1.nrt", "HServ1.ctl", "HSlav12.nrt", "HSlav12.ctl"}) {
+      put(name, "x");
+      QVERIFY2(!istAustauschordnerLeer(place_->files, file("")), qPrintable(name));
+      place_->files.remove(file(name));
+    }
+  }
 };
 
 QTEST_GUILESS_MAIN(TestClearing)

@@ -165,6 +165,20 @@ class TestExchange : public QObject {
     QCOMPARE(states_, (QList{SendState::Waiting, SendState::Sent, SendState::Hidden}));
   }
 
+  void whatIsWantedNoLongerIsNotSent() {
+    put("HServ3.nrt", "\"13\"\r\n");
+    put("HServ3.ctl", "\"\"\r\n");
+    bool wanted = true;
+    place_->waits.inSleep(2, [&] {
+      stationTakes();
+      wanted = false;
+    });
+    exchange_->Output_2_ESA("12", true, [&] { return wanted; });
+    QVERIFY(!exists("HServ3.ctl"));
+    QVERIFY(!exists("HServ3.nrt") || content("HServ3.nrt") == QByteArray("\"13\"\r\n"));
+    QCOMPARE(states_, (QList{SendState::Waiting, SendState::Hidden}));
+  }
+
   void aFlagThatCannotBeReadHoldsNothingUp() {
     const UnreadableFile flag(file("HServ3.ctl"));
     QVERIFY(exists("HServ3.ctl"));

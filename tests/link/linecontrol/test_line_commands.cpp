@@ -13,8 +13,10 @@ namespace {
 
 class JournalLine : public LineSide {
  public:
-  void Output_2_ESA(const QString& sCommand, bool bWarten) override {
+  void Output_2_ESA(const QString& sCommand, bool bWarten, const std::function<bool()>& wanted) override {
     if (failing) throw Error(13);
+    if (const auto during = std::exchange(duringWait, {})) during();
+    if (wanted && !wanted()) return;
     journal << (bWarten ? "warten " : "") + sCommand;
     if (journal.size() == diesAfter) living = false;
   }
@@ -39,6 +41,7 @@ class JournalLine : public LineSide {
   bool living = true;
   bool open = true;
   int diesAfter = -1;
+  std::function<void()> duringWait;  // of the next command
 };
 
 const QString kNone30(30, '-');
@@ -219,6 +222,50 @@ class TestLineCommands : public QObject {
         .during([this] { line_->failing = false; });
     commands_->Nachkauf_Senden(false);
     QCOMPARE(line_->journal, QStringList("warten 801;10"));
+  }
+
+  void additionalShotsGoToWhomTheyWereMeantFor() {
+    grid_->enterExtra(1, 10);
+    grid_->enterExtra(2, 5);
+    line_->duringWait = [this] { line_->number = "105"; };
+    QCOMPARE(commands_->Nachkauf_Senden(false), QString());
+    QCOMPARE(line_->journal, QStringList());
+    QCOMPARE(grid_->table().text(1, Column::Nachkauf), QString("10"));
+    QCOMPARE(grid_->table().text(2, Column::Nachkauf), QString("5"));
+  }
+
+  void theNextOnesAdditionalShotsDoNotWaitForThem() {
+    grid_->enterExtra(1, 10);
+    line_->duringWait = [this] {
+      line_->number = "105";
+      grid_->enterExtra(1, 3);
+      QCOMPARE(commands_->Nachkauf_Senden(false), QString("Nachkauf gesendet"));
+    };
+    commands_->Nachkauf_Senden(false);
+    QCOMPARE(line_->journal, QStringList("warten 801;3"));
+    QCOMPARE(grid_->table().text(1, Column::Nachkauf), QString());
+    QCOMPARE(grid_->table().text(1, Column::Grundwert), QString("43"));
+  }
+
+  void whoIsNoLongerOnTheLineIsNotSaidToBeSent() {
+    grid_->table().setText(1, Column::Auswahl, "1");
+    grid_->enterExtra(1, 10);
+    place_->dialogs.expect(frageDisziplinenSenden(names(false)), BoxAnswer::Yes);
+    line_->duringWait = [this] { line_->number = "105"; };
+    QCOMPARE(commands_->Set_Anmelden_SchuetzeDisziplinen(), QString());
+  }
+
+  void whatIsTypedMeanwhileIsStillToBeSent() {
+    grid_->enterExtra(1, 10);
+    line_->duringWait = [this] { grid_->enterExtra(1, 20); };
+    commands_->Nachkauf_Senden(false);
+    QCOMPARE(line_->journal, QStringList("warten 801;10"));
+    QCOMPARE(grid_->table().text(1, Column::Nachkauf), QString("20"));
+    QCOMPARE(grid_->table().text(1, Column::Grundwert), QString("50"));
+    QCOMPARE(grid_->table().text(1, Column::Gesamt), QString("70"));
+    commands_->Nachkauf_Senden(false);
+    QCOMPARE(line_->journal.last(), QString("warten 801;20"));
+    QCOMPARE(grid_->table().text(1, Column::Grundwert), QString("70"));
   }
 
   void aLineTakenDownGoesNoFurther() {
