@@ -5,6 +5,7 @@
 #include "masterdata/lists/csv_text.h"
 #include "platform/dao/values/convert.h"
 #include "platform/runtime/error.h"
+#include "platform/runtime/formula_guard.h"
 
 namespace qk::lists {
 

@@ -213,16 +213,6 @@ QByteArray written(const QString& cell) {
   return quoted;
 }
 
-bool beginsFormula(QStringView text) {
-  return !text.isEmpty() && QStringView(u"=+-@\t\r").contains(text.front());
-}
-
-/// The text behind the apostrophes at its beginning.
-QStringView behindApostrophes(QStringView text) {
-  while (text.startsWith(u'\'')) text = text.sliced(1);
-  return text;
-}
-
 }  // namespace
 
 CsvReading readCsv(const QByteArray& bytes, const GoesOn& goesOn) {
@@ -250,14 +240,6 @@ QByteArray writeCsv(const std::vector<QStringList>& rows) {
     text += "\r\n";
   }
   return text;
-}
-
-QString guarded(const QString& text) {
-  return beginsFormula(behindApostrophes(text)) ? u'\'' + text : text;
-}
-
-QString unguarded(const QString& cell) {
-  return cell.startsWith(u'\'') && beginsFormula(behindApostrophes(cell)) ? cell.sliced(1) : cell;
 }
 
 }  // namespace qk::lists

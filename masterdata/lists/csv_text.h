@@ -45,9 +45,4 @@ CsvReading readCsv(const QByteArray& bytes, const GoesOn& goesOn = {});
 /// Reading it again gives the same cells.
 QByteArray writeCsv(const std::vector<QStringList>& rows);
 
-/// A text that a spreadsheet would take for a formula gets an apostrophe before it, and a text that has one
-/// there already another: so it is never run, and comes back exactly.
-QString guarded(const QString& text);
-QString unguarded(const QString& cell);
-
 }  // namespace qk::lists

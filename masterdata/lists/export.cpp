@@ -6,6 +6,7 @@
 #include "masterdata/lists/shooter_cells.h"
 #include "masterdata/lists/shooter_index.h"
 #include "masterdata/people/person_name.h"
+#include "platform/runtime/formula_guard.h"
 
 namespace qk::lists {
 

@@ -5,6 +5,7 @@
 #include "masterdata/lists/store_state.h"
 #include "masterdata/people/birth_date.h"
 #include "masterdata/people/sex.h"
+#include "platform/runtime/formula_guard.h"
 
 namespace qk::lists {
 

@@ -6,7 +6,9 @@
 #include "platform/report/formats.h"
 #include "platform/report/row_buffer.h"
 #include "platform/runtime/error.h"
+#include "platform/runtime/formula_guard.h"
 #include "platform/runtime/money.h"
+#include "platform/runtime/numbers.h"
 
 namespace qk::report {
 
@@ -14,13 +16,15 @@ namespace {
 
 constexpr int kRowsAtOnce = 1000;
 
-/// A value as a spreadsheet reads it: money and numbers without a unit or points between the thousands.
+/// A value as a spreadsheet reads it: money and numbers without a unit or points between the thousands. A
+/// text that only looks like one stays what it is; no other is run.
 QString plainText(const QVariant& value) {
   if (value.typeId() == qMetaTypeId<Money>()) {
     QString text = value.value<Money>().toCurrencyText();
     return text.chopped(2).remove(u'.');
   }
-  return formatted(value, std::nullopt);
+  const QString text = formatted(value, std::nullopt);
+  return isNumeric(text) ? text : guarded(text);
 }
 
 QString quoted(QString text) {

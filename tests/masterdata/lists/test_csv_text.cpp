@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "masterdata/lists/csv_text.h"
+#include "platform/runtime/formula_guard.h"
 #include "platform/runtime/textcodec.h"
 
 using namespace qk::lists;

@@ -542,6 +542,42 @@ class TestReportPages : public QObject {
                      "0;2,02;03.11.2026\r\n"));
   }
 
+  void theCsvRunsNoFormula() {
+    const Store store;
+    const auto write = [&](int id, const QString& place) {
+      dao::Database::open(store.path())
+          ->execute(QString("UPDATE Posten SET Ort = '%1' WHERE ID = %2").arg(place).arg(id));
+    };
+    write(1, "=1+1");
+    write(2, "@SUM(A1)");
+    write(3, "-9,5");
+    const auto report = made(store,
+                             "Abfrage\n  SELECT ID, Ort, Betrag FROM Posten WHERE ID < 4 ORDER BY ID\n"
+                             "Spalten\n  \"Ort\" Ort 30\n  \"Nr.\" \"+{ID}\" 30\n");
+    QBuffer csv;
+    csv.open(QIODevice::WriteOnly);
+    QVERIFY(report->writeCsv(csv));
+    QCOMPARE(QString::fromUtf8(csv.data().sliced(3)),
+             QString("Ort;Nr.\r\n'=1+1;+1\r\n'@SUM(A1);+2\r\n-9,5;+3\r\n"));
+  }
+
+  void aStoppedReportGivesNoCsv() {
+    const Store store;
+    const auto report = made(store, kHead + kTable + "Spalten\n  \"Nr.\" ID 20\n");
+    report->stop();
+    QBuffer csv;
+    csv.open(QIODevice::WriteOnly);
+    QVERIFY(!report->writeCsv(csv));
+  }
+
+  void wholeNumbersAddUp() {
+    const Store store;
+    const auto report =
+        made(store, kTable + "Spalten\n  \"Nr.\" ID 20 Summe\n  Gesamt \"Gesamt {Anzahl}\"\n");
+    const int sum = kRows * (kRows + 1) / 2;
+    QCOMPARE(printedPages(*report).last().last(), QString("Gesamt 400|%1").arg(sum));
+  }
+
   void aGridIsPrintedAsItStands() {
     GridTable table{
         "Serien", {"Müller, Jörg", "22.11.2026"}, {{"Ergebnis", 100, Align::Right}, {"Name", 300}}, {}};

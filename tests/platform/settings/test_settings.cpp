@@ -127,7 +127,11 @@ void TestSettings::strangeKeysStayApart() {
   for (const QString& key : keys) settings.setValue("App", "Teil", key, "Wert von " + key);
   settings.setValue("App", "Teil]", "a", "andere");
   settings.setValue("App/Teil", "x", "a", "dritte");
+  settings.setValue("App", "Teil", "[b", "Wert]");
+  settings.setValue("App", "Teil", "c", "danach");
   const Settings again(path_);
+  QCOMPARE(again.value("App", "Teil", "[b"), "Wert]");
+  QCOMPARE(again.value("App", "Teil", "c"), "danach");
   for (const QString& key : keys) QCOMPARE(again.value("App", "Teil", key), "Wert von " + key);
   QCOMPARE(again.value("App", "Teil]", "a"), "andere");
   QCOMPARE(again.value("App/Teil", "x", "a"), "dritte");
