@@ -97,6 +97,12 @@ class Engine {
   /// The row of that number wasn't stored.
   virtual void giveBackNumber(const TableInfo& table, qint64 number) = 0;
   virtual void reserveNumbers(const TableInfo& table) = 0;
+  /// The highest auto number that was reserved so far, by whomever, or stands in a row; 0 where there is
+  /// none. A server tells of all that were reserved by now even while hold() shows earlier rows: it is ahead
+  /// of those, never behind.
+  virtual qint64 lastNumber(const TableInfo& table) = 0;
+  /// No number up to this one is reserved any more. For a table from which nobody takes numbers meanwhile.
+  virtual void goOnAfter(const TableInfo& table, qint64 number) = 0;
 
   /// Many rows of the table were stored at once: a store that plans its reads by figures, and learns them
   /// only later by itself, learns them now.

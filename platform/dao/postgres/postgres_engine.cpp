@@ -396,6 +396,35 @@ void PostgresEngine::reserveNumbers(const TableInfo& table) {
   if (table.autoNumber >= 0 && !numbers_.has(table)) reserveBlock(table, kNumberBlock);
 }
 
+/// The sequence stands outside of all transactions: it shows what was taken from it by now. Rows that came
+/// with numbers of their own haven't moved it.
+qint64 PostgresEngine::lastNumber(const TableInfo& table) {
+  if (table.autoNumber < 0) return 0;
+  const QString column = quotedName(table.def.fields[static_cast<size_t>(table.autoNumber)].name);
+  return connection_
+      ->value("SELECT greatest(CASE WHEN is_called THEN last_value ELSE last_value - 1 END, (SELECT max(" +
+              column + ") FROM " + quotedName(table.def.name) + ")) FROM " + sequenceOf(table))
+      .toLongLong();
+}
+
+/// What is set may be set again, so it may be asked again.
+void PostgresEngine::goOnAfter(const TableInfo& table, qint64 number) {
+  if (table.autoNumber < 0 || number < 1) return;
+  const QString sequence = sequenceOf(table);
+  connection_->value("SELECT setval(?::regclass, greatest(?::bigint, last_value)) FROM " + sequence,
+                     {sequence, number});
+  if (depth_ == 0) ++commits_;
+  numbers_.forget(table);
+}
+
+/// Its name, as it stands in a statement.
+QString PostgresEngine::sequenceOf(const TableInfo& table) {
+  return connection_
+      ->value("SELECT pg_get_serial_sequence(?, ?)",
+              {quotedName(table.def.name), table.def.fields[static_cast<size_t>(table.autoNumber)].name})
+      .toString();
+}
+
 /// Numbers that get lost on the way are a gap, so it may be asked again. A sequence writes down only some of
 /// its steps, and no commit waits for the rest: the message makes this one wait until a standby knows of all
 /// numbers that are handed out here, and gives none of them again.

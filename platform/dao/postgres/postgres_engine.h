@@ -64,6 +64,8 @@ class PostgresEngine final : public Engine {
   qint64 takeNumber(const TableInfo& table, int block) override;
   void giveBackNumber(const TableInfo& table, qint64 number) override;
   void reserveNumbers(const TableInfo& table) override;
+  qint64 lastNumber(const TableInfo& table) override;
+  void goOnAfter(const TableInfo& table, qint64 number) override;
 
   void learnFigures(const QString& table) override;
 
@@ -84,6 +86,7 @@ class PostgresEngine final : public Engine {
   void comment(const QString& object, const QString& text);
   void createIndex(const TableDef& table, const IndexDef& index);
   void reserveBlock(const TableInfo& table, int count);
+  QString sequenceOf(const TableInfo& table);
   qint64 once(const QString& text, const QVariantList& values, const std::function<qint64()>& change);
   qint64 insertKeyed(const TableInfo& table, const NewRow& row, const QVariantList& values);
   qint64 insertNow(const TableInfo& table, const NewRow& row, const QVariantList& values);

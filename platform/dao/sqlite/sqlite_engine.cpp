@@ -4,6 +4,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "platform/dao/sqlite/sqlite_functions.h"
@@ -226,6 +228,18 @@ void SqliteEngine::giveBackNumber(const TableInfo& table, qint64 number) {
 
 void SqliteEngine::reserveNumbers(const TableInfo& table) {
   if (table.autoNumber >= 0 && !numbers_->has(table)) reserveBlock(table, kNumberBlock);
+}
+
+/// A block that was reserved just below the largest number of the type ends above it.
+qint64 SqliteEngine::lastNumber(const TableInfo& table) {
+  constexpr qint64 kLargest = std::numeric_limits<qint32>::max();
+  return table.autoNumber < 0 ? 0 : std::min(numbers_->last(table), kLargest);
+}
+
+void SqliteEngine::goOnAfter(const TableInfo& table, qint64 number) {
+  if (table.autoNumber < 0) return;
+  transaction([&] { numbers_->goOnAfter(table, number); });
+  numbers_->forget(table);
 }
 
 void SqliteEngine::reserveBlock(const TableInfo& table, int count) {

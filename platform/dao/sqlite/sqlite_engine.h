@@ -46,6 +46,8 @@ class SqliteEngine final : public Engine {
   qint64 takeNumber(const TableInfo& table, int block) override;
   void giveBackNumber(const TableInfo& table, qint64 number) override;
   void reserveNumbers(const TableInfo& table) override;
+  qint64 lastNumber(const TableInfo& table) override;
+  void goOnAfter(const TableInfo& table, qint64 number) override;
 
   qint64 commitCount() const override { return state_->commits; }
   bool isOpenElsewhere() override { return connection_->isOpenElsewhere(); }

@@ -26,19 +26,30 @@ bool SqliteNumbers::has(const TableInfo& table) const {
   return block != blocks_.cend() && !block->empty();
 }
 
-SqliteNumbers::Block SqliteNumbers::reserve(const TableInfo& table, int count) {
-  const QVariant sequence =
-      connection_.value("SELECT seq FROM sqlite_sequence WHERE name = ?", {table.def.name});
+QVariant SqliteNumbers::sequence(const TableInfo& table) {
+  return connection_.value("SELECT seq FROM sqlite_sequence WHERE name = ?", {table.def.name});
+}
+
+qint64 SqliteNumbers::last(const TableInfo& table) {
   const QString key = sqlite::quotedName(table.key.names.first());
   const QVariant greatest =
       connection_.value("SELECT max(" + key + ") FROM " + sqlite::quotedName(table.def.name));
-  const qlonglong last = std::max(sequence.toLongLong(), greatest.toLongLong());
-  const qlonglong end = last + count;
-  if (sequence.isValid())
-    connection_.write("UPDATE sqlite_sequence SET seq = ? WHERE name = ?", {end, table.def.name});
+  return std::max({sequence(table).toLongLong(), greatest.toLongLong(), 0LL});
+}
+
+void SqliteNumbers::goOnAfter(const TableInfo& table, qint64 number) {
+  const QVariant before = sequence(table);
+  if (before.toLongLong() >= number) return;
+  if (before.isValid())
+    connection_.write("UPDATE sqlite_sequence SET seq = ? WHERE name = ?", {number, table.def.name});
   else
-    connection_.write("INSERT INTO sqlite_sequence (seq, name) VALUES (?, ?)", {end, table.def.name});
-  return {last + 1, end + 1};
+    connection_.write("INSERT INTO sqlite_sequence (seq, name) VALUES (?, ?)", {number, table.def.name});
+}
+
+SqliteNumbers::Block SqliteNumbers::reserve(const TableInfo& table, int count) {
+  const qint64 before = last(table);
+  goOnAfter(table, before + count);
+  return {before + 1, before + count + 1};
 }
 
 }  // namespace qk::dao

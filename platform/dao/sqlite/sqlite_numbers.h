@@ -27,6 +27,10 @@ class SqliteNumbers {
   /// A block was in use and is used up.
   bool isUsedUp(const TableInfo& table) const;
   bool has(const TableInfo& table) const;
+  /// As the engine's, but for the end of the numbers.
+  qint64 last(const TableInfo& table);
+  /// Within a write transaction.
+  void goOnAfter(const TableInfo& table, qint64 number);
   /// Within a write transaction; keep() once that is committed.
   Block reserve(const TableInfo& table, int count);
   void keep(const TableInfo& table, Block block) { blocks_.insert(table.def.name, block); }
@@ -34,6 +38,8 @@ class SqliteNumbers {
   void forgetAll() { blocks_.clear(); }
 
  private:
+  QVariant sequence(const TableInfo& table);
+
   SqliteConnection& connection_;
   QHash<QString, Block> blocks_;
 };

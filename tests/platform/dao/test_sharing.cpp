@@ -11,6 +11,15 @@ class TestSharing : public QObject {
   std::unique_ptr<Store> store_;
   std::unique_ptr<Database> one_, two_;
 
+  static qint64 lastNumber(Database& database, const QString& table = "Artikel") {
+    const auto catalogue = database.engine().catalogue();
+    return database.engine().lastNumber(*catalogue->info(table));
+  }
+  static void goOnAfter(Database& database, qint64 number, const QString& table = "Artikel") {
+    const auto catalogue = database.engine().catalogue();
+    database.engine().goOnAfter(*catalogue->info(table), number);
+  }
+
  private Q_SLOTS:
   void init() {
     store_ = newStore();
@@ -92,6 +101,58 @@ class TestSharing : public QObject {
   void numbersFollowWhatIsThere() {
     one_->execute("INSERT INTO Artikel (ID, Name) VALUES (500, 'hoch')");
     QVERIFY(addArticle(*one_->openRecordset("Artikel"), "a") > 500);
+  }
+
+  void theLastNumberOutlivesItsRow() {
+    QCOMPARE(lastNumber(*one_), 0);
+    const int number = addArticle(*one_->openRecordset("Artikel"), "a");
+    one_->execute("Delete * from Artikel");
+    const qint64 last = lastNumber(*two_);
+    QVERIFY(last >= number);
+    QCOMPARE(addArticle(*two_->openRecordset("Artikel"), "b"), last + 1);
+  }
+
+  void aNumberThatARowBroughtAlongIsTheLast() {
+    one_->execute("INSERT INTO Artikel (ID, Name) VALUES (-3, 'tief')");
+    QCOMPARE(lastNumber(*two_), 0);
+    one_->execute("INSERT INTO Artikel (ID, Name) VALUES (500, 'hoch')");
+    QCOMPARE(lastNumber(*two_), 500);
+    one_->execute("UPDATE Artikel SET ID = 600 WHERE ID = 500");
+    QCOMPARE(lastNumber(*two_), 600);
+  }
+
+  /// What a held moment doesn't show may have been named by what it shows.
+  void theLastNumberIsNeverBehindAHeldMoment() {
+    const int number = addArticle(*two_->openRecordset("Artikel"), "a");
+    const auto reader = one_->engine().reader([] { return false; });
+    two_->execute("Delete * from Artikel");
+    reader->hold();
+    const auto catalogue = reader->catalogue();  // the first read is the moment
+    const auto rows = two_->openRecordset("Artikel");
+    for (int i = 0; i < 40; ++i) addArticle(*rows, "später");
+    QVERIFY(reader->lastNumber(*catalogue->info("Artikel")) >= number);
+    reader->release();
+  }
+
+  void numbersGoOnWhereTheyAreTold() {
+    const auto rows = one_->openRecordset("Artikel");
+    QCOMPARE(addArticle(*rows, "a"), 1);
+    goOnAfter(*one_, 700);  // with numbers in hand
+    QCOMPARE(lastNumber(*two_), 700);
+    QCOMPARE(addArticle(*rows, "b"), 701);
+    one_->execute("Delete * from Artikel");
+    goOnAfter(*two_, 100);
+    QVERIFY(addArticle(*two_->openRecordset("Artikel"), "c") > 701);
+  }
+
+  void nothingGivenOutIsNothingToGoOnAfter() {
+    goOnAfter(*one_, 0);
+    QCOMPARE(lastNumber(*one_), 0);
+    QCOMPARE(addArticle(*one_->openRecordset("Artikel"), "a"), 1);
+    one_->createTable({"Ohne", {number("Wert")}, {}});
+    one_->execute("INSERT INTO Ohne (Wert) VALUES (7)");
+    goOnAfter(*one_, 5, "Ohne");
+    QCOMPARE(lastNumber(*one_, "Ohne"), 0);
   }
 
   void aCancelledNumberIsUsedAgain() {

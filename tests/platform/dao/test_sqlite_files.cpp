@@ -156,6 +156,16 @@ class TestSqliteFiles : public QObject {
     QCOMPARE(walk(*rows, "Name"), QStringList({"a"}));
   }
 
+  /// So that a store whose numbers end there can go on after it.
+  void theLastNumberIsOneThatAColumnCanHold() {
+    const auto database = Database::create(path("ende.qkk"), {.durable = false});
+    database->createTable(articles());
+    database->execute("INSERT INTO Artikel (ID, Name) VALUES (2147483640, 'a')");
+    addArticle(*database->openRecordset("Artikel"), "b");
+    const auto catalogue = database->engine().catalogue();
+    QCOMPARE(database->engine().lastNumber(*catalogue->info("Artikel")), 2147483647);
+  }
+
   /// A lock that comes only with the first write could find that somebody else has written since the first
   /// read.
   void aTransactionTakesTheWriteLockAtOnce() {
