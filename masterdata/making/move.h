@@ -33,10 +33,10 @@ struct MoveRequest {
   QString origin = {};
 };
 
-/// Copies all tables and stored queries, then reads both stores again and compares definitions, counts, sums
-/// and digests of every table. The source is only read. The target bears the mark of an unfinished move from
-/// before its first table to after the last comparison, so that an interruption at any moment leaves a target
-/// that says so.
+/// Copies all tables and stored queries, then reads both stores again and compares definitions, counts, sums,
+/// digests and the last auto number of every table. The source is only read. The target bears the mark of an
+/// unfinished move from before its first table to after the last comparison, so that an interruption at any
+/// moment leaves a target that says so.
 ///
 /// Errors with German texts: 3045 the source is open elsewhere, 3251 the target can't hold every character
 /// (both before anything is copied), 3204 the target isn't empty, 3356 source or target is an unfinished

@@ -20,6 +20,7 @@ class RowPages {
   RowPages(Database& database, const QString& table);
 
   const TableDef& def() const { return table_->def; }
+  const TableInfo& table() const { return *table_; }  ///< lives as long as the pages
   /// The next rows, with the values of platform/dao/values/types.h in the order of the fields. False when
   /// there are none left.
   bool next(std::vector<QVariantList>& rows);

@@ -25,6 +25,7 @@ class TestBringBack : public QObject {
   }
 
   void nineCopiesComeBackAsTheyWere();
+  void aDeletedStakeLeavesNobodyItsPayments();
   void aCopyByCommandIsOneOfTheProgram();
   void refusesWhatTheEvidenceDoesNotTell_data();
   void refusesWhatTheEvidenceDoesNotTell();
@@ -69,6 +70,34 @@ void TestBringBack::nineCopiesComeBackAsTheyWere() {
   // They are as they were: bringing back only reads.
   for (const ProvenCopy& copy : provenCopies(files, path("kopien"), sourceOf(store_->path())))
     QVERIFY(isUnchanged(copy));
+}
+
+void TestBringBack::aDeletedStakeLeavesNobodyItsPayments() {
+  const auto addStake = [](Database& store) {
+    const auto stakes = store.openRecordset("Kasse_Verwaltung");
+    stakes->addNew();
+    const int number = stakes->value("ID").toInt();
+    stakes->setValue("Bezeichnung", "Neu");
+    stakes->update();
+    return number;
+  };
+  const int stake = addStake(store_->database());
+  store_->add("Kasse_Eingang", {{"KasseID", stake}, {"Startnummer", "1"}});
+  store_->database().execute(QString("DELETE * FROM Kasse_Verwaltung WHERE ID = %1").arg(stake));
+  const QString copy = made(), server = path("server.qkk");
+  QStringList targets = {path("datei.qkk")};
+  if (storesOnServer()) {
+    prepareStore(server);
+    targets << server;
+  }
+  for (const QString& target : targets) {
+    QCOMPARE(qk::test::callTool({"zurueck", copy, target}).errors, QString());
+    const auto store = Database::open(target);
+    const auto left = store->openRecordset(
+        QString("Select * from Kasse_Eingang where KasseID = %1").arg(stake), dao::RecordsetType::Snapshot);
+    QVERIFY(!left->eof());
+    QVERIFY(addStake(*store) > stake);
+  }
 }
 
 void TestBringBack::aCopyByCommandIsOneOfTheProgram() {

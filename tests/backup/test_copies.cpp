@@ -41,6 +41,7 @@ class TestCopies : public QObject {
   void holdsWhatTheCompetitionHeld();
   void isOneFileThatNeedsNoOther();
   void showsTheMomentAtWhichItBegan();
+  void givesNoNumberAgainThatWasGone();
   void makesNoSecondOfTheSame();
   void theLastOfOneSecondIsTheLast();
   void aClockSetBackChangesNoOrder();
@@ -152,6 +153,25 @@ void TestCopies::showsTheMomentAtWhichItBegan() {
   QVERIFY(last > 0.99);
   QVERIFY(figuresOfAll(*Database::open(result.copy->path, true)) == wanted);
   QCOMPARE(store_->count("Haering_Daten"), 40 + written);
+}
+
+/// Whatever others insert and delete while it is made: the numbers of the copy go on behind all that its
+/// moment had seen.
+void TestCopies::givesNoNumberAgainThatWasGone() {
+  qint64 last = 0;
+  for (int i = 0; i < 40; ++i) last = store_->addShot("9", 4, i);
+  store_->database().execute("DELETE * FROM Haering_Daten WHERE Liniennummer = 4");
+  int written = 0;
+  const CopyResult result = make({}, [&](double) {
+    const qint64 key = store_->addShot("8", 2, ++written);
+    if (written % 2 == 0)
+      store_->database().execute(QString("DELETE * FROM Haering_Daten WHERE ID = %1").arg(key));
+  });
+  QVERIFY(written > 10);
+  const auto copy = Database::open(result.copy->path);
+  const auto rows = copy->openRecordset("Haering_Daten");
+  rows->addNew();
+  QVERIFY(rows->value("ID").toLongLong() > last);
 }
 
 void TestCopies::makesNoSecondOfTheSame() {

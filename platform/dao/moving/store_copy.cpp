@@ -46,6 +46,13 @@ class RowInserter {
   qsizetype width_;
 };
 
+/// After the rows: what is given out while they are read counts, too.
+void carryNumbers(Engine& source, const TableInfo& table, Engine& target) {
+  if (table.autoNumber < 0) return;
+  const auto catalogue = target.catalogue();
+  target.goOnAfter(*catalogue->info(table.def.name), source.lastNumber(table));
+}
+
 }  // namespace
 
 qint64 copyTable(Engine& source, Database& target, const QString& table, const RowProgress& progress) {
@@ -64,6 +71,7 @@ qint64 copyTable(Engine& source, Database& target, const QString& table, const R
     copied += static_cast<qint64>(rows.size());
     if (progress) progress(copied);
   }
+  carryNumbers(source, pages.table(), target.engine());
   target.engine().learnFigures(table);
   return copied;
 }

@@ -6,6 +6,7 @@
 #include <QIODevice>
 #include <bit>
 
+#include "platform/dao/engine/engine.h"
 #include "platform/dao/row_pages.h"
 #include "platform/runtime/money.h"
 
@@ -110,6 +111,7 @@ TableFigures figuresOf(Engine& engine, const QString& table, const RowProgress& 
     for (const QVariantList& row : rows) addRow(row, pages.def(), figures);
     if (progress) progress(figures.rows);
   }
+  figures.lastNumber = engine.lastNumber(pages.table());
   return figures;
 }
 
@@ -131,7 +133,12 @@ QString differenceOf(const TableDef& table, const TableFigures& expected, const 
     if (wanted.sum != there.sum)
       return QString("Spalte »%1«: die Prüfsumme ist anders").arg(table.fields[i].name);
   }
-  return expected.digest == found.digest ? QString() : QString("die Prüfsumme der Zeilen ist anders");
+  if (expected.digest != found.digest) return "die Prüfsumme der Zeilen ist anders";
+  if (found.lastNumber < expected.lastNumber)
+    return QString("die nächste Nummer wäre %1 statt %2")
+        .arg(found.lastNumber + 1)
+        .arg(expected.lastNumber + 1);
+  return {};
 }
 
 }  // namespace qk::dao

@@ -87,6 +87,18 @@ void add(Database& store, const QString& table, const std::vector<QVariantList>&
   }
 }
 
+void addNumbered(Database& store, const QString& name, int rows, int left) {
+  FieldDef number{"Nr", FieldType::Long};
+  number.autoNumber = true;
+  store.createTable({name, {number, {"Wert", FieldType::Long}}, {{"PrimaryKey", {"Nr"}, true, true, true}}});
+  const auto adding = store.openRecordset(name);
+  for (int i = 0; i < rows; ++i) {
+    adding->addNew();
+    adding->update();
+  }
+  store.execute(QString("DELETE * FROM [%1] WHERE Nr > %2").arg(name).arg(left));
+}
+
 QString text(const QVariant& value) {
   switch (value.typeId()) {
     case QMetaType::UnknownType:
@@ -142,6 +154,9 @@ void addHardTables(Database& store, int rows) {
   std::vector<QVariantList> pairs;
   for (int i = 0; i < 2500; ++i) pairs.push_back({i / 3, QString(QChar('a' + i % 3)), 5000 - i});
   add(store, "Paare", pairs);
+  addNumbered(store, "Gekürzt", 7, 4);
+  addNumbered(store, "Geleert", 5, 0);
+  addNumbered(store, "Unberührt", 0, 0);
   store.createQuery("Namen", "SELECT ID, [Schütze Name], Am FROM Alles WHERE Gültig = True");
   store.createQuery("Auf Namen", "SELECT [Schütze Name] FROM Namen WHERE ID > 5");
 }
@@ -172,6 +187,20 @@ QStringList contentsOf(const QString& path) {
   for (const QString& query : queries)
     lines << "Abfrage " + query + ": " + store->engine().catalogue()->info(query)->text;
   return lines;
+}
+
+QStringList nextNumbersOf(const QString& path) {
+  const auto store = Database::open(path);
+  QStringList numbers;
+  for (const QString& table : store->tableNames())
+    for (const FieldDef& field : store->tableDef(table).fields) {
+      if (!field.autoNumber) continue;
+      const auto rows = store->openRecordset(table);
+      rows->addNew();
+      numbers << table + ": " + rows->value(field.name).toString();
+    }
+  numbers.sort();
+  return numbers;
 }
 
 QString firstDifference(const QStringList& a, const QStringList& b) {

@@ -10,8 +10,13 @@
 namespace qk::test {
 
 /// Adds the tables "Alles", "OhneSchlüssel", "Textschlüssel" and "Paare" and the queries "Namen" and
-/// "Auf Namen" to a store. `rows` is the count of rows of "Alles".
+/// "Auf Namen" to a store, and numbered tables whose rows don't tell their next number: "Gekürzt" lacks its
+/// last rows, "Geleert" all of them, "Unberührt" never had any. `rows` is the count of rows of "Alles".
 void addHardTables(dao::Database& store, int rows);
+
+/// "Table: number" for each numbered table of a store, the number that a new row would get. It is taken from
+/// the store by that.
+QStringList nextNumbersOf(const QString& path);
 
 /// Every definition and every row of a store as text, a line each: equal for equal stores.
 QStringList contentsOf(const QString& path);

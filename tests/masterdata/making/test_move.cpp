@@ -47,7 +47,8 @@ class TestMove : public QObject {
 
   void thereAndBackIsEqual();
   void showsProgressTableByTable();
-  void autoNumbersGoOnAfterTheHighest();
+  void numbersGoOnWhereTheyWere();
+  void aDeletedStakeLeavesNobodyItsPayments();
   void keepsWhatIsAtTheTarget();
   void refusesAForeignTarget();
   void refusesAMissingSource();
@@ -56,6 +57,7 @@ class TestMove : public QObject {
   void beginsAnewOnlyWhenTold();
   void doesNotMoveAnUnfinishedMove();
   void noticesWorkInTheSource();
+  void noticesANumberThatWouldComeAgain();
   void noticesEverySmallDifference_data();
   void noticesEverySmallDifference();
   void killedAtAnyMoment_data();
@@ -113,17 +115,36 @@ void TestMove::showsProgressTableByTable() {
   QVERIFY(answer.out.endsWith(originals_.filePath("gross.qkk") + " ist unverändert.\n"));
 }
 
-void TestMove::autoNumbersGoOnAfterTheHighest() {
+void TestMove::numbersGoOnWhereTheyWere() {
   const QString from = competition("a.qkk");
-  Database::open(from)->execute("DELETE * FROM Alles WHERE ID < 2000");
+  Database::open(from)->execute("DELETE * FROM Alles WHERE ID > 2000");
+  moveCompetition({from, path("b.qkk")}, quiet);
+  moveCompetition({path("b.qkk"), path("c.qkk")}, quiet);
+  const QStringList original = nextNumbersOf(from);
+  for (const char* number : {"Alles: 2369", "Gekürzt: 33", "Geleert: 33", "Unberührt: 1"})
+    QVERIFY2(original.contains(number), number);
+  QCOMPARE(firstDifference(nextNumbersOf(path("b.qkk")), original), QString());
+  QCOMPARE(firstDifference(nextNumbersOf(path("c.qkk")), original), QString());
+  const auto store = Database::open(path("b.qkk"));
+  const auto added = store->openRecordset("Alles");
+  added->addNew();
+  added->setValue("Schütze Name", "Neu");
+  QCOMPARE(added->value("Betrag").value<Money>().units(), 125000);
+  added->update();
+}
+
+/// What was paid stays behind when the stake goes.
+void TestMove::aDeletedStakeLeavesNobodyItsPayments() {
+  const QString from = competition("a.qkk");
+  Database::open(from)->execute("DELETE * FROM Kasse_Verwaltung");
   moveCompetition({from, path("b.qkk")}, quiet);
   const auto store = Database::open(path("b.qkk"));
-  const auto rows = store->openRecordset("Alles");
-  rows->addNew();
-  QCOMPARE(rows->value("ID").toInt(), 2346);
-  rows->setValue("Schütze Name", "Neu");
-  QCOMPARE(rows->value("Betrag").value<Money>().units(), 125000);
-  rows->update();
+  const auto stakes = store->openRecordset("Kasse_Verwaltung");
+  stakes->addNew();
+  const int fresh = stakes->value("ID").toInt();
+  const auto payments = store->openRecordset("Select * from Kasse_Eingang", dao::RecordsetType::Snapshot);
+  QVERIFY(!payments->eof());
+  for (; !payments->eof(); payments->moveNext()) QVERIFY(payments->value("KasseID").toInt() != fresh);
 }
 
 void TestMove::keepsWhatIsAtTheTarget() {
@@ -232,6 +253,30 @@ void TestMove::noticesWorkInTheSource() {
   } catch (const Error& error) {
     QCOMPARE(error.number(), 3197);
     QVERIFY2(error.description().contains("Tabelle »Alles«: Spalte »Betrag«"),
+             qPrintable(error.description()));
+  }
+  QVERIFY(isUnfinishedMove(*Database::open(path("b.qkk"))));
+}
+
+/// Neither rows nor sums tell of a row that came and went.
+void TestMove::noticesANumberThatWouldComeAgain() {
+  const QString from = competition("a.qkk");
+  const auto comeAndGo = [&](const MoveStep& step) {
+    if (step.kind != MoveStep::Kind::Copying || !step.done || step.table != "Gekürzt") return;
+    const auto store = Database::open(from);
+    const auto rows = store->openRecordset("Gekürzt");
+    rows->addNew();
+    QCOMPARE(rows->value("Nr").toInt(), 33);
+    rows->update();
+    store->execute("DELETE * FROM Gekürzt WHERE Nr = 33");
+  };
+  try {
+    moveCompetition({from, path("b.qkk")}, comeAndGo);
+    QFAIL("the number wasn't noticed");
+  } catch (const Error& error) {
+    QCOMPARE(error.number(), 3197);
+    QVERIFY2(error.description().contains(
+                 "Tabelle »Gekürzt«: die nächste Nummer wäre 33 statt 65. Wurde während des Umzugs"),
              qPrintable(error.description()));
   }
   QVERIFY(isUnfinishedMove(*Database::open(path("b.qkk"))));

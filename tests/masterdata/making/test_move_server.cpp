@@ -38,7 +38,10 @@ class TestMoveServer : public QObject {
 
   void thereAndBackIsEqual();
   void fromServerToServer();
-  void autoNumbersGoOnAfterTheHighest();
+  void numbersGoOnWhereTheyWere();
+  void numbersOfAServerGoOnWhereTheyWere();
+  void aNumberThatARowBroughtAlongCounts();
+  void noticesANumberThatWouldComeAgain();
   void keepsWhatIsOnTheServer();
   void makesACompetitionOnAServer();
   void aValueThatTheTargetCannotHoldIsNamed();
@@ -95,15 +98,72 @@ void TestMoveServer::fromServerToServer() {
            QString());
 }
 
-void TestMoveServer::autoNumbersGoOnAfterTheHighest() {
-  moveCompetition({originals_.filePath("klein.qkk"), server_}, quiet);
+void TestMoveServer::numbersGoOnWhereTheyWere() {
+  const QString from = path("a.qkk");
+  QFile::copy(originals_.filePath("klein.qkk"), from);
+  Database::open(from)->execute("DELETE * FROM Alles WHERE ID > 2000");
+  const ServerDatabase second;
+  second.writeAddress(path("zweiter.qkk"));
+  moveCompetition({from, server_}, quiet);
+  moveCompetition({server_, path("zweiter.qkk")}, quiet);
+  moveCompetition({path("zweiter.qkk"), path("zurueck.qkk")}, quiet);
+  const QStringList original = nextNumbersOf(from);
+  for (const char* number : {"Alles: 2369", "Gekürzt: 33", "Geleert: 33", "Unberührt: 1"})
+    QVERIFY2(original.contains(number), number);
+  for (const char* moved : {"server.qkk", "zweiter.qkk", "zurueck.qkk"})
+    QCOMPARE(firstDifference(nextNumbersOf(path(moved)), original), QString());
   const auto store = Database::open(server_);
   const auto rows = store->openRecordset("Alles");
   rows->addNew();
-  QCOMPARE(rows->value("ID").toInt(), 2346);
   rows->setValue("Schütze Name", "Neu");
   QCOMPARE(rows->value("Betrag").value<Money>().units(), 125000);
   rows->update();
+}
+
+/// Those that it gave out itself.
+void TestMoveServer::numbersOfAServerGoOnWhereTheyWere() {
+  {
+    const auto store = Database::create(server_);
+    addHardTables(*store, 70);
+    store->execute("DELETE * FROM Alles WHERE ID > 5");
+  }
+  const ServerDatabase second;
+  second.writeAddress(path("zweiter.qkk"));
+  moveCompetition({server_, path("zweiter.qkk")}, quiet);
+  moveCompetition({server_, path("datei.qkk")}, quiet);
+  const QStringList original = {"Alles: 97", "Gekürzt: 33", "Geleert: 33", "Unberührt: 1"};
+  for (const char* store : {"server.qkk", "zweiter.qkk", "datei.qkk"})
+    QCOMPARE(nextNumbersOf(path(store)), original);
+}
+
+/// A server's count hasn't seen it. Once it has moved it isn't given out again, even when its row is gone.
+void TestMoveServer::aNumberThatARowBroughtAlongCounts() {
+  makeCompetition(server_, {});
+  Database::open(server_)->engine().write(R"(INSERT INTO "Verein" ("ID", "Name") VALUES (500, 'Mit'))", {});
+  const ServerDatabase second;
+  second.writeAddress(path("zweiter.qkk"));
+  for (const char* to : {"zweiter.qkk", "datei.qkk"}) {
+    moveCompetition({server_, path(to)}, quiet);
+    Database::open(path(to))->execute("DELETE * FROM Verein");
+    const QStringList numbers = nextNumbersOf(path(to));
+    QVERIFY2(numbers.contains("Verein: 501"), qPrintable(numbers.join(", ")));
+  }
+}
+
+void TestMoveServer::noticesANumberThatWouldComeAgain() {
+  moveCompetition({originals_.filePath("klein.qkk"), server_}, quiet);
+  const auto takeOne = [&](const MoveStep& step) {
+    if (step.kind == MoveStep::Kind::Copying && step.done && step.table == "Unberührt")
+      database_->native("SET search_path = dao; SELECT qk_next('\"Unberührt\"', 'Nr')");
+  };
+  try {
+    moveCompetition({server_, path("datei.qkk")}, takeOne);
+    QFAIL("the number wasn't noticed");
+  } catch (const Error& error) {
+    QCOMPARE(error.number(), 3197);
+    QVERIFY2(error.description().contains("Tabelle »Unberührt«: die nächste Nummer wäre 1 statt 2."),
+             qPrintable(error.description()));
+  }
 }
 
 void TestMoveServer::keepsWhatIsOnTheServer() {
