@@ -152,7 +152,7 @@ class TestLineDisciplines : public QObject {
   void clearingUndoesAdditionalShots() {
     read();
     grid_->enterExtra(1, 10);
-    grid_->extraSent(1);
+    grid_->extraSent(1, "10");
     QCOMPARE(cells(*grid_, 1), (QStringList{"1", "LG Auflage", "40", "50", "", "50"}));
     grid_->enterExtra(1, 3);
     QCOMPARE(grid_->table().text(1, Column::Gesamt), QString("53"));
