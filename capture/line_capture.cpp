@@ -35,7 +35,9 @@ bool LineCapture::SpeichereHaeringSchuss(HaeringSchuss& schuss) {
 
 bool LineCapture::uebernehmeManuellenSchuss(const std::shared_ptr<HaeringSchuss>& schuss) {
   if (!qk::TransferInGrid(workplace_, flex_, m_colHaeringSchuss_, schuss)) return false;
-  if (schuss->bAngewaehlt) flex_.setText(flex_.rows() - 1, 0, "-1");
+  const bool isOpen =
+      m_colHaeringSchuss_.contains(schuss->Key) && m_colHaeringSchuss_.get(schuss->Key) == schuss;
+  if (schuss->bAngewaehlt && isOpen) flex_.setText(flex_.findRow(schuss->Key), 0, "-1");
   PruefeUebertragenSchaltflaecheEnabled();
   return SpeichereHaeringSchuss(*schuss);
 }
@@ -61,11 +63,11 @@ void LineCapture::assignOpenShots(const QString& sStartnummer) {
     UpdateHaeringStartnummer(workplace_, db_, *schuss);
   }
   // What was transferred bears the former shooter: it must be transferred again before it is stored.
+  clearResultGrid(ffErg_);
   forgetTransfer();
 }
 
 void LineCapture::forgetTransfer() {
-  clearResultGrid(ffErg_);
   pending_ = {};
   m_colGewaehlt_.clear();
   LeereBesteErgebnisse(best_);
@@ -221,7 +223,8 @@ void LineCapture::SpeichernInDatenbank(bool bUndVerbuchen) {
     SpeichernInGrafikDatenbank(workplace_, db_, caption, m_colHaeringSchuss_);
     std::optional<int> booked;
     if (bUndVerbuchen) booked = VerbucheHaeringSchuss(workplace_, db_, m_colHaeringSchuss_, flex_);
-    step([&] { forgetTransfer(); });
+    step([&] { clearResultGrid(ffErg_); });
+    forgetTransfer();
     PruefeUebertragenSchaltflaecheEnabled();
     const QString text = storedText(*results, shooter_ ? shooter_->Name : QString(), booked);
     const bool bookingGivenUp = bUndVerbuchen && !booked;

@@ -63,8 +63,8 @@ class LineCapture : public QObject {
   std::int16_t AnzahlOffeneSchuesse(std::int16_t nLinie);
   QString StartnummerOffeneSchuesse(std::int16_t nLinie);
   void LadeOffeneSchuesse(std::int16_t nLinie);
-  /// Writes the new start number into every open shot and its row. What was transferred is transferred no
-  /// more.
+  /// Writes the number of the shooter who was chosen into every open shot and its row. What was transferred
+  /// must be transferred again.
   void assignOpenShots(const QString& sStartnummer);
   void HaeringSchussVerwerfenAlle();
   void HaeringSchussVerwerfenGewaehlte();

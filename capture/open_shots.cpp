@@ -142,7 +142,8 @@ bool SpeichereHaeringSchuss(const Workplace& workplace, dao::Database* db, Haeri
       reportOfALoss(workplace.dialogs,
                     storeReport(workplace, "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!"),
                     [&schuss](ErrorAnswer answer) { return lossOf(schuss, answer); });
-  return reported(report, [&](Steps& step) {
+  bool tried = false;
+  const bool done = reported(report, [&](Steps& step) {
     std::unique_ptr<dao::Recordset> rs;
     step([&] { rs = required(db).openRecordset(AllShots); });
     const bool added = step([&] { required(rs).addNew(); });
@@ -152,8 +153,13 @@ bool SpeichereHaeringSchuss(const Workplace& workplace, dao::Database* db, Haeri
     if (added) step([&] { schuss.ID = longIn(*rs, "ID"); });
     step([&] { required(rs).setValue("Verbucht", false); });
     step([&] { required(rs).setValue("BuchungsZeitpunkt", false); });
-    step([&] { required(rs).update(); });
+    step([&] {
+      tried = true;
+      required(rs).update();
+    });
   });
+  if (!tried) schuss.ID = 0;  // the next row gets the number
+  return done;
 }
 
 bool UpdateHaeringStartnummer(const Workplace& workplace, dao::Database* db, const HaeringSchuss& schuss) {
@@ -181,23 +187,28 @@ std::optional<int> VerbucheHaeringSchuss(const Workplace& workplace, dao::Databa
                                          TextTable& flex) {
   const ErrorReport report =
       storeReport(workplace, "Fehler beim Verbuchen der Intarso-Ergebnisse in die Datenbank!");
-  QStringList booked;
+  int booked = 0;
+  std::vector<std::shared_ptr<HaeringSchuss>> handled;
   const bool done = reported(report, [&](Steps& step) {
     std::unique_ptr<dao::Recordset> rs;
     step([&] { rs = required(db).openRecordset(AllShots); });
     for (const auto& schuss : shots.objects()) {
       if (!schuss->bAngewaehlt) continue;
-      if (markRow(step, rs, *schuss, "Verbucht", workplace.clock)) booked.append(schuss->Key);
+      if (markRow(step, rs, *schuss, "Verbucht", workplace.clock)) ++booked;
+      handled.push_back(schuss);
       const int row = flex.findRow(schuss->Key);
       if (row > 0) step([&] { flex.removeRow(row); });
     }
     for (int i = shots.count() - 1; i >= 0; --i)
       if (shots.at(i)->bAngewaehlt) shots.removeAt(i);
   });
-  // Given up in the middle: a shot that is booked is open no more, and nobody may be credited with it again.
-  for (const QString& key : booked)
-    if (shots.contains(key)) shots.remove(key);
-  return done ? std::optional(static_cast<int>(booked.size())) : std::nullopt;
+  if (done) return booked;
+  // Given up in the middle: what has left the list is open no more, and nobody may be credited with it again.
+  // The shots themselves are looked for: one that was overwritten bears another key than the collection
+  // knows.
+  for (int i = shots.count() - 1; i >= 0; --i)
+    if (std::find(handled.begin(), handled.end(), shots.at(i)) != handled.end()) shots.removeAt(i);
+  return std::nullopt;
 }
 
 std::int16_t AnzahlOffeneSchuesse(const Workplace& workplace, dao::Database* db, std::int16_t nLinie) {

@@ -159,13 +159,15 @@ bool TransferInGrid(const Workplace& workplace, TextTable& flex, ShotCollection&
                     const std::shared_ptr<HaeringSchuss>& schuss) {
   const ErrorReport report = fehlerReport(
       workplace.dialogs, "Fehler beim Übertragen der Intarso-Schussdaten in die Gridanzeige!", {}, false);
-  bool shown = false, kept = false;
-  reported(report, [&](Steps& step) {
-    shown = step([&] { flex.addRow(shotCells(*schuss), schuss->Key); });
+  int row = 0;
+  bool kept = false;
+  const bool done = reported(report, [&](Steps& step) {
+    step([&] { row = flex.addRow(shotCells(*schuss), schuss->Key); });
     kept = step([&] { shots.add(schuss, schuss->Key); });
   });
-  if (shown && !kept) flex.removeRow(flex.rows() - 1);  // else it could be ticked, and count nowhere
-  return kept;
+  // A row of its own could be ticked, and would count nowhere. Behind it others may have come under the box.
+  if (row > 0 && !kept) flex.removeRow(row);
+  return done;
 }
 
 void PruefeBesteErgebnisse(const Workplace& workplace, const PendingResults& pending, BestResults& lists) {

@@ -19,7 +19,8 @@ void FlexEinrichten(TextTable& flex);
 /// The cells of a shot's row, the tick empty.
 QStringList shotCells(const HaeringSchuss& schuss);
 
-/// Adds the shot to the grid and, under its `Key`, to the collection. False when it isn't in both then.
+/// Adds the shot to the grid and, under its `Key`, to the collection. One that the collection refuses has no
+/// row in the grid either. False when the operator aborted.
 bool TransferInGrid(const Workplace& workplace, TextTable& flex, ShotCollection& shots,
                     const std::shared_ptr<HaeringSchuss>& schuss);
 

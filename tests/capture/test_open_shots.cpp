@@ -107,6 +107,7 @@ class TestOpenShots : public QObject {
   void aShotIsNotGivenUpByOneAnswer();
   void anIgnoredColumnIsAskedAboutOnce();
   void aShotThatIsGivenUpKeepsItsNumber();
+  void aShotThatIsGivenUpBeforeItsRowHasNone();
   void aShotWithoutARowTakesNoOthersNumber();
   void retryRepeatsTheStatementThatFailed();
   void ignoreGoesOn();
@@ -356,6 +357,21 @@ void TestOpenShots::aShotThatIsGivenUpKeepsItsNumber() {
   QVERIFY(next->ID != lost->ID);
   QVERIFY(VerwerfeHaeringSchuss(line.bench.workplace(), &line.bench.store(), *lost));
   QCOMPARE(line.restored(), (QStringList{"1", "3"}));
+}
+
+void TestOpenShots::aShotThatIsGivenUpBeforeItsRowHasNone() {
+  Line line;
+  dao::Database& db = line.bench.store();
+  dao::TableDef table = db.tableDef("Haering_Daten");
+  db.dropTable("Haering_Daten");
+  std::erase_if(table.fields, [](const dao::FieldDef& field) { return field.name == "BuchungsZeitpunkt"; });
+  db.createTable(table);
+  const auto lost = shot(1, "9");
+  line.bench.expectError(3265, "Fehler beim Speichern der Intarso-Ergebnisse in die Datenbank!",
+                         BoxAnswer::Abort);
+  line.bench.expectLoss(*lost, BoxAnswer::Abort, BoxAnswer::Yes);
+  QVERIFY(!SpeichereHaeringSchuss(line.bench.workplace(), &db, *lost));
+  QCOMPARE(lost->ID, 0);
 }
 
 void TestOpenShots::aShotWithoutARowTakesNoOthersNumber() {

@@ -171,6 +171,21 @@ void TestManualEntry::secondOfTheSameKeyIsRefused() {
   });
   QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
   QCOMPARE(rows(), 1);
+  QCOMPARE(shots().rows(), 2);
+  // Ignored, it is stored, and open after the next start.
+  shots().setText(1, 0, "0");
+  enter([&](QWidget& window) {
+    type(window, "txtTrefferNummer", "1");
+    office_->boxes.expect("457 - " + errorDescription(457) +
+                              "\nFehler beim Übertragen der Intarso-Schussdaten in die Gridanzeige!",
+                          BoxAnswer::Ignore);
+    office_->boxes.expect("Schuss hinzugefügt");
+    hit(window, "9,7", "123,4");
+  });
+  QCOMPARE(office_->line(1).nOffeneSchuss(), 1);
+  QCOMPARE(rows(), 2);
+  QCOMPARE(shots().rows(), 2);
+  QCOMPARE(shots().text(1, 0), QString("0"));
 }
 
 void TestManualEntry::linesRebuiltWhileTyping() {
