@@ -16,15 +16,20 @@ namespace {
 
 constexpr int kRowsAtOnce = 1000;
 
-/// A value as a spreadsheet reads it: money and numbers without a unit or points between the thousands. A
-/// text that only looks like one stays what it is; no other is run.
+/// A value as a spreadsheet reads it: money and numbers without a unit or points between the thousands.
 QString plainText(const QVariant& value) {
   if (value.typeId() == qMetaTypeId<Money>()) {
     QString text = value.value<Money>().toCurrencyText();
     return text.chopped(2).remove(u'.');
   }
-  const QString text = formatted(value, std::nullopt);
-  return isNumeric(text) ? text : guarded(text);
+  return formatted(value, std::nullopt);
+}
+
+/// A text that reads as a number stays as it is, and a lone sign is a dash; any other that a spreadsheet
+/// would run is guarded.
+QString harmless(const QVariant& value, const QString& text) {
+  const bool isText = value.typeId() == QMetaType::QString;
+  return isText && text.size() > 1 && !isNumeric(text) ? guarded(text) : text;
 }
 
 QString quoted(QString text) {
@@ -54,10 +59,10 @@ QString lineOf(const Part& part, const Known& known) {
     const auto format = lone ? column.value.pieces.front().format : std::nullopt;
     const bool dated =
         format && format->kind != Format::Kind::Currency && format->kind != Format::Kind::Number;
-    cells << quoted(dated ? formatted(value, format) : plainText(value));
+    cells << quoted(harmless(value, dated ? formatted(value, format) : plainText(value)));
   }
   if (part.columns.empty())
-    for (const QVariant& value : *known.row) cells << quoted(plainText(value));
+    for (const QVariant& value : *known.row) cells << quoted(harmless(value, plainText(value)));
   return cells.join(u';') + "\r\n";
 }
 
