@@ -89,10 +89,16 @@ std::optional<QDateTime> read(QStringView text) {
     time = clockTime(scan);
   }
   if (!date.isValid() || !time.isValid() || !scan.atEnd()) return std::nullopt;
-  return QDateTime(date, time);
+  return momentOf(date, time);
 }
 
 }  // namespace
+
+QDateTime momentOf(const QDate& day, const QTime& clock) {
+  const QDateTime moment(day, clock);
+  if (moment.isValid() || !day.isValid() || !clock.isValid()) return moment;
+  return QDateTime(day, QTime(0, 0)).addMSecs(clock.msecsSinceStartOfDay());
+}
 
 QDateTime dateZero() {
   return QDateTime(QDate(1899, 12, 30), QTime(0, 0));

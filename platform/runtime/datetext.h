@@ -8,6 +8,10 @@ namespace qk {
 
 QDateTime dateZero();
 
+/// The day at that time of its clock. What a clock change leaves out counts from midnight, and so is an hour
+/// on.
+QDateTime momentOf(const QDate& day, const QTime& clock);
+
 /// "20.11.2026", or "20.11.2026 10:41:07" when the time isn't midnight, or "10:41:07" on the day of plain 0.
 QString dateText(const QDateTime& value);
 

@@ -160,7 +160,7 @@ QDateTime dateOfSerial(double serial) {
   const QDate date = dateZero().date().addDays(qint64(days));
   // Wall-clock arithmetic: a day has 86400 seconds here whatever the time zone says.
   return seconds == 86400 ? QDateTime(date.addDays(1), QTime(0, 0))
-                          : QDateTime(date, QTime(0, 0).addSecs(seconds));
+                          : momentOf(date, QTime(0, 0).addSecs(seconds));
 }
 
 double serialOfDate(const QDateTime& date) {

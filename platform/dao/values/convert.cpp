@@ -94,7 +94,7 @@ QDateTime anyDate(const QVariant& value) {
   // By the day and its clock: on the days of a clock change a moment plus milliseconds is another hour.
   const QDate day = dateZero().date().addDays(static_cast<qint64>(wholeDays));
   if (milliseconds == kMillisecondsPerDay) return {day.addDays(1), QTime(0, 0)};
-  return {day, QTime::fromMSecsSinceStartOfDay(static_cast<int>(milliseconds))};
+  return momentOf(day, QTime::fromMSecsSinceStartOfDay(static_cast<int>(milliseconds)));
 }
 
 /// The years that every engine and the texts of dates can hold.

@@ -248,6 +248,9 @@ class TestValues : public QObject {
       for (const double clock : {0.0, 0.5, 23.5 / 24})
         QCOMPARE(kept("tag", day + clock).toDateTime(),
                  QDateTime(dateZero().date().addDays(day), QTime(0, 0).addMSecs(qRound(clock * 86400000))));
+    // This hour isn't there.
+    QCOMPARE(kept("tag", 46110 + 2.5 / 24).toDateTime(), QDateTime(QDate(2026, 3, 29), QTime(3, 30)));
+    QCOMPARE(kept("tag", "29.03.2026 02:30").toDateTime(), QDateTime(QDate(2026, 3, 29), QTime(3, 30)));
     QCOMPARE(kept("tag", 46109.9999999999).toDateTime(), QDateTime(QDate(2026, 3, 29), QTime(0, 0)));
   }
 
