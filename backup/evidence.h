@@ -36,7 +36,7 @@ struct TableEvidence {
 };
 
 struct Evidence {
-  QString source;       ///< sourceOf()
+  QString source;       ///< sourceOf(); that of a file had no machine once, and is nobody's then
   QDateTime moment;     ///< to the second
   qint64 sequence = 0;  ///< counts the copies of the source; a clock may be set back. 0 in old evidence
   QString file;         ///< name of the copy when it was made

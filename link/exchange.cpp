@@ -165,6 +165,10 @@ void LineExchange::tick() {
   if (!life.expired()) busy_ = false;
 }
 
+bool LineExchange::hatFlaggeOhneDaten() const {
+  return workplace_.files.exists(inFlag_) && !workplace_.files.exists(inData_);
+}
+
 void LineExchange::receive(const Life& life) {
   const QString flag = inFlag_;
   // One object for all lines of the file: the station delivers one shot a file.

@@ -68,13 +68,17 @@ class LineExchange {
 
   /// Queues one command. With `bWarten` a pending former command is waited for (20 times 500 ms), then the
   /// operator is asked; without it a pending command is overwritten. Line 0 or a blank command does nothing.
-  /// Any failure leaves as Error 13, whatever it was. `wanted` is asked behind the wait, whether it still is.
+  /// Any failure leaves as Error 13, whatever it was. `wanted` is asked before it is written, behind a
+  /// wait if there is one, whether it still is.
   void Output_2_ESA(const QString& sCommand, bool bWarten, const std::function<bool()>& wanted = {});
 
   /// The one-second look for data of the station. Skipped while another tick of this line runs.
   /// Any failure leaves as Error 13 and leaves the line busy: it is meant to end the program. The flag then
   /// stays, and everything is read again after the next start.
   void tick();
+
+  /// Whether the station's flag stands without its data: reading would fail.
+  bool hatFlaggeOhneDaten() const;
 
   /// Makes the next tick read a HSlav<n>.nrt whose flag never came. Throws what the file system reports.
   void schreibeEmpfangsFlagge();
@@ -117,7 +121,8 @@ bool WennHaeringKeyNichtVorhanden(const KeyedCollection<HaeringSchuss>& colShots
 /// `report` answers a file that can't be deleted; false when the operator aborted.
 bool loescheOffeneLinienbefehle(const Workplace& workplace, const QString& folder, const ErrorReport& report);
 
-/// Whether the folder can be reached, as it stands, and holds no exchange file of any line.
+/// Whether the folder can be reached and holds no exchange file of any line. `folder` is taken as it stands,
+/// as above: false without a final separator.
 bool istAustauschordnerLeer(Files& files, const QString& folder);
 
 }  // namespace qk

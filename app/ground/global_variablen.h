@@ -22,7 +22,7 @@ struct GlobalVariablen {
   std::unique_ptr<dao::Database> Datenbank;  ///< main connection to the competition; empty before the opening
   QString sWettkampf;                        ///< path of the open competition
   QDate RefDatum;                            ///< ages are reckoned against it
-  bool bLeertAustauschordner = false;        ///< between data and flag of a station: no line may read then
+  bool bLeertAustauschordner = false;        ///< a station's flag may stand there without its data
   QDateTime naechsterVersuch;                ///< no line tries unasked to open the competition before it
 };
 

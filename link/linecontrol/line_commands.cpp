@@ -88,8 +88,8 @@ QString LineCommands::Set_Anmelden_SchuetzeDisziplinen(bool bFrage) {
 
 QString LineCommands::Nachkauf_Senden(bool bFrage) {
   const QString number = line_.startnummer();
-  if (extrasOf_ == number) return {};
-  const QScopedValueRollback sending(extrasOf_, std::optional(number));
+  if (extrasOf_.contains(number)) return {};
+  const QScopedValueRollback sending(extrasOf_, extrasOf_ + QSet<QString>{number});
   const auto wanted = [&] { return line_.lives() && line_.startnummer() == number; };
   reported(fehlerReport(workplace_.dialogs, "Fehler bei Nachkauf_Senden_err!"), [&](Steps& step) {
     if (bFrage && !workplace_.dialogs.confirm(frageNachkaufSenden(Get_HaeringDisziplinAuswahlNamen(true))))

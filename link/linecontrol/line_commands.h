@@ -5,9 +5,9 @@
 // returns at once (LineSide::lives()). The LineSide outlives every routine that runs on it.
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <functional>
-#include <optional>
 
 #include "link/linecontrol/line_disciplines.h"
 #include "link/station_commands.h"
@@ -83,7 +83,7 @@ class LineCommands {
   LineDisciplines& disciplines_;
   /// Whose additional shots go out: while one command waits for its station, a second press would send the
   /// same numbers once more.
-  std::optional<QString> extrasOf_;
+  QSet<QString> extrasOf_;
 };
 
 }  // namespace qk

@@ -112,9 +112,9 @@ void UserControl1::connectParts() {
   });
   connect(Timer1_, &QTimer::timeout, this, acting([this] {
             if (!db_) tryUnasked();
-            const bool mayRead = db_ && !global_.bLeertAustauschordner;
-            if (exchange_ && mayRead)
-              exchange_->tick();  // a shot that can't be stored stays with its station
+            if (!exchange_ || !db_) return;  // a shot that can't be stored stays with its station
+            const bool isBeingCleared = global_.bLeertAustauschordner && exchange_->hatFlaggeOhneDaten();
+            if (!isBeingCleared) exchange_->tick();
           }));
   connect(timerWettkampf_, &QTimer::timeout, this, acting([this] { tryUnasked(); }));
   connect(&capture_, &LineCapture::transferStateChanged, this, &UserControl1::showTransferState);

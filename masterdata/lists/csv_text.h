@@ -42,7 +42,7 @@ struct CsvReading {
 CsvReading readCsv(const QByteArray& bytes, const GoesOn& goesOn = {});
 
 /// UTF-8 with its mark, `;`, CR LF: what a German spreadsheet opens by a double click. Null cells stay bare.
-/// Reading it again gives the same cells.
+/// Reading it again gives the same cells, in Unicode's form C.
 QByteArray writeCsv(const std::vector<QStringList>& rows);
 
 }  // namespace qk::lists

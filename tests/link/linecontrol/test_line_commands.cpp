@@ -247,6 +247,20 @@ class TestLineCommands : public QObject {
     QCOMPARE(grid_->table().text(1, Column::Grundwert), QString("43"));
   }
 
+  void whoComesBackIsNotSentTwice() {
+    grid_->enterExtra(1, 10);
+    line_->duringWait = [this] {
+      line_->number = "105";
+      line_->duringWait = [this] {
+        line_->number = "107";
+        QCOMPARE(commands_->Nachkauf_Senden(false), QString());
+      };
+      commands_->Nachkauf_Senden(false);
+    };
+    commands_->Nachkauf_Senden(false);
+    QCOMPARE(line_->journal, QStringList("warten 801;10"));
+  }
+
   void whoIsNoLongerOnTheLineIsNotSaidToBeSent() {
     grid_->table().setText(1, Column::Auswahl, "1");
     grid_->enterExtra(1, 10);
