@@ -1,5 +1,7 @@
 #include "cash/payments.h"
 
+#include <set>
+
 #include "app/ground/temp_module.h"
 #include "cash/amounts.h"
 #include "platform/dialog/dialogs.h"
@@ -15,6 +17,28 @@ const char* const kNoSuchRow = "Kein gültiger Eintrag gewählt!";
 QString datumText(const dao::Recordset& payment) {
   const QVariant value = payment.value("DatumEingang");
   return value.isNull() ? QString() : dateText(value.toDateTime());
+}
+
+/// What others did to the rows while they were shown here.
+struct Fremdes {
+  std::set<int> bezahlt, geloescht, geaendert;  // rows; each counts once, however often it is tried
+};
+
+QString zeile(size_t count, const QString& one, const QString& several) {
+  if (count == 0) return {};
+  return (count == 1 ? one : several.arg(count)) + "\r\n";
+}
+
+/// The money was counted by what stood on the screen.
+QString fremdesText(const Fremdes& found, const Money& verbucht) {
+  return "An einem anderen Platz wurde inzwischen geändert:\r\n" +
+         zeile(found.bezahlt.size(), "1 Posten ist dort schon bezahlt worden.",
+               "%1 Posten sind dort schon bezahlt worden.") +
+         zeile(found.geloescht.size(), "1 Eingang ist dort gelöscht worden.",
+               "%1 Eingänge sind dort gelöscht worden.") +
+         zeile(found.geaendert.size(), "1 Posten ist dort geändert worden (Betrag, oder wieder offen).",
+               "%1 Posten sind dort geändert worden (Betrag, oder wieder offen).") +
+         "Hier jetzt verbucht: " + verbucht.toCurrencyText() + ". Nur so viel ist zu kassieren.";
 }
 
 }  // namespace
@@ -71,6 +95,9 @@ void Payments::schreibe(int row) {
     payment.cancelUpdate();
     throw;
   }
+  // As it will be read again: another spelling isn't to be taken for another desk's change.
+  flexAll_.setText(row, CashColumn::Betrag, betrag.toText());
+  flexAll_.setText(row, CashColumn::Datum, dateText(parseDate(datum)));
 }
 
 void Payments::zeigeGespeichertes(int row) {
@@ -82,19 +109,41 @@ void Payments::zeigeGespeichertes(int row) {
 
 Payments::Eingabe Payments::nachEingabe(int row, int column) {
   const QString typed = flexAll_.text(row, column);
+  QStringList shown;
+  for (int each = 0; each < flexAll_.columns(); ++each) shown += flexAll_.text(row, each);
+  std::optional<QString> today;
   if (flexAll_.text(0, column) == "Offen" &&
-      workplace_.dialogs.confirm("Soll das Datum auf den aktuellen Tag angepasst werden?"))
-    flexAll_.setText(row, CashColumn::Datum, Buchungsdatum(workplace_));
+      workplace_.dialogs.confirm("Soll das Datum auf den aktuellen Tag angepasst werden?")) {
+    today = Buchungsdatum(workplace_);
+    flexAll_.setText(row, CashColumn::Datum, *today);
+  }
   if (!finde(row)) return {};
+  bool fremd = false;
   try {
+    zeigeGespeichertes(row);
+    // A tick turns what was shown: stored like that already, it was turned elsewhere.
+    for (int other : {CashColumn::Offen, CashColumn::Betrag, CashColumn::Datum})
+      fremd |= other == column ? other == CashColumn::Offen && flexAll_.text(row, other) == typed
+                               : flexAll_.text(row, other) != shown[other];
+    flexAll_.setText(row, column, typed);
+    if (today) flexAll_.setText(row, CashColumn::Datum, *today);
     schreibe(row);
   } catch (const Error& error) {
     zeigeGespeichertes(row);
+    Q_EMIT changed();
     workplace_.dialogs.note("Fehler: " + QString::number(error.number()) + " - " + error.description(),
                             BoxIcon::Exclamation);
     return {error.number() == errors::kTypeMismatch || error.number() == errors::kOverflow, typed};
   }
   Q_EMIT changed();
+  if (fremd)
+    workplace_.dialogs.note(
+        "An einem anderen Platz wurde dieser Eingang inzwischen geändert. Gespeichert ist jetzt:\r\n" +
+            flexAll_.text(row, CashColumn::Bezeichnung) + ", " +
+            BetragAnzeige(flexAll_.text(row, CashColumn::Betrag)) + ", " +
+            (flexAll_.text(row, CashColumn::Offen) == kOffen ? "offen" : "bezahlt") + ", " +
+            flexAll_.text(row, CashColumn::Datum),
+        BoxIcon::Exclamation);
   return {};
 }
 
@@ -108,6 +157,8 @@ QString Payments::bleibtOffen(int row, bool alleWeiteren) const {
 
 void Payments::cmdOPVerbuchen() {
   int at = 0;
+  Fremdes found;
+  Money verbucht;
   // The money lies on the counter: what isn't settled now would be asked for again.
   const ErrorReport report =
       reportOfALoss(workplace_.dialogs, fehlerReport(workplace_.dialogs, "Fehler beim Verbuchen der OP!"),
@@ -116,7 +167,15 @@ void Payments::cmdOPVerbuchen() {
     for (int row = 1; row < flexAll_.rows(); ++row)
       step([&] {
         at = row;
-        if (!finde(row) || FeldWert(*store_.eingaenge(), "Offen").toInt() == 0) return;
+        if (!finde(row)) return void(found.geloescht.insert(row));
+        const bool open = flexAll_.text(row, CashColumn::Offen) == kOffen;
+        const QString amount = flexAll_.text(row, CashColumn::Betrag);
+        zeigeGespeichertes(row);
+        if (flexAll_.text(row, CashColumn::Offen) != kOffen) {
+          if (open) found.bezahlt.insert(row);
+          return;
+        }
+        if (!open || amount != flexAll_.text(row, CashColumn::Betrag)) found.geaendert.insert(row);
         const QString before = flexAll_.text(row, CashColumn::Datum);
         flexAll_.setText(row, CashColumn::Offen, kBezahlt);
         flexAll_.setText(row, CashColumn::Datum, Buchungsdatum(workplace_));
@@ -127,9 +186,13 @@ void Payments::cmdOPVerbuchen() {
           flexAll_.setText(row, CashColumn::Datum, before);
           throw;
         }
+        verbucht += BetragStrikt(flexAll_.text(row, CashColumn::Betrag));
       });
   });
+  for (auto row = found.geloescht.rbegin(); row != found.geloescht.rend(); ++row) flexAll_.removeRow(*row);
   Q_EMIT changed();
+  if (!found.bezahlt.empty() || !found.geloescht.empty() || !found.geaendert.empty())
+    workplace_.dialogs.note(fremdesText(found, verbucht), BoxIcon::Exclamation);
 }
 
 void Payments::cmdDelete(int row) {

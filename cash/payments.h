@@ -32,9 +32,12 @@ class Payments : public QObject {
     bool unlesbar = false;
     QString text;  ///< what couldn't be read; the cell shows the stored value again
   };
-  /// Writes the edited row back, asking about the date where the open mark changed.
+  /// Writes the edited row back, asking about the date where the open mark changed. What wasn't typed is
+  /// taken from the record first, which another desk may have changed since it was shown; a box says so then.
   Eingabe nachEingabe(int row, int column);
-  /// Settles all open rows as of today. A row that can't be is asked about once more before it stays open.
+  /// Settles all rows that are open in the store, as of today and with the amount of the store. A row that
+  /// can't be is asked about once more before it stays open. All rows show what is stored then, those that
+  /// are gone are taken out, and one box says what another desk has done to them.
   void cmdOPVerbuchen();
   void cmdDelete(int row);  ///< asks; nothing without a selected row
   void cmdDeleteAll();      ///< asks
@@ -46,6 +49,7 @@ class Payments : public QObject {
  private:
   /// Positions the payment cursor on the row's record.
   bool finde(int row);
+  /// Error 13 or 6 for a cell that can't be written; then, and when the store refuses, nothing is.
   void schreibe(int row);
   void zeigeGespeichertes(int row);
   QString stakeName(qint32 KasseID);

@@ -22,6 +22,16 @@ const QString kToday = "20.11.2026 10:00:00";
 const QString kAskDate = "Soll das Datum auf den aktuellen Tag angepasst werden?";
 const QString kAskAll = "Sollen alle Eingänge des Schützen unwiderruflich gelöscht werden?";
 
+/// What is said after settling where another desk was quicker.
+const QString kOtherDesk = "An einem anderen Platz wurde inzwischen geändert:\r\n";
+QString settledHere(const QString& amount) {
+  return "\r\nHier jetzt verbucht: " + amount + ". Nur so viel ist zu kassieren.";
+}
+/// What is said after an edit of such a row.
+QString storedNow(const QString& row) {
+  return "An einem anderen Platz wurde dieser Eingang inzwischen geändert. Gespeichert ist jetzt:\r\n" + row;
+}
+
 /// What is asked before the open item of a failed settling is given up.
 QString staysOpen(const QString& how) {
   return "Der offene Posten »Festabend« über 12,50 €" + how + "\r\nIst das so gewollt?";
@@ -49,13 +59,22 @@ class TestPayments : public QObject {
   void nothingButOpenRows();
   void allOpenRowsAreSettled();
   void settlingNothing();
-  void settlingPassesOverRowsThatAreGone();
+  void settlingTakesRowsThatAreGoneOut();
+  void settlingShowsWhatAnotherDeskSettled();
+  void settlingKeepsTheAmountOfTheStore();
+  void settlingSaysAllThatOthersDidOnce();
+  void settlingCountsAChangeOnceAfterARetry();
   void settlingStopsWhereItFails();
   void settlingAgainAfterARetry();
   void aSettledRowBecomesOpen_data();
   void aSettledRowBecomesOpen();
   void anAmountIsCorrected();
   void aDateIsCorrected();
+  void anEditKeepsWhatAnotherDeskChanged_data();
+  void anEditKeepsWhatAnotherDeskChanged();
+  void aChangeDuringTheQuestionIsKept();
+  void anEditOfAnEditedRowIsNotTakenForAnothers();
+  void anUnreadableEditShowsWhatAnotherDeskChanged();
   void whatCantBeReadStandsAsItWas_data();
   void whatCantBeReadStandsAsItWas();
   void aRowThatIsGoneKeepsTheEdit();
@@ -126,11 +145,75 @@ void TestPayments::settlingNothing() {
   QCOMPARE(told, 1);
 }
 
-void TestPayments::settlingPassesOverRowsThatAreGone() {
-  till->execute("DELETE * FROM Kasse_Eingang WHERE ID = 2");
+void TestPayments::settlingTakesRowsThatAreGoneOut() {
+  till->execute("DELETE * FROM Kasse_Eingang WHERE ID < 3");
+  int told = 0;
+  connect(&payments(), &Payments::changed, this, [&told] { ++told; });
+  till->dialogs.expect(kOtherDesk + "2 Eingänge sind dort gelöscht worden." + settledHere("4,00 €"))
+      .titled("Hinweis")
+      .showing(BoxIcon::Exclamation)
+      .with(BoxButtons::Ok)
+      .during([&] { QCOMPARE(told, 1); });  // the totals behind the box are right already
   payments().cmdOPVerbuchen();
-  QCOMPARE(shown().at(1), "Festabend|-1|12,5|19.11.2026 09:01:00");
-  QCOMPARE(stored(), (QStringList{"1|0|15|19.11.2026 09:00:00", "3|0|4|" + kToday}));
+  QCOMPARE(shown(), QStringList("|0|4|" + kToday));
+  QCOMPARE(payments().flexAll().rowData(1), "3");
+  QCOMPARE(stored(), QStringList("3|0|4|" + kToday));
+  QCOMPARE(payments().summen().Gesamt.toText(), "4");
+}
+
+/// The money lies on the counter: it isn't to be taken a second time.
+void TestPayments::settlingShowsWhatAnotherDeskSettled() {
+  till->execute("UPDATE Kasse_Eingang SET Offen = False, DatumEingang = #2026-11-20 09:30:00# WHERE ID = 2");
+  till->dialogs.expect(kOtherDesk + "1 Posten ist dort schon bezahlt worden." + settledHere("4,00 €"));
+  payments().cmdOPVerbuchen();
+  QCOMPARE(shown(), (QStringList{"Startgeld|0|15|19.11.2026 09:00:00", "Festabend|0|12,5|20.11.2026 09:30:00",
+                                 "|0|4|" + kToday}));
+  QCOMPARE(stored().at(1), "2|0|12,5|20.11.2026 09:30:00");
+  QCOMPARE(open(), "0");
+}
+
+void TestPayments::settlingKeepsTheAmountOfTheStore() {
+  till->execute("UPDATE Kasse_Eingang SET Betrag = 1.25 WHERE ID = 2");
+  till->dialogs.expect(kOtherDesk + "1 Posten ist dort geändert worden (Betrag, oder wieder offen)." +
+                       settledHere("5,25 €"));
+  payments().cmdOPVerbuchen();
+  QCOMPARE(stored().at(1), "2|0|1,25|" + kToday);
+  QCOMPARE(shown().at(1), "Festabend|0|1,25|" + kToday);
+}
+
+void TestPayments::settlingSaysAllThatOthersDidOnce() {
+  till->fill(
+      "Zeilen Kasse_Eingang\n  ID | Startnummer | KasseID | Offen | Betrag | DatumEingang\n"
+      "  5 | 108 | 2 | ja | 3,5 | 19.11.2026\n  6 | 108 | 2 | ja | 3,5 | 19.11.2026\n");
+  QVERIFY(desk->UpdateStartNr("108", "", ""));
+  till->execute("UPDATE Kasse_Eingang SET Offen = True WHERE ID = 1");
+  till->execute("UPDATE Kasse_Eingang SET Betrag = 5 WHERE ID = 2");
+  till->execute("DELETE * FROM Kasse_Eingang WHERE ID = 3");
+  till->execute("UPDATE Kasse_Eingang SET Offen = False WHERE ID > 4");
+  till->dialogs.expect(kOtherDesk +
+                       "2 Posten sind dort schon bezahlt worden.\r\n"
+                       "1 Eingang ist dort gelöscht worden.\r\n"
+                       "2 Posten sind dort geändert worden (Betrag, oder wieder offen)." +
+                       settledHere("20,00 €"));
+  payments().cmdOPVerbuchen();
+  QCOMPARE(shown(), (QStringList{"Startgeld|0|15|" + kToday, "Festabend|0|5|" + kToday,
+                                 "Nachkauf Serie|0|3,5|19.11.2026", "Nachkauf Serie|0|3,5|19.11.2026"}));
+}
+
+void TestPayments::settlingCountsAChangeOnceAfterARetry() {
+  till->execute("UPDATE Kasse_Eingang SET Betrag = 5, VereinID = 7 WHERE ID = 2");
+  const QString failure = till->refuse(StoreAct::Update, "VereinID", 7) + "\nFehler beim Verbuchen der OP!";
+  till->dialogs.expect(failure, BoxAnswer::Retry).during([this] {
+    till->execute("DELETE * FROM Kasse_Eingang WHERE ID = 2");
+    till->fill(
+        "Zeilen Kasse_Eingang\n  ID | Startnummer | KasseID | Offen | Betrag | DatumEingang\n"
+        "  2 | 108 | 5 | ja | 5 | 19.11.2026\n");
+  });
+  till->dialogs.expect(kOtherDesk + "1 Posten ist dort geändert worden (Betrag, oder wieder offen)." +
+                       settledHere("9,00 €"));
+  payments().cmdOPVerbuchen();
+  QCOMPARE(shown().at(1), "Festabend|0|5|" + kToday);
+  QCOMPARE(stored().at(1), "2|0|5|" + kToday);
 }
 
 void TestPayments::settlingStopsWhereItFails() {
@@ -184,6 +267,81 @@ void TestPayments::aDateIsCorrected() {
   edit(1, CashColumn::Datum, "18.11.2026");
   QVERIFY(!payments().nachEingabe(1, CashColumn::Datum).unlesbar);
   QCOMPARE(stored().first(), "1|0|15|18.11.2026");
+}
+
+void TestPayments::anEditKeepsWhatAnotherDeskChanged_data() {
+  QTest::addColumn<QString>("elsewhere");
+  QTest::addColumn<int>("column");
+  QTest::addColumn<QString>("typed");
+  QTest::addColumn<QString>("row");   // of the store
+  QTest::addColumn<QString>("said");  // its end
+  const QString settled = "Offen = False, DatumEingang = #2026-11-20 09:30:00#";
+  QTest::newRow("settled there, the amount typed here") << settled << int(CashColumn::Betrag) << "12"
+                                                        << "0|12|20.11.2026 09:30:00"
+                                                        << "12,00 €, bezahlt, 20.11.2026 09:30:00";
+  QTest::newRow("the amount typed there, settled here") << "Betrag = 10" << int(CashColumn::Offen) << "0"
+                                                        << "0|10|" + kToday << "10,00 €, bezahlt, " + kToday;
+  QTest::newRow("the amount typed there, the date here")
+      << "Betrag = 10" << int(CashColumn::Datum) << "18.11.2026"
+      << "-1|10|18.11.2026"
+      << "10,00 €, offen, 18.11.2026";
+  QTest::newRow("settled at both") << "Offen = False" << int(CashColumn::Offen) << "0"
+                                   << "0|12,5|" + kToday << "12,50 €, bezahlt, " + kToday;
+  QTest::newRow("another day there") << "DatumEingang = #2026-11-17#" << int(CashColumn::Betrag) << "12"
+                                     << "-1|12|17.11.2026"
+                                     << "12,00 €, offen, 17.11.2026";
+}
+
+void TestPayments::anEditKeepsWhatAnotherDeskChanged() {
+  QFETCH(QString, elsewhere);
+  QFETCH(int, column);
+  QFETCH(QString, typed);
+  QFETCH(QString, row);
+  QFETCH(QString, said);
+  till->execute("UPDATE Kasse_Eingang SET " + elsewhere + " WHERE ID = 2");
+  edit(2, column, typed);
+  if (column == CashColumn::Offen) till->dialogs.expect(kAskDate, BoxAnswer::Yes);
+  int told = 0;
+  connect(&payments(), &Payments::changed, this, [&told] { ++told; });
+  till->dialogs.expect(storedNow("Festabend, " + said))
+      .titled("Hinweis")
+      .showing(BoxIcon::Exclamation)
+      .during([&] { QCOMPARE(told, 1); });
+  QVERIFY(!payments().nachEingabe(2, column).unlesbar);
+  QCOMPARE(stored().at(1), "2|" + row);
+  QCOMPARE(shown().at(1), "Festabend|" + row);
+}
+
+void TestPayments::aChangeDuringTheQuestionIsKept() {
+  edit(2, CashColumn::Offen, "0");
+  till->dialogs.expect(kAskDate, BoxAnswer::No).during([this] {
+    till->execute("UPDATE Kasse_Eingang SET Betrag = 10, DatumEingang = #2026-11-18# WHERE ID = 2");
+  });
+  till->dialogs.expect(storedNow("Festabend, 10,00 €, bezahlt, 18.11.2026"));
+  payments().nachEingabe(2, CashColumn::Offen);
+  QCOMPARE(stored().at(1), "2|0|10|18.11.2026");
+}
+
+void TestPayments::anEditOfAnEditedRowIsNotTakenForAnothers() {
+  for (const char* amount : {"7,50", "8,00"}) {
+    edit(2, CashColumn::Betrag, amount);
+    payments().nachEingabe(2, CashColumn::Betrag);
+    edit(2, CashColumn::Datum, "18.11.2026 00:00:00");
+    payments().nachEingabe(2, CashColumn::Datum);
+  }
+  QCOMPARE(stored().at(1), "2|-1|8|18.11.2026");
+  QCOMPARE(shown().at(1), "Festabend|-1|8|18.11.2026");
+}
+
+void TestPayments::anUnreadableEditShowsWhatAnotherDeskChanged() {
+  till->execute("UPDATE Kasse_Eingang SET Offen = False WHERE ID = 2");
+  edit(2, CashColumn::Datum, "gestern");
+  int told = 0;
+  connect(&payments(), &Payments::changed, this, [&told] { ++told; });
+  till->dialogs.expect("Fehler: 13 - »gestern« ist kein Datum (TT.MM.JJJJ oder TT.MM.JJJJ HH:MM:SS).");
+  QVERIFY(payments().nachEingabe(2, CashColumn::Datum).unlesbar);
+  QCOMPARE(shown().at(1), "Festabend|0|12,5|19.11.2026 09:01:00");
+  QCOMPARE(told, 1);
 }
 
 void TestPayments::whatCantBeReadStandsAsItWas_data() {
