@@ -129,9 +129,11 @@ void frmFinanz::showEvent(QShowEvent* event) {
   Form_Activate();
 }
 
-/// Enter presses the button that has the focus, and nothing else: no button is the window's own answer.
+/// Enter presses the button that has the focus, and nothing else: no button is the window's own answer. Held,
+/// it presses none: in the amount it leads to "Verbuchen", and the change is to be seen before the booking.
 void frmFinanz::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QDialog::keyPressEvent(event);
+  if (event->isAutoRepeat()) return;
   if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) button->click();
 }
 

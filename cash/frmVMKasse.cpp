@@ -156,7 +156,9 @@ void frmVMKasse::connectControls() {
 
 void frmVMKasse::makeKeys() {
   const auto onKey = [this](const QKeySequence& key, std::function<void()> routine) {
-    connect(new QShortcut(key, this), &QShortcut::activated, this, [this, routine] { versuche(routine); });
+    auto* shortcut = new QShortcut(key, this);
+    shortcut->setAutoRepeat(false);  // a key that is held books, and prints, once
+    connect(shortcut, &QShortcut::activated, this, [this, routine] { versuche(routine); });
   };
   onKey(Qt::Key_F4, [this] { ui_->lstAll->setFocus(Qt::ShortcutFocusReason); });
   onKey(Qt::Key_F6, [this] { ui_->flex->setFocus(Qt::ShortcutFocusReason); });
@@ -170,9 +172,11 @@ void frmVMKasse::makeKeys() {
   ui_->statusBar->addWidget(keysLabel, 1);
 }
 
-/// Enter presses the button that has the focus, and nothing else: no button is the window's own answer.
+/// Enter presses the button that has the focus, and nothing else: no button is the window's own answer. Held,
+/// it presses none: in the amount it leads to "Verbuchen", and the change is to be seen before the booking.
 void frmVMKasse::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QDialog::keyPressEvent(event);
+  if (event->isAutoRepeat()) return;
   if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) button->click();
 }
 

@@ -1,4 +1,4 @@
-// The list of stakes on sale: a double click or Enter on one takes it.
+// The list of stakes on sale: a double click or Enter on one takes it, once, however long it is held.
 #pragma once
 
 #include <functional>

@@ -103,6 +103,7 @@ void TargetPanel::connectControls() {
   for (int key : {Qt::Key_Return, Qt::Key_Enter}) {
     auto* take = new QShortcut(QKeySequence(key), ui_->grdScheiben);
     take->setContext(Qt::WidgetShortcut);
+    take->setAutoRepeat(false);  // held, it gives one number
     connect(take, &QShortcut::activated, ui_->cmdScheibeAdd, &QAbstractButton::click);
   }
 

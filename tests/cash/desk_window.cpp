@@ -143,6 +143,20 @@ QLineEdit* typeUnreadableAmount(TextGrid& grid, ScriptedDialogs& dialogs) {
   return again ? editor() : nullptr;
 }
 
+void hold(Qt::Key key, int repeats) {
+  for (int i = 0; i <= repeats; ++i) {
+    QWidget* target = QApplication::focusWidget();
+    if (!target) return failTest("nothing has the keyboard");
+    const bool repeated = i > 0;
+    if (!qt_sendShortcutOverrideEvent(target, 0, key, Qt::NoModifier, {}, repeated)) {
+      QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, {}, repeated);
+      QApplication::sendEvent(target, &down);
+    }
+    QCoreApplication::processEvents();
+  }
+  QTest::keyRelease(QApplication::focusWidget(), key);
+}
+
 std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act) {
   return [act = std::move(act)](QWidget& window) {
     // A modal window counts as active from the first, for its parent is: the keyboard is what is waited for.

@@ -74,6 +74,9 @@ QStringList column(QWidget& window, const QString& grid, int which);
 /// stands again; null without one.
 QLineEdit* typeUnreadableAmount(TextGrid& grid, ScriptedDialogs& dialogs);
 
+/// One long press, as the platform tells it: the key and its repeats, each to whatever has the keyboard then.
+void hold(Qt::Key key, int repeats);
+
 /// Drives a window of the desk as soon as it has the keyboard.
 std::function<void(QWidget&)> onceActive(std::function<void(QWidget&)> act);
 

@@ -76,6 +76,7 @@ class TestDeskMishaps : public QObject {
   void aNumberBeyondAllRange();
   void theRightButtonBesideTheNodes();
   void aSingleClickSellsNothing();
+  void aHeldEnterGivesOneTarget();
   void theStopOfASecondRun();
   void aStartNumberThatCode39DoesntKnow();
   void theStakeOnItsLabels();
@@ -226,6 +227,17 @@ void TestDeskMishaps::aSingleClickSellsNothing() {
   QCOMPARE(desk->purchase().size(), 2);
   QTest::keyClick(&stakes, Qt::Key_Enter);
   QCOMPARE(desk->purchase().size(), 3);
+}
+
+void TestDeskMishaps::aHeldEnterGivesOneTarget() {
+  desk->open("107", false);
+  desk->show(1);
+  stacksOf(*desk).setFocus();
+  stacksOf(*desk).setCurrentRow(4);
+  hold(Qt::Key_Return, 5);
+  QCOMPARE(desk->tree("treeDiszi"), QStringList("LG Meister: 10   (Zehner)"));
+  hold(Qt::Key_Enter, 5);
+  QCOMPARE(desk->tree("treeDiszi"), QStringList("LG Meister: 10   (Zehner), 11   (Zehner)"));
 }
 
 /// The table shows the last stake of the run before: a measure taken from it would end the second run's

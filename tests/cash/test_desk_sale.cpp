@@ -51,6 +51,8 @@ class TestDeskSale : public QObject {
   void rowsGo();
   void aCorrectedAmount();
   void aHeldKeyBooksOnce();
+  void aHeldEnterBooksNothing();
+  void aHeldEnterBuysOne();
   void bookingByKeys();
   void theLastBookingStandsUntilTheNextPurchase();
   void bookingAndClosing();
@@ -222,6 +224,29 @@ void TestDeskSale::aHeldKeyBooksOnce() {
     QVERIFY(!shortcut->autoRepeat());
   }
   QCOMPARE(keys, 1);
+}
+
+/// The change is to be seen before the booking: only a second press books.
+void TestDeskSale::aHeldEnterBooksNothing() {
+  desk->article("100");
+  received("20");
+  till->clock.advance(500);
+  hold(Qt::Key_Return, 5);
+  QVERIFY(desk->on<QPushButton>("cmdVerbuchen").hasFocus());
+  QVERIFY(till->payments().isEmpty());
+  QCOMPARE(desk->text("txtZurueck"), "5,00 €");
+  hold(Qt::Key_Enter, 5);
+  QCOMPARE(till->payments().size(), 1);
+}
+
+void TestDeskSale::aHeldEnterBuysOne() {
+  auto& stakes = desk->on<QListWidget>("lstAll");
+  stakes.setFocus();
+  stakes.setCurrentRow(1);
+  hold(Qt::Key_Return, 5);
+  QCOMPARE(desk->purchase().size(), 1);
+  hold(Qt::Key_Enter, 5);
+  QCOMPARE(desk->purchase().size(), 2);
 }
 
 void TestDeskSale::bookingByKeys() {

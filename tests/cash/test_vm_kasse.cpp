@@ -52,6 +52,7 @@ class TestVMKasse : public QObject {
   void theClubOfTheShooter();
   void theTeamOfTheShooter();
   void aSaleByKeys();
+  void heldKeys();
   void correctingAndDeleting();
   void closingAsksAboutThePurchase();
   void aClubThatIsGone();
@@ -138,6 +139,26 @@ void TestVMKasse::aSaleByKeys() {
                       {"Startnummer", "KasseID", "Offen", "Betrag", "VereinID", "MannID"}),
            (QStringList{"Null|10|0|50|Null|1", "Null|10|-1|50|Null|1", "Null|10|-1|50|Null|1"}));
   QCOMPARE(desk->on<QAction>("mnuVM_1").text(), "Mannschaft: Grünau I: -30,00 €");
+}
+
+void TestVMKasse::heldKeys() {
+  const QString failure = till->refuse(StoreAct::Insert, "KasseID", 10);
+  in("mnuVM_0", [&, this](QWidget& club) {
+    the<QListWidget>(club, "lstAll").setCurrentRow(0);
+    hold(Qt::Key_Return, 5);
+    QCOMPARE(rows(club, "flex").size(), 1);
+    press(club, "lstAll", Qt::Key_F7);
+    type(club, "cmbWechselGeld", "60");
+    till->clock.advance(500);
+    hold(Qt::Key_Return, 5);
+    QVERIFY(the<QPushButton>(club, "cmdVerbuchen").hasFocus());
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_F9}) {  // each tries to book once
+      till->dialogs.expect(failure + "\r\n\r\nEs wurde noch keine Zeile des Kaufs gespeichert.");
+      hold(key, 5);
+      QVERIFY(till->dialogs.done());
+    }
+    till->dialogs.expect("Wollen Sie die aktuellen Beträge verwerfen?", BoxAnswer::Yes);
+  });
 }
 
 void TestVMKasse::correctingAndDeleting() {
