@@ -4,6 +4,7 @@
 #include "cash/base_update.h"
 #include "platform/dao/recordset.h"
 #include "platform/dialog/dialogs.h"
+#include "platform/runtime/files.h"
 
 namespace qk {
 
@@ -44,8 +45,15 @@ void CashReports::werteAus(const std::optional<KassenListe>& liste) {
   reported(fehlerReport(workplace_.dialogs, "Fehler beim Auswerten der Kasse"), [&](Steps& step) {
     std::optional<ReportOrder> order;
     step([&] { order = auftrag(*liste); });
+    if (order && liestBasis(*order)) step([&] { KasseBasisAktualisieren(*wettkampf_); });
     if (order) step([&] { reports_.run(*order); });
   });
+}
+
+/// It walks all payments: only where the report asks. One that can't be read says so itself.
+bool CashReports::liestBasis(const ReportOrder& order) const {
+  return order.dataFile == sWettkampf_ && workplace_.files.readable(order.reportFile) &&
+         QString::fromUtf8(workplace_.files.read(order.reportFile)).contains("IDBasis", Qt::CaseInsensitive);
 }
 
 /// Nothing for an entry without a report.

@@ -47,11 +47,13 @@ class CashReports {
   void load();
   const std::vector<KassenListe>& listen() const { return listen_; }
 
-  /// Shows a list; a box where none is chosen. Failures are reported.
+  /// Shows a list; a box where none is chosen. One that reads a payment's club or team gives it to those that
+  /// other desks have stored since the lists were loaded. Failures are reported.
   void werteAus(const std::optional<KassenListe>& liste);
 
  private:
   std::optional<ReportOrder> auftrag(const KassenListe& liste);
+  bool liestBasis(const ReportOrder& order) const;
 
   Workplace workplace_;
   ReportDoor& reports_;

@@ -36,6 +36,10 @@ class TestCashReports : public QObject {
   void theTableOfAnOccasion();
   void theDeliveredListsInTheirOrder();
   void loadingGivesEveryPaymentItsClub();
+  void aListByClubsKnowsWhatWasSoldSince();
+  void otherListsLeaveThePaymentsAlone();
+  void foreignDataLeavesThePaymentsAlone();
+  void aFailureOfThePaymentsIsReported();
   void withoutAChoice();
   void aListWithoutADay();
   void aListOfADay();
@@ -51,6 +55,18 @@ class TestCashReports : public QObject {
   void change(const QString& statement) {
     dao::Database::open(till->path("programm/AwListenKasse.mdb"))->execute(statement);
   }
+  void run(const QString& Beschreibung) {
+    for (const KassenListe& list : lists->listen())
+      if (list.Beschreibung == Beschreibung) return lists->werteAus(list);
+    failTest("no list " + Beschreibung);
+  }
+  /// Another desk sells something.
+  void sell() {
+    till->fill(
+        "Zeilen Kasse_Eingang\n  Startnummer | KasseID | Offen | Betrag | DatumEingang\n"
+        "  107 | 1 | nein | 15 | 19.11.2026\n");
+  }
+  QStringList owners() { return till->read("Select * from Kasse_Eingang", {"VereinIDBasis", "MannIDBasis"}); }
   void run(int row) { lists->werteAus(lists->listen().at(static_cast<size_t>(row))); }
 
   std::unique_ptr<Till> till;
@@ -98,6 +114,51 @@ void TestCashReports::loadingGivesEveryPaymentItsClub() {
       "  107 | 1 | nein | 15 | 19.11.2026\n");
   lists->load();
   QCOMPARE(till->read("Select * from Kasse_Eingang", {"VereinIDBasis", "MannIDBasis"}), QStringList("1|1"));
+}
+
+/// The window of the lists may stand open all evening.
+void TestCashReports::aListByClubsKnowsWhatWasSoldSince() {
+  lists->load();
+  sell();
+  QStringList known;
+  door.meanwhile = [&](const ReportOrder&) { known = owners(); };
+  run("Kasseneingänge nach Vereinen");
+  QCOMPARE(known, QStringList("1|1"));
+  QCOMPARE(door.orders.size(), size_t(1));
+}
+
+void TestCashReports::otherListsLeaveThePaymentsAlone() {
+  lists->load();
+  sell();
+  run("Kasseneingänge nach Einlagen");
+  QCOMPARE(owners(), QStringList("Null|Null"));
+  QCOMPARE(door.orders.size(), size_t(1));
+}
+
+void TestCashReports::foreignDataLeavesThePaymentsAlone() {
+  change(
+      "INSERT INTO PreisgeldListen (ID, Sort, Beschreibung, Datei) VALUES (1, 1, 'Preise', "
+      "'kassevereine.rpt')");
+  lists->art.Preisgeld = true;
+  lists->art.PreisgeldDatei = "/preise.mdb";
+  lists->load();
+  sell();
+  run("Preise");
+  QCOMPARE(owners(), QStringList("Null|Null"));
+  QCOMPARE(door.orders.size(), size_t(1));
+  lists->art.PreisgeldDatei.clear();
+  run("Preise");
+  QCOMPARE(owners(), QStringList("1|1"));
+}
+
+void TestCashReports::aFailureOfThePaymentsIsReported() {
+  lists->load();
+  sell();
+  const QString failure = till->refuse(StoreAct::Update, "KasseID", 1) + "\nFehler beim Auswerten der Kasse";
+  till->dialogs.expect(failure, BoxAnswer::Retry).with(BoxButtons::AbortRetryIgnore);
+  till->dialogs.expect(failure, BoxAnswer::Abort);
+  run("Kasseneingänge nach Vereinen");
+  QVERIFY(door.orders.empty());
 }
 
 void TestCashReports::withoutAChoice() {
