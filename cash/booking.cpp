@@ -44,6 +44,8 @@ BookingOutcome verbuche(const Workplace& workplace, CashStore& store, Purchase& 
   if (!payments) return outcome;
   outcome.begonnen = true;
   try {
+    outcome.verweigert = sides.darf && !sides.darf();
+    if (outcome.verweigert) return outcome;
     if (sides.druckeBeleg) sides.druckeBeleg();
     if (sides.druckeEtiketten) sides.druckeEtiketten();
     for (int row = 1; row < purchase.flex().rows(); ++row) {

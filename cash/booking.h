@@ -13,6 +13,8 @@ namespace qk {
 
 /// What the booking has done by others, in this order; an empty one is left out. An Error ends the booking.
 struct BookingSides {
+  /// Before anything is printed or stored: false books nothing, and whoever says so has told why.
+  std::function<bool()> darf;
   std::function<void()> druckeBeleg;      ///< before anything is stored
   std::function<void()> druckeEtiketten;  ///< likewise
   /// `gespeichert` counts up with each target that is stored.
@@ -25,10 +27,11 @@ struct BookingSides {
 
 struct BookingOutcome {
   bool begonnen = false;        ///< there is somebody to book on
+  bool verweigert = false;      ///< BookingSides::darf said no: nothing was done
   int gespeichert = 0;          ///< payment rows that are stored
   int scheiben = 0;             ///< targets that are stored
   std::optional<Error> fehler;  ///< what ended it early
-  bool ganz() const { return begonnen && !fehler; }
+  bool ganz() const { return begonnen && !verweigert && !fehler; }
 };
 
 /// Books all rows of the purchase on the payer. Nothing runs in a transaction: after a failure the rows

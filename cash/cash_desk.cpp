@@ -32,6 +32,7 @@ void CashDesk::readShooter(Steps& step, const QString& sVerein, const QString& s
   step([&] {
     const dao::Recordset& row = store_.schuetzen();
     shown.ID = FeldWert(row, "ID").toInt();
+    shown.Startnummer = FeldWert(row, "Startnummer").toString();
     shown.Name = FeldWert(row, "Schützen.Name").toString();
     shown.GebDat = FeldWert(row, "GebDat").toString();
     shown.AusweisNr = FeldWert(row, "AusweisNr").toString();
@@ -71,6 +72,34 @@ bool CashDesk::UpdateStartNr(const QString& sStartNr, const QString& sVerein, co
 
 void CashDesk::ladeSchuetzenNeu() {
   if (!sStartNr_.isEmpty()) UpdateStartNr(sStartNr_, shooter_.Verein, shooter_.Mann);
+}
+
+bool CashDesk::istNochDerselbe() {
+  if (sStartNr_.isEmpty()) return true;
+  const QString before = shooter_.Startnummer, name = shooter_.Name;
+  QString now;
+  {
+    const auto row = database().openRecordset("Select Startnummer from Schützen where ID = " +
+                                              QString::number(shooter_.ID));
+    if (!row->eof()) now = FeldWert(*row, "Startnummer").toString();
+  }
+  if (now == before) return true;
+  if (now.isEmpty()) {
+    // The number may be somebody else's by now: nobody is shown, nor read again under it.
+    sStartNr_.clear();
+    Q_EMIT shooterUnknown();
+    workplace_.dialogs.note(name + " (Startnummer " + before +
+                                ") ist nicht mehr zu finden.\r\nEin Kauf in der Hand ist noch nicht "
+                                "verbucht: bitte den Schützen neu wählen (F3).",
+                            BoxIcon::Exclamation);
+    return false;
+  }
+  wechsleSchuetzen(now);
+  workplace_.dialogs.note(name + " hat jetzt die Startnummer " + now + ", nicht mehr " + before +
+                              ".\r\nEin Kauf in der Hand ist noch nicht verbucht: bitte prüfen und noch "
+                              "einmal verbuchen.",
+                          BoxIcon::Exclamation);
+  return false;
 }
 
 void CashDesk::wechsleSchuetzen(const QString& sStartNr) {

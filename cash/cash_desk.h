@@ -18,6 +18,7 @@ namespace qk {
 /// What the window shows of the shooter.
 struct ShownShooter {
   qint32 ID = 0;
+  QString Startnummer;  ///< as stored
   QString Name;
   QString GebDat;
   QString SPO;      ///< as on `lblSPO`, in one line
@@ -43,7 +44,8 @@ class CashDesk : public QObject {
   Payments& payments() { return payments_; }
   Purchase& purchase() { return purchase_; }
 
-  /// The current start number: the last one asked for, whether it was found or not.
+  /// The current start number: the last one asked for, whether it was found or not. Empty before the first
+  /// one, and when istNochDerselbe() found nobody.
   const QString& sStartNr() const { return sStartNr_; }
   const ShownShooter& shooter() const { return shooter_; }
   const VmMenu& vm() const { return vm_; }
@@ -59,6 +61,11 @@ class CashDesk : public QObject {
   bool UpdateStartNr(const QString& sStartNr, const QString& sVerein, const QString& sMann);
   /// The same shooter again, as stored now; nothing before the first one.
   void ladeSchuetzenNeu();
+  /// Whether the shown shooter still bears the number that he is shown with; one small query. What he buys is
+  /// stored for him or for nobody: the number may be somebody else's by now. If he doesn't, a box says so:
+  /// with another number he is shown anew, one who is gone is unknown. True before the first shooter. Errors
+  /// of the store pass.
+  bool istNochDerselbe();
   /// Looks the number up and shows the shooter with his club and team; a box for an unknown number.
   void wechsleSchuetzen(const QString& sStartNr);
 

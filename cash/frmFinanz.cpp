@@ -264,6 +264,7 @@ bool frmFinanz::cmdVerbuchen() {
   const QString received = ui_->panelBezahlen->erhalten();
   const int rows = desk_.purchase().flex().rows() - 1;
   BookingSides sides;
+  sides.darf = [this] { return desk_.istNochDerselbe(); };
   if (ui_->chkAutoDruck->isChecked())
     sides.druckeBeleg = [this] { PrintKasseneingaenge(ReportOrder::Ziel::Drucker); };
   if (ui_->chkAutoScheibenDruck->isChecked())
@@ -285,6 +286,7 @@ bool frmFinanz::cmdVerbuchen() {
     workplace_.dialogs.note(buchungsFehlerText(outcome, rows), BoxIcon::Exclamation, "Fehler");
     return false;
   }
+  if (outcome.verweigert) return false;
   if (!outcome.begonnen) return desk_.purchase().isEmpty();
   desk_.purchase().entferneAlle();
   ui_->panelBezahlen->leereErhalten();
@@ -316,10 +318,15 @@ void frmFinanz::mnuDateiPrintStartKarte() {
   melde(Kladde_Print(desk_, reports_));
 }
 
+/// A window of ours may have stood open for long.
+void frmFinanz::ladeSchuetzenNeu() {
+  if (desk_.istNochDerselbe()) desk_.ladeSchuetzenNeu();
+}
+
 void frmFinanz::mnuOptEinlagen() {
   zeigeFenster([this] { frmArtikel(workplace_, desk_.global(), this).exec(); });
   desk_.ladeEinlagen();
-  desk_.ladeSchuetzenNeu();
+  ladeSchuetzenNeu();
 }
 
 void frmFinanz::mnuOptScheiben() {
@@ -351,7 +358,7 @@ void frmFinanz::mnuVM(const QAction* entry) {
   else
     window.setLMannID(id);
   zeigeFenster([&] { window.zeige(); });
-  desk_.ladeSchuetzenNeu();
+  ladeSchuetzenNeu();
 }
 
 void frmFinanz::mnuOptSchriftEinlagen() {

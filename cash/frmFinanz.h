@@ -127,6 +127,7 @@ class frmFinanz : public QDialog {
   // Buttons and menus.
   void wechsle();
   void waehleAusListe();
+  void ladeSchuetzenNeu();
   void cmdAdd();
   void cmdAddAnzahl();
   void artikelEingegeben();

@@ -18,6 +18,7 @@ class TestBooking : public QObject {
     desk = std::make_unique<CashDesk>(till->workplace(), till->global);
     QVERIFY(desk->UpdateStartNr("108", "", ""));
     journal.clear();
+    allowed = true;
   }
   void cleanup() {
     desk.reset();
@@ -30,6 +31,8 @@ class TestBooking : public QObject {
   void theShooterOfTheMomentIsBookedOn();
   void theStepsInTheirOrder();
   void withoutAShooterNothingHappens();
+  void aRefusedBookingDoesNothing();
+  void aFailureOfTheQuestionDoesNothing();
   void noRowsAreABookingToo();
   void aFailedLabelRunStoresNothing();
   void aFailureMidwayKeepsWhatIsStored();
@@ -43,6 +46,10 @@ class TestBooking : public QObject {
   BookingOutcome book() {
     BookingSides sides;
     const auto stored = [this] { return " " + QString::number(till->payments().size()); };
+    sides.darf = [=, this] {
+      journal += "darf" + stored();
+      return allowed;
+    };
     sides.druckeBeleg = [=, this] { journal += "Beleg" + stored(); };
     sides.druckeEtiketten = [=, this] { journal += "Etiketten" + stored(); };
     sides.speichereScheiben = [=, this](const QString& datum, int&) {
@@ -59,6 +66,7 @@ class TestBooking : public QObject {
   std::unique_ptr<Till> till;
   std::unique_ptr<CashDesk> desk;
   QStringList journal;
+  bool allowed = true;
 };
 
 void TestBooking::rowsAreStoredAsTheyStand() {
@@ -104,7 +112,8 @@ void TestBooking::theStepsInTheirOrder() {
   purchase().AddKauf(1);
   purchase().AddKauf(2);
   QVERIFY(book().ganz());
-  QCOMPARE(journal, (QStringList{"Beleg 0", "Etiketten 0", "Scheiben 20.11.2026 10:00:00 2", "Stapel 2"}));
+  QCOMPARE(journal,
+           (QStringList{"darf 0", "Beleg 0", "Etiketten 0", "Scheiben 20.11.2026 10:00:00 2", "Stapel 2"}));
 }
 
 void TestBooking::withoutAShooterNothingHappens() {
@@ -114,9 +123,29 @@ void TestBooking::withoutAShooterNothingHappens() {
   QCOMPARE(journal, QStringList());
 }
 
+void TestBooking::aRefusedBookingDoesNothing() {
+  purchase().AddKauf(1);
+  allowed = false;
+  const BookingOutcome outcome = book();
+  QVERIFY(outcome.verweigert && !outcome.ganz() && !outcome.fehler);
+  QCOMPARE(journal, QStringList("darf 0"));
+  QVERIFY(till->payments().isEmpty());
+  QCOMPARE(purchase().flex().rows(), 2);
+}
+
+void TestBooking::aFailureOfTheQuestionDoesNothing() {
+  purchase().AddKauf(1);
+  BookingSides sides;
+  sides.darf = []() -> bool { throw Error(3043); };
+  const BookingOutcome outcome = book(sides);
+  QCOMPARE(outcome.fehler->number(), 3043);
+  QCOMPARE(outcome.gespeichert, 0);
+  QVERIFY(till->payments().isEmpty());
+}
+
 void TestBooking::noRowsAreABookingToo() {
   QVERIFY(book().ganz());
-  QCOMPARE(journal.size(), 4);
+  QCOMPARE(journal.size(), 5);
   QCOMPARE(till->payments(), QStringList());
 }
 
@@ -141,7 +170,7 @@ void TestBooking::aFailureMidwayKeepsWhatIsStored() {
   QCOMPARE(till->payments().size(), 2);
   QCOMPARE(purchase().flex().rows(), 4);
   QVERIFY(purchase().istGespeichert(1) && purchase().istGespeichert(2) && !purchase().istGespeichert(3));
-  QCOMPARE(journal.size(), 2);  // neither targets nor stacks
+  QCOMPARE(journal.size(), 3);  // neither targets nor stacks
 }
 
 void TestBooking::bookingAgainStoresTwice() {
@@ -189,7 +218,7 @@ void TestBooking::theBookingDateOfTheTargetsIsTakenOnce() {
   purchase().AddKauf(1);
   till->clock.advance(3000);
   QVERIFY(book().ganz());
-  QCOMPARE(journal.at(2), "Scheiben 20.11.2026 10:00:03 1");
+  QCOMPARE(journal.at(3), "Scheiben 20.11.2026 10:00:03 1");
   QCOMPARE(till->payments(), QStringList("108|1|0|15|20.11.2026 10:00:00|"));
 }
 
