@@ -5,7 +5,7 @@ namespace qk {
 namespace {
 
 QString folded(const QString& text) {
-  return text.simplified().toCaseFolded();
+  return text.normalized(QString::NormalizationForm_C).simplified().toCaseFolded();
 }
 
 }  // namespace

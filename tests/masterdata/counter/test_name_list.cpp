@@ -35,6 +35,11 @@ class TestNameList : public QObject {
     QVERIFY(!names.isAmbiguous("Grünau"));
   }
 
+  /// As lists of other systems write it.
+  void foundWithAnUmlautOfTwoCharacters() {
+    QCOMPARE(names.idOf(QString("SG Grünau").normalized(QString::NormalizationForm_D)), 1);
+  }
+
   void oneThatSeveralHave() {
     NameList teams;
     teams.add(1, "Mannschaft 1", "Grünau");
