@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "masterdata/pages/page_query.h"
+#include "masterdata/rows/references.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/sql/quote.h"
 #include "platform/runtime/datetext.h"
@@ -20,6 +21,10 @@ constexpr int kUsualYear = 2023;
 
 bool isEntry(ColumnKind kind) {
   return kind != ColumnKind::Flag && kind != ColumnKind::Choice && kind != ColumnKind::Reference;
+}
+
+bool isReference(ColumnKind kind) {
+  return kind == ColumnKind::Reference || kind == ColumnKind::LookUp;
 }
 
 QString bracketed(const QString& name) {
@@ -117,7 +122,8 @@ void RowEdit::close() {
   key_ = 0;
   stored_.clear();
   shown_.clear();
-  for (Linked& link : links_) link = {link.present, {}, {}};
+  texts_.clear();
+  for (Linked& link : links_) link = {link.present, {}, {}, {}};
 }
 
 void RowEdit::becomeNew() {
@@ -164,8 +170,10 @@ QVariant RowEdit::value(const QString& column) const {
   return shown_.value(columnOf(column).column);
 }
 
-void RowEdit::setValue(const QString& column, const QVariant& value) {
-  shown_[columnOf(column).column] = value;
+void RowEdit::setValue(const QString& column, const QVariant& value, const QString& text) {
+  const QString& name = columnOf(column).column;
+  shown_[name] = value;
+  texts_[name] = text;
 }
 
 QString RowEdit::lookedUpText(const QString& column) const {
@@ -173,8 +181,9 @@ QString RowEdit::lookedUpText(const QString& column) const {
   return found ? found->text : QString();
 }
 
-void RowEdit::setMember(int link, qint64 member, bool on) {
+void RowEdit::setMember(int link, qint64 member, bool on, const QString& text) {
   QSet<qint64>& members = links_[size_t(link)].now;
+  links_[size_t(link)].texts.insert(member, text);
   if (on)
     members.insert(member);
   else
@@ -256,8 +265,8 @@ std::vector<RowTrouble> RowEdit::troubles() const {
       continue;
     }
     const QVariant& value = std::get<QVariant>(read);
-    const bool refers = column.kind == ColumnKind::Reference || column.kind == ColumnKind::LookUp;
-    const bool missing = refers ? value.toLongLong() == 0 : value.toString().trimmed().isEmpty();
+    const bool missing =
+        isReference(column.kind) ? value.toLongLong() == 0 : value.toString().trimmed().isEmpty();
     if (column.required && missing && (isNew() || isEdited(column)))
       found.push_back({column.column, column.label + ": fehlt."});
     if (column.unique && !missing && isEdited(column) && standsElsewhere(column, value.toString()))
@@ -289,7 +298,7 @@ qint64 RowEdit::store() {
   dao::Changes changes(database_);
   dao::RowValues edited;
   for (const PageColumn& column : columns_)
-    if (isEdited(column)) edited[column.column] = std::get<QVariant>(read(column));
+    if (isEdited(column)) edited[column.column] = valueToStore(column);
   keepOfReferences(edited);
   qint64 key = key_;
   if (isNew()) {
@@ -298,12 +307,43 @@ qint64 RowEdit::store() {
     changes.expect(page_.table, key, stored_);
     if (!edited.isEmpty()) changes.update(page_.table, key, edited);
   }
+  requireReferences(changes, edited);
   changeLinks(changes, key);
   if (page_.follow)
     for (const QString& action : page_.follow(key, values())) changes.execute(action);
   changes.write();
   read(key);
   return key;
+}
+
+/// What was looked up a moment ago may be gone; nothing else becomes unreadable by itself.
+QVariant RowEdit::valueToStore(const PageColumn& column) const {
+  const auto value = read(column);
+  if (const QVariant* good = std::get_if<QVariant>(&value)) return *good;
+  throw ReferenceGone({page_.table,
+                       column.column,
+                       column.reference.table,
+                       column.label,
+                       {{0, shown_.value(column.column).toString().trimmed()}}},
+                      0);
+}
+
+void RowEdit::requireReferences(dao::Changes& changes, const dao::RowValues& edited) const {
+  for (const PageColumn& column : columns_) {
+    const qint64 key = edited.value(column.column).toLongLong();
+    if (!isReference(column.kind) || key == 0) continue;
+    const QString text = column.kind == ColumnKind::LookUp ? shown_.value(column.column).toString().trimmed()
+                                                           : texts_.value(column.column);
+    requireThere(database_, changes,
+                 {page_.table, column.column, column.reference.table, column.label, {{key, text}}});
+  }
+  for (size_t i = 0; i < links_.size(); ++i) {
+    const LinkedList& list = page_.links[i];
+    NewReferences added{list.table, list.member, list.source.table, list.name, {}};
+    for (const qint64 member : links_[i].now - links_[i].stored)
+      added.names.insert(member, links_[i].texts.value(member));
+    if (!added.names.isEmpty()) requireThere(database_, changes, added);
+  }
 }
 
 void RowEdit::keepOfReferences(dao::RowValues& edited) const {
@@ -355,7 +395,7 @@ namespace {
 
 QString spoken(const PageColumn& column, const QVariant& value, dao::Database& database) {
   QString text = gridText(column, value);
-  const bool refers = column.kind == ColumnKind::Reference || column.kind == ColumnKind::LookUp;
+  const bool refers = isReference(column.kind);
   if (refers && value.toLongLong() != 0)
     text = referredText(database, column.reference, value.toLongLong()).value_or("Nr. " + value.toString());
   if (refers && value.toLongLong() == 0) text.clear();

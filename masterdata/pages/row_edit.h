@@ -47,14 +47,15 @@ class RowEdit {
   QString entry(const QString& column) const;
   void setEntry(const QString& column, const QString& text);
   QVariant value(const QString& column) const;
-  void setValue(const QString& column, const QVariant& value);
+  /// `text`: what a reference was chosen by, for a message.
+  void setValue(const QString& column, const QVariant& value, const QString& text = {});
   /// The name of the row that a look-up column's code stands for; empty for none.
   QString lookedUpText(const QString& column) const;
 
   /// Whether this competition has the list's tables.
   bool hasLink(int link) const { return links_[size_t(link)].present; }
   const QSet<qint64>& members(int link) const { return links_[size_t(link)].now; }
-  void setMember(int link, qint64 member, bool on);
+  void setMember(int link, qint64 member, bool on, const QString& text = {});
 
   bool isChanged() const;
   /// The labels of the columns and lists that differ from the store.
@@ -65,7 +66,8 @@ class RowEdit {
   dao::RowValues values() const;
 
   /// Writes what was changed, with its lists, by one call; its key. dao::RowChanged when somebody else
-  /// changed a column of the page meanwhile, 3167 when the row is gone. It stands as stored then.
+  /// changed a column of the page meanwhile, 3167 when the row is gone, ReferenceGone when one that a column
+  /// or a list is to name is gone. It stands as stored then.
   qint64 store();
   /// What the store holds now becomes what is compared with: columns that weren't edited show it.
   void takeOver(const dao::RowValues& found);
@@ -74,6 +76,7 @@ class RowEdit {
   struct Linked {
     bool present = false;
     QSet<qint64> stored, now;
+    QHash<qint64, QString> texts;
   };
 
   const PageColumn& columnOf(const QString& name) const;
@@ -87,6 +90,8 @@ class RowEdit {
   void readLinks();
   void showStored();
   void keepOfReferences(dao::RowValues& edited) const;
+  QVariant valueToStore(const PageColumn& column) const;
+  void requireReferences(dao::Changes& changes, const dao::RowValues& edited) const;
   void changeLinks(dao::Changes& changes, qint64 key) const;
 
   const Page& page_;
@@ -97,6 +102,7 @@ class RowEdit {
   qint64 key_ = 0;
   dao::RowValues stored_;           ///< by the columns of the page
   QHash<QString, QVariant> shown_;  ///< entries and values as they are edited
+  QHash<QString, QString> texts_;   ///< what references were chosen by
   std::vector<Linked> links_;
 };
 

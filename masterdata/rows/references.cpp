@@ -264,4 +264,36 @@ void removeRow(dao::Database& database, dao::Changes& changes, const QString& ta
   changes.remove(table, key);
 }
 
+namespace {
+
+QString goneText(const NewReferences& wanted, qint64 key) {
+  const QString name = wanted.names.value(key);
+  return QString("%1: %2 hat inzwischen jemand gelöscht.")
+      .arg(wanted.label, name.isEmpty() ? QString("Nr. %1").arg(key) : "»" + name + "«");
+}
+
+}  // namespace
+
+ReferenceGone::ReferenceGone(const NewReferences& wanted, qint64 key)
+    : Error(errors::kReferenceMissing, goneText(wanted, key)),
+      table_(wanted.table),
+      column_(wanted.column),
+      key_(key) {}
+
+void requireThere(dao::Database& database, dao::Changes& changes, const NewReferences& wanted) {
+  changes.hold(wanted.table);
+  changes.require([&database, wanted] {
+    QList<qint64> keys = wanted.names.keys();
+    std::sort(keys.begin(), keys.end());
+    QStringList texts;
+    for (const qint64 key : keys) texts << QString::number(key);
+    const QString key = column(namingOf(wanted.target).key);
+    const auto rows = database.openRecordset("Select " + key + " as Nummer from " + column(wanted.target) +
+                                                 " where " + key + " in (" + texts.join(',') + ")",
+                                             dao::RecordsetType::Snapshot);
+    for (; !rows->eof(); rows->moveNext()) keys.removeOne(rows->value("Nummer").toLongLong());
+    if (!keys.isEmpty()) throw ReferenceGone(wanted, keys.front());
+  });
+}
+
 }  // namespace qk

@@ -5,12 +5,14 @@
 // In the tables of results `MannID` is the club and `VorMannID` the team.
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <utility>
 #include <vector>
 
 #include "platform/dao/changes.h"
 #include "platform/dao/database.h"
+#include "platform/runtime/error.h"
 
 namespace qk {
 
@@ -53,5 +55,32 @@ QString refusalOf(dao::Database& database, const QString& table, qint64 key);
 /// nobody else writes: write() throws Error 3200 with the text of refusalOf(). The database is that of
 /// `changes`.
 void removeRow(dao::Database& database, dao::Changes& changes, const QString& table, qint64 key);
+
+/// Rows that a column is to name from now on.
+struct NewReferences {
+  QString table, column;         ///< where they will be named
+  QString target;                ///< whose rows they are, by key
+  QString label;                 ///< what the operator calls the column
+  QHash<qint64, QString> names;  ///< by key, what he calls the row; may be empty
+};
+
+/// A row that was to be named is gone (Error 3201): "Verein: »SG Grünau« hat inzwischen jemand gelöscht."
+class ReferenceGone : public Error {
+ public:
+  ReferenceGone(const NewReferences& wanted, qint64 key);
+
+  const QString& table() const { return table_; }
+  const QString& column() const { return column_; }
+  qint64 key() const { return key_; }
+
+ private:
+  QString table_, column_;
+  qint64 key_;
+};
+
+/// Nothing is written unless all of them are there then, asked by one question: write() throws ReferenceGone.
+/// The naming table is held meanwhile, as removeRow() holds it or deletes from it, so that none can go in
+/// between. The database is that of `changes`.
+void requireThere(dao::Database& database, dao::Changes& changes, const NewReferences& wanted);
 
 }  // namespace qk

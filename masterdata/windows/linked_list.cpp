@@ -89,7 +89,8 @@ void LinkedListView::fillWith(const std::vector<NamedRow>& rows) {
 }
 
 void LinkedListView::tick(QListWidgetItem* item) {
-  row_->setMember(position_, item->data(kKeyRole).toLongLong(), item->checkState() == Qt::Checked);
+  row_->setMember(position_, item->data(kKeyRole).toLongLong(), item->checkState() == Qt::Checked,
+                  item->text());
   showCount();
   Q_EMIT edited();
 }

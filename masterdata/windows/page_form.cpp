@@ -146,7 +146,7 @@ PageForm::Field PageForm::referenceField(const PageColumn& column) {
   references_.insert(column.column, list);
   connect(list, &QComboBox::currentIndexChanged, this, [this, list, name = column.column](int at) {
     if (showing_ || at < 0) return;
-    row_->setValue(name, list->itemData(at));
+    row_->setValue(name, list->itemData(at), list->itemText(at));
     Q_EMIT edited();
   });
   return {list, [this, list, name = column.column] {

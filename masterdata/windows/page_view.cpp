@@ -21,6 +21,7 @@ namespace {
 
 constexpr int kRefused = errors::kReferredTo;
 constexpr int kEffectLines = 3;
+const QString kNotStorable = "So lässt sich das nicht speichern:\n\n";
 constexpr int kPatience = 150;  // milliseconds that the window waits for the first rows
 
 }  // namespace
@@ -293,7 +294,7 @@ bool PageView::refuse() {
   if (troubles.empty()) return false;
   QStringList lines;
   for (const RowTrouble& trouble : troubles) lines << trouble.text;
-  workplace_.dialogs.note("So lässt sich das nicht speichern:\n\n" + lines.join('\n'), BoxIcon::Exclamation);
+  workplace_.dialogs.note(kNotStorable + lines.join('\n'), BoxIcon::Exclamation);
   ui_->tabs->setCurrentIndex(0);
   if (!troubles.front().column.isEmpty()) form_->focus(troubles.front().column);
   return true;
@@ -327,6 +328,8 @@ PageView::Stored PageView::tryToStore() {
         outcome = Stored::Done;
       } catch (const dao::RowChanged& changed) {
         outcome = changedMeanwhile(changed);
+      } catch (const ReferenceGone& gone) {
+        referenceGone(gone);
       } catch (const Error& error) {
         if (error.number() != errors::kRecordDeleted) throw;
         outcome = goneMeanwhile();
@@ -345,6 +348,19 @@ PageView::Stored PageView::changedMeanwhile(const dao::RowChanged& changed) {
           "\n\nIhre Eingaben trotzdem speichern? (Nein speichert nichts; die Eingaben bleiben stehen.)",
       BoxIcon::Exclamation, BoxAnswer::No);
   return goesOn ? Stored::TryAgain : Stored::Stays;
+}
+
+/// Nothing is stored. A tick on a row that is gone can't be shown any more, and would never be stored.
+void PageView::referenceGone(const ReferenceGone& gone) {
+  workplace_.dialogs.note(kNotStorable + gone.description(), BoxIcon::Exclamation);
+  for (size_t i = 0; i < page_.links.size(); ++i)
+    if (page_.links[i].table == gone.table()) {
+      row_->setMember(int(i), gone.key(), false);
+      ui_->tabs->setCurrentIndex(int(i) + 1);
+    }
+  if (page_.table != gone.table()) return;
+  ui_->tabs->setCurrentIndex(0);
+  form_->focus(gone.column());
 }
 
 PageView::Stored PageView::goneMeanwhile() {

@@ -25,6 +25,7 @@ namespace qk {
 
 class LinkedListView;
 class PageForm;
+class ReferenceGone;
 
 class PageView : public PageWidget {
   Q_OBJECT
@@ -69,6 +70,7 @@ class PageView : public PageWidget {
   bool store();
   Stored tryToStore();
   Stored changedMeanwhile(const dao::RowChanged& changed);
+  void referenceGone(const ReferenceGone& gone);
   Stored goneMeanwhile();
   bool refuse();
   void remove(qint64 key);

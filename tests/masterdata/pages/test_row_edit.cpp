@@ -6,6 +6,7 @@
 #include "masterdata/making/competition.h"
 #include "masterdata/pages/opened_competition.h"
 #include "masterdata/pages/row_edit.h"
+#include "masterdata/rows/references.h"
 #include "platform/dao/recordset.h"
 #include "tests/support/test_store.h"
 
@@ -50,6 +51,11 @@ class TestRowEdit : public QObject {
   void aChangedMarkReachesTheDisciplines();
   void theSecondIsToldWhatTheFirstChanged();
   void aRowThatIsGoneBecomesNew();
+  void aChosenRowThatIsGoneIsRefused();
+  void aLookedUpRowThatIsGoneIsRefused();
+  void aMemberThatIsGoneIsRefused();
+  void whatIsGoneAndUntouchedStays();
+  void whatBecomesNewNamesOnlyWhatIsThere();
   void looksUpByTheCode();
   void aDayOfTheYearHasItsForm();
   void columnsThatAreMissingAreNotAsked();
@@ -58,6 +64,28 @@ class TestRowEdit : public QObject {
   QString value(const QString& query) {
     const auto row = database_->openRecordset(query);
     return row->eof() ? "-" : row->value(0).toString();
+  }
+  /// Another desk deletes the row.
+  void remove(const QString& table, qint64 key) {
+    const auto other = dao::Database::open(path_);
+    dao::Changes changes(*other);
+    removeRow(*other, changes, table, key);
+    changes.write();
+  }
+  qint64 added(const QString& table, const dao::RowValues& values) {
+    dao::Changes changes(*database_);
+    const qint64 key = changes.insert(table, values);
+    changes.write();
+    return key;
+  }
+  /// What storing says.
+  static QString goneIn(RowEdit& row) {
+    try {
+      row.store();
+    } catch (const Error& error) {
+      return QString("%1 %2").arg(error.number()).arg(error.description());
+    }
+    return "gespeichert";
   }
   int count(const QString& from) { return value("SELECT Count(*) AS n FROM " + from).toInt(); }
 
@@ -261,6 +289,81 @@ void TestRowEdit::aRowThatIsGoneBecomesNew() {
   const qint64 key = row.store();
   QCOMPARE(value(QString("SELECT Bezeichnung FROM MannschaftsGruppen WHERE MannGrpID = %1").arg(key)),
            before + " neu");
+}
+
+void TestRowEdit::aChosenRowThatIsGoneIsRefused() {
+  const qint64 club = added("Verein", {{"Name", "Kurzlebig"}});
+  RowEdit row(masterDataPage("Mannschaften"), *database_);
+  row.begin();
+  row.setEntry("MannName", "Neue");
+  row.setValue("VereinID", club, "Kurzlebig");
+  remove("Verein", club);
+  QVERIFY(row.troubles().empty());
+  QCOMPARE(goneIn(row), "3201 Verein: »Kurzlebig« hat inzwischen jemand gelöscht.");
+  QCOMPARE(count("Mannschaften WHERE MannName = 'Neue'"), 0);
+  QCOMPARE(row.entry("MannName"), QString("Neue"));
+  QVERIFY(row.isNew() && row.isChanged());
+  row.setValue("VereinID", 1, "Schützengilde Grünau 1876");
+  QVERIFY(row.store() > 0);
+  row.setValue("VereinID", club);
+  QCOMPARE(goneIn(row), QString("3201 Verein: Nr. %1 hat inzwischen jemand gelöscht.").arg(club));
+  QCOMPARE(value("SELECT VereinID FROM Mannschaften WHERE MannName = 'Neue'"), QString("1"));
+}
+
+void TestRowEdit::aLookedUpRowThatIsGoneIsRefused() {
+  const qint64 shooter = added("Schützen", {{"Startnummer", "901"}, {"Name", "Neu Nina"}});
+  const QString key = value("SELECT ID FROM MeldeDisziplin ORDER BY ID");
+  const int before = count("Schuetzen_SPO_Anmeldungen");
+  RowEdit row(masterDataPage("Anmeldungen"), *database_);
+  row.begin();
+  row.setEntry("SchuetzeID", " 901");
+  row.setValue("SPOID", key.toInt());
+  QVERIFY(row.troubles().empty());
+  remove("Schützen", shooter);
+  QCOMPARE(goneIn(row), "3201 Schütze: »901« hat inzwischen jemand gelöscht.");
+  QCOMPARE(count("Schuetzen_SPO_Anmeldungen"), before);
+}
+
+void TestRowEdit::aMemberThatIsGoneIsRefused() {
+  const qint64 one = added("Schützenklassen", {{"Klasse", "Probe"}, {"KZ", "P"}});
+  const qint64 two = added("Schützenklassen", {{"Klasse", "Zweite"}, {"KZ", "Z"}});
+  RowEdit row(masterDataPage("Profile"), *database_);
+  const int key = value("SELECT ID FROM AuswertProfil ORDER BY ID").toInt();
+  QVERIFY(row.read(key));
+  row.setEntry("Anzahl", "7");
+  row.setMember(1, one, true, "Probe");
+  row.setMember(1, two, true, "Zweite");
+  remove("Schützenklassen", two);
+  QCOMPARE(goneIn(row), "3201 Klassen: »Zweite« hat inzwischen jemand gelöscht.");
+  const QString links = QString("Auswert_Klassen WHERE AuswertID = %1 AND KlassenID").arg(key);
+  QCOMPARE(count(QString("%1 IN (%2, %3)").arg(links).arg(one).arg(two)), 0);
+  QVERIFY(row.members(1).contains(one));
+  row.setMember(1, two, false);
+  row.store();
+  QCOMPARE(count(QString("%1 = %2").arg(links).arg(one)), 1);
+  QCOMPARE(value(QString("SELECT Anzahl FROM AuswertProfil WHERE ID = %1").arg(key)), QString("7"));
+}
+
+void TestRowEdit::whatIsGoneAndUntouchedStays() {
+  database_->execute("UPDATE Mannschaften SET VereinID = 4711 WHERE ID = 1");
+  RowEdit row(masterDataPage("Mannschaften"), *database_);
+  QVERIFY(row.read(1));
+  row.setEntry("MannName", "Grünau eins");
+  QCOMPARE(row.store(), 1);
+  QCOMPARE(value("SELECT VereinID FROM Mannschaften WHERE ID = 1"), QString("4711"));
+  row.setValue("VereinID", 0);  // naming nobody needs nobody
+  QCOMPARE(row.store(), 1);
+}
+
+void TestRowEdit::whatBecomesNewNamesOnlyWhatIsThere() {
+  const qint64 club = added("Verein", {{"Name", "Kurzlebig"}});
+  const qint64 team = added("Mannschaften", {{"MannName", "Kurzlebig I"}, {"VereinID", club}});
+  RowEdit row(masterDataPage("Mannschaften"), *database_);
+  QVERIFY(row.read(team));
+  remove("Mannschaften", team);
+  remove("Verein", club);
+  row.becomeNew();
+  QCOMPARE(goneIn(row), QString("3201 Verein: Nr. %1 hat inzwischen jemand gelöscht.").arg(club));
 }
 
 void TestRowEdit::looksUpByTheCode() {

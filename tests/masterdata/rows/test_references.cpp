@@ -160,6 +160,78 @@ class TestReferences : public QObject {
     QCOMPARE(store_->count("Schützen", "Startnummer = '901'"), 1);
   }
 
+  /// Each column that a page or the counter writes is guarded the same way: a row that is deleted elsewhere
+  /// isn't named, and one that is being named isn't deleted.
+  void whatIsToBeNamedIsThere_data() {
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QString>("target");
+    QTest::newRow("refuses") << "Schützen"
+                             << "VereinsID"
+                             << "Verein";
+    QTest::newRow("belongs") << "SchuetzenGruppenZuordnung"
+                             << "GruppenID"
+                             << "SchuetzenGruppen";
+  }
+  void whatIsToBeNamedIsThere() {
+    QFETCH(QString, table);
+    QFETCH(QString, column);
+    QFETCH(QString, target);
+    dao::OpenOptions impatient;
+    impatient.patience = 1;
+    const auto other = dao::Database::open(store_->path(), impatient);
+    const qint64 key = store_->add(target, {});
+    const auto naming = [&](dao::Database& database, dao::Changes& changes) {
+      changes.insert(table, {{column, key}});
+      requireThere(database, changes, {table, column, target, "Feld", {{key, "Eins"}}});
+    };
+    const QString named = QString("%1 = %2").arg(column).arg(key);
+    const qint64 targets = store_->count(target);
+    int refused = 0;
+    {
+      dao::Changes changes(store_->database());
+      naming(store_->database(), changes);
+      changes.require([&] {
+        refused = errorOf([&] {
+          dao::Changes removal(*other);
+          removeRow(*other, removal, target, key);
+          removal.write();
+        });
+      });
+      changes.write();
+    }
+    QVERIFY(refused != 0);
+    QCOMPARE(store_->count(table, named), 1);
+    QCOMPARE(store_->count(target), targets);
+    store_->database().execute(QString("DELETE FROM [%1] WHERE %2").arg(table, named));
+    {
+      dao::Changes removal(store_->database());
+      removeRow(store_->database(), removal, target, key);
+      removal.require([&] {
+        // Refused, or what was named goes along.
+        errorOf([&] {
+          dao::Changes changes(*other);
+          naming(*other, changes);
+          changes.write();
+        });
+      });
+      removal.write();
+    }
+    QCOMPARE(store_->count(table, named), 0);
+    dao::Changes changes(store_->database());
+    naming(store_->database(), changes);
+    try {
+      changes.write();
+      QFAIL("named nobody");
+    } catch (const ReferenceGone& gone) {
+      QCOMPARE(gone.number(), errors::kReferenceMissing);
+      QCOMPARE(gone.description(), QString("Feld: »Eins« hat inzwischen jemand gelöscht."));
+      QCOMPARE(gone.table() + "." + gone.column(), table + "." + column);
+      QCOMPARE(gone.key(), key);
+    }
+    QCOMPARE(store_->count(table, named), 0);
+  }
+
   void subjectsAreSentences() {
     dao::Database& database = store_->database();
     QCOMPARE(subjectOf(database, "Schützen", 7), QString("Schütze 107"));

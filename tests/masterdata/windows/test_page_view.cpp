@@ -43,6 +43,8 @@ class TestPageView : public QObject {
   void membersAreTickedAndStored();
   void theSecondIsToldWhatTheFirstChanged();
   void aRowThatSomebodyDeletedIsOfferedAsNew();
+  void aChosenRowThatIsGoneIsTold();
+  void aTickOnARowThatIsGoneIsTold();
   void whatResultsReferToStays();
   void aRowGoesAfterAQuestion();
   void refreshShowsWhatOthersDid();
@@ -222,6 +224,52 @@ void TestPageView::aRowThatSomebodyDeletedIsOfferedAsNew() {
       .presetting(BoxAnswer::No);
   desk->key(Qt::Key_S, Qt::ControlModifier);
   QCOMPARE(desk->value("SELECT Kurzname FROM Verein WHERE Name = 'Edelweiß Höfen'"), QString("EWH"));
+}
+
+void TestPageView::aChosenRowThatIsGoneIsTold() {
+  desk->execute("INSERT INTO Verein (Name) VALUES ('Kurzlebig')");
+  desk->show("Mannschaften");
+  desk->key(Qt::Key_N, Qt::ControlModifier);
+  desk->setField("feld_Mannschaften_MannName", "Neue");
+  desk->setChoice("feld_Mannschaften_VereinID", "Kurzlebig");
+  desk->execute("DELETE FROM Verein WHERE Name = 'Kurzlebig'");
+  desk->boxes
+      .expect("So lässt sich das nicht speichern:\n\nVerein: »Kurzlebig« hat inzwischen jemand gelöscht.")
+      .showing(BoxIcon::Exclamation);
+  desk->key(Qt::Key_S, Qt::ControlModifier);
+  QCOMPARE(desk->value("SELECT Count(*) AS n FROM Mannschaften WHERE MannName = 'Neue'"), QString("0"));
+  QCOMPARE(desk->field("feld_Mannschaften_MannName"), QString("Neue"));
+  QCOMPARE(the<QComboBox>(window(), "feld_Mannschaften_VereinID").currentText(), QString("Kurzlebig"));
+  QCOMPARE(desk->label("lblStand_Mannschaften"), QString("Nicht gespeichert"));
+  QCOMPARE(desk->focus().objectName(), QString("feld_Mannschaften_VereinID"));
+  desk->setChoice("feld_Mannschaften_VereinID", "Edelweiß Höfen");
+  desk->key(Qt::Key_S, Qt::ControlModifier);
+  QCOMPARE(desk->value("SELECT VereinID FROM Mannschaften WHERE MannName = 'Neue'"), QString("3"));
+}
+
+void TestPageView::aTickOnARowThatIsGoneIsTold() {
+  desk->execute("INSERT INTO Disziplin (Name) VALUES ('Kurzlebig')");
+  desk->show("Kombinationen");
+  desk->key(Qt::Key_N, Qt::ControlModifier);
+  desk->setField("feld_Kombinationen_Kombinationsname", "Drei");
+  the<QTabWidget>(window(), "tabs_Kombinationen").setCurrentIndex(1);
+  auto& list = the<QListWidget>(window(), "lstDisziplinen_Kombinationen");
+  for (const char* name : {"Kurzlebig", "LG Meister"})
+    list.findItems(name, Qt::MatchExactly).constFirst()->setCheckState(Qt::Checked);
+  the<QTabWidget>(window(), "tabs_Kombinationen").setCurrentIndex(0);
+  desk->execute("DELETE FROM Disziplin WHERE Name = 'Kurzlebig'");
+  desk->boxes.expect(
+      "So lässt sich das nicht speichern:\n\nDisziplinen: »Kurzlebig« hat inzwischen jemand gelöscht.");
+  desk->key(Qt::Key_S, Qt::ControlModifier);
+  QCOMPARE(desk->value("SELECT Count(*) AS n FROM Kombination_Name WHERE Kombinationsname = 'Drei'"),
+           QString("0"));
+  QCOMPARE(the<QTabWidget>(window(), "tabs_Kombinationen").currentIndex(), 1);
+  QVERIFY(list.findItems("Kurzlebig", Qt::MatchExactly).isEmpty());
+  QCOMPARE(desk->label("lblDisziplinen_Kombinationen"), QString("1 gewählt"));
+  desk->key(Qt::Key_S, Qt::ControlModifier);
+  QCOMPARE(desk->value("SELECT Count(*) AS n FROM Kombination_Diszi INNER JOIN Kombination_Name ON "
+                       "Kombination_Diszi.KombiID = Kombination_Name.ID WHERE Kombinationsname = 'Drei'"),
+           QString("1"));
 }
 
 void TestPageView::whatResultsReferToStays() {
