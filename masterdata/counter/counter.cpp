@@ -49,18 +49,30 @@ QString lineOf(const PresentShooter& shooter) {
   return shooter.startnummer + "  " + parts.join(", ");
 }
 
+NameList readClubs(dao::Database& database) {
+  return readNames(database, "SELECT ID, Name, Kurzname FROM Verein ORDER BY Name, ID");
+}
+
+NameList readTeams(dao::Database& database) {
+  return readNames(database,
+                   "SELECT Mannschaften.ID AS MannID, Mannschaften.MannName AS Mannschaft, Verein.Name AS "
+                   "Vereinsname FROM Mannschaften LEFT JOIN Verein ON Mannschaften.VereinID = Verein.ID "
+                   "ORDER BY Mannschaften.MannName, Mannschaften.ID");
+}
+
 Counter::Counter(dao::Database& database) : database_(database), table_(database.tableDef("Schützen")) {
   for (const dao::FieldDef& field : table_.fields) empty_.insert(columnName(field.name), {});
   refresh();
 }
 
 void Counter::refresh() {
+  refreshClasses();
+  clubs_ = readClubs(database_);
+  teams_ = readTeams(database_);
+}
+
+void Counter::refreshClasses() {
   classes_ = readShooterClasses(database_);
-  clubs_ = readNames(database_, "SELECT ID, Name, Kurzname FROM Verein ORDER BY Name, ID");
-  teams_ = readNames(database_,
-                     "SELECT Mannschaften.ID AS MannID, Mannschaften.MannName AS Mannschaft, Verein.Name AS "
-                     "Vereinsname FROM Mannschaften LEFT JOIN Verein ON Mannschaften.VereinID = Verein.ID "
-                     "ORDER BY Mannschaften.MannName, Mannschaften.ID");
 }
 
 int Counter::lengthOf(const QString& column) const {

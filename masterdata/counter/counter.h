@@ -20,6 +20,10 @@ struct PresentShooter {
 /// "107  Müller Jörg, 14.05.1928, Äußere Au"
 QString lineOf(const PresentShooter& shooter);
 
+// What clubs and teams are called in the competition now.
+NameList readClubs(dao::Database& database);
+NameList readTeams(dao::Database& database);
+
 class Counter {
  public:
   /// The database outlives the counter.
@@ -27,6 +31,8 @@ class Counter {
 
   /// Reads classes, clubs and teams anew.
   void refresh();
+  /// The classes alone, of which there are few.
+  void refreshClasses();
   const ShooterClasses& classes() const { return classes_; }
   const NameList& clubs() const { return clubs_; }
   const NameList& teams() const { return teams_; }

@@ -20,6 +20,8 @@ class NameList {
   /// text; nothing for an unknown one, and for one that several have.
   std::optional<qint32> idOf(const QString& text) const;
   bool isAmbiguous(const QString& text) const;
+  /// One or several are called so.
+  bool knows(const QString& text) const { return idOf(text) || isAmbiguous(text); }
 
  private:
   QHash<QString, QList<qint32>> byName_;

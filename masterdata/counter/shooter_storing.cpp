@@ -2,6 +2,8 @@
 
 #include "masterdata/counter/shooter_check.h"
 #include "masterdata/people/birth_date.h"
+#include "masterdata/rows/references.h"
+#include "platform/dao/values/types.h"
 #include "platform/dialog/dialogs.h"
 
 namespace qk {
@@ -10,31 +12,40 @@ namespace {
 
 const QString kTitle = "Schützen";
 
+/// While the operator was asked whether it is to be made, somebody else made it.
+class MadeMeanwhile : public Error {
+ public:
+  MadeMeanwhile() : Error(errors::kChangedMeanwhile) {}
+};
+
 }  // namespace
 
-bool ShooterStoring::resolve(Part part, const QString& text, qint32& id, bool& make) {
-  const bool club = part == Part::Club;
-  const NameList& names = club ? counter_.clubs() : counter_.teams();
-  // Untouched, it may even stand for a row that is gone.
-  if (text.simplified() == names.shown(id)) return true;
-  if (const auto found = names.idOf(text)) {
-    id = *found;
-    return true;
+/// A shooter on his way into the table. What was changed here follows from `entry` alone, however often the
+/// row turns out to be another one.
+struct ShooterStoring::Writing {
+  ShooterEntry entry;
+  QString shownClass;         ///< what the form calls the class
+  dao::RowValues found = {};  ///< what is known to stand in the row now
+  bool makeClub = false, makeTeam = false;
+
+  dao::RowValues changed() const {
+    dao::RowValues values = changedValues(entry.data, entry.before);
+    // Both say who somebody is: one changed here and one changed there would make a third person.
+    if (entry.id != 0 && (values.contains("Name") || values.contains("Vorname")))
+      for (const char* column : {"Name", "Vorname"})
+        if (!values.contains(column) && entry.before.contains(column))
+          values.insert(column, entry.before.value(column));
+    return values;
   }
-  if (names.isAmbiguous(text)) {
-    dialogs_.note(QString("»%1« gibt es mehrmals. Bitte %2 aus der Liste wählen.")
-                      .arg(text.simplified(), club ? "den Verein" : "die Mannschaft"),
-                  BoxIcon::Exclamation, kTitle);
-    return false;
-  }
-  make = dialogs_.show(
-             {.text = QString(club ? "Den Verein »%1« gibt es noch nicht.\nSoll er angelegt werden?"
-                                   : "Die Mannschaft »%1« gibt es noch nicht.\nSoll sie angelegt werden?")
-                          .arg(text.simplified()),
-              .title = kTitle,
-              .icon = BoxIcon::Question,
-              .buttons = BoxButtons::YesNo}) == BoxAnswer::Yes;
-  return make;
+};
+
+/// The form may have worked the class out by limits that somebody has corrected since.
+void ShooterStoring::followClass(ShooterEntry& entry) const {
+  const dao::RowValues changed = changedValues(entry.data, entry.before);
+  const bool touched = entry.id == 0 || changed.contains("Gebdat") || changed.contains("Geschlecht") ||
+                       changed.contains("bGebKlasseManuell");
+  if (touched && !entry.data.klasseManuell)
+    entry.data.klassenID = counter_.classes().determine(entry.data.gebDat, entry.data.geschlecht).id;
 }
 
 /// What was offered may be taken by now; nobody asked for that very number.
@@ -43,29 +54,63 @@ void ShooterStoring::renumberProposed(ShooterEntry& entry) {
     entry.data.startnummer = counter_.nextStartNumber();
 }
 
+bool ShooterStoring::resolve(Writing& writing, Part part) {
+  const bool club = part == Part::Club;
+  ShooterEntry& entry = writing.entry;
+  const QString text = (club ? entry.club : entry.team).simplified();
+  qint32& id = club ? entry.data.vereinsID : entry.data.mannID;
+  bool& make = club ? writing.makeClub : writing.makeTeam;
+  // Untouched, it may even stand for a row that is gone.
+  if (text == (club ? entry.shownClub : entry.shownTeam)) return true;
+  const NameList& names = club ? counter_.clubs() : counter_.teams();
+  if (!names.knows(text)) counter_.refresh();  // somebody else may have made it since
+  if (const auto found = names.idOf(text)) {
+    id = *found;
+    make = false;
+    return true;
+  }
+  if (names.isAmbiguous(text)) {
+    dialogs_.note(QString("»%1« gibt es mehrmals. Bitte %2 aus der Liste wählen.")
+                      .arg(text, club ? "den Verein" : "die Mannschaft"),
+                  BoxIcon::Exclamation, kTitle);
+    return false;
+  }
+  if (make) return true;  // asked already
+  make = dialogs_.show(
+             {.text = QString(club ? "Den Verein »%1« gibt es noch nicht.\nSoll er angelegt werden?"
+                                   : "Die Mannschaft »%1« gibt es noch nicht.\nSoll sie angelegt werden?")
+                          .arg(text),
+              .title = kTitle,
+              .icon = BoxIcon::Question,
+              .buttons = BoxButtons::YesNo}) == BoxAnswer::Yes;
+  return make;
+}
+
+QString ShooterStoring::unresolved(Writing& writing) {
+  if (!resolve(writing, Part::Club)) return "VereinsID";
+  if (!resolve(writing, Part::Team)) return "lMannID";
+  return {};
+}
+
 StoringResult ShooterStoring::store(ShooterEntry entry) {
   StoringResult result;
+  const QString shownClass = counter_.classes().nameOf(entry.data.klassenID);
   reported(fehlerReport(dialogs_, "Der Schütze konnte nicht gespeichert werden."), [&](Steps&) {
     result = {};
-    ShooterEntry wanted = entry;
+    counter_.refreshClasses();
+    Writing writing{entry, shownClass};
+    ShooterEntry& wanted = writing.entry;
     renumberProposed(wanted);
     if (const ShooterTrouble trouble = troubleWith(wanted.data, wanted.before, wanted.id, counter_);
         !trouble.text.isEmpty()) {
-      dialogs_.note(trouble.text, BoxIcon::Exclamation, kTitle);
-      result.column = trouble.column;
+      result = refused(wanted, trouble.text, trouble.column);
       return;
     }
     if (changedValues(wanted.data, wanted.before).contains("Gebdat"))
       wanted.data.gebDat = readBirthDate(wanted.data.gebDat, counter_.classes().refDatum()).stored;
-    bool makeClub = false, makeTeam = false;
-    if (!resolve(Part::Club, wanted.club, wanted.data.vereinsID, makeClub)) {
-      result.column = "VereinsID";
-      return;
-    }
-    if (!resolve(Part::Team, wanted.team, wanted.data.mannID, makeTeam)) {
-      result.column = "lMannID";
-      return;
-    }
+    followClass(wanted);
+    result.column = unresolved(writing);
+    if (!result.column.isEmpty()) return;
     const QString question = namesakeQuestion(wanted.data, wanted.before, wanted.id, counter_);
     if (!question.isEmpty() && dialogs_.show({.text = question,
                                               .title = kTitle,
@@ -75,45 +120,103 @@ StoringResult ShooterStoring::store(ShooterEntry entry) {
       result.column = "Name";
       return;
     }
-    result = write(wanted, makeClub, makeTeam);
+    result = write(writing);
   });
   return result;
 }
 
-StoringResult ShooterStoring::write(ShooterEntry& entry, bool makeClub, bool makeTeam) {
+/// Until it is written, or somebody says no: what another desk does meanwhile is asked about, or gone along
+/// with.
+StoringResult ShooterStoring::write(Writing& writing) {
+  ShooterEntry& entry = writing.entry;
+  while (true) {
+    try {
+      return writeOnce(writing);
+    } catch (const dao::RowChanged& other) {
+      if (!overwrites(writing, other)) return {StoringResult::Outcome::Reload, entry.id, {}};
+    } catch (const MadeMeanwhile&) {
+      // The operator wanted a shooter of that club, and there it is: no reason to bother him.
+      counter_.refresh();
+      if (const QString column = unresolved(writing); !column.isEmpty())
+        return {StoringResult::Outcome::Refused, entry.id, column};
+    } catch (const ReferenceGone& gone) {
+      counter_.refresh();
+      return refused(entry, gone.description(), gone.column() == "VereinID" ? "VereinsID" : gone.column());
+    } catch (const Error& error) {
+      if (error.number() == errors::kRecordDeleted) {
+        dialogs_.note("Diesen Schützen hat inzwischen jemand anderes gelöscht.", BoxIcon::Exclamation,
+                      kTitle);
+        return {StoringResult::Outcome::Reload, 0, {}};
+      }
+      if (error.number() != errors::kDuplicateKey) throw;
+      if (entry.id != 0 || !entry.proposed) return refused(entry, error.description(), "Startnummer");
+      entry.data.startnummer = counter_.nextStartNumber();
+    }
+  }
+}
+
+StoringResult ShooterStoring::writeOnce(Writing& writing) {
+  ShooterEntry& entry = writing.entry;
   dao::Changes changes(counter_.database());
-  if (makeClub)
+  if (writing.makeClub)
     entry.data.vereinsID = static_cast<qint32>(changes.insert("Verein", {{"Name", entry.club.simplified()}}));
-  if (makeTeam)
+  if (writing.makeTeam)
     entry.data.mannID = static_cast<qint32>(changes.insert(
         "Mannschaften", {{"MannName", entry.team.simplified()}, {"VereinID", entry.data.vereinsID}}));
-  const dao::RowValues changed = changedValues(entry.data, entry.before);
-  if (entry.id != 0 && changed.isEmpty()) return {StoringResult::Outcome::Unchanged, entry.id, {}, {}};
+  const dao::RowValues changed = writing.changed();
+  if (entry.id != 0 && changed.isEmpty()) return {StoringResult::Outcome::Unchanged, entry.id, {}};
   qint64 id = entry.id;
   if (id == 0) {
     id = changes.insert("Schützen", changed);
   } else {
-    dao::RowValues old;
+    dao::RowValues there;
     for (auto it = changed.begin(); it != changed.end(); ++it)
-      old.insert(it.key(), entry.before.value(it.key()));
-    changes.expect("Schützen", id, old);
+      there.insert(it.key(), writing.found.value(it.key(), entry.before.value(it.key())));
+    changes.expect("Schützen", id, there);
     changes.update("Schützen", id, changed);
   }
-  if (changed.contains("Startnummer")) refuseTakenNumber(changes, entry);
-  try {
-    changes.write();
-  } catch (const dao::RowChanged& other) {
-    if (!overwrites(entry, other.found())) return {StoringResult::Outcome::Reload, entry.id, {}, {}};
-    entry.before = counter_.row(entry.id);
-    return write(entry, makeClub, makeTeam);
-  } catch (const Error& error) {
-    return writingFailed(error, entry, makeClub, makeTeam);
-  }
-  if (makeClub || makeTeam) counter_.refresh();
-  return {StoringResult::Outcome::Stored,
-          id,
-          {},
-          QString("Gespeichert: %1  %2").arg(entry.data.startnummer, storedName(entry.data.person).name)};
+  requireNew(changes, writing);
+  requireReferences(changes, writing, changed);
+  if (changed.contains("Startnummer")) requireFreeNumber(changes, entry);
+  changes.write();
+  return {StoringResult::Outcome::Stored, id, {}};
+}
+
+/// None of that name, as the lists compare names, when it is made.
+void ShooterStoring::requireNew(dao::Changes& changes, const Writing& writing) {
+  const auto require = [&](const QString& table, const QString& name, NameList (*read)(dao::Database&)) {
+    changes.hold(table);
+    changes.require([this, name, read] {
+      if (read(counter_.database()).knows(name)) throw MadeMeanwhile();
+    });
+  };
+  // Every writer that holds several tables begins with the shooters, so that none waits for another in turn.
+  if (writing.makeClub || writing.makeTeam) changes.hold("Schützen");
+  if (writing.makeClub) require("Verein", writing.entry.club, readClubs);
+  if (writing.makeTeam) require("Mannschaften", writing.entry.team, readTeams);
+}
+
+/// What was chosen may be gone by now. What nobody touched isn't asked about.
+void ShooterStoring::requireReferences(dao::Changes& changes, const Writing& writing,
+                                       const dao::RowValues& changed) {
+  const ShooterEntry& entry = writing.entry;
+  const auto require = [&](const QString& column, const QString& target, qint64 key, const QString& name) {
+    if (changed.contains(column) && key != 0)
+      requireThere(counter_.database(), changes,
+                   {"Schützen", column, target, titleOf(column), {{key, name.simplified()}}});
+  };
+  const QString known = counter_.classes().nameOf(entry.data.klassenID);
+  require("KlassenID", "Schützenklassen", entry.data.klassenID, known.isEmpty() ? writing.shownClass : known);
+  if (!writing.makeTeam) require("lMannID", "Mannschaften", entry.data.mannID, entry.team);
+  if (writing.makeClub) return;
+  require("VereinsID", "Verein", entry.data.vereinsID, entry.club);
+  if (writing.makeTeam && entry.data.vereinsID != 0)
+    requireThere(counter_.database(), changes,
+                 {"Mannschaften",
+                  "VereinID",
+                  "Verein",
+                  titleOf("VereinsID"),
+                  {{entry.data.vereinsID, entry.club.simplified()}}});
 }
 
 QString ShooterStoring::shownValue(const QString& column, const QVariant& value) const {
@@ -124,15 +227,21 @@ QString ShooterStoring::shownValue(const QString& column, const QVariant& value)
   return value.toString();
 }
 
-/// The other one's values beside one's own, column by column.
-bool ShooterStoring::overwrites(const ShooterEntry& entry, const dao::RowValues& found) {
-  const dao::RowValues mine = changedValues(entry.data, entry.before);
-  QStringList lines, columns = found.keys();
+bool ShooterStoring::overwrites(Writing& writing, const dao::RowChanged& other) {
+  counter_.refresh();  // what stands there now may be new, too
+  const dao::RowValues mine = writing.changed();
+  QStringList lines, columns = mine.keys();
   columns.sort();
   for (const QString& column : columns)
-    lines << QString("%1: dort jetzt »%2«, hier »%3«")
-                 .arg(titleOf(column), shownValue(column, found.value(column)),
-                      shownValue(column, mine.value(column)));
+    for (auto theirs = other.found().begin(); theirs != other.found().end(); ++theirs) {
+      if (!dao::sameName(theirs.key(), column)) continue;
+      writing.found.insert(column, theirs.value());
+      QString here = shownValue(column, mine.value(column));
+      if (column == "VereinsID" && writing.makeClub) here = writing.entry.club.simplified();
+      if (column == "lMannID" && writing.makeTeam) here = writing.entry.team.simplified();
+      lines << QString("%1: dort jetzt »%2«, hier »%3«")
+                   .arg(titleOf(column), shownValue(column, theirs.value()), here);
+    }
   return dialogs_.show({.text = "Diesen Schützen hat inzwischen jemand anderes geändert.\n\n" +
                                 lines.join('\n') + "\n\nSoll gelten, was hier steht?",
                         .title = kTitle,
@@ -143,7 +252,7 @@ bool ShooterStoring::overwrites(const ShooterEntry& entry, const dao::RowValues&
 
 /// Two counters may be given the same number within the same moment: the second one learns it before anything
 /// is written.
-void ShooterStoring::refuseTakenNumber(dao::Changes& changes, const ShooterEntry& entry) {
+void ShooterStoring::requireFreeNumber(dao::Changes& changes, const ShooterEntry& entry) {
   changes.hold("Schützen");
   changes.require([this, number = entry.data.startnummer, id = entry.id] {
     if (const auto others = counter_.holdersOf(number, id); !others.empty())
@@ -151,19 +260,9 @@ void ShooterStoring::refuseTakenNumber(dao::Changes& changes, const ShooterEntry
   });
 }
 
-StoringResult ShooterStoring::writingFailed(const Error& error, ShooterEntry& entry, bool makeClub,
-                                            bool makeTeam) {
-  if (error.number() == errors::kRecordDeleted) {
-    dialogs_.note("Diesen Schützen hat inzwischen jemand anderes gelöscht.", BoxIcon::Exclamation, kTitle);
-    return {StoringResult::Outcome::Reload, 0, {}, {}};
-  }
-  if (error.number() != errors::kDuplicateKey) throw error;
-  if (entry.id == 0 && entry.proposed) {
-    entry.data.startnummer = counter_.nextStartNumber();
-    return write(entry, makeClub, makeTeam);
-  }
-  dialogs_.note(error.description(), BoxIcon::Exclamation, kTitle);
-  return {StoringResult::Outcome::Refused, entry.id, "Startnummer", {}};
+StoringResult ShooterStoring::refused(const ShooterEntry& entry, const QString& why, const QString& column) {
+  dialogs_.note(why, BoxIcon::Exclamation, kTitle);
+  return {StoringResult::Outcome::Refused, entry.id, column};
 }
 
 }  // namespace qk

@@ -127,6 +127,8 @@ void ShooterForm::reset() {
 void ShooterForm::showEntry() {
   entry_.club = counter_->clubs().shown(entry_.data.vereinsID);
   entry_.team = counter_->teams().shown(entry_.data.mannID);
+  entry_.shownClub = entry_.club;
+  entry_.shownTeam = entry_.team;
   {
     const QSignalBlocker quiet(this);
     const ShooterData& shooter = entry_.data;
@@ -287,24 +289,32 @@ bool ShooterForm::store() {
   normaliseDate();
   const dao::RowValues before = entry_.before;
   const qint64 known = entry_.id;
-  const StoringResult result = ShooterStoring(*counter_, *dialogs_).store(typed());
+  const ShooterEntry wanted = typed();
+  const StoringResult result = ShooterStoring(*counter_, *dialogs_).store(wanted);
   switch (result.outcome) {
     case StoringResult::Outcome::Refused:
+      fillLists();
+      showClass();
       focusOn(result.column);
       return false;
     case StoringResult::Outcome::Unchanged:
       return true;
     case StoringResult::Outcome::Reload:
+      fillLists();
       Q_EMIT reloadWanted();
       return false;
     case StoringResult::Outcome::Stored:
       break;
   }
   reported(fehlerReport(*dialogs_, "Der Schütze ist gespeichert, lässt sich aber nicht lesen."), [&](Steps&) {
+    counter_->refresh();
     fillLists();
     showShooter(result.id);
   });
-  Q_EMIT stored(result.id, result.done);
+  QString done = "Gespeichert: " + who();
+  if (entry_.data.klassenID != wanted.data.klassenID)
+    done += ", jetzt in der Klasse: " + ui_->cboKlasse->currentText();
+  Q_EMIT stored(result.id, done);
   if (known != 0) Q_EMIT regrouped(result.id, before);
   return true;
 }

@@ -7,10 +7,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTest>
 #include <memory>
 
 #include "masterdata/pages/page.h"
+#include "masterdata/rows/renumber.h"
 #include "masterdata/windows/shooter_form.h"
 #include "masterdata/windows/shooter_page.h"
 #include "platform/grid/bound_grid.h"
@@ -77,6 +79,10 @@ class TestShooterPage : public QObject {
   void aStoredClassStaysUntilSomethingChanges();
   void aClassThatIsGoneStays();
   void anUnknownClubIsOneQuestion();
+  void whatTheOtherCounterStoredShows();
+  void noShowsWhatTheOtherCounterStored();
+  void aClubThatIsGoneIsToldAndWhatIsTypedStays();
+  void theClassByCorrectedLimitsIsSaid();
   void nothingIsCompletedThatWasNotChosen();
   void aNamesakeStandsBeside();
   void walkingTheListShowsEach();
@@ -233,6 +239,83 @@ void TestShooterPage::anUnknownClubIsOneQuestion() {
   type(*page, "txtVerein", "sv neuland");
   press(*page, "txtVerein", Qt::Key_F9);
   QCOMPARE(bench->count("Verein", "Name = 'SV Neuland'"), 1);
+}
+
+void TestShooterPage::whatTheOtherCounterStoredShows() {
+  show("107");
+  the<QTabWidget>(*page, "tabsSchuetze").setCurrentIndex(1);
+  type(*page, "txtOrt", "Grünau");
+  const auto other = dao::Database::open(bench->path());
+  renumber(*other, 7, "777", Renumbering::WithResults);
+  other->execute("UPDATE Schützen SET Ort = 'Höfen', IBAN = 'DE77' WHERE ID = 7");
+  bench->place.dialogs.expect(
+      "Diesen Schützen hat inzwischen jemand anderes geändert.\n\nOrt: dort jetzt »Höfen«, hier »Grünau«\n\n"
+      "Soll gelten, was hier steht?",
+      BoxAnswer::Yes);
+  QSignalSpy done(page.get(), &ShooterPage::done);
+  QVERIFY(page->save());
+  QCOMPARE(field("txtStartnummer").text(), "777");
+  QCOMPARE(field("txtOrt").text(), "Grünau");
+  QCOMPARE(field("txtIBAN").text(), "DE77");
+  QVERIFY(!page->isEdited());
+  QCOMPARE(done[0][0].toString(), "Gespeichert: 777  Müller Jörg");
+}
+
+void TestShooterPage::noShowsWhatTheOtherCounterStored() {
+  show("107");
+  the<QTabWidget>(*page, "tabsSchuetze").setCurrentIndex(1);
+  type(*page, "txtOrt", "Grünau");
+  type(*page, "txtTelefon", "0815");
+  const auto other = dao::Database::open(bench->path());
+  other->execute("UPDATE Schützen SET Ort = 'Höfen', IBAN = 'DE77' WHERE ID = 7");
+  bench->place.dialogs.expect(
+      "Diesen Schützen hat inzwischen jemand anderes geändert.\n\nOrt: dort jetzt »Höfen«, hier »Grünau«\n\n"
+      "Soll gelten, was hier steht?",
+      BoxAnswer::No);
+  QVERIFY(!page->save());
+  QCOMPARE(field("txtOrt").text(), "Höfen");
+  QCOMPARE(field("txtIBAN").text(), "DE77");
+  QCOMPARE(field("txtTelefon").text(), "");
+  QVERIFY(!page->isEdited());
+}
+
+void TestShooterPage::aClubThatIsGoneIsToldAndWhatIsTypedStays() {
+  bench->database->execute("INSERT INTO Verein (Name) VALUES ('Kurzlebig')");
+  page->refresh();
+  type(*page, "txtNachname", "Huber");
+  type(*page, "txtVerein", "Kurzlebig");
+  QCOMPARE(field("txtVerein").completer()->completionCount(), 1);
+  bench->database->execute("DELETE FROM Verein WHERE Name = 'Kurzlebig'");
+  bench->place.dialogs.expect("Verein: »Kurzlebig« hat inzwischen jemand gelöscht.");
+  QVERIFY(!page->save());
+  QVERIFY(field("txtVerein").hasFocus());
+  QCOMPARE(field("txtNachname").text(), "Huber");
+  QCOMPARE(field("txtVerein").text(), "Kurzlebig");
+  QCOMPARE(bench->count("Schützen", "Name = 'Huber'"), 0);
+  // It is suggested no more.
+  type(*page, "txtVerein", "Kurzleb");
+  QCOMPARE(field("txtVerein").completer()->completionCount(), 0);
+}
+
+void TestShooterPage::theClassByCorrectedLimitsIsSaid() {
+  const QString number = field("txtStartnummer").text();
+  type(*page, "txtNachname", "Huber");
+  type(*page, "txtGeburtsdatum", "01021980");
+  box("cboGeschlecht").setCurrentIndex(2);
+  QCOMPARE(box("cboKlasse").currentText(), "Damen II (D2)");
+  bench->database->execute("UPDATE Schützenklassen SET [Alter von] = 98, [Alter bis] = 99 WHERE ID = 10");
+  bench->database->execute("UPDATE Schützenklassen SET [Alter von] = 21 WHERE ID = 14");
+  QSignalSpy done(page.get(), &ShooterPage::done);
+  QVERIFY(page->save());
+  QCOMPARE(stored(number, "KlassenID"), "14");
+  QCOMPARE(done[0][0].toString(),
+           "Gespeichert: " + number + "  Huber, jetzt in der Klasse: " + box("cboKlasse").currentText());
+  QVERIFY(page->save());
+  press(*page, "txtNachname", Qt::Key_F9);
+  // The next one's class follows from them at once.
+  type(*page, "txtGeburtsdatum", "01021980");
+  box("cboGeschlecht").setCurrentIndex(2);
+  QCOMPARE(box("cboKlasse").currentData().toInt(), 14);
 }
 
 void TestShooterPage::nothingIsCompletedThatWasNotChosen() {
