@@ -14,6 +14,11 @@ namespace {
 
 constexpr int MostRefusals = 100;
 
+/// Where counters and pages name what an import may have brought: whoever is about to has looked whether it
+/// is there. In the order in which lists are taken over.
+const QStringList NamedByHand = {"Schützen", "Mannschaften", "SchuetzenGruppenZuordnung",
+                                 "Schuetzen_SPO_Anmeldungen"};
+
 /// The rows of an import as they stand now, by table.
 class WrittenRows {
  public:
@@ -195,11 +200,15 @@ Undone undoLastImport(dao::Database& database) {
   if (!stored) return {false, {"Es gibt keine Übernahme, die sich zurücknehmen ließe."}};
   const auto written = unpacked(stored->rows);
   if (!written) return {false, {"Die Aufzeichnung der letzten Übernahme ist unlesbar."}};
-  const std::vector<TableMark> marks = marksOf(database, watchedTables(*written));
+  const QStringList watched = watchedTables(*written);
+  const std::vector<TableMark> marks = marksOf(database, watched);
   Undone result{false, Refusals(database, *written).all()};
   if (!result.refusals.isEmpty()) return result;
   dao::Changes changes(database);
-  requireMarks(changes, database, marks, {});
+  QStringList held;
+  for (const QString& table : NamedByHand)
+    if (watched.contains(table)) held << table;
+  requireMarks(changes, database, marks, held);
   reverse(changes, *written);
   dropImport(changes);
   try {

@@ -5,6 +5,7 @@
 #include "masterdata/lists/store_state.h"
 #include "masterdata/lists/take_over.h"
 #include "masterdata/rows/erase_person.h"
+#include "platform/dao/changes.h"
 #include "platform/dao/recordset.h"
 #include "platform/runtime/error.h"
 #include "tests/masterdata/lists/list_place.h"
@@ -272,6 +273,24 @@ class TestTakeOver : public QObject {
     qk::erasePerson(place.store(), 5);
     QVERIFY(!lastImport(place.store()));
     QVERIFY(!undoLastImport(place.store()).done);
+  }
+
+  /// A counter that has looked at the new club and is about to store a shooter of it.
+  void nobodyIsLeftWithWhatIsTakenBack() {
+    ListPlace place;
+    place.take("Verein\nNeu\n", ListKind::Clubs);
+    const int club = place.rows("SELECT ID FROM Verein WHERE Name = 'Neu'").toInt();
+    qk::dao::OpenOptions impatient;
+    impatient.patience = 1;
+    const auto other = Database::open(place.path(), impatient);
+    qk::dao::Changes changes(place.store());
+    changes.insert("Schützen", {{"Startnummer", "901"}, {"VereinsID", club}});
+    changes.hold("Schützen");
+    bool undone = false;
+    changes.require([&] { qk::test::errorOf([&] { undone = undoLastImport(*other).done; }); });
+    changes.write();
+    QVERIFY(!undone);
+    QCOMPARE(place.rows("SELECT Name FROM Verein WHERE Name = 'Neu'"), QString("Neu"));
   }
 
   void clubsAndTeams() {
