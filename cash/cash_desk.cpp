@@ -89,15 +89,14 @@ bool CashDesk::istNochDerselbe() {
     sStartNr_.clear();
     Q_EMIT shooterUnknown();
     workplace_.dialogs.note(name + " (Startnummer " + before +
-                                ") ist nicht mehr zu finden.\r\nEin Kauf in der Hand ist noch nicht "
-                                "verbucht: bitte den Schützen neu wählen (F3).",
+                                ") ist nicht mehr zu finden.\r\nEs ist noch nichts verbucht: bitte den "
+                                "Schützen neu wählen (F3).",
                             BoxIcon::Exclamation);
     return false;
   }
   wechsleSchuetzen(now);
   workplace_.dialogs.note(name + " hat jetzt die Startnummer " + now + ", nicht mehr " + before +
-                              ".\r\nEin Kauf in der Hand ist noch nicht verbucht: bitte prüfen und noch "
-                              "einmal verbuchen.",
+                              ".\r\nEs ist noch nichts verbucht: bitte prüfen und wiederholen.",
                           BoxIcon::Exclamation);
   return false;
 }

@@ -200,7 +200,10 @@ void frmFinanz::connectPayments() {
     connect(button, &QAbstractButton::clicked, this, [this, routine] { versuche(routine); });
   };
   press(
-      ui_->cmdOPVerbuchen, [this] { desk_.payments().cmdOPVerbuchen(); },
+      ui_->cmdOPVerbuchen,
+      [this] {
+        if (desk_.istNochDerselbe()) desk_.payments().cmdOPVerbuchen();
+      },
       "Alle offenen Zeilen des Schützen gelten als heute bezahlt.");
   press(
       ui_->cmdDelete, [this] { desk_.payments().cmdDelete(ui_->flexAll->currentRow()); },

@@ -156,7 +156,8 @@ QString Payments::bleibtOffen(int row, bool alleWeiteren) const {
 }
 
 void Payments::cmdOPVerbuchen() {
-  int at = 0;
+  int at = 0, tried = 0;
+  const QString today = dateText(parseDate(Buchungsdatum(workplace_)));
   Fremdes found;
   Money verbucht;
   // The money lies on the counter: what isn't settled now would be asked for again.
@@ -172,13 +173,17 @@ void Payments::cmdOPVerbuchen() {
         const QString amount = flexAll_.text(row, CashColumn::Betrag);
         zeigeGespeichertes(row);
         if (flexAll_.text(row, CashColumn::Offen) != kOffen) {
-          if (open) found.bezahlt.insert(row);
+          // Tried here before the answer got lost, it is our own.
+          const bool own = tried == row && flexAll_.text(row, CashColumn::Datum) == today;
+          if (own) verbucht += BetragStrikt(flexAll_.text(row, CashColumn::Betrag));
+          if (open && !own) found.bezahlt.insert(row);
           return;
         }
         if (!open || amount != flexAll_.text(row, CashColumn::Betrag)) found.geaendert.insert(row);
         const QString before = flexAll_.text(row, CashColumn::Datum);
         flexAll_.setText(row, CashColumn::Offen, kBezahlt);
-        flexAll_.setText(row, CashColumn::Datum, Buchungsdatum(workplace_));
+        flexAll_.setText(row, CashColumn::Datum, today);
+        tried = row;
         try {
           schreibe(row);
         } catch (const Error&) {
@@ -189,7 +194,6 @@ void Payments::cmdOPVerbuchen() {
         verbucht += BetragStrikt(flexAll_.text(row, CashColumn::Betrag));
       });
   });
-  for (auto row = found.geloescht.rbegin(); row != found.geloescht.rend(); ++row) flexAll_.removeRow(*row);
   Q_EMIT changed();
   if (!found.bezahlt.empty() || !found.geloescht.empty() || !found.geaendert.empty())
     workplace_.dialogs.note(fremdesText(found, verbucht), BoxIcon::Exclamation);

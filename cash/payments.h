@@ -36,8 +36,8 @@ class Payments : public QObject {
   /// taken from the record first, which another desk may have changed since it was shown; a box says so then.
   Eingabe nachEingabe(int row, int column);
   /// Settles all rows that are open in the store, as of today and with the amount of the store. A row that
-  /// can't be is asked about once more before it stays open. All rows show what is stored then, those that
-  /// are gone are taken out, and one box says what another desk has done to them.
+  /// can't be is asked about once more before it stays open. All rows that are there show what is stored
+  /// then; those that are gone stay as they are. One box says what another desk has done to either.
   void cmdOPVerbuchen();
   void cmdDelete(int row);  ///< asks; nothing without a selected row
   void cmdDeleteAll();      ///< asks

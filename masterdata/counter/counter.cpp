@@ -60,6 +60,11 @@ NameList readTeams(dao::Database& database) {
                    "ORDER BY Mannschaften.MannName, Mannschaften.ID");
 }
 
+NameList readTeamsOf(dao::Database& database, qint32 club) {
+  return readNames(database, "SELECT ID, MannName, MannName AS Auch FROM Mannschaften WHERE VereinID = " +
+                                 QString::number(club) + " ORDER BY MannName, ID");
+}
+
 Counter::Counter(dao::Database& database) : database_(database), table_(database.tableDef("Schützen")) {
   for (const dao::FieldDef& field : table_.fields) empty_.insert(columnName(field.name), {});
   refresh();

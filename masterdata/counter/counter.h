@@ -23,6 +23,7 @@ QString lineOf(const PresentShooter& shooter);
 // What clubs and teams are called in the competition now.
 NameList readClubs(dao::Database& database);
 NameList readTeams(dao::Database& database);
+NameList readTeamsOf(dao::Database& database, qint32 club);
 
 class Counter {
  public:

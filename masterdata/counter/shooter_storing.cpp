@@ -1,5 +1,8 @@
 #include "masterdata/counter/shooter_storing.h"
 
+#include <algorithm>
+#include <functional>
+
 #include "masterdata/counter/shooter_check.h"
 #include "masterdata/people/birth_date.h"
 #include "masterdata/rows/references.h"
@@ -20,6 +23,8 @@ class MadeMeanwhile : public Error {
 
 }  // namespace
 
+const QStringList kClassColumns = {"Gebdat", "Geschlecht", "bGebKlasseManuell", "KlassenID"};
+
 /// A shooter on his way into the table. What was changed here follows from `entry` alone, however often the
 /// row turns out to be another one.
 struct ShooterStoring::Writing {
@@ -27,6 +32,19 @@ struct ShooterStoring::Writing {
   QString shownClass;         ///< what the form calls the class
   dao::RowValues found = {};  ///< what is known to stand in the row now
   bool makeClub = false, makeTeam = false;
+
+  /// A shooter without a club, or whose club is gone, gets a team without one.
+  qint32 clubOfTeam() const { return entry.club.simplified().isEmpty() ? 0 : entry.data.vereinsID; }
+
+  /// What the class follows from, and the class: all of it is asked about when any of it is changed here.
+  QStringList expected(const dao::RowValues& changed) const {
+    QStringList columns = changed.keys();
+    const auto isChanged = [&](const QString& column) { return changed.contains(column); };
+    if (std::any_of(kClassColumns.begin(), kClassColumns.end(), isChanged))
+      for (const QString& column : kClassColumns)
+        if (!changed.contains(column) && entry.before.contains(column)) columns.append(column);
+    return columns;
+  }
 
   dao::RowValues changed() const {
     dao::RowValues values = changedValues(entry.data, entry.before);
@@ -38,6 +56,16 @@ struct ShooterStoring::Writing {
     return values;
   }
 };
+
+/// What only somebody else changed, and one's own class follows from.
+void ShooterStoring::takeOver(ShooterEntry& entry, const QString& column, const QVariant& value) {
+  entry.before.insert(column, value);
+  const ShooterData there = shooterData(entry.before);
+  if (column == "Gebdat") entry.data.gebDat = there.gebDat;
+  if (column == "Geschlecht") entry.data.geschlecht = there.geschlecht;
+  if (column == "bGebKlasseManuell") entry.data.klasseManuell = there.klasseManuell;
+  if (column == "KlassenID") entry.data.klassenID = there.klassenID;
+}
 
 /// The form may have worked the class out by limits that somebody has corrected since.
 void ShooterStoring::followClass(ShooterEntry& entry) const {
@@ -134,6 +162,7 @@ StoringResult ShooterStoring::write(Writing& writing) {
       return writeOnce(writing);
     } catch (const dao::RowChanged& other) {
       if (!overwrites(writing, other)) return {StoringResult::Outcome::Reload, entry.id, {}};
+      followClass(entry);
     } catch (const MadeMeanwhile&) {
       // The operator wanted a shooter of that club, and there it is: no reason to bother him.
       counter_.refresh();
@@ -162,7 +191,7 @@ StoringResult ShooterStoring::writeOnce(Writing& writing) {
     entry.data.vereinsID = static_cast<qint32>(changes.insert("Verein", {{"Name", entry.club.simplified()}}));
   if (writing.makeTeam)
     entry.data.mannID = static_cast<qint32>(changes.insert(
-        "Mannschaften", {{"MannName", entry.team.simplified()}, {"VereinID", entry.data.vereinsID}}));
+        "Mannschaften", {{"MannName", entry.team.simplified()}, {"VereinID", writing.clubOfTeam()}}));
   const dao::RowValues changed = writing.changed();
   if (entry.id != 0 && changed.isEmpty()) return {StoringResult::Outcome::Unchanged, entry.id, {}};
   qint64 id = entry.id;
@@ -170,8 +199,8 @@ StoringResult ShooterStoring::writeOnce(Writing& writing) {
     id = changes.insert("Schützen", changed);
   } else {
     dao::RowValues there;
-    for (auto it = changed.begin(); it != changed.end(); ++it)
-      there.insert(it.key(), writing.found.value(it.key(), entry.before.value(it.key())));
+    for (const QString& column : writing.expected(changed))
+      there.insert(column, writing.found.value(column, entry.before.value(column)));
     changes.expect("Schützen", id, there);
     changes.update("Schützen", id, changed);
   }
@@ -184,11 +213,15 @@ StoringResult ShooterStoring::writeOnce(Writing& writing) {
 
 /// None of that name, as the lists compare names, when it is made.
 void ShooterStoring::requireNew(dao::Changes& changes, const Writing& writing) {
-  const auto require = [&](const QString& table, const QString& name, NameList (*read)(dao::Database&)) {
+  using Read = std::function<NameList(dao::Database&)>;
+  const auto require = [&](const QString& table, const QString& name, const Read& read) {
     changes.hold(table);
     changes.require([this, name, read] {
       if (read(counter_.database()).knows(name)) throw MadeMeanwhile();
     });
+  };
+  const auto readTeams = [club = writing.clubOfTeam()](dao::Database& database) {
+    return readTeamsOf(database, club);  // another club's may be called the same
   };
   // Every writer that holds several tables begins with the shooters, so that none waits for another in turn.
   if (writing.makeClub || writing.makeTeam) changes.hold("Schützen");
@@ -210,7 +243,7 @@ void ShooterStoring::requireReferences(dao::Changes& changes, const Writing& wri
   if (!writing.makeTeam) require("lMannID", "Mannschaften", entry.data.mannID, entry.team);
   if (writing.makeClub) return;
   require("VereinsID", "Verein", entry.data.vereinsID, entry.club);
-  if (writing.makeTeam && entry.data.vereinsID != 0)
+  if (writing.makeTeam && writing.clubOfTeam() != 0)
     requireThere(counter_.database(), changes,
                  {"Mannschaften",
                   "VereinID",
@@ -232,6 +265,13 @@ bool ShooterStoring::overwrites(Writing& writing, const dao::RowChanged& other) 
   const dao::RowValues mine = writing.changed();
   QStringList lines, columns = mine.keys();
   columns.sort();
+  for (const QString& column : kClassColumns)
+    for (auto theirs = other.found().begin(); theirs != other.found().end(); ++theirs) {
+      if (!dao::sameName(theirs.key(), column) || mine.contains(column)) continue;
+      takeOver(writing.entry, column, theirs.value());
+      lines << QString("%1: dort jetzt »%2«, das bleibt")
+                   .arg(titleOf(column), shownValue(column, theirs.value()));
+    }
   for (const QString& column : columns)
     for (auto theirs = other.found().begin(); theirs != other.found().end(); ++theirs) {
       if (!dao::sameName(theirs.key(), column)) continue;

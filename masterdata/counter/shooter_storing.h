@@ -41,6 +41,7 @@ class ShooterStoring {
   struct Writing;
 
   void followClass(ShooterEntry& entry) const;
+  static void takeOver(ShooterEntry& entry, const QString& column, const QVariant& value);
   void renumberProposed(ShooterEntry& entry);
   /// False when the operator wants neither a new one nor goes on.
   bool resolve(Writing& writing, Part part);

@@ -307,6 +307,9 @@ qint64 RowEdit::store() {
     changes.expect(page_.table, key, stored_);
     if (!edited.isEmpty()) changes.update(page_.table, key, edited);
   }
+  // Before the tables of its links, as whoever imports does it: else two could wait for each other.
+  const auto isLinked = [](const Linked& link) { return !(link.now - link.stored).isEmpty(); };
+  if (!edited.isEmpty() && std::any_of(links_.begin(), links_.end(), isLinked)) changes.hold(page_.table);
   requireReferences(changes, edited);
   changeLinks(changes, key);
   if (page_.follow)

@@ -249,6 +249,8 @@ QString refusalOf(dao::Database& database, const QString& table, qint64 key) {
 
 void removeRow(dao::Database& database, dao::Changes& changes, const QString& table, qint64 key) {
   const QString keyColumn = namingOf(table).key;
+  // Every writer that holds several tables begins with the shooters, so that none waits for another in turn.
+  if (dao::sameName(table, "Schützen")) changes.hold(table);
   for (const Reference& reference : references()) {
     if (!dao::sameName(reference.target, table) || !stands(database, reference)) continue;
     if (reference.kind == Kind::Refuses)

@@ -141,7 +141,7 @@ void TestDeskMishaps::aShooterDeletedMeanwhile() {
   till->execute("DELETE * FROM Schützen WHERE Startnummer = '108'");
   till->execute("UPDATE Schützen SET Startnummer = '108' WHERE Startnummer = '210'");
   const QString gone =
-      "Süß Benno (Startnummer 108) ist nicht mehr zu finden.\r\nEin Kauf in der Hand ist noch nicht "
+      "Süß Benno (Startnummer 108) ist nicht mehr zu finden.\r\nEs ist noch nichts "
       "verbucht: bitte den Schützen neu wählen (F3).";
   till->dialogs.expect(gone).titled("Hinweis").showing(BoxIcon::Exclamation).during([this] {
     QCOMPARE(desk->text("Label1"), kUnknown);
@@ -169,8 +169,8 @@ void TestDeskMishaps::aShooterRenumberedMeanwhile() {
   renumber(*till->store(), 2, "300");
   till->dialogs
       .expect(
-          "Süß Benno hat jetzt die Startnummer 300, nicht mehr 108.\r\nEin Kauf in der Hand ist noch "
-          "nicht verbucht: bitte prüfen und noch einmal verbuchen.")
+          "Süß Benno hat jetzt die Startnummer 300, nicht mehr 108.\r\nEs ist noch nichts "
+          "verbucht: bitte prüfen und wiederholen.")
       .titled("Hinweis")
       .showing(BoxIcon::Exclamation)
       .during([this] { QCOMPARE(desk->text("txtStartNr"), "300"); });
@@ -191,8 +191,8 @@ void TestDeskMishaps::aNumberThatIsSomebodyElsesByNow() {
   renumber(*till->store(), 2, "300");
   renumber(*till->store(), 4, "108");
   till->dialogs.expect(
-      "Süß Benno hat jetzt die Startnummer 300, nicht mehr 108.\r\nEin Kauf in der Hand ist noch "
-      "nicht verbucht: bitte prüfen und noch einmal verbuchen.");
+      "Süß Benno hat jetzt die Startnummer 300, nicht mehr 108.\r\nEs ist noch nichts "
+      "verbucht: bitte prüfen und wiederholen.");
   desk->press("cmdOK");
   QVERIFY(window().isVisible());
   QCOMPARE(desk->text("Label1"), "Süß Benno");
@@ -213,8 +213,8 @@ void TestDeskMishaps::aNumberGoneBehindAnotherWindow() {
                           click(stakes, "cmdClose");
                         }));
   till->dialogs.expect(
-      "Süß Benno hat jetzt die Startnummer 300, nicht mehr 108.\r\nEin Kauf in der Hand ist noch "
-      "nicht verbucht: bitte prüfen und noch einmal verbuchen.");
+      "Süß Benno hat jetzt die Startnummer 300, nicht mehr 108.\r\nEs ist noch nichts "
+      "verbucht: bitte prüfen und wiederholen.");
   trigger(window(), "mnuOptEinlagen");
   QCOMPARE(desk->text("Label1"), "Süß Benno");
   desk->press("cmdVerbuchen");

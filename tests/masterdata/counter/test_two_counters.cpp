@@ -49,6 +49,9 @@ class TestTwoCounters : public QObject {
   void aClubOfBothIsMadeOnce();
   void aClubMadeDuringTheQuestionIsTaken();
   void aTeamMadeDuringTheQuestionIsTaken();
+  void anotherClubsTeamOfThatNameIsNot();
+  void aTeamOfAClubThatIsGoneHasNone();
+  void theClassFollowsBoth();
   void twoClubsOfTheNameAreNobodysGuess();
   void aClubNamedOtherwiseStaysTheShooters();
   void theClassFollowsTheCorrectedLimits();
@@ -194,16 +197,58 @@ void TestTwoCounters::aTeamMadeDuringTheQuestionIsTaken() {
   const int teams = bench->count("Mannschaften");
   qint64 there = 0;
   ShooterEntry mine = bench->known(7);
-  mine.club = "SV Neudorf";
   mine.team = "Neudorf I";
-  bench->place.dialogs.expect(unknownClub("SV Neudorf"), BoxAnswer::Yes);
   bench->place.dialogs.expect(unknownTeam("Neudorf I"), BoxAnswer::Yes).during([&] {
     there = added("Mannschaften", "MannName", "neudorf i");
+    other->execute(
+        QString("UPDATE Mannschaften SET VereinID = %1 WHERE ID = %2").arg(mine.data.vereinsID).arg(there));
   });
   QVERIFY(bench->store(mine).outcome == Outcome::Stored);
   QCOMPARE(bench->count("Mannschaften"), teams + 1);
-  QCOMPARE(bench->shooter(7, "VereinsID, lMannID"),
-           bench->row("SELECT ID FROM Verein WHERE Name = 'SV Neudorf'") + QString("|%1").arg(there));
+  QCOMPARE(bench->shooter(7, "lMannID"), QString::number(there));
+}
+
+void TestTwoCounters::anotherClubsTeamOfThatNameIsNot() {
+  const int teams = bench->count("Mannschaften");
+  ShooterEntry mine = bench->known(7);
+  QVERIFY(mine.data.vereinsID > 0);
+  mine.team = "Neudorf I";
+  bench->place.dialogs.expect(unknownTeam("Neudorf I"), BoxAnswer::Yes).during([&] {
+    added("Mannschaften", "MannName", "Neudorf I");
+  });
+  QVERIFY(bench->store(mine).outcome == Outcome::Stored);
+  QCOMPARE(bench->count("Mannschaften"), teams + 2);
+  QCOMPARE(bench->row("SELECT VereinID FROM Mannschaften WHERE ID = " + bench->shooter(7, "lMannID")),
+           QString::number(mine.data.vereinsID));
+}
+
+void TestTwoCounters::aTeamOfAClubThatIsGoneHasNone() {
+  bench->database->execute("UPDATE Schützen SET VereinsID = 4711 WHERE ID = 7");
+  ShooterEntry mine = bench->known(7);
+  QCOMPARE(mine.club, QString());
+  mine.team = "Neudorf I";
+  bench->place.dialogs.expect(unknownTeam("Neudorf I"), BoxAnswer::Yes);
+  QVERIFY(bench->store(mine).outcome == Outcome::Stored);
+  QCOMPARE(bench->row("SELECT VereinID FROM Mannschaften WHERE MannName = 'Neudorf I'"), QString("0"));
+}
+
+/// One desk corrects the date, the other the sex: neither's class is the one of the shooter that comes of it.
+void TestTwoCounters::theClassFollowsBoth() {
+  const ShooterClasses& classes = bench->counter->classes();
+  bench->database->execute(
+      "UPDATE Schützen SET Gebdat = '01.02.1980', Geschlecht = 'M', bGebKlasseManuell = 0, "
+      "KlassenID = " +
+      QString::number(classes.determine("01.02.1980", "M").id) + " WHERE ID = 7");
+  ShooterEntry mine = bench->known(7);
+  mine.data.geschlecht = "W";
+  mine.data.klassenID = classes.determine("01.02.1980", "W").id;
+  const qint32 wanted = classes.determine("01.02.1950", "W").id;
+  QVERIFY(wanted != mine.data.klassenID);
+  other->execute("UPDATE Schützen SET Gebdat = '01.02.1950' WHERE ID = 7");
+  bench->place.dialogs.expect(changedThere("Geburtsdatum: dort jetzt »01.02.1950«, das bleibt"),
+                              BoxAnswer::Yes);
+  QVERIFY(bench->store(mine).outcome == Outcome::Stored);
+  QCOMPARE(bench->shooter(7, "Gebdat, Geschlecht, KlassenID"), QString("01.02.1950|W|%1").arg(wanted));
 }
 
 void TestTwoCounters::twoClubsOfTheNameAreNobodysGuess() {

@@ -5,6 +5,7 @@
 #include "platform/runtime/formula_guard.h"
 #include "platform/runtime/textcodec.h"
 
+using namespace qk;
 using namespace qk::lists;
 
 namespace {
