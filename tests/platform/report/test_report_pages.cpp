@@ -2,11 +2,9 @@
 #include <QBuffer>
 #include <QPainter>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "platform/dao/database.h"
-#include "platform/dao/recordset.h"
 #include "platform/report/document.h"
 #include "platform/report/grid_report.h"
 #include "platform/report/page_painter.h"
@@ -14,77 +12,14 @@
 #include "platform/runtime/money.h"
 #include "tests/platform/report/pdf_reader.h"
 #include "tests/platform/report/printed.h"
+#include "tests/platform/report/report_store.h"
 #include "tests/support/read_bars.h"
-#include "tests/support/test_store.h"
 
 using namespace qk;
 using namespace qk::report;
 using namespace qk::test;
 
 namespace {
-
-constexpr int kRows = 400;
-const QString kHead =
-    "Seitenkopf\n  Text 0 0 * 6 \"Kopf\"\nSeitenfuß\n  Text 0 0 * 5 \"Seite {Seite} von {Seiten}\" rechts\n";
-const QString kTable = "Abfrage\n  SELECT ID, Ort, Name, Betrag, Tag FROM Posten ORDER BY ID\n";
-
-Money amountOf(int id) {
-  return Money::fromUnits(id * 10'100 + 33);  // halves and thirds of a cent
-}
-
-void makeStore(const QString& path) {
-  const auto database = dao::Database::create(path);
-  dao::TableDef table;
-  table.name = "Posten";
-  const auto field = [&](const char* name, dao::FieldType type, int size = 0) {
-    dao::FieldDef def;
-    def.name = name;
-    def.type = type;
-    def.size = size;
-    table.fields.push_back(def);
-  };
-  field("ID", dao::FieldType::Long);
-  field("Ort", dao::FieldType::Text, 50);
-  field("Name", dao::FieldType::Memo);
-  field("Betrag", dao::FieldType::Currency);
-  field("Tag", dao::FieldType::Date);
-  table.indexes.push_back({"PrimaryKey", {"ID"}, true, true});
-  database->createTable(table);
-  const auto rows = database->openRecordset("Posten");
-  for (int id = 1; id <= kRows; ++id) {
-    rows->addNew();
-    rows->setValue("ID", id);
-    rows->setValue("Ort", QString("Ort %1").arg((id - 1) / 100));
-    rows->setValue("Name", id % 50 == 0 ? QString("lang ").repeated(60) : QString("Name %1").arg(id));
-    rows->setValue("Betrag", QVariant::fromValue(amountOf(id)));
-    rows->setValue("Tag", QDateTime(QDate(2026, 11, 1 + id % 3), QTime(0, 0)));
-    rows->update();
-  }
-}
-
-class Store {
- public:
-  Store() {
-    static const StoreOriginal original(makeStore);
-    original.copyTo(path());
-  }
-  QString path() const { return folder_.filePath("daten.qkk"); }
-  QString file(const QString& name) const { return folder_.filePath(name); }
-
- private:
-  QTemporaryDir folder_;
-};
-
-Input inputFor(const QString& path) {
-  Input input;
-  input.dataFile = path;
-  input.now = QDateTime(QDate(2026, 11, 22), QTime(10, 0));
-  return input;
-}
-
-std::unique_ptr<Document> made(const Store& store, const QString& text) {
-  return std::make_unique<Document>(parseReport(text, "x.rpt"), inputFor(store.path()));
-}
 
 QByteArray pdfOf(Document& document) {
   QBuffer pdf;
@@ -525,52 +460,6 @@ class TestReportPages : public QObject {
     const QStringList lines = PdfReader(pdfOf(*report)).lines();
     QVERIFY(lines.contains("Seite 2 von …"));
     QVERIFY(!lines.contains("Seite 3 von …"));
-  }
-
-  void theCsvIsGerman() {
-    const Store store;
-    const auto report = made(store,
-                             "Abfrage\n  SELECT ID, Ort, Betrag, Tag FROM Posten WHERE ID < 3 ORDER BY ID\n"
-                             "Spalten\n  \"Nr.\" ID 20\n  \"Ort; \"\"Platz\"\"\" Ort 30\n  \"Betrag\" Betrag "
-                             "30 Währung\n  \"Tag\" Tag 30 Datum\n");
-    QBuffer csv;
-    csv.open(QIODevice::WriteOnly);
-    QVERIFY(report->writeCsv(csv));
-    QVERIFY(csv.data().startsWith("\xEF\xBB\xBF"));
-    QCOMPARE(QString::fromUtf8(csv.data().sliced(3)),
-             QString("Nr.;\"Ort; \"\"Platz\"\"\";Betrag;Tag\r\n1;Ort 0;1,01;02.11.2026\r\n2;Ort "
-                     "0;2,02;03.11.2026\r\n"));
-  }
-
-  void theCsvRunsNoFormula() {
-    const Store store;
-    const auto write = [&](int id, const QString& place) {
-      dao::Database::open(store.path())
-          ->execute(QString("UPDATE Posten SET Ort = '%1' WHERE ID = %2").arg(place).arg(id));
-    };
-    write(1, "=1+1");
-    write(2, "@SUM(A1)");
-    write(3, "-9,5");
-    write(4, "-");
-    write(5, "+49 911");
-    const auto report = made(store,
-                             "Abfrage\n  SELECT ID, Ort, Betrag FROM Posten WHERE ID < 6 ORDER BY ID\n"
-                             "Spalten\n  \"Ort\" Ort 30\n  \"Nr.\" \"+{ID}\" 30\n  \"Tag\" Ort 30 Datum\n");
-    QBuffer csv;
-    csv.open(QIODevice::WriteOnly);
-    QVERIFY(report->writeCsv(csv));
-    QCOMPARE(QString::fromUtf8(csv.data().sliced(3)),
-             QString("Ort;Nr.;Tag\r\n'=1+1;+1;'=1+1\r\n'@SUM(A1);+2;'@SUM(A1)\r\n-9,5;+3;-9,5\r\n-;+4;-\r\n"
-                     "'+49 911;+5;'+49 911\r\n"));
-  }
-
-  void aStoppedReportGivesNoCsv() {
-    const Store store;
-    const auto report = made(store, kHead + kTable + "Spalten\n  \"Nr.\" ID 20\n");
-    report->stop();
-    QBuffer csv;
-    csv.open(QIODevice::WriteOnly);
-    QVERIFY(!report->writeCsv(csv));
   }
 
   void wholeNumbersAddUp() {
