@@ -128,6 +128,7 @@ class TestMenus : public QObject {
   void shotMenu();
   void transferClear();
   void noLineReadsWhileItIsCleared();
+  void aWholeReportIsReadWhileItIsCleared();
   void fontDialogs();
   void settingsDialog();
   void lineSetup();
@@ -394,6 +395,24 @@ void TestMenus::noLineReadsWhileItIsCleared() {
   QCOMPARE(ticks, 1);
   QCOMPARE(office.line(1).nOffeneSchuss(), 0);
   office.fire(1, shotRecord(1, 2, "9,7", "123,4"));
+  QCOMPARE(office.line(1).nOffeneSchuss(), 1);
+}
+
+/// A box about a file that can't be deleted may stand there for minutes.
+void TestMenus::aWholeReportIsReadWhileItIsCleared() {
+  RangeOffice office("1");
+  QVERIFY(office.open());
+  office.chooseShooter(1, "107");
+  office.press(1, "cmdPreisModus");
+  bool sent = false;
+  office.place.files.before([&](FileStep step, const QString& path) {
+    if (sent || step != FileStep::Remove || !path.endsWith("HServ1.nrt")) return;
+    sent = true;
+    office.fire(1, shotRecord(1, 1, "9,7", "123,4"));
+  });
+  trigger(office.window(), "mnuHaeringTransferClear");
+  office.place.files.before({});
+  QVERIFY(sent);
   QCOMPARE(office.line(1).nOffeneSchuss(), 1);
 }
 

@@ -47,6 +47,7 @@ class TestLineCapture : public QObject {
   void discardingAll();
   void discardingNothing();
   void discardingTheTicked();
+  void aRefusedShotTicksNoOther();
   void anotherShooter();
   void anotherShooterWantsHisOwnTransfer();
   void withoutADatabase();
@@ -430,6 +431,18 @@ void TestLineCapture::discardingTheTicked() {
   QCOMPARE(line.ticks(), QString(".."));
   QCOMPARE(line.capture->flex().text(1, 2), QString("2"));
   QCOMPARE(line.capture->flex().text(2, 2), QString("4"));
+}
+
+void TestLineCapture::aRefusedShotTicksNoOther() {
+  Line line;
+  line.receive(shots("1x9"));
+  const auto twin = shots("1x9").front();
+  QCOMPARE(twin->Key, line.capture->m_colHaeringSchuss().keyAt(0));
+  twin->bAngewaehlt = true;
+  line.bench.expectError(457, "Fehler beim Übertragen der Intarso-Schussdaten in die Gridanzeige!",
+                         BoxAnswer::Ignore);
+  QVERIFY(line.capture->uebernehmeManuellenSchuss(twin));
+  QCOMPARE(line.ticks(), QString("."));
 }
 
 void TestLineCapture::anotherShooter() {

@@ -73,6 +73,7 @@ class TestDeskMishaps : public QObject {
   void anUnreadableTableOfLabelsIsSaidOnce();
   void aShooterDeletedMeanwhile();
   void aShooterRenumberedMeanwhile();
+  void openItemsGoWithTheirShooter();
   void aNumberThatIsSomebodyElsesByNow();
   void aNumberGoneBehindAnotherWindow();
   void anUnreadableShooterBooksNothing();
@@ -180,6 +181,22 @@ void TestDeskMishaps::aShooterRenumberedMeanwhile() {
   desk->press("cmdVerbuchen");
   QCOMPARE(till->read("Select * from Kasse_Eingang", {"Startnummer"}), QStringList("300"));
   QVERIFY(desk->purchase().isEmpty());
+}
+
+void TestDeskMishaps::openItemsGoWithTheirShooter() {
+  till->fill(
+      "Zeilen Kasse_Eingang\n  ID | Startnummer | KasseID | Offen | Betrag | DatumEingang\n"
+      "  1 | 108 | 5 | ja | 12,5 | 19.11.2026\n");
+  desk->open("108");
+  desk->show(2);
+  renumber(*till->store(), 2, "300");
+  till->dialogs.expect(
+      "Süß Benno hat jetzt die Startnummer 300, nicht mehr 108.\r\nEs ist noch nichts "
+      "verbucht: bitte prüfen und wiederholen.");
+  desk->press("cmdOPVerbuchen");
+  QCOMPARE(till->read("Select * from Kasse_Eingang", {"Offen"}), QStringList("-1"));
+  desk->press("cmdOPVerbuchen");
+  QCOMPARE(till->read("Select * from Kasse_Eingang", {"Offen"}), QStringList("0"));
 }
 
 void TestDeskMishaps::aNumberThatIsSomebodyElsesByNow() {
