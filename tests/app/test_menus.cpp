@@ -126,9 +126,6 @@ class TestMenus : public QObject {
   void dropDownRunsAllLines();
   void currentLineCommands();
   void shotMenu();
-  void transferClear();
-  void noLineReadsWhileItIsCleared();
-  void aWholeReportIsReadWhileItIsCleared();
   void fontDialogs();
   void settingsDialog();
   void lineSetup();
@@ -353,67 +350,6 @@ void TestMenus::shotMenu() {
   office.on<TextGrid>(1, "flex").setCurrentRow(2);
   trigger(office.window(), "mnuSchussAktWettbewerb");
   QCOMPARE(shots.text(1, 0), QString("-1"));
-}
-
-void TestMenus::transferClear() {
-  RangeOffice office("11");
-  QVERIFY(office.open());
-  trigger(office.window(), "mnuHaeringTransferClear");
-  office.press(1, "cmdPreisModus");
-  office.send(2, {"22;alt"});
-  bool hourglass = false;
-  office.place.files.before([&](FileStep step, const QString&) {
-    hourglass |= step == FileStep::Remove && QApplication::overrideCursor() &&
-                 QApplication::overrideCursor()->shape() == Qt::WaitCursor;
-  });
-  trigger(office.window(), "mnuHaeringTransferClear");
-  office.place.files.before({});
-  QVERIFY(hourglass);
-  QVERIFY(office.place.files.list(office.folder, "HS*").isEmpty());
-  QVERIFY(!QApplication::overrideCursor());
-  office.set("Netzverzeichnis", office.folder);
-  office.send(2, {"22;alt"});
-  trigger(office.window(), "mnuHaeringTransferClear");
-  QCOMPARE(office.place.files.list(office.folder, "HS*").size(), 2);
-}
-
-/// Between a station's data and its flag nobody may read: that would end the program.
-void TestMenus::noLineReadsWhileItIsCleared() {
-  RangeOffice office("1");
-  QVERIFY(office.open());
-  office.chooseShooter(1, "107");
-  office.press(1, "cmdPreisModus");
-  office.send(1, {shotRecord(1, 1, "9,7", "123,4")});
-  int ticks = 0;
-  office.place.files.before([&](FileStep step, const QString& path) {
-    if (step != FileStep::Remove || !path.endsWith("HSlav1.ctl")) return;
-    ++ticks;
-    office.tick(1);
-  });
-  trigger(office.window(), "mnuHaeringTransferClear");
-  office.place.files.before({});
-  QCOMPARE(ticks, 1);
-  QCOMPARE(office.line(1).nOffeneSchuss(), 0);
-  office.fire(1, shotRecord(1, 2, "9,7", "123,4"));
-  QCOMPARE(office.line(1).nOffeneSchuss(), 1);
-}
-
-/// A box about a file that can't be deleted may stand there for minutes.
-void TestMenus::aWholeReportIsReadWhileItIsCleared() {
-  RangeOffice office("1");
-  QVERIFY(office.open());
-  office.chooseShooter(1, "107");
-  office.press(1, "cmdPreisModus");
-  bool sent = false;
-  office.place.files.before([&](FileStep step, const QString& path) {
-    if (sent || step != FileStep::Remove || !path.endsWith("HServ1.nrt")) return;
-    sent = true;
-    office.fire(1, shotRecord(1, 1, "9,7", "123,4"));
-  });
-  trigger(office.window(), "mnuHaeringTransferClear");
-  office.place.files.before({});
-  QVERIFY(sent);
-  QCOMPARE(office.line(1).nOffeneSchuss(), 1);
 }
 
 void TestMenus::fontDialogs() {
